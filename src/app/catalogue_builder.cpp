@@ -1,0 +1,116 @@
+#include "app/catalogue_builder.h"
+
+#include <unistd.h>
+
+#include <utility>
+#include <vector>
+
+#include "app/console_log.h"
+#include "config/catalogue_rules.h"
+#include "platform/file_system.h"
+#include "platform/path_strings.h"
+#include "platform/text_encoding.h"
+#include "runtime/certificate_trust.h"
+#include "runtime/runtime_configuration_writer.h"
+#include "runtime/runtime_settings.h"
+#include "runtime/trust_material.h"
+
+namespace sealkeeper {
+namespace {
+
+// Compared with its letter case, unlike the name that decides on the standard folder: a catalogue named
+// "Base" goes there but gets no runtime.conf, deliberately.
+constexpr const char* kNameWithRuntimeConfiguration = "base";
+
+AliasMap WideAliases(const CatalogueConfig& config) {
+    AliasMap aliases;
+    for (const auto& [name, value] : config.pathAliases) {
+        aliases.emplace(Utf8ToWide(name), Utf8ToWide(value));
+    }
+    return aliases;
+}
+
+}  // namespace
+
+CatalogueBuilder::CatalogueBuilder(CommandLineOptions& options, const GeneratePaths& paths,
+                                   const std::string& gameDirectory, HashCatalogue& catalogue)
+    : options_(options),
+      paths_(paths),
+      catalogue_(catalogue),
+      programName_(BaseName(options.programPath)),
+      collector_(gameDirectory) {}
+
+ResultCode CatalogueBuilder::Prepare() {
+    if (const ResultCode code = CheckConfigVersion(options_.configFile, options_.configDocument);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    if (const ResultCode code = SetUpCollector(); code != ResultCode::Ok) {
+        return code;
+    }
+    if (options_.outputName == kNameWithRuntimeConfiguration) {
+        return MakeRuntimeConfiguration();
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode CatalogueBuilder::MakeCatalogue() {
+    collector_.AddExcludedPath(paths_.CertificateCopyPath());
+    std::vector<std::wstring> files;
+    collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
+    if (files.empty()) {
+        Log(LogLevel::Error,
+            "Cannot create an empty catalogue, at least all executables and libraries must be included.");
+        return ResultCode::CatalogueError;
+    }
+    return catalogue_.CreateCatalogue(options_.signingMaterial.privateKey.Get(),
+                                      options_.signingMaterial.crlBytes, std::move(files),
+                                      Utf8ToWide(paths_.CataloguePath()),
+                                      WideAliases(collector_.Config()));
+}
+
+// The patterns are expanded in the game directory, so the change into it comes first.
+ResultCode CatalogueBuilder::SetUpCollector() {
+    std::string sectionName = "search_options";
+    const ResultCode code =
+        collector_.ApplyCatalogueRules(options_.configDocument.GetSection(sectionName));
+    if (code != ResultCode::Ok) {
+        return code;
+    }
+    if (chdir(collector_.BasePath().c_str()) != 0) {
+        return ResultCode::InitFailedWorkingDirectory;
+    }
+    if (!collector_.ResolvePaths()) {
+        return ResultCode::InitFailedConfig;
+    }
+    if (GetFileType(collector_.BasePath() + programName_) != FileType::Missing) {
+        Log(LogLevel::Warning,
+            "It is not recommended to run the sealkeeper from the target directory! The tool itself must not be distributed to end-users!\n");
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode CatalogueBuilder::MakeRuntimeConfiguration() {
+    if (!options_.gameDevMode &&
+        !CheckCertificateTrust(BuiltInTrustMaterial(), options_.signingMaterial.certificate,
+                               options_.productId)) {
+        Log(LogLevel::Info,
+            "Will not generate a configuration file as the provided certificate is for a mod.\n");
+        return ResultCode::Ok;
+    }
+    EndConsoleLine();
+    Log(LogLevel::Info, "=======================================\n");
+    if (!LoadRuntimeSettings(options_.runtimeConfiguration, options_.configDocument)) {
+        return ResultCode::InitFailedConfig;
+    }
+    const ResultCode code = WriteRuntimeConfiguration(options_.runtimeConfiguration,
+                                                      options_.signingMaterial.privateKey.Get(),
+                                                      paths_.outputDirectory);
+    if (code != ResultCode::Ok) {
+        return code;
+    }
+    Log(LogLevel::Info, "=======================================\n\n");
+    return ResultCode::Ok;
+}
+
+}  // namespace sealkeeper

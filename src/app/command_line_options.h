@@ -1,0 +1,49 @@
+// The values of the command line and what the actions load by them, for the whole run.
+#ifndef SEALKEEPER_APP_COMMAND_LINE_OPTIONS_H
+#define SEALKEEPER_APP_COMMAND_LINE_OPTIONS_H
+
+#include <cstdint>
+#include <string>
+
+#include "config/config_document.h"
+#include "runtime/runtime_configuration.h"
+#include "runtime/signing_material.h"
+
+namespace sealkeeper {
+
+enum class ActionKind : std::uint32_t {
+    // Help or version was printed.
+    None = 0,
+    Generate = 1,
+    List = 2,
+    Verify = 3,
+};
+
+struct CommandLineOptions {
+    ActionKind action = ActionKind::None;
+    std::string privateKeyFile = "base_private.key";
+    std::string certificateFile = "base_public.cer";
+    std::string configFile = "anticheat_sealkeeper.cfg";
+    bool gameDevMode = false;
+    std::string outputName = "base";
+    std::string crlFile;
+    std::string targetFile;
+    std::string targetGameDir;
+    // As given while parsing; absolute once the command line is validated.
+    std::string listPath;
+    // The same, and ending in '/'.
+    std::string verifyDir;
+    std::string productId;
+    std::string programPath;
+
+    SigningMaterial signingMaterial;
+    ConfigDocument configDocument;
+    RuntimeConfiguration runtimeConfiguration;
+};
+
+// The one record of the process, made when it is first asked for.
+[[nodiscard]] CommandLineOptions& GetCommandLineOptions();
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,39 @@
+// The one console channel. Everything is written to standard output; there is no log file and nothing
+// goes to standard error.
+#ifndef SEALKEEPER_APP_CONSOLE_LOG_H
+#define SEALKEEPER_APP_CONSOLE_LOG_H
+
+#include <cstdint>
+
+namespace sealkeeper {
+
+enum class LogLevel : std::uint32_t {
+    Error = 1,
+    Warning = 2,
+    Info = 3,
+    Verbose = 4,
+    // Above every threshold that the program sets: silent trace points that are never shown.
+    Trace = 5,
+};
+
+// The highest level that is shown. Starts at `Info`; the option -v raises it to `Verbose`.
+extern LogLevel g_logThreshold;
+
+// Writes "[tag] " and the formatted message, cut to its first 4095 bytes, with every backslash shown
+// as a forward slash. No line feed is added: a message carries its own where it has one. An empty
+// message, a message that cannot be formatted, and one above the threshold print nothing. Never fails
+// visibly and does not flush.
+#if defined(__GNUC__)
+__attribute__((format(printf, 2, 3)))
+#endif
+void Log(LogLevel level, const char* format, ...);
+
+// Writes `text` to standard output as it stands, without a tag and whatever the threshold.
+void WriteUntagged(const char* text);
+
+// Ends the console line: a line feed on standard output, flushed, because a person watches it.
+void EndConsoleLine();
+
+}  // namespace sealkeeper
+
+#endif

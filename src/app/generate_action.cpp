@@ -1,0 +1,134 @@
+#include "app/generate_action.h"
+
+#include <optional>
+#include <string>
+
+#include "app/catalogue_builder.h"
+#include "app/certificate_copy.h"
+#include "app/console_log.h"
+#include "app/generate_paths.h"
+#include "app/usage_text.h"
+#include "catalogue/hash_catalogue.h"
+#include "platform/file_system.h"
+#include "platform/path_strings.h"
+#include "platform/text_encoding.h"
+#include "runtime/signing_material.h"
+
+namespace sealkeeper {
+namespace {
+
+// The absolute game directory, ending in '/'; nothing, logged, when it is no existing directory.
+std::optional<std::string> ResolveGameDirectory(const std::string& asGiven) {
+    auto resolved = ResolvePath(asGiven);
+    if (!resolved) {
+        Log(LogLevel::Error,
+            "The provided target game directory's path couldn't be resolved, please make sure it's a valid path: '%s'.\n",
+            asGiven.c_str());
+        PrintUsage(HelpText::Omitted);
+        return std::nullopt;
+    }
+    EnsureTrailingSeparator(*resolved);
+    if (GetFileType(*resolved) != FileType::Directory) {
+        Log(LogLevel::Error,
+            "The provided path, when converted to absolute path: '%s', does not point to an existing directory.\n",
+            resolved->c_str());
+        return std::nullopt;
+    }
+    Log(LogLevel::Info, "Using '%s' as working directory.\n", resolved->c_str());
+    return resolved;
+}
+
+ResultCode LoadMaterial(CommandLineOptions& options) {
+    return LoadSigningMaterial(
+        {options.privateKeyFile, options.certificateFile, options.crlFile}, options.productId,
+        options.gameDevMode ? TrustCheck::Skipped : TrustCheck::Required, options.signingMaterial);
+}
+
+ResultCode PrepareOutputDirectory(const GeneratePaths& paths) {
+    if (!paths.isMainCatalogue) {
+        Log(LogLevel::Warning,
+            "Output name defined, please note that the game's main catalogue MUST be base.bin.\n");
+        return ResultCode::Ok;
+    }
+    Log(LogLevel::Info,
+        "Generating the game's main catalogue alongside the associated folder structure.\n");
+    Log(LogLevel::Trace, "Creating output directory: '%s'.\n", paths.outputDirectory.c_str());
+    if (!CreateDirectories(paths.outputDirectory)) {
+        // At the trace level deliberately: the exit status alone tells of it.
+        Log(LogLevel::Trace,
+            "Failed to create the output directory: '%s', please create the required directory manually.",
+            paths.outputDirectory.c_str());
+        return ResultCode::SealkeeperIOError;
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode RequireCurrentDirectory() {
+    if (!CurrentDirectory()) {
+        Log(LogLevel::Error, "Failed to get working directory for current process.\n");
+        return ResultCode::SealkeeperIOError;
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode MakeSingleFileCatalogue(CommandLineOptions& options, const GeneratePaths& paths,
+                                   HashCatalogue& catalogue) {
+    return catalogue.CreateCatalogue(options.signingMaterial.privateKey.Get(),
+                                     options.signingMaterial.crlBytes,
+                                     {Utf8ToWide(options.targetFile)},
+                                     Utf8ToWide(paths.CataloguePath()), {});
+}
+
+// Reports the outcome of the catalogue and copies the certificate, which is done also after a failed
+// catalogue. Returns the copy's failure, else `catalogueCode`.
+ResultCode FinishRun(const CommandLineOptions& options, const GeneratePaths& paths,
+                     ResultCode catalogueCode) {
+    if (catalogueCode == ResultCode::Ok) {
+        Log(LogLevel::Info, "[Success] QVR Hash Catalogue created: %s%s\n",
+            paths.outputDirectory.c_str(), paths.catalogueName.c_str());
+    } else {
+        Log(LogLevel::Error, "No catalogue file was created. Code %i (%s).\n",
+            ResultCodeNumber(catalogueCode), ResultFailureText(catalogueCode));
+    }
+    const ResultCode copyCode =
+        CopyCertificate(options.signingMaterial.certificateBytes, paths.CertificateCopyPath());
+    if (copyCode != ResultCode::Ok) {
+        return copyCode;
+    }
+    Log(LogLevel::Info, "[Success] Certificate copied: %s%s\n", paths.outputDirectory.c_str(),
+        paths.certificateCopyName.c_str());
+    return catalogueCode;
+}
+
+}  // namespace
+
+ResultCode RunGenerateAction(CommandLineOptions& options) {
+    Log(LogLevel::Info, "Generating signed integrity files for: '%s'.\n",
+        options.targetGameDir.c_str());
+    const auto gameDirectory = ResolveGameDirectory(options.targetGameDir);
+    if (!gameDirectory) {
+        return ResultCode::CatalogueIOError;
+    }
+    if (const ResultCode code = LoadMaterial(options); code != ResultCode::Ok) {
+        return code;
+    }
+    const GeneratePaths paths = MakeGeneratePaths(options);
+    if (const ResultCode code = PrepareOutputDirectory(paths); code != ResultCode::Ok) {
+        return code;
+    }
+    if (const ResultCode code = RequireCurrentDirectory(); code != ResultCode::Ok) {
+        return code;
+    }
+
+    HashCatalogue catalogue(options.productId);
+    if (!options.targetFile.empty()) {
+        return FinishRun(options, paths, MakeSingleFileCatalogue(options, paths, catalogue));
+    }
+    CatalogueBuilder builder(options, paths, *gameDirectory, catalogue);
+    if (const ResultCode code = builder.Prepare(); code != ResultCode::Ok) {
+        return code;
+    }
+    return FinishRun(options, paths, builder.MakeCatalogue());
+}
+
+}  // namespace sealkeeper

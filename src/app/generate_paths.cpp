@@ -1,0 +1,32 @@
+#include "app/generate_paths.h"
+
+#include "platform/ascii_case.h"
+#include "platform/path_strings.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr const char* kMainCatalogueName = "base";
+constexpr const char* kCertificatesDirectory = "Quorvane/Certificates/";
+
+bool IsMainCatalogueName(std::string name) {
+    LowerCaseAscii(name);
+    return name == kMainCatalogueName;
+}
+
+}  // namespace
+
+GeneratePaths MakeGeneratePaths(const CommandLineOptions& options) {
+    GeneratePaths paths;
+    paths.isMainCatalogue = IsMainCatalogueName(options.outputName);
+    if (paths.isMainCatalogue) {
+        paths.outputDirectory = options.targetGameDir;
+        EnsureTrailingSeparator(paths.outputDirectory);
+        paths.outputDirectory += kCertificatesDirectory;
+    }
+    paths.catalogueName = options.outputName + ".bin";
+    paths.certificateCopyName = options.outputName + ".cer";
+    return paths;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,67 @@
+#include "app/program.h"
+
+#include <new>
+
+#include "app/command_line_parser.h"
+#include "app/console_log.h"
+#include "app/generate_action.h"
+
+namespace sealkeeper {
+namespace {
+
+ResultCode ParseAndRun(int argc, const char* const* argv) {
+    CommandLineOptions& options = GetCommandLineOptions();
+    if (const ResultCode code = ParseCommandLine(options, argc, argv); code != ResultCode::Ok) {
+        return code;
+    }
+    return RunAction(options);
+}
+
+ResultCode RejectUnavailableAction(const char* name) {
+    Log(LogLevel::Error, "This version of the sealkeeper cannot %s yet.\n", name);
+    return ResultCode::SealkeeperHashtoolGenericError;
+}
+
+}  // namespace
+
+void PrintBanner() {
+    WriteUntagged(
+        "Anti-Cheat Sealkeeper v2.2.0 (for game developers only, must not be shipped to players)\n\n");
+}
+
+void PrintArguments(int argc, const char* const* argv) {
+    Log(LogLevel::Info, "Provided command line arguments:\n");
+    for (int i = 0; i < argc; ++i) {
+        Log(LogLevel::Info, "    arg[%i]: %s\n", i, argv[i]);
+    }
+}
+
+ResultCode RunAction(CommandLineOptions& options) {
+    switch (options.action) {
+        case ActionKind::None:
+            return ResultCode::Ok;
+        case ActionKind::Generate:
+            return RunGenerateAction(options);
+        case ActionKind::List:
+            return RejectUnavailableAction("list");
+        case ActionKind::Verify:
+            return RejectUnavailableAction("verify");
+    }
+    // Deliberately shown as information.
+    Log(LogLevel::Info, "Unrecognized action requested: %u.\n",
+        static_cast<unsigned>(options.action));
+    return ResultCode::SealkeeperHashtoolGenericError;
+}
+
+int RunProgram(int argc, const char* const* argv) {
+    try {
+        PrintBanner();
+        PrintArguments(argc, argv);
+        return ResultCodeNumber(ParseAndRun(argc, argv));
+    } catch (const std::bad_alloc&) {
+        Log(LogLevel::Error, "Out of memory.\n");
+        return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,14 @@
+// The usage and help texts.
+#ifndef SEALKEEPER_APP_USAGE_TEXT_H
+#define SEALKEEPER_APP_USAGE_TEXT_H
+
+namespace sealkeeper {
+
+enum class HelpText { Omitted, Included };
+
+// Writes the usage text, and the help text after it where `help` says so, without tags.
+void PrintUsage(HelpText help);
+
+}  // namespace sealkeeper
+
+#endif

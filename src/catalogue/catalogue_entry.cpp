@@ -1,0 +1,66 @@
+#include "catalogue/catalogue_entry.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "app/console_log.h"
+#include "catalogue/file_hashing.h"
+#include "platform/file_system.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+// The stored form: UTF-16, relative to the game directory without "./", '/' as the only separator.
+std::u16string StoredPath(const std::wstring& path) {
+    std::u16string stored = WideToUtf16(path.starts_with(L"./") ? path.substr(2) : path);
+    std::replace(stored.begin(), stored.end(), u'\\', u'/');
+    return stored;
+}
+
+ResultCode SizeAndHash(const std::wstring& path, CatalogueEntry& entry) {
+    const std::string pathUtf8 = WideToUtf8(path);
+    const std::int64_t sizeBytes = FileSizeBytes(pathUtf8);
+    if (sizeBytes < 0) {
+        Log(LogLevel::Error, "[Error] Inaccessible file: '%s'.\n", pathUtf8.c_str());
+        return ResultCode::CatalogueIOError;
+    }
+    entry.fileSizeBytes = static_cast<std::uint64_t>(sizeBytes);
+    if (sizeBytes == 0) {
+        Log(LogLevel::Warning, "[Warning] Empty file: '%s'.\n", pathUtf8.c_str());
+        return ResultCode::Ok;
+    }
+    return HashFileChunks(path, entry.fileSizeBytes, entry.digests);
+}
+
+}  // namespace
+
+ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry) {
+    entry = {};
+    if (path.empty()) {
+        return ResultCode::CatalogueIOError;
+    }
+    // Before the file is hashed, which may take minutes.
+    const std::u16string stored = StoredPath(path);
+    if (stored.size() > entry_record::kMaxPathUnits) {
+        return RejectLongPath(path);
+    }
+    if (const ResultCode code = SizeAndHash(path, entry); code != ResultCode::Ok) {
+        return code;
+    }
+    std::copy(stored.begin(), stored.end(), entry.path.begin());
+    entry.namePosition = NamePositionOf(entry.path);
+    return ResultCode::Ok;
+}
+
+std::uint32_t NamePositionOf(const PathField& path) {
+    const auto separator = std::find(path.rbegin(), path.rend(), u'/');
+    return static_cast<std::uint32_t>(std::distance(separator, path.rend()));
+}
+
+ResultCode RejectLongPath(const std::wstring& path) {
+    Log(LogLevel::Error, "Path too long for the catalogue: '%s'.\n", WideToUtf8(path).c_str());
+    return ResultCode::CatalogueError;
+}
+
+}  // namespace sealkeeper

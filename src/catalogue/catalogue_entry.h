@@ -1,0 +1,44 @@
+// One file's entry in a hash catalogue: its size, its path in the stored form, and the digests of its
+// chunks.
+#ifndef SEALKEEPER_CATALOGUE_CATALOGUE_ENTRY_H
+#define SEALKEEPER_CATALOGUE_CATALOGUE_ENTRY_H
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/result_code.h"
+#include "catalogue/catalogue_format.h"
+#include "runtime/mbedtls_compat.h"
+
+namespace sealkeeper {
+
+static_assert(kSha256Bytes == entry_record::kDigestBytes);
+
+// UTF-16 units, padded with zeros.
+using PathField = std::array<char16_t, entry_record::kPathUnits>;
+
+struct CatalogueEntry {
+    std::uint64_t fileSizeBytes = 0;
+    // The index of the first unit after the last '/' of the path field, 0 when it holds none.
+    std::uint32_t namePosition = 0;
+    PathField path{};
+    // One for each chunk, in file order.
+    std::vector<Sha256Digest> digests;
+};
+
+// Fills `entry` from the file at the collected `path`, reporting on the console while it hashes. A
+// file that is missing counts, deliberately, as an empty one. Fails with `CatalogueIOError` for an empty
+// path, with `CatalogueError` for one that does not fit its field, and as `HashFileChunks` does.
+ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
+
+// The index of the first unit after the last '/' of `path`, 0 when there is none.
+[[nodiscard]] std::uint32_t NamePositionOf(const PathField& path);
+
+// Logs that `path` has no room in its field and returns `CatalogueError`.
+ResultCode RejectLongPath(const std::wstring& path);
+
+}  // namespace sealkeeper
+
+#endif

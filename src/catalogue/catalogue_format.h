@@ -1,0 +1,72 @@
+// The layout of a hash catalogue, written once for writer and reader. All numbers are little-endian and
+// there is no padding but the zero tails of the signature area and of each path field.
+//
+// A file is the header, the revocation-list block, and the compressed entry block; the entry block is a
+// run of entry records, each followed by its digests.
+#ifndef SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
+#define SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+namespace sealkeeper {
+
+// Lengths and counts are stored in 32 bits.
+inline constexpr std::uint64_t kMaxStoredLength = std::numeric_limits<std::uint32_t>::max();
+
+namespace catalogue_header {
+
+// "QVR" and a zero byte.
+inline constexpr std::array<std::uint8_t, 4> kMagic = {0x51, 0x56, 0x52, 0x00};
+inline constexpr std::uint16_t kFormatVersion = 4;
+// The layout whose signature covers the whole file.
+inline constexpr std::uint16_t kSignatureLayout = 1;
+
+inline constexpr std::size_t kMagicOffset = 0;
+inline constexpr std::size_t kFormatVersionOffset = 4;
+inline constexpr std::size_t kSignatureLayoutOffset = 6;
+inline constexpr std::size_t kSignatureOffset = 8;
+// Room for the signature of an 8192-bit key.
+inline constexpr std::size_t kSignatureAreaBytes = 1024;
+inline constexpr std::size_t kSignatureLengthOffset = 1032;
+inline constexpr std::size_t kCrlLengthOffset = 1036;
+inline constexpr std::size_t kCompressedLengthOffset = 1040;
+inline constexpr std::size_t kRawLengthOffset = 1044;
+inline constexpr std::size_t kEntryCountOffset = 1048;
+inline constexpr std::size_t kSizeBytes = 1052;
+
+static_assert(kSignatureOffset + kSignatureAreaBytes == kSignatureLengthOffset);
+static_assert(kEntryCountOffset + sizeof(std::uint32_t) == kSizeBytes);
+
+}  // namespace catalogue_header
+
+namespace entry_record {
+
+inline constexpr std::size_t kFileSizeOffset = 0;
+inline constexpr std::size_t kNamePositionOffset = 8;
+inline constexpr std::size_t kPathOffset = 12;
+inline constexpr std::size_t kPathUnits = 256;
+inline constexpr std::size_t kPathBytes = kPathUnits * sizeof(char16_t);
+inline constexpr std::size_t kDigestCountOffset = 524;
+inline constexpr std::size_t kFixedBytes = 528;
+// Digests follow the fixed part.
+inline constexpr std::size_t kDigestBytes = 32;
+
+static_assert(kPathOffset + kPathBytes == kDigestCountOffset);
+static_assert(kDigestCountOffset + sizeof(std::uint32_t) == kFixedBytes);
+
+// One unit is left for the terminating zero.
+inline constexpr std::size_t kMaxPathUnits = kPathUnits - 1;
+// An aliased path is stored at four bytes per character.
+inline constexpr std::size_t kMaxAliasedPathCharacters = kPathBytes / sizeof(char32_t) - 1;
+
+}  // namespace entry_record
+
+// Every digest is SHA-256 (FIPS 180-4) of one chunk; the last chunk of a file may be short.
+inline constexpr std::size_t kChunkBytes = 4'194'304;
+
+}  // namespace sealkeeper
+
+#endif

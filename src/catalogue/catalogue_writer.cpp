@@ -1,0 +1,127 @@
+#include "catalogue/catalogue_writer.h"
+
+#include <algorithm>
+
+#include "app/console_log.h"
+#include "catalogue/catalogue_format.h"
+#include "catalogue/catalogue_signature.h"
+#include "catalogue/lzw_compressor.h"
+#include "platform/file_io.h"
+#include "platform/little_endian.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes) {
+    std::array<std::uint8_t, entry_record::kFixedBytes> fixed{};
+    const std::span<std::uint8_t> record(fixed);
+    StoreLittleEndian(entry.fileSizeBytes, record.subspan(entry_record::kFileSizeOffset));
+    StoreLittleEndian(entry.namePosition, record.subspan(entry_record::kNamePositionOffset));
+    for (std::size_t unit = 0; unit < entry.path.size(); ++unit) {
+        StoreLittleEndian(
+            static_cast<std::uint16_t>(entry.path[unit]),
+            record.subspan(entry_record::kPathOffset + unit * sizeof(std::uint16_t)));
+    }
+    StoreLittleEndian(static_cast<std::uint32_t>(entry.digests.size()),
+                      record.subspan(entry_record::kDigestCountOffset));
+    bytes.insert(bytes.end(), fixed.begin(), fixed.end());
+    for (const Sha256Digest& digest : entry.digests) {
+        bytes.insert(bytes.end(), digest.begin(), digest.end());
+    }
+}
+
+ResultCode RequireStorable(std::size_t length, const char* what) {
+    if (length > kMaxStoredLength) {
+        Log(LogLevel::Error, "Too large for the catalogue: %s.\n", what);
+        return ResultCode::CatalogueError;
+    }
+    return ResultCode::Ok;
+}
+
+void StoreHeader(std::span<std::uint8_t> image, std::size_t crlLength, const EntryBlock& block) {
+    namespace header = catalogue_header;
+    const auto storeLength = [&image](std::size_t length, std::size_t offset) {
+        StoreLittleEndian(static_cast<std::uint32_t>(length), image.subspan(offset));
+    };
+    std::copy(header::kMagic.begin(), header::kMagic.end(), image.begin() + header::kMagicOffset);
+    StoreLittleEndian(header::kFormatVersion, image.subspan(header::kFormatVersionOffset));
+    StoreLittleEndian(header::kSignatureLayout, image.subspan(header::kSignatureLayoutOffset));
+    storeLength(crlLength, header::kCrlLengthOffset);
+    storeLength(image.size() - header::kSizeBytes - crlLength, header::kCompressedLengthOffset);
+    storeLength(block.bytes.size(), header::kRawLengthOffset);
+    storeLength(block.entryCount, header::kEntryCountOffset);
+}
+
+// The signature covers the image with its signature area and length still zero.
+ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> image) {
+    std::size_t signatureLength = 0;
+    const ResultCode code = SignCatalogueImage(
+        privateKey, image, image.subspan(catalogue_header::kSignatureOffset).data(),
+        &signatureLength);
+    StoreLittleEndian(static_cast<std::uint32_t>(signatureLength),
+                      image.subspan(catalogue_header::kSignatureLengthOffset));
+    return code;
+}
+
+}  // namespace
+
+ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
+                           EntryBlock& block) {
+    CatalogueEntry entry;
+    for (const std::wstring& file : files) {
+        if (const ResultCode code = BuildCatalogueEntry(file, entry); code != ResultCode::Ok) {
+            return code;
+        }
+        if (const ResultCode code = ApplyPathAlias(aliases, entry); code != ResultCode::Ok) {
+            return code;
+        }
+        AppendRecord(entry, block.bytes);
+        ++block.entryCount;
+        if (const ResultCode code = RequireStorable(block.bytes.size(), "the entry block");
+            code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
+                               std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
+                               std::vector<std::uint8_t>& image) {
+    // Every record has more than one byte, so an entry block that fits has a count that fits.
+    if (const ResultCode code = RequireStorable(crlBlock.size(), "the certificate revocation list");
+        code != ResultCode::Ok) {
+        return code;
+    }
+    image.assign(catalogue_header::kSizeBytes, 0);
+    image.insert(image.end(), crlBlock.begin(), crlBlock.end());
+    CompressLzw(block.bytes, image);
+    const std::size_t compressedLength =
+        image.size() - catalogue_header::kSizeBytes - crlBlock.size();
+    if (const ResultCode code = RequireStorable(compressedLength, "the compressed entry block");
+        code != ResultCode::Ok) {
+        return code;
+    }
+    StoreHeader(image, crlBlock.size(), block);
+    return SignImage(privateKey, image);
+}
+
+ResultCode WriteCatalogueImage(const std::wstring& outputPath,
+                               std::span<const std::uint8_t> image) {
+    const std::string pathUtf8 = WideToUtf8(outputPath);
+    switch (WriteWholeFile(pathUtf8, image)) {
+        case WriteOutcome::Written:
+            return ResultCode::Ok;
+        case WriteOutcome::OpenFailed:
+            Log(LogLevel::Error, "Failed to open file: '%s'.\n", pathUtf8.c_str());
+            break;
+        case WriteOutcome::WriteFailed:
+        case WriteOutcome::CloseFailed:
+            Log(LogLevel::Error, "Error writing to file stream: '%s'.\n", pathUtf8.c_str());
+            break;
+    }
+    return ResultCode::CatalogueIOError;
+}
+
+}  // namespace sealkeeper

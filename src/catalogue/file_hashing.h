@@ -1,0 +1,23 @@
+// SHA-256 digests of a file's chunks.
+#ifndef SEALKEEPER_CATALOGUE_FILE_HASHING_H
+#define SEALKEEPER_CATALOGUE_FILE_HASHING_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/result_code.h"
+#include "runtime/mbedtls_compat.h"
+
+namespace sealkeeper {
+
+// Replaces `digests` by those of the first `sizeBytes` bytes of the file, one for each chunk, and shows
+// the progress on one console line. A file that grew in the meantime is hashed up to `sizeBytes`.
+// Fails with `FileVerificationIOError` for an empty path or no bytes, `CatalogueError` when the file
+// cannot be opened, `CatalogueIOError` when it ends too early; `digests` is then incomplete.
+ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
+                          std::vector<Sha256Digest>& digests);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,25 @@
+#include "catalogue/progress.h"
+
+#include <chrono>
+#include <cstdio>
+
+#include "app/console_log.h"
+
+namespace sealkeeper {
+
+void ProgressTick(bool final) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::nanoseconds kDotInterval{500'000'000};
+
+    const Clock::time_point now = Clock::now();
+    static Clock::time_point lastDot = now;
+    if (now > lastDot + kDotInterval) {
+        std::fputc('.', stdout);
+        lastDot = now;
+    }
+    if (final) {
+        EndConsoleLine();
+    }
+}
+
+}  // namespace sealkeeper

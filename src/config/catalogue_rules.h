@@ -1,0 +1,23 @@
+// The format version of the configuration file and its section "search_options".
+#ifndef SEALKEEPER_CONFIG_CATALOGUE_RULES_H
+#define SEALKEEPER_CONFIG_CATALOGUE_RULES_H
+
+#include <string>
+
+#include "app/result_code.h"
+#include "config/catalogue_config.h"
+#include "config/config_document.h"
+
+namespace sealkeeper {
+
+// Loads the configuration file at `path` into `document` and checks its format version. Anything but a
+// readable file of version 2 is logged and gives `InitFailedConfig`.
+ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document);
+
+// Validates the section "search_options" and fills `config` from it. The first fault is logged and
+// gives `InitFailedConfig`; `config` may then be filled in part.
+ResultCode ReadCatalogueRules(ConfigSection& searchOptions, CatalogueConfig& config);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,40 @@
+#include "config/config_document.h"
+
+#include "config/config_scanner.h"
+#include "platform/ascii_case.h"
+#include "platform/file_io.h"
+
+namespace sealkeeper {
+
+bool ConfigDocument::LoadConfigFile(const std::string& path) {
+    if (path.empty()) {
+        return false;
+    }
+    const auto bytes = ReadWholeFile(path);
+    return bytes && ParseConfigText(std::string(bytes->begin(), bytes->end()));
+}
+
+bool ConfigDocument::LoadConfigFile(const char* path) {
+    return LoadConfigFile(std::string(path));
+}
+
+bool ConfigDocument::ParseConfigText(const std::string& text) {
+    return !text.empty() && ConfigScanner(text, *this).Scan();
+}
+
+ConfigSection& ConfigDocument::GetSection(std::string& name) {
+    LowerCaseAscii(name);
+    const auto found = sections_.find(name);
+    if (found != sections_.end()) {
+        return found->second;
+    }
+    // `ConfigTable::Get` enters what it does not find, so an earlier caller may have left something.
+    missingSection_ = {};
+    return missingSection_;
+}
+
+ConfigSection& ConfigDocument::OpenSection(const std::string& name) {
+    return sections_[name];
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,65 @@
+// The parsed configuration file: named sections, each with typed key and value tables. Nothing here
+// knows what a key means.
+#ifndef SEALKEEPER_CONFIG_CONFIG_DOCUMENT_H
+#define SEALKEEPER_CONFIG_CONFIG_DOCUMENT_H
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace sealkeeper {
+
+using StringList = std::vector<std::string>;
+using StringPairs = std::map<std::string, std::string>;
+
+// Values of one type by key. Keys are stored in lower case and are not lower-cased by a look-up.
+template <typename Value>
+class ConfigTable {
+  public:
+    [[nodiscard]] bool Has(const std::string& key) const { return values_.contains(key); }
+
+    // The value of `key`, entered with its default (false, 0, empty) when it is not there.
+    [[nodiscard]] Value& Get(const std::string& key) { return values_[key]; }
+
+  private:
+    std::map<std::string, Value> values_;
+};
+
+// One key may stand in several tables: a number is entered as an integer and as a flag.
+struct ConfigSection {
+    ConfigTable<bool> flags;
+    // Signed 32-bit numbers, sign-extended.
+    ConfigTable<std::int64_t> integers;
+    ConfigTable<std::string> strings;
+    ConfigTable<StringList> stringLists;
+    ConfigTable<StringPairs> stringPairTables;
+};
+
+class ConfigDocument {
+  public:
+    // Parses the file at `path` into the document. Returns false for an empty path, a file that
+    // cannot be read, and where `ParseConfigText` does.
+    [[nodiscard]] bool LoadConfigFile(const std::string& path);
+    [[nodiscard]] bool LoadConfigFile(const char* path);
+
+    // Adds what `text` holds to the document: sections of the same name are merged. Text that does not
+    // fit the grammar ends the scan silently and what was read before it is kept. Returns false only
+    // for an empty text and for a string list element that contains a line feed.
+    [[nodiscard]] bool ParseConfigText(const std::string& text);
+
+    // The section called `name`, which is lower-cased in place; an empty section, never created in the
+    // document, when there is none. The reference to that one is good until the next call.
+    [[nodiscard]] ConfigSection& GetSection(std::string& name);
+
+    // The section called `name`, already lower-cased, created when there is none.
+    [[nodiscard]] ConfigSection& OpenSection(const std::string& name);
+
+  private:
+    std::map<std::string, ConfigSection> sections_;
+    ConfigSection missingSection_;
+};
+
+}  // namespace sealkeeper
+
+#endif

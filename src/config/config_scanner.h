@@ -1,0 +1,54 @@
+// The scan of the configuration text: one forward pass without backtracking. Its leniencies are the
+// format: most irregularities end the scan and keep what was read so far.
+#ifndef SEALKEEPER_CONFIG_CONFIG_SCANNER_H
+#define SEALKEEPER_CONFIG_CONFIG_SCANNER_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "config/config_document.h"
+
+namespace sealkeeper {
+
+class ConfigScanner {
+  public:
+    // Both must outlive the scanner; `text` is not empty.
+    ConfigScanner(std::string_view text, ConfigDocument& document)
+        : text_(text), document_(document) {}
+
+    // Scans the text into the document. False only for a string list element with a line feed.
+    [[nodiscard]] bool Scan();
+
+  private:
+    enum class Step { Continue, Stop, Fail };
+
+    [[nodiscard]] Step ScanToken();
+    [[nodiscard]] bool TakeCommentMarker();
+    [[nodiscard]] Step TakeSectionHeader();
+    [[nodiscard]] Step TakeKey();
+    [[nodiscard]] Step TakeValue();
+    [[nodiscard]] Step TakeStringList(ConfigSection& section);
+    [[nodiscard]] Step TakePairTable(ConfigSection& section);
+    [[nodiscard]] Step TakeString(ConfigSection& section);
+    [[nodiscard]] Step TakeNumber(ConfigSection& section);
+    [[nodiscard]] Step TakeWord(ConfigSection& section);
+
+    [[nodiscard]] bool StartsWith(std::string_view marker) const;
+    [[nodiscard]] bool EqualsIgnoringCase(std::string_view lowerCaseWord) const;
+    [[nodiscard]] Step StoreAndContinueAt(std::size_t position);
+
+    std::string_view text_;
+    ConfigDocument& document_;
+    std::size_t position_ = 0;
+    // Null while no section is open.
+    ConfigSection* section_ = nullptr;
+    // Empty while no key waits for its value.
+    std::string pendingKey_;
+    bool inComment_ = false;
+    bool inBlockComment_ = false;
+};
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,75 @@
+#include "config/config_values.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace sealkeeper {
+namespace {
+
+// Takes the next pair of double quotes from `text`: `text` is left after the closing one. Nothing when
+// there is no further pair.
+std::optional<std::string_view> TakeQuoted(std::string_view& text) {
+    const std::size_t opening = text.find('"');
+    if (opening == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::size_t closing = text.find('"', opening + 1);
+    if (closing == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::string_view quoted = text.substr(opening + 1, closing - opening - 1);
+    text.remove_prefix(closing + 1);
+    return quoted;
+}
+
+}  // namespace
+
+std::optional<StringList> ParseStringList(std::string_view text) {
+    StringList list;
+    while (const auto quoted = TakeQuoted(text)) {
+        if (quoted->empty()) {
+            continue;
+        }
+        if (quoted->find('\n') != std::string_view::npos) {
+            return std::nullopt;
+        }
+        list.push_back(UnescapeBackslashes(std::string(*quoted)));
+    }
+    return list;
+}
+
+StringPairs ParseStringPairs(std::string_view text) {
+    StringPairs pairs;
+    while (true) {
+        const auto name = TakeQuoted(text);
+        if (!name || name->empty()) {
+            return pairs;
+        }
+        const auto value = TakeQuoted(text);
+        if (!value || value->empty()) {
+            return pairs;
+        }
+        pairs.emplace(UnescapeBackslashes(std::string(*name)),
+                      UnescapeBackslashes(std::string(*value)));
+    }
+}
+
+std::int64_t ParseNumber(std::string_view text) {
+    std::uint32_t number = 0;
+    for (const char digit : text) {
+        if (digit < '0' || digit > '9') {
+            break;
+        }
+        number = number * 10U + static_cast<std::uint32_t>(digit - '0');
+    }
+    return static_cast<std::int32_t>(number);
+}
+
+std::string UnescapeBackslashes(std::string text) {
+    const auto bothBackslashes = [](char left, char right) { return left == '\\' && right == '\\'; };
+    text.erase(std::unique(text.begin(), text.end(), bothBackslashes), text.end());
+    return text;
+}
+
+}  // namespace sealkeeper

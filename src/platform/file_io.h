@@ -1,0 +1,36 @@
+// Buffered file access: the owner of a stream, and whole files read and written at once.
+#ifndef SEALKEEPER_PLATFORM_FILE_IO_H
+#define SEALKEEPER_PLATFORM_FILE_IO_H
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace sealkeeper {
+
+struct FileCloser {
+    void operator()(std::FILE* stream) const { std::fclose(stream); }
+};
+
+// An open stream, closed when it goes out of scope. A writer closes it with `WriteWholeFile`, which
+// looks at the result.
+using FileStream = std::unique_ptr<std::FILE, FileCloser>;
+
+// All bytes of the regular file at `path`, nothing when it is no regular file or cannot be read to its
+// end. What is not a regular file is never opened, because opening a FIFO may wait for ever.
+[[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path);
+
+enum class WriteOutcome { Written, OpenFailed, WriteFailed, CloseFailed };
+
+// Creates or truncates the file at `path` and writes `bytes` to it. `Written` means that the stream
+// took, flushed and closed them all. After any other outcome what was written stays there.
+[[nodiscard]] WriteOutcome WriteWholeFile(const std::string& path,
+                                          std::span<const std::uint8_t> bytes);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,34 @@
+// Questions to the file system and the creation of directories. Symbolic links are followed, as by
+// POSIX `stat`.
+#ifndef SEALKEEPER_PLATFORM_FILE_SYSTEM_H
+#define SEALKEEPER_PLATFORM_FILE_SYSTEM_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace sealkeeper {
+
+enum class FileType { Missing, Regular, Directory, Other };
+
+// What `path` names, `Missing` when `stat` fails for whatever reason, which errno then tells.
+[[nodiscard]] FileType GetFileType(const std::string& path);
+
+// The size in bytes that `stat` reports, 0 when it fails. A FIFO, a socket and a device have no size
+// and count as 0, whatever the system reports as waiting in them; nothing is ever opened here.
+[[nodiscard]] std::int64_t FileSizeBytes(const std::string& path);
+
+// The absolute path without links and dot components (POSIX `realpath`); nothing for an empty path
+// and for one that does not resolve.
+[[nodiscard]] std::optional<std::string> ResolvePath(const std::string& path);
+
+// The current directory of the process; nothing when it cannot be told or has more than 1023 bytes.
+[[nodiscard]] std::optional<std::string> CurrentDirectory();
+
+// Creates `path` and all its missing parents, as far as the process's file mode mask allows open to
+// all. Returns true when `path` is a directory afterwards.
+[[nodiscard]] bool CreateDirectories(const std::string& path);
+
+}  // namespace sealkeeper
+
+#endif

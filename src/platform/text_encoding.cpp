@@ -1,0 +1,142 @@
+#include "platform/text_encoding.h"
+
+#include <iconv.h>
+
+#include <bit>
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace sealkeeper {
+namespace {
+
+// Wide strings are handed to the converter as "UTF-32LE", 16-bit strings as "UTF-16LE".
+static_assert(sizeof(wchar_t) == 4 && std::endian::native == std::endian::little);
+
+// Every conversion's output fits in this many bytes for each input unit.
+constexpr std::size_t kMaxOutputBytesPerUnit = 4;
+
+struct ConverterCloser {
+    using pointer = iconv_t;
+    void operator()(iconv_t converter) const { iconv_close(converter); }
+};
+
+// An open converter. `iconv_open` marks a failure with (iconv_t)-1 and not with a null pointer, so an
+// unopened one is held as null here.
+using Converter = std::unique_ptr<iconv_t, ConverterCloser>;
+
+struct ConverterNames {
+    const char* to;
+    const char* from;
+};
+
+enum class ConversionFailure { None, Open, Convert };
+
+struct ConversionOutcome {
+    ConversionFailure failure = ConversionFailure::None;
+    // errno as the failing call left it, before anything was closed.
+    int systemError = 0;
+};
+
+Converter OpenConverter(const ConverterNames& names) {
+    const iconv_t opened = iconv_open(names.to, names.from);
+    // POSIX gives the failure as this cast of -1.
+    const auto failed = reinterpret_cast<iconv_t>(-1);  // NOLINT
+    return Converter(opened == failed ? nullptr : opened);
+}
+
+// Converts all of `input` in one call into `output`, which is empty after a failure.
+template <typename Output, typename Input>
+ConversionOutcome Convert(const ConverterNames& names, const Input& input, Output& output) {
+    using OutputUnit = typename Output::value_type;
+    using InputUnit = typename Input::value_type;
+
+    output.clear();
+    if (input.empty()) {
+        return {};
+    }
+    const Converter converter = OpenConverter(names);
+    if (!converter) {
+        return {ConversionFailure::Open, errno};
+    }
+
+    Output buffer(input.size() * kMaxOutputBytesPerUnit / sizeof(OutputUnit), OutputUnit{});
+    const std::size_t bufferBytes = buffer.size() * sizeof(OutputUnit);
+    // iconv takes the input as char** and does not write through it.
+    char* inputPosition = const_cast<char*>(reinterpret_cast<const char*>(input.data()));  // NOLINT
+    char* outputPosition = reinterpret_cast<char*>(buffer.data());                         // NOLINT
+    std::size_t inputBytesLeft = input.size() * sizeof(InputUnit);
+    std::size_t outputBytesLeft = bufferBytes;
+    const std::size_t converted = iconv(converter.get(), &inputPosition, &inputBytesLeft,
+                                        &outputPosition, &outputBytesLeft);
+    if (converted == static_cast<std::size_t>(-1)) {
+        return {ConversionFailure::Convert, errno};
+    }
+    buffer.resize((bufferBytes - outputBytesLeft) / sizeof(OutputUnit));
+    output = std::move(buffer);
+    return {};
+}
+
+}  // namespace
+
+std::string WideToUtf8(const std::wstring& wide) {
+    std::string utf8;
+    if (Convert({"UTF-8", "UTF-32LE"}, wide, utf8).failure != ConversionFailure::None) {
+        return "W2U8_ERROR";
+    }
+    return utf8;
+}
+
+std::wstring Utf8ToWide(const std::string& utf8) {
+    std::wstring wide;
+    if (Convert({"UTF-32LE", "UTF-8"}, utf8, wide).failure != ConversionFailure::None) {
+        return L"U82W_ERROR";
+    }
+    return wide;
+}
+
+std::wstring Utf16ToWide(const std::u16string& utf16) {
+    std::wstring wide;
+    const ConversionOutcome outcome = Convert({"UTF-32LE", "UTF-16LE"}, utf16, wide);
+    switch (outcome.failure) {
+        case ConversionFailure::Open:
+            return L"utf16_to_wchar iconv_open ERROR " + NarrowToWide(std::strerror(outcome.systemError));
+        case ConversionFailure::Convert:
+            return L"utf16_to_wchar iconv ERROR " + NarrowToWide(std::strerror(outcome.systemError));
+        case ConversionFailure::None:
+            break;
+    }
+    return wide;
+}
+
+std::u16string WideToUtf16(const std::wstring& wide) {
+    std::u16string utf16;
+    switch (Convert({"UTF-16LE", "UTF-32LE"}, wide, utf16).failure) {
+        case ConversionFailure::Open:
+            // The parenthesis that closes nothing belongs to the text.
+            return u"wchar_to_utf16 iconv_open ERROR )";
+        case ConversionFailure::Convert:
+            return u"wchar_to_utf16 iconv ERROR ";
+        case ConversionFailure::None:
+            break;
+    }
+    return utf16;
+}
+
+std::wstring NarrowToWide(const std::string& narrow) {
+    if (narrow.empty()) {
+        return {};
+    }
+    std::wstring buffer(narrow.size() + 1, L'\0');
+    const std::size_t converted = std::mbstowcs(buffer.data(), narrow.c_str(), buffer.size());
+    if (converted == static_cast<std::size_t>(-1)) {
+        return {};
+    }
+    buffer.resize(converted);
+    return buffer;
+}
+
+}  // namespace sealkeeper

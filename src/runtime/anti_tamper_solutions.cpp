@@ -1,0 +1,61 @@
+#include "runtime/anti_tamper_solutions.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <string>
+
+#include "app/console_log.h"
+
+namespace sealkeeper {
+namespace {
+
+// Indexed by the solution's number.
+constexpr std::array<const char*, 9> kSolutionNames = {
+    "None",    "Generic",   "Arxan",    "Denuvo",    "Themida",
+    "StarForce", "VMProtect", "Steam DRM", "AppSign",
+};
+
+// Bytes that differ at most in this bit count as equal, letters or not.
+constexpr unsigned kCaseBit = 0x20;
+
+bool EqualIgnoringCaseBit(char left, char right) {
+    const auto difference = static_cast<unsigned char>(left) ^ static_cast<unsigned char>(right);
+    return (static_cast<unsigned>(difference) & ~kCaseBit) == 0;
+}
+
+bool ContainsIgnoringCaseBit(std::string_view text, std::string_view part) {
+    return std::search(text.begin(), text.end(), part.begin(), part.end(), EqualIgnoringCaseBit) !=
+           text.end();
+}
+
+}  // namespace
+
+const char* AntiTamperSolutionName(std::uint32_t solution) {
+    if (solution >= kSolutionNames.size()) {
+        Log(LogLevel::Error, "Called with invalid value: %u.\n", solution);
+        return "N/A";
+    }
+    return kSolutionNames[solution];
+}
+
+std::uint32_t AntiTamperSolutionFromName(std::string_view name) {
+    for (std::size_t number = 0; number < kSolutionNames.size(); ++number) {
+        if (ContainsIgnoringCaseBit(name, kSolutionNames[number])) {
+            return static_cast<std::uint32_t>(number);
+        }
+    }
+    Log(LogLevel::Error,
+        "Called with an unsupported anti-tamper solution name: '%s'. The following are supported:\n",
+        std::string(name).c_str());
+    ListAntiTamperSolutions();
+    return kNoAntiTamperSolution;
+}
+
+void ListAntiTamperSolutions() {
+    for (const char* name : kSolutionNames) {
+        Log(LogLevel::Info, "Solution name: '%s'.\n", name);
+    }
+}
+
+}  // namespace sealkeeper

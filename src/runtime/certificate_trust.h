@@ -1,0 +1,39 @@
+// Decides whether a developer's certificate is trusted for a game: it must chain to an authority, must
+// not be revoked, and must name the game's product id as its common name. Certificates and revocation
+// lists are DER only.
+#ifndef SEALKEEPER_RUNTIME_CERTIFICATE_TRUST_H
+#define SEALKEEPER_RUNTIME_CERTIFICATE_TRUST_H
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "app/result_code.h"
+#include "runtime/mbedtls_contexts.h"
+#include "runtime/trust_material.h"
+
+namespace sealkeeper {
+
+using ByteView = std::span<const std::uint8_t>;
+
+// Parses `bytes` as one DER certificate into `certificate`. Returns 0 or the library's error, which
+// leaves `certificate` empty.
+[[nodiscard]] int ParseCertificate(ByteView bytes, Certificate& certificate);
+
+// Checks `certificateBytes` against `trust` with `productId` as the expected name. Where that fails and
+// `parentBytes` is not empty, the certificate is a mod's: the parent is checked in its place, and the
+// certificate against the parent and the parent's `parentCrlBytes` (may be empty), with no name
+// expected. On `Ok` the certificate is left parsed in `certificate`, on a failure that is empty. Logs
+// nothing.
+ResultCode VerifySigningCertificate(const TrustMaterial& trust, const std::string& productId,
+                                    ByteView certificateBytes, ByteView parentBytes,
+                                    ByteView parentCrlBytes, Certificate& certificate);
+
+// Checks a parsed certificate against `trust` with `productId` as the expected name, and logs the
+// outcome.
+[[nodiscard]] bool CheckCertificateTrust(const TrustMaterial& trust, Certificate& certificate,
+                                         const std::string& productId);
+
+}  // namespace sealkeeper
+
+#endif

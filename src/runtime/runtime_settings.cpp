@@ -1,0 +1,54 @@
+#include "runtime/runtime_settings.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+#include "app/console_log.h"
+#include "runtime/anti_tamper_solutions.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr std::uint32_t kDefaultMaxActiveInstances = 1;
+
+constexpr const char* kMaxInstancesKey = "max_active_game_instances";
+constexpr const char* kAntiTamperKey = "anti_tamper_solution_name";
+constexpr const char* kCrashReporterKey = "crash_reporter_name";
+
+// A longer name is cut to the field and then has no terminating zero.
+void StoreCrashReporterName(const std::string& name, RuntimeConfiguration& configuration) {
+    auto& field = configuration.crashReporterName;
+    const std::string shown(name.begin(), std::find(name.begin(), name.end(), '\0'));
+    field.fill('\0');
+    std::copy_n(shown.begin(), std::min(shown.size(), field.size()), field.begin());
+}
+
+}  // namespace
+
+bool LoadRuntimeSettings(RuntimeConfiguration& configuration, ConfigDocument& document) {
+    std::string sectionName = "runtime_configuration";
+    ConfigSection& section = document.GetSection(sectionName);
+    configuration.version = kRuntimeConfigurationVersion;
+    // The low 32 bits, so that -1 stands for the largest number.
+    configuration.maxActiveInstances =
+        section.integers.Has(kMaxInstancesKey)
+            ? static_cast<std::uint32_t>(section.integers.Get(kMaxInstancesKey))
+            : kDefaultMaxActiveInstances;
+    configuration.antiTamperSolution = kNoAntiTamperSolution;
+    if (section.strings.Has(kAntiTamperKey)) {
+        configuration.antiTamperSolution =
+            AntiTamperSolutionFromName(section.strings.Get(kAntiTamperKey));
+        if (configuration.antiTamperSolution == kNoAntiTamperSolution) {
+            Log(LogLevel::Info,
+                "Please provide name of a supported anti-tamper solution, if the one being used is not specifically listed, use 'Generic'.\n");
+            return false;
+        }
+    }
+    if (section.strings.Has(kCrashReporterKey)) {
+        StoreCrashReporterName(section.strings.Get(kCrashReporterKey), configuration);
+    }
+    return true;
+}
+
+}  // namespace sealkeeper

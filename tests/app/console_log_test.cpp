@@ -1,0 +1,70 @@
+#include "app/console_log.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/captured_output.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::CapturedOutput;
+using test::ScopedLogThreshold;
+
+std::string Logged(LogLevel level, const std::string& text) {
+    CapturedOutput output;
+    Log(level, "%s", text.c_str());
+    return output.Take();
+}
+
+TEST(ConsoleLog, TagsLevelsUpToInformationByDefault) {
+    EXPECT_EQ(Logged(LogLevel::Error, "a\n"), "[Err!] a\n");
+    EXPECT_EQ(Logged(LogLevel::Warning, "a\n"), "[Warn] a\n");
+    EXPECT_EQ(Logged(LogLevel::Info, "a\n"), "[Info] a\n");
+    EXPECT_EQ(Logged(LogLevel::Verbose, "a\n"), "");
+    EXPECT_EQ(Logged(LogLevel::Trace, "a\n"), "");
+}
+
+TEST(ConsoleLog, ShowsVerboseButNotTraceWithRaisedThreshold) {
+    const ScopedLogThreshold verbose(LogLevel::Verbose);
+    EXPECT_EQ(Logged(LogLevel::Verbose, "a\n"), "[Verb] a\n");
+    EXPECT_EQ(Logged(LogLevel::Trace, "a\n"), "");
+}
+
+TEST(ConsoleLog, TraceCarriesTheVerboseTag) {
+    const ScopedLogThreshold trace(LogLevel::Trace);
+    EXPECT_EQ(Logged(LogLevel::Trace, "a"), "[Verb] a");
+}
+
+TEST(ConsoleLog, LevelZeroAlwaysPrintsAsInvalid) {
+    EXPECT_EQ(Logged(static_cast<LogLevel>(0), "a"), "[<invalid>] a");
+}
+
+TEST(ConsoleLog, LevelSixIsAboveEveryThresholdOfTheProgram) {
+    const ScopedLogThreshold verbose(LogLevel::Verbose);
+    EXPECT_EQ(Logged(static_cast<LogLevel>(6), "a"), "");
+}
+
+TEST(ConsoleLog, ShowsBackslashesOfFormatAndArgumentsAsSlashes) {
+    CapturedOutput output;
+    Log(LogLevel::Warning, "a\\b %s", "c\\d");
+    EXPECT_EQ(output.Take(), "[Warn] a/b c/d");
+}
+
+TEST(ConsoleLog, AddsNoLineFeed) {
+    EXPECT_EQ(Logged(LogLevel::Warning, "a\\b"), "[Warn] a/b");
+}
+
+TEST(ConsoleLog, EmptyMessagePrintsNothing) {
+    EXPECT_EQ(Logged(LogLevel::Error, ""), "");
+}
+
+TEST(ConsoleLog, CutsAtItsBuffer) {
+    EXPECT_EQ(Logged(LogLevel::Info, std::string(4095, 'x')), "[Info] " + std::string(4095, 'x'));
+    EXPECT_EQ(Logged(LogLevel::Info, std::string(4096, 'x')), "[Info] " + std::string(4095, 'x'));
+    EXPECT_EQ(Logged(LogLevel::Info, std::string(9000, 'x')), "[Info] " + std::string(4095, 'x'));
+}
+
+}  // namespace
+}  // namespace sealkeeper

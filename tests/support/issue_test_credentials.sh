@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Issues the credentials that the tests use into the folder given, one folder for each kind. Credentials
+# that are there already are kept: making RSA keys takes time.
+set -euo pipefail
+
+here=$(cd "$(dirname "$0")" && pwd)
+repository=$(cd "$here/../.." && pwd)
+out=${1:?usage: issue_test_credentials.sh OUT_DIR}
+product=TestProduct42
+issue() { bash "$repository/tools/issue-credentials.sh" "$@" >/dev/null; }
+
+# Anything that decides what is issued; a change makes all of them anew.
+stamp=$(cat "$0" "$repository/tools/issue-credentials.sh" \
+    "$repository/trust/development/ca.der" "$repository/trust/development/crl.der" | openssl sha256)
+if [ -f "$out/stamp" ] && [ "$(cat "$out/stamp")" = "$stamp" ]; then
+    exit 0
+fi
+rm -rf "$out"
+mkdir -p "$out"
+
+issue "$product" "$out/good"
+# Another key of the same product: a certificate that is trusted but fits no other key here.
+issue "$product" "$out/other-key"
+issue "$product" "$out/big-key" --bits 4096
+issue "OtherProduct" "$out/other-name"
+issue "$product" "$out/revoked" --serial 0DEAD001
+issue "$product" "$out/expired" --not-before 20010101000000Z --not-after 20020101000000Z
+issue "$product" "$out/expired-revoked" --serial 0DEAD002 \
+    --not-before 20010101000000Z --not-after 20020101000000Z
+# Issued by the game's certificate in good/.
+issue "$product" "$out/mod" --mod "$out/good"
+# Issued by another authority of the same name.
+bash "$repository/trust/development/make-authority.sh" "$out/foreign-authority" >/dev/null
+issue "$product" "$out/foreign" --authority "$out/foreign-authority"
+
+# Key files that cannot be used, beside the certificate that they would belong to.
+mkdir "$out/encrypted-key" "$out/damaged"
+openssl rsa -aes128 -passout pass:secret -in "$out/good/base_private.key" \
+    -out "$out/encrypted-key/base_private.key" 2>/dev/null
+cp "$out/good/base_public.cer" "$out/encrypted-key/base_public.cer"
+openssl x509 -inform DER -in "$out/good/base_public.cer" -outform PEM -out "$out/damaged/pem.cer"
+head -c 600 "$out/good/base_public.cer" > "$out/damaged/truncated.cer"
+: > "$out/damaged/empty.cer"
+: > "$out/damaged/empty.key"
+printf 'not a key\n' > "$out/damaged/text.key"
+head -c 300 "$out/good/base_private.key" > "$out/damaged/truncated.key"
+
+# Everything here is public, and tests of missing permissions read it as another user.
+chmod -R a+rX "$out"
+find "$out" -name '*.key' -exec chmod a+r {} +
+echo "$stamp" > "$out/stamp"

@@ -1,0 +1,45 @@
+// A fresh directory for one test, removed with all it holds when the test is over.
+#ifndef SEALKEEPER_TESTS_SUPPORT_TEMP_DIRECTORY_H
+#define SEALKEEPER_TESTS_SUPPORT_TEMP_DIRECTORY_H
+
+#include <string>
+
+namespace sealkeeper::test {
+
+class TempDirectory {
+  public:
+    TempDirectory();
+    TempDirectory(const TempDirectory&) = delete;
+    TempDirectory& operator=(const TempDirectory&) = delete;
+    ~TempDirectory();
+
+    // Absolute, without a separator at its end.
+    [[nodiscard]] const std::string& Path() const { return path_; }
+    // The path of `name` in the directory.
+    [[nodiscard]] std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+
+    // Writes a file, making the directories that its name goes through, and returns its path.
+    std::string WriteFile(const std::string& name, const std::string& content) const;
+
+  private:
+    std::string path_;
+};
+
+// Changes the process's current directory and changes it back at the end of the scope.
+class ScopedCurrentDirectory {
+  public:
+    explicit ScopedCurrentDirectory(const std::string& directory);
+    ScopedCurrentDirectory(const ScopedCurrentDirectory&) = delete;
+    ScopedCurrentDirectory& operator=(const ScopedCurrentDirectory&) = delete;
+    ~ScopedCurrentDirectory();
+
+  private:
+    std::string previous_;
+};
+
+// The content of the file at `path`; the test fails when it cannot be read.
+[[nodiscard]] std::string ReadFile(const std::string& path);
+
+}  // namespace sealkeeper::test
+
+#endif
