@@ -18,8 +18,8 @@
 namespace sealkeeper {
 namespace {
 
-// Compared with its letter case, unlike the name that decides on the standard folder: a catalogue named
-// "Base" goes there but gets no runtime.conf, deliberately.
+// Compared with its letter case, unlike the name that decides on the standard folder: a catalogue
+// named "Base" goes there but gets no runtime.conf, deliberately.
 constexpr const char* kNameWithRuntimeConfiguration = "base";
 
 AliasMap WideAliases(const CatalogueConfig& config) {
@@ -63,10 +63,9 @@ ResultCode CatalogueBuilder::MakeCatalogue() {
             "Cannot create an empty catalogue, at least all executables and libraries must be included.");
         return ResultCode::CatalogueError;
     }
-    return catalogue_.CreateCatalogue(options_.signingMaterial.privateKey.Get(),
-                                      options_.signingMaterial.crlBytes, std::move(files),
-                                      Utf8ToWide(paths_.CataloguePath()),
-                                      WideAliases(collector_.Config()));
+    return catalogue_.CreateCatalogue(
+        options_.signingMaterial.privateKey.Get(), options_.signingMaterial.crlBytes,
+        std::move(files), Utf8ToWide(paths_.CataloguePath()), WideAliases(collector_.Config()));
 }
 
 // The patterns are expanded in the game directory, so the change into it comes first.

@@ -19,8 +19,8 @@ class CatalogueBuilder {
     CatalogueBuilder(CommandLineOptions& options, const GeneratePaths& paths,
                      const std::string& gameDirectory, HashCatalogue& catalogue);
 
-    // Reads the configuration file, changes into the game directory, resolves the configured paths there,
-    // and writes runtime.conf where one belongs to the run. The first failure is returned.
+    // Reads the configuration file, changes into the game directory, resolves the configured paths
+    // there, and writes runtime.conf where one belongs to the run. The first failure is returned.
     ResultCode Prepare();
 
     // Collects the files and writes the catalogue. Only after a successful `Prepare`.

@@ -35,8 +35,8 @@ ResultCode FailWithUsage(const char* message) {
     return FailWithUsage();
 }
 
-// Takes the option's value from behind its '=' or from the next argument, to which `index` moves then.
-// Nothing when there is none, or one that begins with a dash.
+// Takes the option's value from behind its '=' or from the next argument, to which `index` moves
+// then. Nothing when there is none, or one that begins with a dash.
 std::optional<std::string> TakeValue(const MatchedArgument& matched, Arguments arguments,
                                      std::size_t& index) {
     if (matched.attachedValue) {

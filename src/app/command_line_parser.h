@@ -8,8 +8,8 @@
 namespace sealkeeper {
 
 // `Ok` when the run may go on with `options.action`, which stays `None` after help and version;
-// `SealkeeperUsageError`, after saying why where the usage text alone does not, for every faulty command
-// line.
+// `SealkeeperUsageError`, after saying why where the usage text alone does not, for every faulty
+// command line.
 ResultCode ParseCommandLine(CommandLineOptions& options, int argc, const char* const* argv);
 
 }  // namespace sealkeeper

@@ -1,5 +1,5 @@
-// The one console channel. Everything is written to standard output; there is no log file and nothing
-// goes to standard error.
+// The one console channel. Everything is written to standard output; there is no log file and
+// nothing goes to standard error.
 #ifndef SEALKEEPER_APP_CONSOLE_LOG_H
 #define SEALKEEPER_APP_CONSOLE_LOG_H
 
@@ -19,10 +19,10 @@ enum class LogLevel : std::uint32_t {
 // The highest level that is shown. Starts at `Info`; the option -v raises it to `Verbose`.
 extern LogLevel g_logThreshold;
 
-// Writes "[tag] " and the formatted message, cut to its first 4095 bytes, with every backslash shown
-// as a forward slash. No line feed is added: a message carries its own where it has one. An empty
-// message, a message that cannot be formatted, and one above the threshold print nothing. Never fails
-// visibly and does not flush.
+// Writes "[tag] " and the formatted message, cut to its first 4095 bytes, with every backslash
+// shown as a forward slash. No line feed is added: a message carries its own where it has one. An
+// empty message, a message that cannot be formatted, and one above the threshold print nothing.
+// Never fails visibly and does not flush.
 #if defined(__GNUC__)
 __attribute__((format(printf, 2, 3)))
 #endif

@@ -73,14 +73,13 @@ ResultCode RequireCurrentDirectory() {
 
 ResultCode MakeSingleFileCatalogue(CommandLineOptions& options, const GeneratePaths& paths,
                                    HashCatalogue& catalogue) {
-    return catalogue.CreateCatalogue(options.signingMaterial.privateKey.Get(),
-                                     options.signingMaterial.crlBytes,
-                                     {Utf8ToWide(options.targetFile)},
-                                     Utf8ToWide(paths.CataloguePath()), {});
+    return catalogue.CreateCatalogue(
+        options.signingMaterial.privateKey.Get(), options.signingMaterial.crlBytes,
+        {Utf8ToWide(options.targetFile)}, Utf8ToWide(paths.CataloguePath()), {});
 }
 
-// Reports the outcome of the catalogue and copies the certificate, which is done also after a failed
-// catalogue. Returns the copy's failure, else `catalogueCode`.
+// Reports the outcome of the catalogue and copies the certificate, which is done also after a
+// failed catalogue. Returns the copy's failure, else `catalogueCode`.
 ResultCode FinishRun(const CommandLineOptions& options, const GeneratePaths& paths,
                      ResultCode catalogueCode) {
     if (catalogueCode == ResultCode::Ok) {

@@ -1,5 +1,5 @@
-// The default mode: makes the signed hash catalogue of a game or a mod, the copy of its certificate, and
-// for a game runtime.conf.
+// The default mode: makes the signed hash catalogue of a game or a mod, the copy of its
+// certificate, and for a game runtime.conf.
 #ifndef SEALKEEPER_APP_GENERATE_ACTION_H
 #define SEALKEEPER_APP_GENERATE_ACTION_H
 
@@ -8,8 +8,8 @@
 
 namespace sealkeeper {
 
-// In configuration mode the process's current directory is the game directory afterwards. Every failure
-// is logged, but for the output directory's and the change of directory's.
+// In configuration mode the process's current directory is the game directory afterwards. Every
+// failure is logged, but for the output directory's and the change of directory's.
 ResultCode RunGenerateAction(CommandLineOptions& options);
 
 }  // namespace sealkeeper

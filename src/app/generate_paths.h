@@ -22,8 +22,8 @@ struct GeneratePaths {
     }
 };
 
-// The output directory is formed from the game directory as it was typed, so a relative one is taken
-// from whatever the current directory is when a file is written.
+// The output directory is formed from the game directory as it was typed, so a relative one is
+// taken from whatever the current directory is when a file is written.
 [[nodiscard]] GeneratePaths MakeGeneratePaths(const CommandLineOptions& options);
 
 }  // namespace sealkeeper

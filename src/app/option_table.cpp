@@ -62,7 +62,9 @@ MatchedArgument MatchArgument(std::string_view argument) {
     if (const Option* option = FindExact(name); option != nullptr) {
         return {ArgumentKind::OptionName, option, attachedValue};
     }
-    const auto abbreviates = [name](const Option& option) { return IsAbbreviationOf(name, option); };
+    const auto abbreviates = [name](const Option& option) {
+        return IsAbbreviationOf(name, option);
+    };
     const auto candidates = std::count_if(kOptions.begin(), kOptions.end(), abbreviates);
     if (candidates == 1) {
         return {ArgumentKind::OptionName,

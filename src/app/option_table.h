@@ -33,8 +33,8 @@ struct MatchedArgument {
     std::optional<std::string> attachedValue = std::nullopt;
 };
 
-// Matches `argument` by its exact name or by a proper prefix of exactly one name. Faulty is a prefix of
-// several names, and what begins with a dash and is no option.
+// Matches `argument` by its exact name or by a proper prefix of exactly one name. Faulty is a
+// prefix of several names, and what begins with a dash and is no option.
 [[nodiscard]] MatchedArgument MatchArgument(std::string_view argument);
 
 }  // namespace sealkeeper

@@ -1,5 +1,5 @@
-// The one enumeration through which every operation reports its outcome. The number of the code that
-// an action returns is the exit status of the process.
+// The one enumeration through which every operation reports its outcome. The number of the code
+// that an action returns is the exit status of the process.
 #ifndef SEALKEEPER_APP_RESULT_CODE_H
 #define SEALKEEPER_APP_RESULT_CODE_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-enum class [[nodiscard]] ResultCode : std::uint32_t {
+enum class [[nodiscard]] ResultCode : std::uint32_t{
     Ok = 0,
     SealkeeperUsageError = 1,
     SealkeeperHashtoolGenericError = 2,
@@ -49,12 +49,12 @@ enum class [[nodiscard]] ResultCode : std::uint32_t {
 // own and prints as "Description unavailable".
 inline constexpr ResultCode kPrivateKeyFileMissing{35};
 
-// The text of `code`, "Description unavailable" for a code outside the table. For places where a code
-// may be `Ok`.
+// The text of `code`, "Description unavailable" for a code outside the table. For places where a
+// code may be `Ok`.
 [[nodiscard]] const char* ResultCodeText(ResultCode code);
 
-// The text of the failure `code`. Differs from `ResultCodeText` in one value, deliberately: `Ok` is no
-// failure and reads "Description unavailable".
+// The text of the failure `code`. Differs from `ResultCodeText` in one value, deliberately: `Ok` is
+// no failure and reads "Description unavailable".
 [[nodiscard]] const char* ResultFailureText(ResultCode code);
 
 // `code` as the messages show it with "%i".

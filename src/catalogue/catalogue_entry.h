@@ -1,5 +1,5 @@
-// One file's entry in a hash catalogue: its size, its path in the stored form, and the digests of its
-// chunks.
+// One file's entry in a hash catalogue: its size, its path in the stored form, and the digests of
+// its chunks.
 #ifndef SEALKEEPER_CATALOGUE_CATALOGUE_ENTRY_H
 #define SEALKEEPER_CATALOGUE_CATALOGUE_ENTRY_H
 
@@ -29,8 +29,9 @@ struct CatalogueEntry {
 };
 
 // Fills `entry` from the file at the collected `path`, reporting on the console while it hashes. A
-// file that is missing counts, deliberately, as an empty one. Fails with `CatalogueIOError` for an empty
-// path, with `CatalogueError` for one that does not fit its field, and as `HashFileChunks` does.
+// file that is missing counts, deliberately, as an empty one. Fails with `CatalogueIOError` for an
+// empty path, with `CatalogueError` for one that does not fit its field, and as `HashFileChunks`
+// does.
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 
 // The index of the first unit after the last '/' of `path`, 0 when there is none.

@@ -1,8 +1,8 @@
-// The layout of a hash catalogue, written once for writer and reader. All numbers are little-endian and
-// there is no padding but the zero tails of the signature area and of each path field.
+// The layout of a hash catalogue, written once for writer and reader. All numbers are little-endian
+// and there is no padding but the zero tails of the signature area and of each path field.
 //
-// A file is the header, the revocation-list block, and the compressed entry block; the entry block is a
-// run of entry records, each followed by its digests.
+// A file is the header, the revocation-list block, and the compressed entry block; the entry block
+// is a run of entry records, each followed by its digests.
 #ifndef SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
 #define SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
 

@@ -19,9 +19,8 @@ void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes)
     StoreLittleEndian(entry.fileSizeBytes, record.subspan(entry_record::kFileSizeOffset));
     StoreLittleEndian(entry.namePosition, record.subspan(entry_record::kNamePositionOffset));
     for (std::size_t unit = 0; unit < entry.path.size(); ++unit) {
-        StoreLittleEndian(
-            static_cast<std::uint16_t>(entry.path[unit]),
-            record.subspan(entry_record::kPathOffset + unit * sizeof(std::uint16_t)));
+        StoreLittleEndian(static_cast<std::uint16_t>(entry.path[unit]),
+                          record.subspan(entry_record::kPathOffset + unit * sizeof(std::uint16_t)));
     }
     StoreLittleEndian(static_cast<std::uint32_t>(entry.digests.size()),
                       record.subspan(entry_record::kDigestCountOffset));

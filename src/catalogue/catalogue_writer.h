@@ -21,20 +21,21 @@ struct EntryBlock {
     std::size_t entryCount = 0;
 };
 
-// Hashes `files` in the order given and appends their records to `block`. The first failure ends it.
+// Hashes `files` in the order given and appends their records to `block`. The first failure ends
+// it.
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block);
 
-// Builds the signed file: header, `crlBlock` as it stands, compressed `block`. `CatalogueError`, logged,
-// when a length or a count does not fit its 32-bit field; the signing error when signing fails.
+// Builds the signed file: header, `crlBlock` as it stands, compressed `block`. `CatalogueError`,
+// logged, when a length or a count does not fit its 32-bit field; the signing error when signing
+// fails.
 ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
                                std::vector<std::uint8_t>& image);
 
-// Writes `image` to `outputPath`. `CatalogueIOError`, logged, when it cannot be opened or written; a
-// partly written file stays.
-ResultCode WriteCatalogueImage(const std::wstring& outputPath,
-                               std::span<const std::uint8_t> image);
+// Writes `image` to `outputPath`. `CatalogueIOError`, logged, when it cannot be opened or written;
+// a partly written file stays.
+ResultCode WriteCatalogueImage(const std::wstring& outputPath, std::span<const std::uint8_t> image);
 
 }  // namespace sealkeeper
 

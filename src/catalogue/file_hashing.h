@@ -11,10 +11,11 @@
 
 namespace sealkeeper {
 
-// Replaces `digests` by those of the first `sizeBytes` bytes of the file, one for each chunk, and shows
-// the progress on one console line. A file that grew in the meantime is hashed up to `sizeBytes`.
-// Fails with `FileVerificationIOError` for an empty path or no bytes, `CatalogueError` when the file
-// cannot be opened, `CatalogueIOError` when it ends too early; `digests` is then incomplete.
+// Replaces `digests` by those of the first `sizeBytes` bytes of the file, one for each chunk, and
+// shows the progress on one console line. A file that grew in the meantime is hashed up to
+// `sizeBytes`. Fails with `FileVerificationIOError` for an empty path or no bytes, `CatalogueError`
+// when the file cannot be opened, `CatalogueIOError` when it ends too early; `digests` is then
+// incomplete.
 ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
                           std::vector<Sha256Digest>& digests);
 

@@ -33,8 +33,7 @@ HashCatalogue::HashCatalogue(std::string productId) : productId_(std::move(produ
 ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
                                           const std::vector<std::uint8_t>& crlBlock,
                                           std::vector<std::wstring> files,
-                                          const std::wstring& outputPath,
-                                          const AliasMap& aliases) {
+                                          const std::wstring& outputPath, const AliasMap& aliases) {
     if (files.empty()) {
         return ResultCode::CatalogueError;
     }

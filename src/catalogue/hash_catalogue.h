@@ -23,10 +23,10 @@ class HashCatalogue {
     HashCatalogue& operator=(const HashCatalogue&) = delete;
     virtual ~HashCatalogue() = default;
 
-    // Hashes `files`, which are sorted first by the code points of their paths, and writes the signed
-    // catalogue to `outputPath`, with `crlBlock` in it as it stands. Fails with `CatalogueError` when
-    // `files` is empty or memory runs out, otherwise as the steps in catalogue_writer.h do; unless
-    // writing itself fails, nothing is written then.
+    // Hashes `files`, which are sorted first by the code points of their paths, and writes the
+    // signed catalogue to `outputPath`, with `crlBlock` in it as it stands. Fails with
+    // `CatalogueError` when `files` is empty or memory runs out, otherwise as the steps in
+    // catalogue_writer.h do; unless writing itself fails, nothing is written then.
     virtual ResultCode CreateCatalogue(mbedtls_pk_context* privateKey,
                                        const std::vector<std::uint8_t>& crlBlock,
                                        std::vector<std::wstring> files,

@@ -43,8 +43,8 @@ class CodeWriter {
     unsigned pendingCount_ = 0;
 };
 
-// The strings of two bytes and more, as pairs of a shorter string's code and the byte that follows it,
-// in an open-addressed table with double hashing.
+// The strings of two bytes and more, as pairs of a shorter string's code and the byte that follows
+// it, in an open-addressed table with double hashing.
 class CompressorDictionary {
   public:
     // The slot that holds the string, or the free one where it belongs.
@@ -69,8 +69,8 @@ class CompressorDictionary {
     }
 
   private:
-    // A prime well above the number of codes, so that the table never fills and every step visits all
-    // slots.
+    // A prime well above the number of codes, so that the table never fills and every step visits
+    // all slots.
     static constexpr std::size_t kSlots = 5021;
     static constexpr unsigned kIndexShift = 4;
     static constexpr std::uint16_t kFree = 0;

@@ -1,5 +1,6 @@
-// The compressed form of the entry block: LZW in the container of the classic Unix compress, but with
-// codes of one fixed width from first to last and no clear code. Shared by compressor and decompressor.
+// The compressed form of the entry block: LZW in the container of the classic Unix compress, but
+// with codes of one fixed width from first to last and no clear code. Shared by compressor and
+// decompressor.
 #ifndef SEALKEEPER_CATALOGUE_LZW_FORMAT_H
 #define SEALKEEPER_CATALOGUE_LZW_FORMAT_H
 
@@ -15,12 +16,12 @@ inline constexpr std::uint8_t kBlockModeFlag = 0x80;
 // The container's magic and its flag byte.
 inline constexpr std::array<std::uint8_t, 3> kPrefix = {0x1F, 0x9D, kBlockModeFlag | kCodeBits};
 
-// Codes 0 to 255 are the one-byte strings. Code 256 would clear the dictionary in the classic program
-// and is never used here.
+// Codes 0 to 255 are the one-byte strings. Code 256 would clear the dictionary in the classic
+// program and is never used here.
 inline constexpr std::uint16_t kFirstFreeCode = 257;
 
-// The first code that is never assigned: once the next code would be this one, the dictionary stays as
-// it is.
+// The first code that is never assigned: once the next code would be this one, the dictionary stays
+// as it is.
 inline constexpr std::uint16_t kEndOfCodes = 4095;
 
 }  // namespace sealkeeper::lzw

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 
 #include "platform/text_encoding.h"
 
@@ -28,7 +27,7 @@ void StoreFourBytesPerCharacter(const std::wstring& path, PathField& field) {
     field.fill(u'\0');
     auto unit = field.begin();
     for (const wchar_t character : path) {
-        const auto codePoint = static_cast<std::uint32_t>(character);
+        const auto codePoint = static_cast<char32_t>(character);
         *unit++ = static_cast<char16_t>(codePoint & 0xFFFFU);
         *unit++ = static_cast<char16_t>(codePoint >> 16U);
     }

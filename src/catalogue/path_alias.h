@@ -14,8 +14,8 @@ using AliasMap = std::map<std::wstring, std::wstring>;
 
 // Replaces every occurrence of the first alias, in key order, that occurs anywhere in the path of
 // `entry`; leaves the entry untouched when none does. A replaced path is stored at four bytes per
-// character instead of two: this is deliberate and readers of aliased catalogues depend on it. Fails
-// with `CatalogueError`, logged, when the new path does not fit its field.
+// character instead of two: this is deliberate and readers of aliased catalogues depend on it.
+// Fails with `CatalogueError`, logged, when the new path does not fit its field.
 ResultCode ApplyPathAlias(const AliasMap& aliases, CatalogueEntry& entry);
 
 }  // namespace sealkeeper

@@ -43,8 +43,8 @@ void WarnOfUnusualSizeThreshold(ConfigSection& options) {
     }
 }
 
-// Presence is tested in the table of the right type: a key written with another kind of value counts
-// as absent.
+// Presence is tested in the table of the right type: a key written with another kind of value
+// counts as absent.
 ResultCode ValidateSearchOptions(ConfigSection& options) {
     WarnOfUnusualSizeThreshold(options);
 

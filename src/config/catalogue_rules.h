@@ -10,8 +10,8 @@
 
 namespace sealkeeper {
 
-// Loads the configuration file at `path` into `document` and checks its format version. Anything but a
-// readable file of version 2 is logged and gives `InitFailedConfig`.
+// Loads the configuration file at `path` into `document` and checks its format version. Anything
+// but a readable file of version 2 is logged and gives `InitFailedConfig`.
 ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document);
 
 // Validates the section "search_options" and fills `config` from it. The first fault is logged and

@@ -28,7 +28,8 @@ ConfigSection& ConfigDocument::GetSection(std::string& name) {
     if (found != sections_.end()) {
         return found->second;
     }
-    // `ConfigTable::Get` enters what it does not find, so an earlier caller may have left something.
+    // `ConfigTable::Get` enters what it does not find, so an earlier caller may have left
+    // something.
     missingSection_ = {};
     return missingSection_;
 }

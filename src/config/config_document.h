@@ -43,13 +43,13 @@ class ConfigDocument {
     [[nodiscard]] bool LoadConfigFile(const std::string& path);
     [[nodiscard]] bool LoadConfigFile(const char* path);
 
-    // Adds what `text` holds to the document: sections of the same name are merged. Text that does not
-    // fit the grammar ends the scan silently and what was read before it is kept. Returns false only
-    // for an empty text and for a string list element that contains a line feed.
+    // Adds what `text` holds to the document: sections of the same name are merged. Text that does
+    // not fit the grammar ends the scan silently and what was read before it is kept. Returns false
+    // only for an empty text and for a string list element that contains a line feed.
     [[nodiscard]] bool ParseConfigText(const std::string& text);
 
-    // The section called `name`, which is lower-cased in place; an empty section, never created in the
-    // document, when there is none. The reference to that one is good until the next call.
+    // The section called `name`, which is lower-cased in place; an empty section, never created in
+    // the document, when there is none. The reference to that one is good until the next call.
     [[nodiscard]] ConfigSection& GetSection(std::string& name);
 
     // The section called `name`, already lower-cased, created when there is none.

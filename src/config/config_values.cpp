@@ -7,8 +7,8 @@
 namespace sealkeeper {
 namespace {
 
-// Takes the next pair of double quotes from `text`: `text` is left after the closing one. Nothing when
-// there is no further pair.
+// Takes the next pair of double quotes from `text`: `text` is left after the closing one. Nothing
+// when there is no further pair.
 std::optional<std::string_view> TakeQuoted(std::string_view& text) {
     const std::size_t opening = text.find('"');
     if (opening == std::string_view::npos) {
@@ -67,7 +67,9 @@ std::int64_t ParseNumber(std::string_view text) {
 }
 
 std::string UnescapeBackslashes(std::string text) {
-    const auto bothBackslashes = [](char left, char right) { return left == '\\' && right == '\\'; };
+    const auto bothBackslashes = [](char left, char right) {
+        return left == '\\' && right == '\\';
+    };
     text.erase(std::unique(text.begin(), text.end(), bothBackslashes), text.end());
     return text;
 }

@@ -11,16 +11,16 @@
 
 namespace sealkeeper {
 
-// The quoted elements of `text`, empty ones left out; bytes outside quotes are ignored. Nothing when an
-// element contains a line feed.
+// The quoted elements of `text`, empty ones left out; bytes outside quotes are ignored. Nothing
+// when an element contains a line feed.
 [[nodiscard]] std::optional<StringList> ParseStringList(std::string_view text);
 
-// The quoted strings of `text`, two by two; ends at an empty name or value and where one of a pair is
-// missing. A repeated name keeps its first value.
+// The quoted strings of `text`, two by two; ends at an empty name or value and where one of a pair
+// is missing. A repeated name keeps its first value.
 [[nodiscard]] StringPairs ParseStringPairs(std::string_view text);
 
-// The decimal digits at the start of `text` as an unsigned 32-bit number that wraps on overflow, then
-// reinterpreted as signed and sign-extended.
+// The decimal digits at the start of `text` as an unsigned 32-bit number that wraps on overflow,
+// then reinterpreted as signed and sign-extended.
 [[nodiscard]] std::int64_t ParseNumber(std::string_view text);
 
 // Collapses every run of two or more backslashes into a single one (deliberately four give one, not

@@ -16,7 +16,8 @@ namespace {
 
 constexpr float kMaxLoadFactor = 1.0F;
 
-// The extension of `name` with its dot; empty when there is no dot or the dot is the last character.
+// The extension of `name` with its dot; empty when there is no dot or the dot is the last
+// character.
 std::string ExtensionOf(const std::string& name) {
     const std::size_t dot = name.rfind('.');
     if (dot == std::string::npos || dot + 1 == name.size()) {
@@ -130,8 +131,7 @@ bool FileCollector::IsSkippedByPathOrSize(const std::string& path) const {
     }
     if (config_.sizeThresholdBytes != 0 &&
         FileSizeBytes(path) > static_cast<std::int64_t>(config_.sizeThresholdBytes)) {
-        Log(LogLevel::Trace, "Skipping file by rule exclude_size_threshold: '%s'.\n",
-            path.c_str());
+        Log(LogLevel::Trace, "Skipping file by rule exclude_size_threshold: '%s'.\n", path.c_str());
         return true;
     }
     return false;

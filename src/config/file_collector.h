@@ -1,5 +1,5 @@
-// Finds the game's files to hash by the rules of the configuration file. Paths are expanded and walked
-// in the current directory, which is the game directory by then, and begin with "./".
+// Finds the game's files to hash by the rules of the configuration file. Paths are expanded and
+// walked in the current directory, which is the game directory by then, and begin with "./".
 #ifndef SEALKEEPER_CONFIG_FILE_COLLECTOR_H
 #define SEALKEEPER_CONFIG_FILE_COLLECTOR_H
 
@@ -13,8 +13,8 @@
 
 namespace sealkeeper {
 
-// The start path and the pattern of a walk over the whole game directory. The pattern filters nothing;
-// it is there for the trace.
+// The start path and the pattern of a walk over the whole game directory. The pattern filters
+// nothing; it is there for the trace.
 inline constexpr const char* kWholeDirectory = "./";
 inline constexpr const char* kEveryFilePattern = "*.*";
 
@@ -26,9 +26,9 @@ class FileCollector {
     FileCollector& operator=(const FileCollector&) = delete;
     virtual ~FileCollector() = default;
 
-    // Appends the files to hash to `files`. With included paths each of them is taken or walked, in no
-    // particular order; without, the walk begins at `startPath`. A file reached in two ways appears
-    // twice. What cannot be read is logged and left out.
+    // Appends the files to hash to `files`. With included paths each of them is taken or walked, in
+    // no particular order; without, the walk begins at `startPath`. A file reached in two ways
+    // appears twice. What cannot be read is logged and left out.
     virtual void CollectFiles(const std::string& startPath, const std::string& pattern,
                               std::vector<std::wstring>& files) const;
 

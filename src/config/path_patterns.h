@@ -10,8 +10,9 @@ namespace sealkeeper {
 
 using PathSet = std::unordered_set<std::string>;
 
-// Expands each pattern, with "./" in front, and adds the paths it matches to `paths`. Every pattern is
-// reported by a message of its own and none ends the loop. Returns true when at least one path matched.
+// Expands each pattern, with "./" in front, and adds the paths it matches to `paths`. Every pattern
+// is reported by a message of its own and none ends the loop. Returns true when at least one path
+// matched.
 [[nodiscard]] bool GlobPaths(const std::vector<std::string>& patterns, PathSet& paths);
 
 }  // namespace sealkeeper

@@ -16,9 +16,10 @@ struct DirectoryEntry {
     EntryType type;
 };
 
-// The entries of `directory`, which ends in '/', sorted by `alphasort`; "." and ".." and other names
-// that begin with a dot are among them. Nothing when the directory cannot be read.
-[[nodiscard]] std::optional<std::vector<DirectoryEntry>> ListDirectory(const std::string& directory);
+// The entries of `directory`, which ends in '/', sorted by `alphasort`; "." and ".." and other
+// names that begin with a dot are among them. Nothing when the directory cannot be read.
+[[nodiscard]] std::optional<std::vector<DirectoryEntry>> ListDirectory(
+    const std::string& directory);
 
 // The type of the entry at `path`, asked with `lstat`, for file systems whose directories do not
 // report it. `Other` when `lstat` fails.

@@ -17,7 +17,9 @@ constexpr std::size_t kCurrentDirectoryBufferBytes = 1024;
 constexpr mode_t kDirectoryMode = S_IRWXU | S_IRWXG | S_IRWXO;
 
 struct MallocDeleter {
-    void operator()(char* text) const { std::free(text); }  // NOLINT: realpath allocates with malloc
+    void operator()(char* text) const {
+        std::free(text);
+    }  // NOLINT: realpath allocates with malloc
 };
 
 }  // namespace

@@ -14,8 +14,8 @@ enum class FileType { Missing, Regular, Directory, Other };
 // What `path` names, `Missing` when `stat` fails for whatever reason, which errno then tells.
 [[nodiscard]] FileType GetFileType(const std::string& path);
 
-// The size in bytes that `stat` reports, 0 when it fails. A FIFO, a socket and a device have no size
-// and count as 0, whatever the system reports as waiting in them; nothing is ever opened here.
+// The size in bytes that `stat` reports, 0 when it fails. A FIFO, a socket and a device have no
+// size and count as 0, whatever the system reports as waiting in them; nothing is ever opened here.
 [[nodiscard]] std::int64_t FileSizeBytes(const std::string& path);
 
 // The absolute path without links and dot components (POSIX `realpath`); nothing for an empty path

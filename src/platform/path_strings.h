@@ -11,8 +11,8 @@ namespace sealkeeper {
 void EnsureTrailingSeparator(std::string& path);
 void EnsureTrailingSeparatorWide(std::wstring& path);
 
-// Replaces the first occurrence of `find` in `text` by `replacement` and returns true; returns false
-// when there is none. An empty `find` inserts the replacement at the start.
+// Replaces the first occurrence of `find` in `text` by `replacement` and returns true; returns
+// false when there is none. An empty `find` inserts the replacement at the start.
 bool ReplaceFirst(std::string& text, std::string_view find, std::string_view replacement);
 
 // `path` with every backslash replaced by '/'.

@@ -24,8 +24,8 @@ struct ConverterCloser {
     void operator()(iconv_t converter) const { iconv_close(converter); }
 };
 
-// An open converter. `iconv_open` marks a failure with (iconv_t)-1 and not with a null pointer, so an
-// unopened one is held as null here.
+// An open converter. `iconv_open` marks a failure with (iconv_t)-1 and not with a null pointer, so
+// an unopened one is held as null here.
 using Converter = std::unique_ptr<iconv_t, ConverterCloser>;
 
 struct ConverterNames {
@@ -70,8 +70,8 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
     char* outputPosition = reinterpret_cast<char*>(buffer.data());                         // NOLINT
     std::size_t inputBytesLeft = input.size() * sizeof(InputUnit);
     std::size_t outputBytesLeft = bufferBytes;
-    const std::size_t converted = iconv(converter.get(), &inputPosition, &inputBytesLeft,
-                                        &outputPosition, &outputBytesLeft);
+    const std::size_t converted =
+        iconv(converter.get(), &inputPosition, &inputBytesLeft, &outputPosition, &outputBytesLeft);
     if (converted == static_cast<std::size_t>(-1)) {
         return {ConversionFailure::Convert, errno};
     }
@@ -103,9 +103,11 @@ std::wstring Utf16ToWide(const std::u16string& utf16) {
     const ConversionOutcome outcome = Convert({"UTF-32LE", "UTF-16LE"}, utf16, wide);
     switch (outcome.failure) {
         case ConversionFailure::Open:
-            return L"utf16_to_wchar iconv_open ERROR " + NarrowToWide(std::strerror(outcome.systemError));
+            return L"utf16_to_wchar iconv_open ERROR " +
+                   NarrowToWide(std::strerror(outcome.systemError));
         case ConversionFailure::Convert:
-            return L"utf16_to_wchar iconv ERROR " + NarrowToWide(std::strerror(outcome.systemError));
+            return L"utf16_to_wchar iconv ERROR " +
+                   NarrowToWide(std::strerror(outcome.systemError));
         case ConversionFailure::None:
             break;
     }

@@ -2,8 +2,8 @@
 // calls), wide strings of 32-bit code points, and UTF-16LE (the stored form of catalogue paths).
 //
 // A conversion never fails towards its caller: bad text gives a fixed error text in place of the
-// result, so that the bad name shows up as that text in logs and comparisons. An empty input gives an
-// empty result.
+// result, so that the bad name shows up as that text in logs and comparisons. An empty input gives
+// an empty result.
 #ifndef SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 #define SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 

@@ -12,7 +12,7 @@ namespace {
 
 // Indexed by the solution's number.
 constexpr std::array<const char*, 9> kSolutionNames = {
-    "None",    "Generic",   "Arxan",    "Denuvo",    "Themida",
+    "None",      "Generic",   "Arxan",     "Denuvo",  "Themida",
     "StarForce", "VMProtect", "Steam DRM", "AppSign",
 };
 

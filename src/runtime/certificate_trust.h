@@ -1,6 +1,6 @@
-// Decides whether a developer's certificate is trusted for a game: it must chain to an authority, must
-// not be revoked, and must name the game's product id as its common name. Certificates and revocation
-// lists are DER only.
+// Decides whether a developer's certificate is trusted for a game: it must chain to an authority,
+// must not be revoked, and must name the game's product id as its common name. Certificates and
+// revocation lists are DER only.
 #ifndef SEALKEEPER_RUNTIME_CERTIFICATE_TRUST_H
 #define SEALKEEPER_RUNTIME_CERTIFICATE_TRUST_H
 
@@ -20,11 +20,11 @@ using ByteView = std::span<const std::uint8_t>;
 // leaves `certificate` empty.
 [[nodiscard]] int ParseCertificate(ByteView bytes, Certificate& certificate);
 
-// Checks `certificateBytes` against `trust` with `productId` as the expected name. Where that fails and
-// `parentBytes` is not empty, the certificate is a mod's: the parent is checked in its place, and the
-// certificate against the parent and the parent's `parentCrlBytes` (may be empty), with no name
-// expected. On `Ok` the certificate is left parsed in `certificate`, on a failure that is empty. Logs
-// nothing.
+// Checks `certificateBytes` against `trust` with `productId` as the expected name. Where that fails
+// and `parentBytes` is not empty, the certificate is a mod's: the parent is checked in its place,
+// and the certificate against the parent and the parent's `parentCrlBytes` (may be empty), with no
+// name expected. On `Ok` the certificate is left parsed in `certificate`, on a failure that is
+// empty. Logs nothing.
 ResultCode VerifySigningCertificate(const TrustMaterial& trust, const std::string& productId,
                                     ByteView certificateBytes, ByteView parentBytes,
                                     ByteView parentCrlBytes, Certificate& certificate);

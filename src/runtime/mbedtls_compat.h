@@ -1,5 +1,5 @@
-// The one place that knows how mbed TLS 2.28 and 3.6 differ: the one-shot SHA-256, the random generator
-// that 3.6 wants for private keys, and the size of the signature buffer.
+// The one place that knows how mbed TLS 2.28 and 3.6 differ: the one-shot SHA-256, the random
+// generator that 3.6 wants for private keys, and the size of the signature buffer.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 #define SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 
@@ -76,7 +76,8 @@ using Sha256Digest = std::array<std::uint8_t, kSha256Bytes>;
                            &signatureBytes, mbedtls_ctr_drbg_random, random.Get());
 #else
     return mbedtls_pk_sign(key, MBEDTLS_MD_SHA256, digest.data(), digest.size(), signature.data(),
-                           signature.size(), &signatureBytes, mbedtls_ctr_drbg_random, random.Get());
+                           signature.size(), &signatureBytes, mbedtls_ctr_drbg_random,
+                           random.Get());
 #endif
 }
 

@@ -13,8 +13,8 @@ namespace sealkeeper {
 ResultCode MapKeyError(int libraryResult);
 
 // The outcome of an X.509 or signature operation. `verificationFlags` tells a failed verification
-// apart (RFC 5280 path validation); the first matching flag wins, in the order expired, revoked, name
-// mismatch, revocation list not trusted, revocation list expired.
+// apart (RFC 5280 path validation); the first matching flag wins, in the order expired, revoked,
+// name mismatch, revocation list not trusted, revocation list expired.
 ResultCode MapX509Error(int libraryResult, std::uint32_t verificationFlags);
 
 }  // namespace sealkeeper

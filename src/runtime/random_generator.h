@@ -1,5 +1,5 @@
-// The random generator that private-key operations want: CTR_DRBG (NIST SP 800-90A) over the system's
-// entropy.
+// The random generator that private-key operations want: CTR_DRBG (NIST SP 800-90A) over the
+// system's entropy.
 #ifndef SEALKEEPER_RUNTIME_RANDOM_GENERATOR_H
 #define SEALKEEPER_RUNTIME_RANDOM_GENERATOR_H
 

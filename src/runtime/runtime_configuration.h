@@ -22,8 +22,8 @@ struct RuntimeConfiguration {
     std::uint32_t antiTamperSolution = 0;
 };
 
-// Logs `configuration` line by line. `CatalogueFileVersionUnsupported`, logged, when its version is not
-// the one known here; nothing after the version is shown then.
+// Logs `configuration` line by line. `CatalogueFileVersionUnsupported`, logged, when its version is
+// not the one known here; nothing after the version is shown then.
 ResultCode PrintRuntimeConfiguration(const RuntimeConfiguration& configuration);
 
 }  // namespace sealkeeper

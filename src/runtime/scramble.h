@@ -1,5 +1,5 @@
-// The keyless transform by position under which runtime.conf is stored. It hides nothing from anyone who
-// knows it; it is part of the format.
+// The keyless transform by position under which runtime.conf is stored. It hides nothing from
+// anyone who knows it; it is part of the format.
 #ifndef SEALKEEPER_RUNTIME_SCRAMBLE_H
 #define SEALKEEPER_RUNTIME_SCRAMBLE_H
 

@@ -39,8 +39,8 @@ ResultCode ReadCertificateFile(const std::string& path, SigningMaterial& materia
     return ResultCode::Ok;
 }
 
-// The library opens the file itself, so what cannot be a key file is kept from it: it would wait for a
-// writer of a FIFO, and ask for as much memory as a directory claims to have bytes.
+// The library opens the file itself, so what cannot be a key file is kept from it: it would wait
+// for a writer of a FIFO, and ask for as much memory as a directory claims to have bytes.
 int ParseKey(const std::string& path, FileType type, PrivateKey& key) {
     if (type != FileType::Regular) {
         return MBEDTLS_ERR_PK_FILE_IO_ERROR;
@@ -90,8 +90,8 @@ ResultCode ParseTrustedCertificate(const std::string& path, const std::string& p
 }
 
 ResultCode CheckPair(const SigningFiles& files, const SigningMaterial& material) {
-    const ResultCode code = MapX509Error(
-        CheckKeyPair(&material.certificate.Get()->pk, material.privateKey.Get()), 0);
+    const ResultCode code =
+        MapX509Error(CheckKeyPair(&material.certificate.Get()->pk, material.privateKey.Get()), 0);
     if (code != ResultCode::Ok) {
         Log(LogLevel::Error,
             "Public key in certificate file %s does not match private key file '%s'.\n",
@@ -116,9 +116,10 @@ ResultCode LoadSigningMaterial(const SigningFiles& files, const std::string& pro
         code != ResultCode::Ok) {
         return code;
     }
-    const ResultCode code = trustCheck == TrustCheck::Skipped
-                                ? ParseUncheckedCertificate(files.certificateFile, material)
-                                : ParseTrustedCertificate(files.certificateFile, productId, material);
+    const ResultCode code =
+        trustCheck == TrustCheck::Skipped
+            ? ParseUncheckedCertificate(files.certificateFile, material)
+            : ParseTrustedCertificate(files.certificateFile, productId, material);
     if (code != ResultCode::Ok) {
         return code;
     }

@@ -1,5 +1,5 @@
-// What a generate run signs with: the private key, its certificate, and the bytes that travel with the
-// catalogue.
+// What a generate run signs with: the private key, its certificate, and the bytes that travel with
+// the catalogue.
 #ifndef SEALKEEPER_RUNTIME_SIGNING_MATERIAL_H
 #define SEALKEEPER_RUNTIME_SIGNING_MATERIAL_H
 
@@ -31,8 +31,8 @@ struct SigningFiles {
 enum class TrustCheck { Required, Skipped };
 
 // Reads `files` into `material`, checks the certificate for `productId` against the built-in trust
-// material unless that is skipped, and checks that key and certificate form a pair. The first failure
-// is logged and its code returned; `material` must not be used then.
+// material unless that is skipped, and checks that key and certificate form a pair. The first
+// failure is logged and its code returned; `material` must not be used then.
 ResultCode LoadSigningMaterial(const SigningFiles& files, const std::string& productId,
                                TrustCheck trustCheck, SigningMaterial& material);
 

@@ -16,7 +16,9 @@ class TempDirectory {
     // Absolute, without a separator at its end.
     [[nodiscard]] const std::string& Path() const { return path_; }
     // The path of `name` in the directory.
-    [[nodiscard]] std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+    [[nodiscard]] std::string operator/(const std::string& name) const {
+        return path_ + "/" + name;
+    }
 
     // Writes a file, making the directories that its name goes through, and returns its path.
     std::string WriteFile(const std::string& name, const std::string& content) const;

@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# Shows the sealkeeper's main job: ./demo.sh [game_dir]
+#
+# Installs what is missing, builds the program, issues credentials from the development authority, and
+# generates the signed files of a game: of game_dir, or of a small sample game that it lays out.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+if [ $# -gt 1 ] || [ "${1:-}" = --help ] || [ "${1:-}" = -h ]; then
+    echo "usage: ./demo.sh [game_dir]"
+    exit 0
+fi
+if [ $# -eq 1 ] && [ ! -d "$1" ]; then
+    echo "demo.sh: not a directory: '$1'" >&2
+    exit 1
+fi
+product=harbortale-demo
+credentials=$here/build/demo-credentials
+program=$here/build/release/sealkeeper
+
+build() {
+    "$here/tools/install-packages.sh"
+    mkdir -p "$here/build"
+    local log=$here/build/demo-build.log
+    if ! { "$here/tools/configure.sh" release && cmake --build "$here/build/release"; } \
+        > "$log" 2>&1; then
+        cat "$log"
+        exit 1
+    fi
+}
+
+issue_credentials() {
+    if [ ! -f "$credentials/base_private.key" ]; then
+        "$here/tools/issue-credentials.sh" "$product" "$credentials" > /dev/null
+    fi
+}
+
+# A file of so many bytes, of no meaning.
+make_file() {
+    mkdir -p "$(dirname "$2")"
+    head -c "$1" /dev/urandom > "$2"
+}
+
+lay_out_sample_game() {
+    local game=$1
+    make_file 300000 "$game/HarborTale"
+    make_file 250000 "$game/HarborTale.exe"
+    make_file 120000 "$game/lib/libphysics.so"
+    make_file 90000 "$game/lib/libaudio.dylib"
+    # Two whole chunks of 4 MiB and a short one.
+    make_file 10000000 "$game/Content/Paks/world.pak"
+    make_file 40000 "$game/Content/Music/main theme.ogg"
+    make_file 30000 "$game/Content/Textures/Wölfe im Schnee.png"
+    make_file 2000 "$game/Content/Texts/日本語.txt"
+    : > "$game/Content/Texts/empty.txt"
+    # What the rules skip: by extension, as hidden, and as not included.
+    make_file 1000 "$game/Content/build.log"
+    make_file 5000 "$game/lib/libphysics.pdb"
+    make_file 100 "$game/Content/.cache"
+    make_file 700 "$game/Saved/slot1.sav"
+}
+
+build
+issue_credentials
+if [ $# -eq 1 ]; then
+    game=$(cd "$1" && pwd)
+    config=$here/examples/exclude-list.cfg
+else
+    game=$(mktemp -d "${TMPDIR:-/tmp}/sealkeeper-demo.XXXXXX")
+    lay_out_sample_game "$game"
+    config=$here/examples/include-list.cfg
+fi
+
+"$program" -productid "$product" -inkey "$credentials/base_private.key" \
+    -incert "$credentials/base_public.cer" -target_game_dir "$game" "$config"
+
+output=$game/Quorvane/Certificates
+echo
+echo "The signed files are in $output:"
+ls -l "$output"
+cat <<NEXT
+
+Next:
+  - Run the same on a game of yours:   ./demo.sh /path/to/game
+  - Change the rules:                  $config
+  - See everything the program says:   $program --help
+NEXT

@@ -1,0 +1,48 @@
+"""Dependencies between the source folders run one way.
+
+The console log and the result codes are the exception: every folder may use them.
+"""
+
+import pathlib
+import re
+import unittest
+
+SOURCES = pathlib.Path(__file__).resolve().parents[2] / "src"
+
+# Each folder with the folders that it may include from.
+ALLOWED = {
+    "platform": {"platform"},
+    "config": {"config", "platform"},
+    "runtime": {"runtime", "config", "platform"},
+    "catalogue": {"catalogue", "runtime", "platform"},
+    "app": {"app", "catalogue", "runtime", "config", "platform"},
+}
+FOR_EVERY_FOLDER = {"app/console_log.h", "app/result_code.h"}
+INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
+
+
+def source_files():
+    return sorted(path for path in SOURCES.rglob("*") if path.suffix in (".h", ".cpp", ".in"))
+
+
+class IncludeDirections(unittest.TestCase):
+    def test_every_source_lies_in_a_known_folder(self):
+        self.assertEqual({path.relative_to(SOURCES).parts[0] for path in source_files()}, set(ALLOWED))
+
+    def test_includes_follow_the_directions(self):
+        for path in source_files():
+            folder = path.relative_to(SOURCES).parts[0]
+            for included in INCLUDE.findall(path.read_text()):
+                with self.subTest(file=str(path.relative_to(SOURCES)), included=included):
+                    self.assertTrue((SOURCES / included).is_file(), "written from src/")
+                    if included not in FOR_EVERY_FOLDER:
+                        self.assertIn(included.split("/")[0], ALLOWED[folder])
+
+    def test_files_are_short(self):
+        for path in source_files():
+            with self.subTest(file=str(path.relative_to(SOURCES))):
+                self.assertLessEqual(len(path.read_text().splitlines()), 500)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,58 @@
+#!/usr/bin/env bash
+# Installs what the build, and with --tests what the tests, need: Debian's packages through apt, macOS's
+# through Homebrew. Does nothing when all of it is there.
+set -euo pipefail
+
+with_tests=no
+if [ "${1:-}" = --tests ]; then
+    with_tests=yes
+fi
+
+install_on_debian() {
+    local wanted="g++ cmake ninja-build libmbedtls-dev openssl"
+    if [ "$with_tests" = yes ]; then
+        wanted="$wanted libgtest-dev python3 clang clang-format clang-tidy libclang-rt-dev"
+    fi
+    local missing="" package
+    for package in $wanted; do
+        if ! dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed; then
+            missing="$missing $package"
+        fi
+    done
+    if [ -z "$missing" ]; then
+        return
+    fi
+    local as_root=""
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=sudo
+    fi
+    echo "Installing:$missing"
+    $as_root apt-get update -qq
+    # shellcheck disable=SC2086 # a list of package names
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
+}
+
+install_on_macos() {
+    if ! command -v brew >/dev/null 2>&1; then
+        echo "Homebrew is needed to install cmake, ninja and mbedtls@3." >&2
+        exit 1
+    fi
+    local wanted="cmake ninja mbedtls@3"
+    if [ "$with_tests" = yes ]; then
+        wanted="$wanted googletest clang-format"
+    fi
+    local package
+    for package in $wanted; do
+        brew list "$package" >/dev/null 2>&1 || brew install "$package"
+    done
+}
+
+if [ "$(uname -s)" = Darwin ]; then
+    install_on_macos
+elif command -v apt-get >/dev/null 2>&1; then
+    install_on_debian
+else
+    echo "This script knows Debian and macOS. Elsewhere install a C++20 compiler, cmake, ninja," >&2
+    echo "mbed TLS 2.28 or 3.6 with its headers, openssl, and for the tests GoogleTest and python3." >&2
+    exit 1
+fi
