@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/catalogue_output.h"
 #include "app/console_log.h"
 #include "config/catalogue_rules.h"
 #include "platform/file_system.h"
@@ -63,9 +64,8 @@ ResultCode CatalogueBuilder::MakeCatalogue() {
             "Cannot create an empty catalogue, at least all executables and libraries must be included.");
         return ResultCode::CatalogueError;
     }
-    return catalogue_.CreateCatalogue(
-        options_.signingMaterial.privateKey.Get(), options_.signingMaterial.crlBytes,
-        std::move(files), Utf8ToWide(paths_.CataloguePath()), WideAliases(collector_.Config()));
+    return CreateCatalogueFile(paths_, options_.signingMaterial, catalogue_, std::move(files),
+                               WideAliases(collector_.Config()));
 }
 
 // The patterns are expanded in the game directory, so the change into it comes first.

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/catalogue_builder.h"
+#include "app/catalogue_output.h"
 #include "app/certificate_copy.h"
 #include "app/console_log.h"
 #include "app/generate_paths.h"
@@ -71,13 +72,6 @@ ResultCode RequireCurrentDirectory() {
     return ResultCode::Ok;
 }
 
-ResultCode MakeSingleFileCatalogue(CommandLineOptions& options, const GeneratePaths& paths,
-                                   HashCatalogue& catalogue) {
-    return catalogue.CreateCatalogue(
-        options.signingMaterial.privateKey.Get(), options.signingMaterial.crlBytes,
-        {Utf8ToWide(options.targetFile)}, Utf8ToWide(paths.CataloguePath()), {});
-}
-
 // Reports the outcome of the catalogue and copies the certificate, which is done also after a
 // failed catalogue. Returns the copy's failure, else `catalogueCode`.
 ResultCode FinishRun(const CommandLineOptions& options, const GeneratePaths& paths,
@@ -121,7 +115,9 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
 
     HashCatalogue catalogue(options.productId);
     if (!options.targetFile.empty()) {
-        return FinishRun(options, paths, MakeSingleFileCatalogue(options, paths, catalogue));
+        const ResultCode code = CreateCatalogueFile(paths, options.signingMaterial, catalogue,
+                                                    {Utf8ToWide(options.targetFile)}, {});
+        return FinishRun(options, paths, code);
     }
     CatalogueBuilder builder(options, paths, *gameDirectory, catalogue);
     if (const ResultCode code = builder.Prepare(); code != ResultCode::Ok) {

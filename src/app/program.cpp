@@ -5,6 +5,7 @@
 #include "app/command_line_parser.h"
 #include "app/console_log.h"
 #include "app/generate_action.h"
+#include "platform/standard_descriptors.h"
 
 namespace sealkeeper {
 namespace {
@@ -54,6 +55,7 @@ ResultCode RunAction(CommandLineOptions& options) {
 }
 
 int RunProgram(int argc, const char* const* argv) {
+    OpenMissingStandardDescriptors();
     try {
         PrintBanner();
         PrintArguments(argc, argv);

@@ -6,10 +6,11 @@
 #ifndef SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
 #define SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+
+#include "runtime/signed_file_format.h"
 
 namespace sealkeeper {
 
@@ -18,8 +19,6 @@ inline constexpr std::uint64_t kMaxStoredLength = std::numeric_limits<std::uint3
 
 namespace catalogue_header {
 
-// "QVR" and a zero byte.
-inline constexpr std::array<std::uint8_t, 4> kMagic = {0x51, 0x56, 0x52, 0x00};
 inline constexpr std::uint16_t kFormatVersion = 4;
 // The layout whose signature covers the whole file.
 inline constexpr std::uint16_t kSignatureLayout = 1;
@@ -28,8 +27,6 @@ inline constexpr std::size_t kMagicOffset = 0;
 inline constexpr std::size_t kFormatVersionOffset = 4;
 inline constexpr std::size_t kSignatureLayoutOffset = 6;
 inline constexpr std::size_t kSignatureOffset = 8;
-// Room for the signature of an 8192-bit key.
-inline constexpr std::size_t kSignatureAreaBytes = 1024;
 inline constexpr std::size_t kSignatureLengthOffset = 1032;
 inline constexpr std::size_t kCrlLengthOffset = 1036;
 inline constexpr std::size_t kCompressedLengthOffset = 1040;
@@ -37,7 +34,7 @@ inline constexpr std::size_t kRawLengthOffset = 1044;
 inline constexpr std::size_t kEntryCountOffset = 1048;
 inline constexpr std::size_t kSizeBytes = 1052;
 
-static_assert(kSignatureOffset + kSignatureAreaBytes == kSignatureLengthOffset);
+static_assert(kSignatureOffset + signed_file::kSignatureAreaBytes == kSignatureLengthOffset);
 static_assert(kEntryCountOffset + sizeof(std::uint32_t) == kSizeBytes);
 
 }  // namespace catalogue_header

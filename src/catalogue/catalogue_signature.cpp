@@ -19,9 +19,9 @@ ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const st
     Sha256Digest digest{};
     int result = ComputeSha256(image, digest);
     if (result == 0) {
-        result = SignSha256Digest(privateKey, digest,
-                                  {outSignature, catalogue_header::kSignatureAreaBytes}, *outLength,
-                                  random);
+        result =
+            SignSha256Digest(privateKey, digest, {outSignature, signed_file::kSignatureAreaBytes},
+                             *outLength, random);
     }
     return MapX509Error(result, 0);
 }

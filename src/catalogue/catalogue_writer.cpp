@@ -43,7 +43,8 @@ void StoreHeader(std::span<std::uint8_t> image, std::size_t crlLength, const Ent
     const auto storeLength = [&image](std::size_t length, std::size_t offset) {
         StoreLittleEndian(static_cast<std::uint32_t>(length), image.subspan(offset));
     };
-    std::copy(header::kMagic.begin(), header::kMagic.end(), image.begin() + header::kMagicOffset);
+    std::copy(signed_file::kMagic.begin(), signed_file::kMagic.end(),
+              image.begin() + header::kMagicOffset);
     StoreLittleEndian(header::kFormatVersion, image.subspan(header::kFormatVersionOffset));
     StoreLittleEndian(header::kSignatureLayout, image.subspan(header::kSignatureLayoutOffset));
     storeLength(crlLength, header::kCrlLengthOffset);

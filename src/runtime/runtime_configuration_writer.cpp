@@ -20,7 +20,7 @@ using FileImage = std::array<std::uint8_t, runtime_file::kSizeBytes>;
 FileImage UnsignedImage(const RuntimeConfiguration& configuration) {
     FileImage image{};
     const std::span<std::uint8_t> bytes(image);
-    std::copy(runtime_file::kMagic.begin(), runtime_file::kMagic.end(),
+    std::copy(signed_file::kMagic.begin(), signed_file::kMagic.end(),
               image.begin() + runtime_file::kMagicOffset);
     StoreLittleEndian(configuration.version, bytes.subspan(runtime_file::kVersionOffset));
     StoreLittleEndian(configuration.maxActiveInstances,

@@ -23,7 +23,7 @@ bool SignBuffer(mbedtls_pk_context* privateKey, const std::uint8_t* data, std::s
     Sha256Digest digest{};
     std::size_t signatureBytes = 0;
     if (ComputeSha256({data, length}, digest) != 0 ||
-        SignSha256Digest(privateKey, digest, {signature, runtime_file::kSignatureAreaBytes},
+        SignSha256Digest(privateKey, digest, {signature, signed_file::kSignatureAreaBytes},
                          signatureBytes, random) != 0) {
         return false;
     }

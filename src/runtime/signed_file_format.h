@@ -1,0 +1,19 @@
+// What the two signed file formats, the hash catalogue and runtime.conf, have in common.
+#ifndef SEALKEEPER_RUNTIME_SIGNED_FILE_FORMAT_H
+#define SEALKEEPER_RUNTIME_SIGNED_FILE_FORMAT_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace sealkeeper::signed_file {
+
+// "QVR" and a zero byte, at the start of the file.
+inline constexpr std::array<std::uint8_t, 4> kMagic = {0x51, 0x56, 0x52, 0x00};
+
+// Room for the signature of an 8192-bit key; what the signature leaves is zero.
+inline constexpr std::size_t kSignatureAreaBytes = 1024;
+
+}  // namespace sealkeeper::signed_file
+
+#endif
