@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <initializer_list>
+
 namespace sealkeeper {
 
 void OpenMissingStandardDescriptors() {
