@@ -68,6 +68,9 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block) {
+    // Most files have one chunk. Room that is not used costs no memory; growing step by step would
+    // need the old room and the new at once.
+    block.bytes.reserve(files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
     CatalogueEntry entry;
     for (const std::wstring& file : files) {
         if (const ResultCode code = BuildCatalogueEntry(file, entry); code != ResultCode::Ok) {
