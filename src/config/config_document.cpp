@@ -11,14 +11,19 @@ bool ConfigDocument::LoadConfigFile(const std::string& path) {
         return false;
     }
     const auto bytes = ReadWholeFile(path);
-    return bytes && ParseConfigText(std::string(bytes->begin(), bytes->end()));
+    if (!bytes) {
+        return false;
+    }
+    // The text is the file's bytes as they are.
+    const auto* text = reinterpret_cast<const char*>(bytes->data());  // NOLINT
+    return ParseConfigText({text, bytes->size()});
 }
 
 bool ConfigDocument::LoadConfigFile(const char* path) {
     return LoadConfigFile(std::string(path));
 }
 
-bool ConfigDocument::ParseConfigText(const std::string& text) {
+bool ConfigDocument::ParseConfigText(std::string_view text) {
     return !text.empty() && ConfigScanner(text, *this).Scan();
 }
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace sealkeeper {
@@ -46,7 +47,7 @@ class ConfigDocument {
     // Adds what `text` holds to the document: sections of the same name are merged. Text that does
     // not fit the grammar ends the scan silently and what was read before it is kept. Returns false
     // only for an empty text and for a string list element that contains a line feed.
-    [[nodiscard]] bool ParseConfigText(const std::string& text);
+    [[nodiscard]] bool ParseConfigText(std::string_view text);
 
     // The section called `name`, which is lower-cased in place; an empty section, never created in
     // the document, when there is none. The reference to that one is good until the next call.

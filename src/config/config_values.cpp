@@ -1,8 +1,6 @@
 #include "config/config_values.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <utility>
 
 namespace sealkeeper {
 namespace {
@@ -66,12 +64,14 @@ std::int64_t ParseNumber(std::string_view text) {
     return static_cast<std::int32_t>(number);
 }
 
-std::string UnescapeBackslashes(std::string text) {
-    const auto bothBackslashes = [](char left, char right) {
-        return left == '\\' && right == '\\';
-    };
-    text.erase(std::unique(text.begin(), text.end(), bothBackslashes), text.end());
-    return text;
+std::string UnescapeBackslashes(const std::string& text) {
+    std::string unescaped;
+    for (const char byte : text) {
+        if (byte != '\\' || !unescaped.ends_with('\\')) {
+            unescaped.push_back(byte);
+        }
+    }
+    return unescaped;
 }
 
 }  // namespace sealkeeper

@@ -25,7 +25,7 @@ namespace sealkeeper {
 
 // Collapses every run of two or more backslashes into a single one (deliberately four give one, not
 // two). No other escape sequence exists.
-[[nodiscard]] std::string UnescapeBackslashes(std::string text);
+[[nodiscard]] std::string UnescapeBackslashes(const std::string& text);
 
 }  // namespace sealkeeper
 

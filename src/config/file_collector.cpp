@@ -16,6 +16,9 @@ namespace {
 
 constexpr float kMaxLoadFactor = 1.0F;
 
+// The pattern of a walk that begins at a path which an include pattern named.
+constexpr const char* kNamedDirectly = "";
+
 // The extension of `name` with its dot; empty when there is no dot or the dot is the last
 // character.
 std::string ExtensionOf(const std::string& name) {
@@ -48,7 +51,7 @@ void FileCollector::CollectFiles(const std::string& startPath, const std::string
         return;
     }
     for (const std::string& path : includedPaths_) {
-        CollectIncludedPath(path, files);
+        RecursePath(path, kNamedDirectly, files);
     }
 }
 
@@ -81,8 +84,8 @@ ResultCode FileCollector::ApplyCatalogueRules(ConfigSection& searchOptions) {
 }
 
 // A file named directly is taken whatever the skip rules say.
-void FileCollector::CollectIncludedPath(const std::string& path,
-                                        std::vector<std::wstring>& files) const {
+void FileCollector::CollectNamedPath(const std::string& path,
+                                     std::vector<std::wstring>& files) const {
     switch (GetFileType(path)) {
         case FileType::Missing:
             Log(LogLevel::Error, "The following path couldn't be opened: '%s'. (%u)", path.c_str(),
@@ -92,6 +95,7 @@ void FileCollector::CollectIncludedPath(const std::string& path,
             RecursePath(path + "/", kEveryFilePattern, files);
             return;
         case FileType::Regular:
+        case FileType::Fifo:
         case FileType::Other:
             files.push_back(Utf8ToWide(path));
             return;
@@ -100,6 +104,10 @@ void FileCollector::CollectIncludedPath(const std::string& path,
 
 void FileCollector::RecursePath(const std::string& startPath, const std::string& pattern,
                                 std::vector<std::wstring>& files) const {
+    if (pattern == kNamedDirectly) {
+        CollectNamedPath(startPath, files);
+        return;
+    }
     // A backslash at the end belongs to the directory's name here, so it is no separator.
     const std::string directory = startPath.ends_with('/') ? startPath : startPath + "/";
     Log(LogLevel::Trace, "RecursePath '%s'.\n", (directory + pattern).c_str());

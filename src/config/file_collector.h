@@ -49,7 +49,7 @@ class FileCollector {
   private:
     void RecursePath(const std::string& startPath, const std::string& pattern,
                      std::vector<std::wstring>& files) const;
-    void CollectIncludedPath(const std::string& path, std::vector<std::wstring>& files) const;
+    void CollectNamedPath(const std::string& path, std::vector<std::wstring>& files) const;
     [[nodiscard]] bool IsSkippedByPathOrSize(const std::string& path) const;
     [[nodiscard]] bool IsSkippedByExtension(const std::string& path, const std::string& name) const;
 

@@ -77,6 +77,10 @@ int AddGlobMatches(const std::string& pattern, std::vector<std::string>& matches
 }
 
 int ExpandPattern(const std::string& pattern, std::vector<std::string>& matches) {
+    // No path holds a zero byte, and the system would look at what stands before it.
+    if (pattern.find('\0') != std::string::npos) {
+        return kNoMatch;
+    }
     const auto firstNew = static_cast<std::ptrdiff_t>(matches.size());
     const bool hasWildcard = pattern.find_first_of("*?") != std::string::npos;
     const int outcome =

@@ -29,6 +29,10 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) 
 }
 
 WriteOutcome WriteWholeFile(const std::string& path, std::span<const std::uint8_t> bytes) {
+    // Opening a FIFO would wait for a reader.
+    if (GetFileType(path) == FileType::Fifo) {
+        return WriteOutcome::OpenFailed;
+    }
     FileStream stream(std::fopen(path.c_str(), "wb"));
     if (!stream) {
         return WriteOutcome::OpenFailed;

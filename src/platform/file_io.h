@@ -27,7 +27,8 @@ using FileStream = std::unique_ptr<std::FILE, FileCloser>;
 enum class WriteOutcome { Written, OpenFailed, WriteFailed, CloseFailed };
 
 // Creates or truncates the file at `path` and writes `bytes` to it. `Written` means that the stream
-// took, flushed and closed them all. After any other outcome what was written stays there.
+// took, flushed and closed them all. A FIFO is not opened. After any other outcome what was written
+// stays there.
 [[nodiscard]] WriteOutcome WriteWholeFile(const std::string& path,
                                           std::span<const std::uint8_t> bytes);
 

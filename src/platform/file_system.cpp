@@ -32,7 +32,10 @@ FileType GetFileType(const std::string& path) {
     if (S_ISREG(status.st_mode)) {
         return FileType::Regular;
     }
-    return S_ISDIR(status.st_mode) ? FileType::Directory : FileType::Other;
+    if (S_ISDIR(status.st_mode)) {
+        return FileType::Directory;
+    }
+    return S_ISFIFO(status.st_mode) ? FileType::Fifo : FileType::Other;
 }
 
 std::int64_t FileSizeBytes(const std::string& path) {

@@ -9,7 +9,7 @@
 
 namespace sealkeeper {
 
-enum class FileType { Missing, Regular, Directory, Other };
+enum class FileType { Missing, Regular, Directory, Fifo, Other };
 
 // What `path` names, `Missing` when `stat` fails for whatever reason, which errno then tells.
 [[nodiscard]] FileType GetFileType(const std::string& path);

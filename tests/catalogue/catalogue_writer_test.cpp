@@ -1,0 +1,202 @@
+#include "catalogue/catalogue_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "catalogue/catalogue_test_support.h"
+#include "platform/text_encoding.h"
+#include "runtime/signing_test_support.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::BytesOf;
+using test::CapturedOutput;
+using test::Hex;
+using test::IsAllZero;
+using test::kDigestOfHello;
+using test::LoadKey;
+using test::MakeUnusableKey;
+using test::ReadFile;
+using test::ScopedCurrentDirectory;
+using test::Sha256Hex;
+using test::TempDirectory;
+using test::VerifySignature;
+using test::WithoutProgressDots;
+
+using Bytes = std::vector<std::uint8_t>;
+
+TEST(CatalogueWriter, RecordOfOneFile) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("bin/a.dat", "hello");
+    EntryBlock block;
+    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, block), ResultCode::Ok);
+    EXPECT_EQ(block.entryCount, 1U);
+    ASSERT_EQ(block.bytes.size(), 560U);
+    const std::span<const std::uint8_t> record(block.bytes);
+    EXPECT_EQ(Hex(record.first(12)), "050000000000000004000000");
+    EXPECT_EQ(Hex(record.subspan(12, 18)), "620069006e002f0061002e00640061007400");
+    EXPECT_TRUE(IsAllZero(record.subspan(30, 494)));
+    EXPECT_EQ(Hex(record.subspan(524, 4)), "01000000");
+    EXPECT_EQ(Hex(record.subspan(528)), kDigestOfHello);
+}
+
+TEST(CatalogueWriter, RecordsFollowEachOtherWithoutAGap) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("a", "hello");
+    directory.WriteFile("c", "hello");
+    EntryBlock block;
+    CapturedOutput output;
+    EXPECT_EQ(BuildEntryBlock({L"a", L"b", L"c"}, {{L"c", L"d"}}, block), ResultCode::Ok);
+    EXPECT_EQ(WithoutProgressDots(output.Take()),
+              "[Info] Hashing a...\n[Warn] [Warning] Empty file: 'b'.\n[Info] Hashing c...\n");
+    EXPECT_EQ(block.entryCount, 3U);
+    ASSERT_EQ(block.bytes.size(), 560U + 528U + 560U);
+    const std::span<const std::uint8_t> bytes(block.bytes);
+    EXPECT_EQ(Hex(bytes.subspan(560, 16)), "00000000000000000000000062000000");
+    EXPECT_TRUE(IsAllZero(bytes.subspan(574, 514)));
+    EXPECT_EQ(Hex(bytes.subspan(1088, 18)), "050000000000000000000000640000000000");
+    EXPECT_EQ(Hex(bytes.subspan(1616)), kDigestOfHello);
+}
+
+TEST(CatalogueWriter, FirstFailureEndsTheBlock) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("z", "hello");
+    EntryBlock block;
+    CapturedOutput output;
+    EXPECT_EQ(BuildEntryBlock({L"", L"z"}, {}, block), ResultCode::CatalogueIOError);
+    EXPECT_EQ(output.Take(), "");
+    EXPECT_EQ(block.entryCount, 0U);
+}
+
+TEST(CatalogueWriter, AliasThatDoesNotFitEndsTheBlock) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    EntryBlock block;
+    CapturedOutput output;
+    EXPECT_EQ(BuildEntryBlock({L"a"}, {{L"a", std::wstring(128, L'b')}}, block),
+              ResultCode::CatalogueError);
+    EXPECT_EQ(output.Take(),
+              "[Warn] [Warning] Empty file: 'a'.\n[Err!] Path too long for the catalogue: '" +
+                  std::string(128, 'b') + "'.\n");
+}
+
+// The block of one file bin/a.dat that holds "hello".
+EntryBlock ExampleBlock() {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("bin/a.dat", "hello");
+    EntryBlock block;
+    const CapturedOutput quiet;
+    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, block), ResultCode::Ok);
+    return block;
+}
+
+void ExpectSignedImage(const Bytes& image, const std::string& kind, std::size_t signatureBytes) {
+    const std::span<const std::uint8_t> bytes(image);
+    EXPECT_TRUE(IsAllZero(bytes.subspan(8 + signatureBytes, 1024 - signatureBytes)));
+    Bytes unsignedImage = image;
+    std::fill(unsignedImage.begin() + 8, unsignedImage.begin() + 1036, std::uint8_t{0});
+    EXPECT_EQ(VerifySignature(kind, unsignedImage, bytes.subspan(8, signatureBytes)), 0);
+}
+
+TEST(CatalogueWriter, ImageOfOneFileWithARevocationList) {
+    PrivateKey key;
+    LoadKey("good", key);
+    const Bytes crl(1000, 0xC5);
+    Bytes image = {9, 9, 9};
+    CapturedOutput output;
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), crl, ExampleBlock(), image), ResultCode::Ok);
+    EXPECT_EQ(output.Take(), "");
+    ASSERT_EQ(image.size(), 2184U);
+    const std::span<const std::uint8_t> bytes(image);
+    EXPECT_EQ(Hex(bytes.first(8)), "5156520004000100");
+    EXPECT_EQ(Hex(bytes.subspan(1032, 20)), "00010000e8030000840000003002000001000000");
+    EXPECT_EQ(Hex(bytes.subspan(1052, 1000)), Hex(crl));
+    EXPECT_EQ(Hex(bytes.subspan(2052, 12)), "1f9d8c050000023110004000");
+    // Made with tests/independent/fixed_width_lzw.py.
+    EXPECT_EQ(Sha256Hex(bytes.subspan(2052)),
+              "e3fd5cc787d061d40fe8f1f35c84580ff8e218786753aff7928f70affede3bda");
+    ExpectSignedImage(image, "good", 256);
+}
+
+TEST(CatalogueWriter, ImageWithoutARevocationListSignedWithABigKey) {
+    PrivateKey key;
+    LoadKey("big-key", key);
+    Bytes image;
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, ExampleBlock(), image), ResultCode::Ok);
+    ASSERT_EQ(image.size(), 1184U);
+    EXPECT_EQ(Hex(std::span(image).subspan(1032, 20)), "0002000000000000840000003002000001000000");
+    EXPECT_EQ(Hex(std::span(image).subspan(1052, 3)), "1f9d8c");
+    ExpectSignedImage(image, "big-key", 512);
+}
+
+TEST(CatalogueWriter, ImageOfAnEmptyFile) {
+    PrivateKey key;
+    LoadKey("good", key);
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("empty", "");
+    EntryBlock block;
+    EXPECT_EQ(BuildEntryBlock({L"./empty"}, {}, block), ResultCode::Ok);
+    Bytes image;
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, block, image), ResultCode::Ok);
+    ASSERT_EQ(image.size(), 1052U + 66U);
+    EXPECT_EQ(Hex(std::span(image).subspan(1032, 20)), "0001000000000000420000001002000001000000");
+    EXPECT_EQ(Sha256Hex(std::span(image).subspan(1052)),
+              "d447417c500a89a7f53538c0088627b9fca39ebba82230f00f2f94087cefdf9c");
+}
+
+TEST(CatalogueWriter, SigningFailureIsPassedOnInSilence) {
+    PrivateKey key;
+    MakeUnusableKey(key);
+    Bytes image;
+    CapturedOutput output;
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, {BytesOf("x"), 1}, image),
+              ResultCode::MbedTlsGenericError);
+    EXPECT_EQ(BuildCatalogueImage(nullptr, {}, {BytesOf("x"), 1}, image),
+              ResultCode::MbedTlsRandNumGenError);
+    EXPECT_EQ(output.Take(), "");
+}
+
+TEST(CatalogueWriter, WritesAndReplacesTheFile) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("\xC3\xA4.bin", "longer than the new content");
+    CapturedOutput output;
+    EXPECT_EQ(WriteCatalogueImage(Utf8ToWide(path), BytesOf("image")), ResultCode::Ok);
+    EXPECT_EQ(output.Take(), "");
+    EXPECT_EQ(ReadFile(path), "image");
+}
+
+TEST(CatalogueWriter, OutputThatCannotBeOpened) {
+    const TempDirectory directory;
+    for (const std::string& path : {directory.Path(), directory / "missing/\xC3\xA4.bin"}) {
+        CapturedOutput output;
+        EXPECT_EQ(WriteCatalogueImage(Utf8ToWide(path), BytesOf("x")),
+                  ResultCode::CatalogueIOError);
+        EXPECT_EQ(output.Take(), "[Err!] Failed to open file: '" + path + "'.\n");
+    }
+}
+
+TEST(CatalogueWriter, FullDiskIsAWriteError) {
+    if (!std::filesystem::exists("/dev/full")) {
+        GTEST_SKIP() << "only Linux has /dev/full";
+    }
+    CapturedOutput output;
+    EXPECT_EQ(WriteCatalogueImage(L"/dev/full", BytesOf("x")), ResultCode::CatalogueIOError);
+    EXPECT_EQ(output.Take(), "[Err!] Error writing to file stream: '/dev/full'.\n");
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,238 @@
+#include "fault/fault_injection.h"
+
+#include <dirent.h>
+#include <dlfcn.h>
+#include <glob.h>
+#include <iconv.h>
+#include <mbedtls/ctr_drbg.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+// glibc declares some of these functions as not throwing; a definition must repeat it.
+#ifdef __GLIBC__
+#define SEALKEEPER_NOTHROW noexcept
+#else
+#define SEALKEEPER_NOTHROW
+#endif
+
+namespace sealkeeper::test {
+namespace {
+
+struct Fault {
+    bool armed = false;
+    bool struck = false;
+    std::size_t callsBefore = 0;
+    ScopedFault::Reach reach = ScopedFault::Reach::Onwards;
+    int value = 0;
+    std::size_t callCount = 0;
+};
+
+constinit std::array<Fault, static_cast<std::size_t>(Call::Count)> g_faults{};
+
+Fault& FaultOf(Call call) {
+    return g_faults[static_cast<std::size_t>(call)];
+}
+
+// Counts the call and tells whether it has to fail.
+bool Strikes(Call call) {
+    Fault& fault = FaultOf(call);
+    ++fault.callCount;
+    if (!fault.armed) {
+        return false;
+    }
+    if (fault.callsBefore > 0) {
+        --fault.callsBefore;
+        return false;
+    }
+    fault.struck = true;
+    if (fault.reach == ScopedFault::Reach::Once) {
+        fault.armed = false;
+    }
+    return true;
+}
+
+template <typename Function>
+Function* Real(const char* name) {
+    // POSIX has dlsym return functions as object pointers.
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+}  // namespace
+
+ScopedFault::ScopedFault(Call call, std::size_t firstFailing, Reach reach, int value)
+    : call_(call) {
+    FaultOf(call) = {true, false, firstFailing, reach, value, 0};
+}
+
+ScopedFault::~ScopedFault() {
+    Disarm();
+}
+
+bool ScopedFault::Struck() const {
+    return FaultOf(call_).struck;
+}
+
+void ScopedFault::Disarm() {
+    FaultOf(call_).armed = false;
+}
+
+std::size_t CallCount(Call call) {
+    return FaultOf(call).callCount;
+}
+
+void ResetCallCount(Call call) {
+    FaultOf(call).callCount = 0;
+}
+
+}  // namespace sealkeeper::test
+
+using sealkeeper::test::Call;
+using sealkeeper::test::FaultOf;
+using sealkeeper::test::Real;
+using sealkeeper::test::Strikes;
+
+extern "C" {
+
+iconv_t iconv_open(const char* to, const char* from) {
+    if (Strikes(Call::IconvOpen)) {
+        errno = EMFILE;
+        return reinterpret_cast<iconv_t>(-1);
+    }
+    return Real<iconv_t(const char*, const char*)>("iconv_open")(to, from);
+}
+
+char* getcwd(char* buffer, size_t size) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::GetCwd)) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    return Real<char*(char*, size_t)>("getcwd")(buffer, size);
+}
+
+int chdir(const char* path) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Chdir)) {
+        errno = EACCES;
+        return -1;
+    }
+    return Real<int(const char*)>("chdir")(path);
+}
+
+// Strikes by reporting a negative size.
+int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
+    const int result = Real<int(const char*, struct stat*)>("stat")(path, status);
+    if (Strikes(Call::Stat)) {
+        status->st_size = FaultOf(Call::Stat).value;
+    }
+    return result;
+}
+
+FILE* fopen(const char* path, const char* mode) {
+    if (Strikes(Call::Fopen)) {
+        errno = EACCES;
+        return nullptr;
+    }
+    return Real<FILE*(const char*, const char*)>("fopen")(path, mode);
+}
+
+// Strikes in the middle: the first half is written.
+size_t fwrite(const void* data, size_t size, size_t count, FILE* stream) {
+    auto* real = Real<size_t(const void*, size_t, size_t, FILE*)>("fwrite");
+    // The console is never what fails.
+    if (stream != stdout && stream != stderr && Strikes(Call::Fwrite)) {
+        errno = ENOSPC;
+        return real(data, size, count / 2, stream);
+    }
+    return real(data, size, count, stream);
+}
+
+int fflush(FILE* stream) {
+    const int result = Real<int(FILE*)>("fflush")(stream);
+    if (stream != nullptr && stream != stdout && stream != stderr && Strikes(Call::Fflush)) {
+        errno = ENOSPC;
+        return EOF;
+    }
+    return result;
+}
+
+int fclose(FILE* stream) {
+    const int result = Real<int(FILE*)>("fclose")(stream);
+    if (Strikes(Call::Fclose)) {
+        errno = EIO;
+        return EOF;
+    }
+    return result;
+}
+
+int scandir(const char* directory, struct dirent*** entries, int (*filter)(const struct dirent*),
+            int (*compare)(const struct dirent**, const struct dirent**)) {
+    using Scandir = int(const char*, struct dirent***, int (*)(const struct dirent*),
+                        int (*)(const struct dirent**, const struct dirent**));
+    if (Strikes(Call::Scandir)) {
+        errno = EACCES;
+        return -1;
+    }
+    const int count = Real<Scandir>("scandir")(directory, entries, filter, compare);
+    if (Strikes(Call::ScandirTypes)) {
+        for (int i = 0; i < count; ++i) {
+            (*entries)[i]->d_type = DT_UNKNOWN;
+        }
+    }
+    return count;
+}
+
+int glob(const char* pattern, int flags, int (*onError)(const char*, int),
+         glob_t* result) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Glob)) {
+        return FaultOf(Call::Glob).value;
+    }
+    return Real<int(const char*, int, int (*)(const char*, int), glob_t*)>("glob")(pattern, flags,
+                                                                                   onError, result);
+}
+
+int mbedtls_ctr_drbg_seed(mbedtls_ctr_drbg_context* context,
+                          int (*entropy)(void*, unsigned char*, size_t), void* source,
+                          const unsigned char* custom, size_t length) {
+    using Seed = int(mbedtls_ctr_drbg_context*, int (*)(void*, unsigned char*, size_t), void*,
+                     const unsigned char*, size_t);
+    if (Strikes(Call::SeedGenerator)) {
+        return MBEDTLS_ERR_CTR_DRBG_ENTROPY_SOURCE_FAILED;
+    }
+    return Real<Seed>("mbedtls_ctr_drbg_seed")(context, entropy, source, custom, length);
+}
+
+}  // extern "C"
+
+// The library's own forms for arrays and without exceptions end in this one, too.
+void* operator new(std::size_t size) {
+    void* memory = Strikes(Call::Allocation) ? nullptr : std::malloc(size > 0 ? size : 1);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}

@@ -1,0 +1,57 @@
+// Failing system and library calls. The test executable defines its own versions of some functions
+// (fault_injection.cpp), which the code under test, linked statically, then calls. Each forwards to
+// the real function until a test arms a fault for it.
+#ifndef SEALKEEPER_TESTS_FAULT_FAULT_INJECTION_H
+#define SEALKEEPER_TESTS_FAULT_FAULT_INJECTION_H
+
+#include <cstddef>
+
+namespace sealkeeper::test {
+
+enum class Call {
+    IconvOpen,
+    GetCwd,
+    Chdir,
+    Stat,
+    Fopen,
+    Fwrite,
+    Fflush,
+    Fclose,
+    Scandir,
+    // Not failing, but with every entry's type unknown.
+    ScandirTypes,
+    Glob,
+    SeedGenerator,
+    Allocation,
+    Count
+};
+
+// Arms one fault from its construction to its end.
+class ScopedFault {
+  public:
+    // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
+    // only that one with `Reach::Once`. `value` is what the call fails with where that may differ:
+    // the result of `glob` and the size that `stat` reports.
+    enum class Reach { Onwards, Once };
+    explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
+                         int value = 0);
+    ScopedFault(const ScopedFault&) = delete;
+    ScopedFault& operator=(const ScopedFault&) = delete;
+    ~ScopedFault();
+
+    // Whether the fault struck.
+    [[nodiscard]] bool Struck() const;
+    // Takes the fault back early.
+    void Disarm();
+
+  private:
+    Call call_;
+};
+
+// How often a function was called since the last `ResetCallCount`.
+[[nodiscard]] std::size_t CallCount(Call call);
+void ResetCallCount(Call call);
+
+}  // namespace sealkeeper::test
+
+#endif

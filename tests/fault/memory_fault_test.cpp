@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/program.h"
+#include "catalogue/hash_catalogue.h"
+#include "fault/fault_injection.h"
+#include "runtime/signing_test_support.h"
+#include "support/captured_output.h"
+#include "support/credentials.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Call;
+using test::CapturedOutput;
+using test::LoadKey;
+using test::ScopedCurrentDirectory;
+using test::ScopedFault;
+using test::TempDirectory;
+
+TEST(MemoryFaults, CatalogueWithoutMemoryFailsWithAMessage) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("a", "hello");
+    PrivateKey key;
+    LoadKey("good", key);
+    HashCatalogue catalogue("product");
+    const std::vector<std::wstring> files = {L"./b", L"./a"};
+    bool struck = true;
+    // Every allocation fails once; the run after the last of them succeeds.
+    for (std::size_t allocation = 0; struck; ++allocation) {
+        ASSERT_LT(allocation, 1000U);
+        std::vector<std::wstring> given = files;
+        const std::wstring path = L"base.bin";
+        CapturedOutput output;
+        ScopedFault fault(Call::Allocation, allocation, ScopedFault::Reach::Once);
+        const ResultCode code =
+            catalogue.CreateCatalogue(key.Get(), {}, std::move(given), path, {});
+        fault.Disarm();
+        struck = fault.Struck();
+        const std::string text = output.Take();
+        if (struck) {
+            EXPECT_EQ(code, ResultCode::CatalogueError) << allocation;
+            EXPECT_TRUE(text.ends_with("[Err!] Not enough memory for the catalogue.\n"))
+                << allocation << text;
+        } else {
+            EXPECT_EQ(code, ResultCode::Ok);
+            EXPECT_GT(allocation, 5U);
+        }
+    }
+    EXPECT_TRUE(std::filesystem::exists("base.bin"));
+}
+
+struct RunOutcome {
+    int status;
+    bool struck;
+    std::string output;
+};
+
+// In a process of its own, because a run changes the one record of options and the current
+// directory.
+RunOutcome RunWithFault(const std::vector<const char*>& arguments, std::size_t allocation) {
+    constexpr int kNotStruckBit = 0x80;
+    CapturedOutput output;
+    const pid_t child = fork();
+    if (child == 0) {
+        ScopedFault fault(Call::Allocation, allocation, ScopedFault::Reach::Once);
+        const int status = RunProgram(static_cast<int>(arguments.size()), arguments.data());
+        std::fflush(stdout);
+        _exit(fault.Struck() ? status : status | kNotStruckBit);
+    }
+    int raw = 0;
+    EXPECT_EQ(waitpid(child, &raw, 0), child);
+    EXPECT_TRUE(WIFEXITED(raw)) << "allocation " << allocation << " ended in a signal";
+    const int status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+    return {status & ~kNotStruckBit, (status & kNotStruckBit) == 0, output.Take()};
+}
+
+TEST(MemoryFaults, EveryAllocationOfARunMayFail) {
+    const TempDirectory work;
+    const TempDirectory game;
+    game.WriteFile("a.dat", "hello");
+    const std::string config = work.WriteFile(
+        "game.cfg",
+        "config_info { version = 2; }\nsearch_options { exclude_paths = [\"Quorvane\", \"n*\"]; }\n"
+        "runtime_configuration { crash_reporter_name = \"a crash reporter of this game\"; }\n");
+    const std::string key = test::PrivateKeyPath("good");
+    const std::string certificate = test::CertificatePath("good");
+    const std::vector<const char*> arguments = {
+        "sealkeeper",        "-productid",  test::kTestProductId, "-inkey",
+        key.c_str(),         "-incert",     certificate.c_str(),  "-target_game_dir",
+        game.Path().c_str(), config.c_str()};
+    bool struck = true;
+    std::size_t outOfMemory = 0;
+    std::size_t withoutCatalogue = 0;
+    for (std::size_t allocation = 0; struck; ++allocation) {
+        ASSERT_LT(allocation, 5000U);
+        const RunOutcome outcome = RunWithFault(arguments, allocation);
+        struck = outcome.struck;
+        if (!struck) {
+            EXPECT_EQ(outcome.status, 0) << outcome.output;
+        } else if (outcome.status == 2) {
+            ++outOfMemory;
+            EXPECT_TRUE(outcome.output.ends_with("[Err!] Out of memory.\n")) << outcome.output;
+        } else {
+            ++withoutCatalogue;
+            EXPECT_EQ(outcome.status, 7) << outcome.output;
+            EXPECT_NE(outcome.output.find("[Err!] Not enough memory for the catalogue.\n[Err!] No "
+                                          "catalogue file was created. Code 7 (CatalogueError).\n"),
+                      std::string::npos)
+                << outcome.output;
+        }
+    }
+    EXPECT_GT(outOfMemory, 50U);
+    EXPECT_GT(withoutCatalogue, 5U);
+}
+
+}  // namespace
+}  // namespace sealkeeper

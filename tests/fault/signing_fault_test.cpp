@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "catalogue/catalogue_signature.h"
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/catalogue_writer.h"
+#include "catalogue/hash_catalogue.h"
+#include "fault/fault_injection.h"
+#include "runtime/runtime_configuration_writer.h"
+#include "runtime/scramble.h"
+#include "runtime/sign_buffer.h"
+#include "runtime/signing_test_support.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Call;
+using test::CapturedOutput;
+using test::FileBytes;
+using test::IsAllZero;
+using test::LoadKey;
+using test::ScopedCurrentDirectory;
+using test::ScopedFault;
+using test::TempDirectory;
+
+const std::vector<std::uint8_t> kData = {1, 2, 3};
+constexpr std::size_t kSignatureBytes = 256;
+
+std::string ShownConfiguration() {
+    return "[Info] The following configuration will be used by clients with the file present:\n"
+           "[Info] Anti-cheat client configuration:\n"
+           "[Info]     Version: 1\n"
+           "[Info]     Maximum amount of active client instances: 1\n"
+           "[Info]     Crash reporter name: N/A\n"
+           "[Info]     Game binary anti tamper solution: None\n";
+}
+
+RuntimeConfiguration DefaultConfiguration() {
+    RuntimeConfiguration configuration;
+    configuration.version = 1;
+    configuration.maxActiveInstances = 1;
+    return configuration;
+}
+
+class SigningFaults : public testing::Test {
+  protected:
+    SigningFaults() { LoadKey("good", key_); }
+
+    TempDirectory directory_;
+    PrivateKey key_;
+};
+
+TEST_F(SigningFaults, CatalogueIsNotSignedWithoutEntropy) {
+    std::array<std::uint8_t, 1024> area{};
+    std::size_t length = 0;
+    const ScopedFault fault(Call::SeedGenerator);
+    CapturedOutput output;
+    EXPECT_EQ(SignCatalogueImage(key_.Get(), kData, area.data(), &length),
+              ResultCode::MbedTlsRandNumGenError);
+    EXPECT_EQ(output.Take(), "");
+    EXPECT_EQ(length, 0U);
+    EXPECT_TRUE(IsAllZero(area));
+}
+
+TEST_F(SigningFaults, CatalogueWithoutEntropyIsNotWritten) {
+    const ScopedCurrentDirectory here(directory_.Path());
+    HashCatalogue catalogue("product");
+    const ScopedFault fault(Call::SeedGenerator);
+    CapturedOutput output;
+    EXPECT_EQ(catalogue.CreateCatalogue(key_.Get(), {}, {L"a"}, L"base.bin", {}),
+              ResultCode::MbedTlsRandNumGenError);
+    EXPECT_EQ(output.Take(), "[Warn] [Warning] Empty file: 'a'.\n");
+    EXPECT_FALSE(std::filesystem::exists("base.bin"));
+}
+
+TEST_F(SigningFaults, BufferWithoutEntropyHasASignatureOfNoBytes) {
+    std::array<std::uint8_t, 1024> area{};
+    area.fill(7);
+    std::uint64_t length = 7;
+    const ScopedFault fault(Call::SeedGenerator);
+    CapturedOutput output;
+    EXPECT_TRUE(SignBuffer(key_.Get(), kData.data(), kData.size(), area.data(), &length));
+    EXPECT_EQ(output.Take(), "");
+    EXPECT_EQ(length, 0U);
+    EXPECT_EQ(area[0], 0);
+    EXPECT_EQ(area[1], 7);
+}
+
+TEST_F(SigningFaults, RuntimeConfigurationWithoutEntropyIsWrittenUnsigned) {
+    {
+        const ScopedFault fault(Call::SeedGenerator);
+        CapturedOutput output;
+        EXPECT_EQ(WriteRuntimeConfiguration(DefaultConfiguration(), key_.Get(), directory_ / ""),
+                  ResultCode::Ok);
+        EXPECT_EQ(output.Take(),
+                  ShownConfiguration() +
+                      "[Info] Anti-cheat client-side configuration file was successfully "
+                      "created: '" +
+                      (directory_ / "runtime.conf") + "'.\n");
+        EXPECT_TRUE(fault.Struck());
+    }
+    std::vector<std::uint8_t> image = FileBytes(directory_ / "runtime.conf");
+    ASSERT_EQ(image.size(), 1108U);
+    Unscramble(image);
+    EXPECT_EQ(test::Hex(std::span(image).first(4)), "51565200");
+    EXPECT_TRUE(IsAllZero(std::span(image).subspan(4, 1028)));
+    std::fill(image.begin() + 4, image.begin() + 1032, std::uint8_t{0});
+    EXPECT_NE(test::VerifySignature("good", image, std::array<std::uint8_t, kSignatureBytes>{}), 0);
+}
+
+struct WriteFault {
+    const char* name;
+    Call call;
+    // Whether the file is as it would be without the fault.
+    bool isWhole;
+};
+
+// A disk may be full at any of these.
+const std::vector<WriteFault>& WriteFaults() {
+    static const std::vector<WriteFault> faults = {
+        {"fwrite", Call::Fwrite, false},
+        {"fflush", Call::Fflush, true},
+        {"fclose", Call::Fclose, true},
+    };
+    return faults;
+}
+
+TEST_F(SigningFaults, RuntimeConfigurationThatCannotBeWrittenStays) {
+    const std::string path = directory_ / "runtime.conf";
+    for (const WriteFault& writing : WriteFaults()) {
+        CapturedOutput output;
+        const ScopedFault fault(writing.call);
+        EXPECT_EQ(WriteRuntimeConfiguration(DefaultConfiguration(), key_.Get(), directory_ / ""),
+                  ResultCode::SealkeeperIOError)
+            << writing.name;
+        EXPECT_EQ(output.Take(),
+                  ShownConfiguration() + "[Err!] Error writing to file stream: '" + path + "'\n")
+            << writing.name;
+        EXPECT_TRUE(fault.Struck()) << writing.name;
+        EXPECT_EQ(std::filesystem::file_size(path), writing.isWhole ? 1108U : 554U) << writing.name;
+    }
+}
+
+TEST_F(SigningFaults, CatalogueThatCannotBeWrittenStays) {
+    const std::string path = directory_ / "base.bin";
+    const std::vector<std::uint8_t> image(1000, 5);
+    for (const WriteFault& writing : WriteFaults()) {
+        CapturedOutput output;
+        const ScopedFault fault(writing.call);
+        EXPECT_EQ(WriteCatalogueImage(std::wstring(path.begin(), path.end()), image),
+                  ResultCode::CatalogueIOError)
+            << writing.name;
+        EXPECT_EQ(output.Take(), "[Err!] Error writing to file stream: '" + path + "'.\n")
+            << writing.name;
+        EXPECT_TRUE(fault.Struck()) << writing.name;
+        EXPECT_EQ(std::filesystem::file_size(path), writing.isWhole ? 1000U : 500U) << writing.name;
+    }
+}
+
+TEST_F(SigningFaults, NegativeSizeIsAnInaccessibleFile) {
+    const ScopedCurrentDirectory here(directory_.Path());
+    directory_.WriteFile("\xC3\xA4", "x");
+    CatalogueEntry entry;
+    CapturedOutput output;
+    const ScopedFault fault(Call::Stat, 0, ScopedFault::Reach::Once, -1);
+    EXPECT_EQ(BuildCatalogueEntry(L"./\u00E4", entry), ResultCode::CatalogueIOError);
+    EXPECT_EQ(output.Take(), "[Err!] [Error] Inaccessible file: './\xC3\xA4'.\n");
+}
+
+TEST_F(SigningFaults, FileThatVanishesBeforeItIsHashed) {
+    const ScopedCurrentDirectory here(directory_.Path());
+    directory_.WriteFile("a", "x");
+    CatalogueEntry entry;
+    CapturedOutput output;
+    const ScopedFault fault(Call::Fopen);
+    EXPECT_EQ(BuildCatalogueEntry(L"./a", entry), ResultCode::CatalogueError);
+    EXPECT_EQ(output.Take(), "[Info] Hashing ./a...");
+}
+
+}  // namespace
+}  // namespace sealkeeper

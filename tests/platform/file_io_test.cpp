@@ -1,0 +1,133 @@
+#include "platform/file_io.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace fs = std::filesystem;
+using test::ReadFile;
+using test::TempDirectory;
+
+using Bytes = std::vector<std::uint8_t>;
+
+Bytes Pattern(std::size_t size) {
+    Bytes bytes(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 256);
+    }
+    return bytes;
+}
+
+const std::vector<std::size_t>& InterestingSizes() {
+    static const std::vector<std::size_t> sizes = {0, 1, 255, 4095, 4096, 4097, 3'000'001};
+    return sizes;
+}
+
+TEST(FileIo, ReadsWholeFiles) {
+    const TempDirectory directory;
+    for (const std::size_t size : InterestingSizes()) {
+        const Bytes bytes = Pattern(size);
+        const std::string path = directory.WriteFile("a", std::string(bytes.begin(), bytes.end()));
+        const auto read = ReadWholeFile(path);
+        ASSERT_TRUE(read.has_value()) << size;
+        EXPECT_EQ(*read, bytes) << size;
+    }
+}
+
+TEST(FileIo, ReadsThroughALink) {
+    const TempDirectory directory;
+    directory.WriteFile("a", "content");
+    fs::create_symlink("a", directory / "link");
+    EXPECT_EQ(ReadWholeFile(directory / "link"), (Bytes{'c', 'o', 'n', 't', 'e', 'n', 't'}));
+}
+
+TEST(FileIo, ReadsOnlyRegularFiles) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    fs::create_symlink("fifo", directory / "link_fifo");
+    fs::create_symlink("nowhere", directory / "link_dangling");
+    for (const std::string& path :
+         {std::string(), directory / "missing", directory.Path(), directory / "fifo",
+          directory / "link_fifo", directory / "link_dangling", std::string("/dev/null")}) {
+        EXPECT_EQ(ReadWholeFile(path), std::nullopt) << path;
+    }
+}
+
+TEST(FileIo, UnreadableFileGivesNothing) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "permissions do not bind the superuser";
+    }
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "content");
+    fs::permissions(path, fs::perms::none);
+    EXPECT_EQ(ReadWholeFile(path), std::nullopt);
+}
+
+TEST(FileIo, WritesWholeFiles) {
+    const TempDirectory directory;
+    for (const std::size_t size : InterestingSizes()) {
+        const Bytes bytes = Pattern(size);
+        EXPECT_EQ(WriteWholeFile(directory / "a", bytes), WriteOutcome::Written) << size;
+        EXPECT_EQ(ReadFile(directory / "a"), std::string(bytes.begin(), bytes.end())) << size;
+    }
+}
+
+TEST(FileIo, WriteTruncatesWhatIsThere) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", std::string(100'000, 'x'));
+    EXPECT_EQ(WriteWholeFile(path, Bytes{'n', 'e', 'w'}), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(WriteWholeFile(path, {}), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(path), "");
+}
+
+TEST(FileIo, WriteFollowsALink) {
+    const TempDirectory directory;
+    fs::create_symlink("a", directory / "link");
+    EXPECT_EQ(WriteWholeFile(directory / "link", Bytes{'x'}), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(directory / "a"), "x");
+}
+
+TEST(FileIo, WriteFailsToOpen) {
+    const TempDirectory directory;
+    directory.WriteFile("file", "content");
+    const Bytes bytes = Pattern(10);
+    EXPECT_EQ(WriteWholeFile("", bytes), WriteOutcome::OpenFailed);
+    EXPECT_EQ(WriteWholeFile(directory.Path(), bytes), WriteOutcome::OpenFailed);
+    EXPECT_EQ(WriteWholeFile(directory / "missing/a", bytes), WriteOutcome::OpenFailed);
+    EXPECT_EQ(WriteWholeFile(directory / "file/a", bytes), WriteOutcome::OpenFailed);
+    EXPECT_FALSE(fs::exists(directory / "missing"));
+    EXPECT_EQ(ReadFile(directory / "file"), "content");
+}
+
+TEST(FileIo, WriteToAFullDeviceFails) {
+    if (!fs::exists("/dev/full")) {
+        GTEST_SKIP() << "the system has no /dev/full";
+    }
+    // Small ones fail at the flush, large ones while they are written.
+    for (const std::size_t size : InterestingSizes()) {
+        EXPECT_EQ(WriteWholeFile("/dev/full", Pattern(size)),
+                  size == 0 ? WriteOutcome::Written : WriteOutcome::WriteFailed)
+            << size;
+    }
+}
+
+TEST(FileIo, DoesNotWaitForTheReaderOfAFifo) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    EXPECT_EQ(WriteWholeFile(directory / "fifo", Pattern(10)), WriteOutcome::OpenFailed);
+}
+
+}  // namespace
+}  // namespace sealkeeper
