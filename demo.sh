@@ -5,9 +5,13 @@
 # generates the signed files of a game: of game_dir, or of a small sample game that it lays out.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-if [ $# -gt 1 ] || [ "${1:-}" = --help ] || [ "${1:-}" = -h ]; then
+if [ "${1:-}" = --help ] || [ "${1:-}" = -h ]; then
     echo "usage: ./demo.sh [game_dir]"
     exit 0
+fi
+if [ $# -gt 1 ]; then
+    echo "usage: ./demo.sh [game_dir]" >&2
+    exit 1
 fi
 if [ $# -eq 1 ] && [ ! -d "$1" ]; then
     echo "demo.sh: not a directory: '$1'" >&2
@@ -29,8 +33,10 @@ build() {
 }
 
 issue_credentials() {
-    if [ ! -f "$credentials/base_private.key" ]; then
-        "$here/tools/issue-credentials.sh" "$product" "$credentials" > /dev/null
+    # Made anew when the authority is: the old ones would not be trusted.
+    if [ ! "$credentials/base_public.cer" -nt "$here/trust/development/ca.der" ] ||
+        [ ! -f "$credentials/base_private.key" ]; then
+        "$here/tools/issue-credentials.sh" "$product" "$credentials" --force > /dev/null
     fi
 }
 
@@ -84,3 +90,6 @@ Next:
   - Change the rules:                  $config
   - See everything the program says:   $program --help
 NEXT
+if [ $# -eq 0 ]; then
+    echo "  - Remove the sample game:            rm -r $game"
+fi

@@ -5,30 +5,30 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 
-jobs=$(getconf _NPROCESSORS_ONLN)
 tools/install-packages.sh --tests
+jobs=$(getconf _NPROCESSORS_ONLN)
+mkdir -p build
 
-run_preset() {
+build_and_test() {
     local preset=$1
     shift
+    local log=build/$preset-configure.log
     echo "== $preset"
-    tools/configure.sh "$preset" "$@" > "build-$preset.log" 2>&1 || { cat "build-$preset.log"; return 1; }
-    rm -f "build-$preset.log"
+    tools/configure.sh "$preset" "$@" > "$log" 2>&1 || { cat "$log"; return 1; }
     cmake --build --preset "$preset" -- -j "$jobs"
-    ctest --preset "$preset" -j "$jobs" --output-on-failure --no-tests=error
+    ctest --preset "$preset" -j "$jobs" --no-tests=error
 }
 
 # Other versions of clang-tidy have other opinions; the code is kept clean for this one.
 tidy=OFF
-if clang-tidy --version 2>/dev/null | grep -q 'version 14\.'; then
-    tidy=ON
-else
-    echo "clang-tidy 14 is not here: its checks are left out of this run."
-fi
+case "$(clang-tidy --version 2>/dev/null || true)" in
+    *"version 14."*) tidy=ON ;;
+    *) echo "clang-tidy 14 is not here: its checks are left out of this run." ;;
+esac
+build_and_test dev -DSEALKEEPER_CLANG_TIDY=$tidy
 
-run_preset dev -DSEALKEEPER_CLANG_TIDY=$tidy
+sanitize=sanitize
 if command -v clang++ >/dev/null 2>&1; then
-    run_preset sanitize -DCMAKE_CXX_COMPILER=clang++
-else
-    run_preset sanitize
+    sanitize=sanitize-clang
 fi
+build_and_test $sanitize

@@ -10,8 +10,20 @@ function(sealkeeper_read_der variable path result)
     endif()
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
     file(READ "${path}" hex HEX)
-    if(hex STREQUAL "")
-        message(FATAL_ERROR "${variable} names an empty file: '${path}'.")
+    # A certificate and a revocation list are a SEQUENCE (0x30) whose length takes two bytes (0x82), and
+    # nothing follows it (X.690).
+    set(is_der FALSE)
+    if(hex MATCHES "^3082([0-9a-f][0-9a-f][0-9a-f][0-9a-f])")
+        math(EXPR told "0x${CMAKE_MATCH_1} + 4")
+        file(SIZE "${path}" size)
+        if(told EQUAL size)
+            set(is_der TRUE)
+        endif()
+    endif()
+    if(NOT is_der)
+        message(FATAL_ERROR
+            "${variable} names a file that is not DER: '${path}'. "
+            "Convert PEM with 'openssl x509 -outform DER' or 'openssl crl -outform DER'.")
     endif()
     string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1, " bytes "${hex}")
     set(${result} "${bytes}" PARENT_SCOPE)

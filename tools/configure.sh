@@ -3,10 +3,13 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-preset=$1
-shift
+if [ $# -eq 0 ]; then
+    echo "usage: configure.sh PRESET [cmake arguments]" >&2
+    exit 1
+fi
 if [ "$(uname -s)" = Darwin ]; then
     # Homebrew keeps mbedtls@3 apart from the default search path.
-    set -- "-DCMAKE_PREFIX_PATH=$(brew --prefix mbedtls@3)" "$@"
+    mbedtls=$(brew --prefix mbedtls@3)
+    export CMAKE_PREFIX_PATH="$mbedtls${CMAKE_PREFIX_PATH:+:$CMAKE_PREFIX_PATH}"
 fi
-cmake --preset "$preset" -G Ninja "$@"
+cmake --preset "$@"

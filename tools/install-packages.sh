@@ -4,9 +4,14 @@
 set -euo pipefail
 
 with_tests=no
-if [ "${1:-}" = --tests ]; then
-    with_tests=yes
-fi
+case "${1:-}" in
+    "") ;;
+    --tests) with_tests=yes ;;
+    *)
+        echo "usage: install-packages.sh [--tests]" >&2
+        exit 1
+        ;;
+esac
 
 install_on_debian() {
     local wanted="g++ cmake ninja-build libmbedtls-dev openssl"

@@ -19,10 +19,6 @@
 namespace sealkeeper {
 namespace {
 
-// Compared with its letter case, unlike the name that decides on the standard folder: a catalogue
-// named "Base" goes there but gets no runtime.conf, deliberately.
-constexpr const char* kNameWithRuntimeConfiguration = "base";
-
 AliasMap WideAliases(const CatalogueConfig& config) {
     AliasMap aliases;
     for (const auto& [name, value] : config.pathAliases) {
@@ -49,7 +45,9 @@ ResultCode CatalogueBuilder::Prepare() {
     if (const ResultCode code = SetUpCollector(); code != ResultCode::Ok) {
         return code;
     }
-    if (options_.outputName == kNameWithRuntimeConfiguration) {
+    // With its letter case, unlike the name that decides on the standard folder: a catalogue named
+    // "Base" goes there but gets no runtime.conf, deliberately.
+    if (options_.outputName == kMainCatalogueName) {
         return MakeRuntimeConfiguration();
     }
     return ResultCode::Ok;

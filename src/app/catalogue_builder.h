@@ -2,7 +2,6 @@
 #ifndef SEALKEEPER_APP_CATALOGUE_BUILDER_H
 #define SEALKEEPER_APP_CATALOGUE_BUILDER_H
 
-#include <optional>
 #include <string>
 
 #include "app/command_line_options.h"

@@ -19,13 +19,16 @@ enum class ActionKind : std::uint32_t {
     Verify = 3,
 };
 
+// The output name of a game's own catalogue; every other one is a mod's.
+inline constexpr const char* kMainCatalogueName = "base";
+
 struct CommandLineOptions {
     ActionKind action = ActionKind::None;
     std::string privateKeyFile = "base_private.key";
     std::string certificateFile = "base_public.cer";
     std::string configFile = "anticheat_sealkeeper.cfg";
     bool gameDevMode = false;
-    std::string outputName = "base";
+    std::string outputName = kMainCatalogueName;
     std::string crlFile;
     std::string targetFile;
     std::string targetGameDir;

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdarg>
 #include <cstddef>
-#include <cstdint>
 #include <cstdio>
 
 namespace sealkeeper {

@@ -6,7 +6,6 @@
 namespace sealkeeper {
 namespace {
 
-constexpr const char* kMainCatalogueName = "base";
 constexpr const char* kCertificatesDirectory = "Quorvane/Certificates/";
 
 bool IsMainCatalogueName(std::string name) {

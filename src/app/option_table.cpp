@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
 
 namespace sealkeeper {
 namespace {
@@ -36,11 +35,11 @@ std::size_t LeadingDashes(std::string_view text) {
     return std::min(text.find_first_not_of('-'), text.size());
 }
 
-// A name is a proper prefix of itself only by equality, which is looked at before.
+// An exact name wins over longer names that begin with it: "-v" is no abbreviation.
 const Option* FindExact(std::string_view name) {
-    const auto* found = std::find_if(kOptions.begin(), kOptions.end(),
-                                     [name](const Option& option) { return option.name == name; });
-    return found == kOptions.end() ? nullptr : found;
+    const auto found = std::find_if(kOptions.begin(), kOptions.end(),
+                                    [name](const Option& option) { return option.name == name; });
+    return found == kOptions.end() ? nullptr : &*found;
 }
 
 bool IsAbbreviationOf(std::string_view name, const Option& option) {
@@ -68,7 +67,7 @@ MatchedArgument MatchArgument(std::string_view argument) {
     const auto candidates = std::count_if(kOptions.begin(), kOptions.end(), abbreviates);
     if (candidates == 1) {
         return {ArgumentKind::OptionName,
-                std::find_if(kOptions.begin(), kOptions.end(), abbreviates), attachedValue};
+                &*std::find_if(kOptions.begin(), kOptions.end(), abbreviates), attachedValue};
     }
     if (candidates > 1 || hasDash) {
         return {ArgumentKind::Faulty};

@@ -1,16 +1,22 @@
 #include "app/program.h"
 
+#include <exception>
 #include <new>
 
 #include "app/command_line_parser.h"
 #include "app/console_log.h"
 #include "app/generate_action.h"
 #include "platform/standard_descriptors.h"
+#include "runtime/mbedtls_compat.h"
 
 namespace sealkeeper {
 namespace {
 
 ResultCode ParseAndRun(int argc, const char* const* argv) {
+    if (!InitialiseMbedTls()) {
+        Log(LogLevel::Error, "The cryptographic library could not be initialised.\n");
+        return ResultCode::MbedTlsRandNumGenError;
+    }
     CommandLineOptions& options = GetCommandLineOptions();
     if (const ResultCode code = ParseCommandLine(options, argc, argv); code != ResultCode::Ok) {
         return code;
@@ -18,16 +24,16 @@ ResultCode ParseAndRun(int argc, const char* const* argv) {
     return RunAction(options);
 }
 
-ResultCode RejectUnavailableAction(const char* name) {
-    Log(LogLevel::Error, "This version of the sealkeeper cannot %s yet.\n", name);
+ResultCode RejectUnavailableAction() {
+    Log(LogLevel::Error, "This version of the sealkeeper can only generate.\n");
     return ResultCode::SealkeeperHashtoolGenericError;
 }
 
 }  // namespace
 
 void PrintBanner() {
-    WriteUntagged(
-        "Anti-Cheat Sealkeeper v2.2.0 (for game developers only, must not be shipped to players)\n\n");
+    WriteUntagged("Anti-Cheat Sealkeeper v" SEALKEEPER_VERSION
+                  " (for game developers only, must not be shipped to players)\n\n");
 }
 
 void PrintArguments(int argc, const char* const* argv) {
@@ -44,9 +50,8 @@ ResultCode RunAction(CommandLineOptions& options) {
         case ActionKind::Generate:
             return RunGenerateAction(options);
         case ActionKind::List:
-            return RejectUnavailableAction("list");
         case ActionKind::Verify:
-            return RejectUnavailableAction("verify");
+            return RejectUnavailableAction();
     }
     // Deliberately shown as information.
     Log(LogLevel::Info, "Unrecognized action requested: %u.\n",
@@ -62,6 +67,10 @@ int RunProgram(int argc, const char* const* argv) {
         return ResultCodeNumber(ParseAndRun(argc, argv));
     } catch (const std::bad_alloc&) {
         Log(LogLevel::Error, "Out of memory.\n");
+        return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
+    } catch (const std::exception& error) {
+        // A size beyond what a container can have ends here, too.
+        Log(LogLevel::Error, "Unexpected error: %s.\n", error.what());
         return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
     }
 }

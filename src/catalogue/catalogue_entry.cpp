@@ -1,7 +1,7 @@
 #include "catalogue/catalogue_entry.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <iterator>
 
 #include "app/console_log.h"
 #include "catalogue/file_hashing.h"

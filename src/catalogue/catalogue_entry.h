@@ -10,7 +10,7 @@
 
 #include "app/result_code.h"
 #include "catalogue/catalogue_format.h"
-#include "runtime/mbedtls_compat.h"
+#include "runtime/sha256.h"
 
 namespace sealkeeper {
 

@@ -1,6 +1,7 @@
 #include "catalogue/catalogue_writer.h"
 
 #include <algorithm>
+#include <array>
 
 #include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
@@ -30,9 +31,9 @@ void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes)
     }
 }
 
-ResultCode RequireStorable(std::size_t length, const char* what) {
+ResultCode RequireStorable(std::size_t length, const char* message) {
     if (length > kMaxStoredLength) {
-        Log(LogLevel::Error, "Too large for the catalogue: %s.\n", what);
+        Log(LogLevel::Error, "%s", message);
         return ResultCode::CatalogueError;
     }
     return ResultCode::Ok;
@@ -68,8 +69,7 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block) {
-    // Most files have one chunk. Room that is not used costs no memory; growing step by step would
-    // need the old room and the new at once.
+    // Most files have one chunk. Growing step by step would need the old room and the new at once.
     block.bytes.reserve(files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
     CatalogueEntry entry;
     for (const std::wstring& file : files) {
@@ -81,7 +81,8 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
         }
         AppendRecord(entry, block.bytes);
         ++block.entryCount;
-        if (const ResultCode code = RequireStorable(block.bytes.size(), "the entry block");
+        if (const ResultCode code = RequireStorable(
+                block.bytes.size(), "Too large for the catalogue: the entry block.\n");
             code != ResultCode::Ok) {
             return code;
         }
@@ -93,7 +94,8 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
                                std::vector<std::uint8_t>& image) {
     // Every record has more than one byte, so an entry block that fits has a count that fits.
-    if (const ResultCode code = RequireStorable(crlBlock.size(), "the certificate revocation list");
+    if (const ResultCode code = RequireStorable(
+            crlBlock.size(), "Too large for the catalogue: the certificate revocation list.\n");
         code != ResultCode::Ok) {
         return code;
     }
@@ -102,7 +104,8 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
     CompressLzw(block.bytes, image);
     const std::size_t compressedLength =
         image.size() - catalogue_header::kSizeBytes - crlBlock.size();
-    if (const ResultCode code = RequireStorable(compressedLength, "the compressed entry block");
+    if (const ResultCode code = RequireStorable(
+            compressedLength, "Too large for the catalogue: the compressed entry block.\n");
         code != ResultCode::Ok) {
         return code;
     }

@@ -30,6 +30,9 @@ bool ChunkedFileReader::AllocateBuffer(std::uint64_t sizeBytes) {
 }
 
 bool ChunkedFileReader::ReadNextChunk() {
+    if (!stream_) {
+        return false;
+    }
     const auto wantedBytes =
         static_cast<std::size_t>(std::min<std::uint64_t>(buffer_.size(), expectedBytes_));
     // fread loops over short reads and stops at the end of the file or an error.

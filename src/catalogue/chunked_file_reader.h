@@ -23,8 +23,8 @@ class ChunkedFileReader {
     // False when `sizeBytes` is 0 or there is a buffer already.
     [[nodiscard]] bool AllocateBuffer(std::uint64_t sizeBytes);
 
-    // Reads the next chunk, or what is left of the expected bytes. False when the file ends before
-    // the chunk is complete; the position then stays where it was.
+    // Reads the next chunk, or what is left of the expected bytes. False when the file is not
+    // open or ends before the chunk is complete; the position then stays where it was.
     [[nodiscard]] bool ReadNextChunk();
 
     // The bytes that the last successful `ReadNextChunk` read; good until the next one.

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/result_code.h"
-#include "runtime/mbedtls_compat.h"
+#include "runtime/sha256.h"
 
 namespace sealkeeper {
 

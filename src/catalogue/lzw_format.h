@@ -5,7 +5,6 @@
 #define SEALKEEPER_CATALOGUE_LZW_FORMAT_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 namespace sealkeeper::lzw {

@@ -36,9 +36,13 @@ void StoreFourBytesPerCharacter(const std::wstring& path, PathField& field) {
 }  // namespace
 
 ResultCode ApplyPathAlias(const AliasMap& aliases, CatalogueEntry& entry) {
+    if (aliases.empty()) {
+        return ResultCode::Ok;
+    }
     std::wstring path = WidePath(entry.path);
     const auto alias = std::find_if(aliases.begin(), aliases.end(), [&path](const auto& candidate) {
-        return path.find(candidate.first) != std::wstring::npos;
+        // An empty name occurs everywhere and stands for nothing.
+        return !candidate.first.empty() && path.find(candidate.first) != std::wstring::npos;
     });
     if (alias == aliases.end()) {
         return ResultCode::Ok;

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 #include "app/console_log.h"
 #include "platform/path_strings.h"

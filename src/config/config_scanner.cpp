@@ -1,8 +1,5 @@
 #include "config/config_scanner.h"
 
-#include <cstdint>
-#include <utility>
-
 #include "config/config_values.h"
 #include "platform/ascii_case.h"
 

@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <span>
 

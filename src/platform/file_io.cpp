@@ -9,7 +9,10 @@
 namespace sealkeeper {
 
 std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) {
-    if (GetFileType(path) != FileType::Regular) {
+    static_assert(sizeof(off_t) == sizeof(std::int64_t));
+    // Opening a FIFO would wait for a writer, and a directory tells sizes that mean nothing.
+    const FileType type = GetFileType(path);
+    if (type == FileType::Fifo || type == FileType::Directory) {
         return std::nullopt;
     }
     const FileStream stream(std::fopen(path.c_str(), "rb"));

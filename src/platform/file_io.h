@@ -20,8 +20,8 @@ struct FileCloser {
 // looks at the result.
 using FileStream = std::unique_ptr<std::FILE, FileCloser>;
 
-// All bytes of the regular file at `path`, nothing when it is no regular file or cannot be read to
-// its end. What is not a regular file is never opened, because opening a FIFO may wait for ever.
+// All bytes of the file at `path`, as many as a seek to its end tells; nothing when it cannot be
+// read. A FIFO and a directory are not opened and give nothing.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path);
 
 enum class WriteOutcome { Written, OpenFailed, WriteFailed, CloseFailed };

@@ -1,20 +1,24 @@
-// The one place that knows how mbed TLS 2.28 and 3.6 differ: the one-shot SHA-256, the random
-// generator that 3.6 wants for private keys, and the size of the signature buffer.
+// The one place that knows how mbed TLS 2.28 and 3.6 differ: the random generator that 3.6 wants
+// for private keys, the size of the signature buffer, and (in sha256.h) the name of the one-shot
+// SHA-256.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 #define SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/md.h>
 #include <mbedtls/pk.h>
-#include <mbedtls/sha256.h>
 #include <mbedtls/version.h>
 
-#include <array>
+#if defined(MBEDTLS_USE_PSA_CRYPTO)
+#include <psa/crypto.h>
+#endif
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
 #include "runtime/random_generator.h"
+#include "runtime/sha256.h"
 
 #if MBEDTLS_VERSION_NUMBER < 0x021C0000 || MBEDTLS_VERSION_NUMBER >= 0x04000000
 #error "mbed TLS 2.28 or 3.x is required"
@@ -22,16 +26,13 @@
 
 namespace sealkeeper {
 
-inline constexpr std::size_t kSha256Bytes = 32;
-using Sha256Digest = std::array<std::uint8_t, kSha256Bytes>;
-
-// SHA-256 (FIPS 180-4) of `data`. Returns 0 or the library's error.
-[[nodiscard]] inline int ComputeSha256(std::span<const std::uint8_t> data, Sha256Digest& digest) {
-    constexpr int kNot224 = 0;
-#if MBEDTLS_VERSION_MAJOR < 3
-    return mbedtls_sha256_ret(data.data(), data.size(), digest.data(), kNot224);
+// Readies the library, once, before anything else of it is used. Only a library whose X.509 and key
+// functions go through PSA (MBEDTLS_USE_PSA_CRYPTO) wants that. False when it cannot be done.
+[[nodiscard]] inline bool InitialiseMbedTls() {
+#if defined(MBEDTLS_USE_PSA_CRYPTO) && MBEDTLS_VERSION_MAJOR >= 3
+    return psa_crypto_init() == PSA_SUCCESS;
 #else
-    return mbedtls_sha256(data.data(), data.size(), digest.data(), kNot224);
+    return true;
 #endif
 }
 

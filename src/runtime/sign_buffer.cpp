@@ -3,7 +3,7 @@
 #include "app/console_log.h"
 #include "runtime/mbedtls_compat.h"
 #include "runtime/random_generator.h"
-#include "runtime/runtime_configuration_format.h"
+#include "runtime/signed_file_format.h"
 
 namespace sealkeeper {
 

@@ -2,7 +2,6 @@
 
 #include <mbedtls/pk.h>
 
-#include <optional>
 #include <utility>
 
 #include "app/console_log.h"
@@ -42,7 +41,7 @@ ResultCode ReadCertificateFile(const std::string& path, SigningMaterial& materia
 // The library opens the file itself, so what cannot be a key file is kept from it: it would wait
 // for a writer of a FIFO, and ask for as much memory as a directory claims to have bytes.
 int ParseKey(const std::string& path, FileType type, PrivateKey& key) {
-    if (type != FileType::Regular) {
+    if (type == FileType::Fifo || type == FileType::Directory) {
         return MBEDTLS_ERR_PK_FILE_IO_ERROR;
     }
     return ParsePrivateKeyFile(key.Get(), path.c_str());

@@ -131,8 +131,9 @@ class EndToEndTest(unittest.TestCase):
         self.addCleanup(self._open_all)
 
     def _open_all(self) -> None:
-        for folder, _, _ in os.walk(self.directory):
-            os.chmod(folder, stat.S_IRWXU)
+        for folder, subfolders, _ in os.walk(self.directory):
+            for name in subfolders:
+                os.chmod(os.path.join(folder, name), stat.S_IRWXU)
 
     def readable_credentials(self) -> Credentials:
         """A copy of the good pair that the unprivileged user can read."""

@@ -98,6 +98,10 @@ class Files(SigningMaterialTest):
         pair = Credentials(fifo, GOOD.certificate)
         self.assert_refused(13, filled(KEY_UNREAD, fifo, 13), credentials=pair)
 
+    def test_directory_as_key(self) -> None:
+        pair = Credentials(self.game, GOOD.certificate)
+        self.assert_refused(13, filled(KEY_UNREAD, self.game, 13), credentials=pair)
+
     def test_unreadable_by_permission(self) -> None:
         pair = self.readable_credentials()
         crl = self.directory / "some.crl"

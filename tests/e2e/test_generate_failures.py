@@ -129,12 +129,14 @@ class OutputFiles(OneFileTest):
             ("base.cer", 27, console.created(self.folder) + console.err(copy)),
         )
 
-    def test_directory_in_the_place_of_a_file(self) -> None:
-        for name, status, lines in self.cases(NOT_OPENED, CONF_NOT_CREATED, console.COPY_NOT_OPENED):
-            with self.subTest(name=name):
-                (self.output / name).mkdir(parents=True)
-                self.assert_blocked(name, status, lines)
-                shutil.rmtree(self.output)
+    def test_directory_or_fifo_in_the_place_of_a_file(self) -> None:
+        for make in (os.mkdir, os.mkfifo):
+            for name, status, lines in self.cases(NOT_OPENED, CONF_NOT_CREATED, console.COPY_NOT_OPENED):
+                with self.subTest(name=name, made_by=make.__name__):
+                    self.output.mkdir(parents=True)
+                    make(self.output / name)
+                    self.assert_blocked(name, status, lines)
+                    shutil.rmtree(self.output)
 
     @unittest.skipUnless(HAS_FULL, "needs /dev/full")
     def test_full_device(self) -> None:

@@ -52,16 +52,20 @@ TEST(FileIo, ReadsThroughALink) {
     EXPECT_EQ(ReadWholeFile(directory / "link"), (Bytes{'c', 'o', 'n', 't', 'e', 'n', 't'}));
 }
 
-TEST(FileIo, ReadsOnlyRegularFiles) {
+TEST(FileIo, DoesNotReadWhatIsNoFile) {
     const TempDirectory directory;
     ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
     fs::create_symlink("fifo", directory / "link_fifo");
     fs::create_symlink("nowhere", directory / "link_dangling");
     for (const std::string& path :
          {std::string(), directory / "missing", directory.Path(), directory / "fifo",
-          directory / "link_fifo", directory / "link_dangling", std::string("/dev/null")}) {
+          directory / "link_fifo", directory / "link_dangling"}) {
         EXPECT_EQ(ReadWholeFile(path), std::nullopt) << path;
     }
+}
+
+TEST(FileIo, TheNullDeviceIsAnEmptyFile) {
+    EXPECT_EQ(ReadWholeFile("/dev/null"), Bytes{});
 }
 
 TEST(FileIo, UnreadableFileGivesNothing) {

@@ -3,9 +3,7 @@
 #ifndef SEALKEEPER_TESTS_SUPPORT_CREDENTIALS_H
 #define SEALKEEPER_TESTS_SUPPORT_CREDENTIALS_H
 
-#include <cstdint>
 #include <string>
-#include <vector>
 
 namespace sealkeeper::test {
 
