@@ -8,8 +8,9 @@
 
 namespace sealkeeper {
 
-// In configuration mode the process's current directory is the game directory afterwards. Every
-// failure is logged, but for the output directory's and the change of directory's.
+// In configuration mode the process's current directory is the game directory afterwards. Failures
+// are logged, but for three that deliberately show only in the code: the output directory's, the
+// change of directory's, and a failed close of the certificate copy.
 ResultCode RunGenerateAction(CommandLineOptions& options);
 
 }  // namespace sealkeeper

@@ -29,7 +29,7 @@ namespace sealkeeper {
 // Readies the library, once, before anything else of it is used. Only a library whose X.509 and key
 // functions go through PSA (MBEDTLS_USE_PSA_CRYPTO) wants that. False when it cannot be done.
 [[nodiscard]] inline bool InitialiseMbedTls() {
-#if defined(MBEDTLS_USE_PSA_CRYPTO) && MBEDTLS_VERSION_MAJOR >= 3
+#if defined(MBEDTLS_USE_PSA_CRYPTO)
     return psa_crypto_init() == PSA_SUCCESS;
 #else
     return true;
