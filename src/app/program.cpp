@@ -1,6 +1,5 @@
 #include "app/program.h"
 
-#include <exception>
 #include <new>
 
 #include "app/command_line_parser.h"
@@ -67,10 +66,6 @@ int RunProgram(int argc, const char* const* argv) {
         return ResultCodeNumber(ParseAndRun(argc, argv));
     } catch (const std::bad_alloc&) {
         Log(LogLevel::Error, "Out of memory.\n");
-        return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
-    } catch (const std::exception& error) {
-        // A size beyond what a container can have ends here, too.
-        Log(LogLevel::Error, "Unexpected error: %s.\n", error.what());
         return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
     }
 }
