@@ -13,6 +13,7 @@
 #include <psa/crypto.h>
 #endif
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -65,7 +66,8 @@ namespace sealkeeper {
 }
 
 // Signs `digest`. `signature` must have room for the key's size, which is checked. Returns 0 or the
-// library's error; `signatureBytes` is set on success.
+// library's error; on success `signatureBytes` is set and what the signature leaves of `signature`
+// is zero.
 [[nodiscard]] inline int SignSha256Digest(mbedtls_pk_context* key, const Sha256Digest& digest,
                                           std::span<std::uint8_t> signature,
                                           std::size_t& signatureBytes, RandomGenerator& random) {
@@ -73,13 +75,20 @@ namespace sealkeeper {
         return MBEDTLS_ERR_PK_BAD_INPUT_DATA;
     }
 #if MBEDTLS_VERSION_MAJOR < 3
-    return mbedtls_pk_sign(key, MBEDTLS_MD_SHA256, digest.data(), digest.size(), signature.data(),
-                           &signatureBytes, mbedtls_ctr_drbg_random, random.Get());
+    const int result =
+        mbedtls_pk_sign(key, MBEDTLS_MD_SHA256, digest.data(), digest.size(), signature.data(),
+                        &signatureBytes, mbedtls_ctr_drbg_random, random.Get());
 #else
-    return mbedtls_pk_sign(key, MBEDTLS_MD_SHA256, digest.data(), digest.size(), signature.data(),
-                           signature.size(), &signatureBytes, mbedtls_ctr_drbg_random,
-                           random.Get());
+    const int result =
+        mbedtls_pk_sign(key, MBEDTLS_MD_SHA256, digest.data(), digest.size(), signature.data(),
+                        signature.size(), &signatureBytes, mbedtls_ctr_drbg_random, random.Get());
 #endif
+    if (result == 0) {
+        // PSA fills the rest of the room with a pattern of its own.
+        std::fill(signature.begin() + static_cast<std::ptrdiff_t>(signatureBytes), signature.end(),
+                  std::uint8_t{0});
+    }
+    return result;
 }
 
 }  // namespace sealkeeper

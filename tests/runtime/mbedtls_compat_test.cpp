@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +11,7 @@
 
 #include "catalogue/catalogue_test_support.h"
 #include "runtime/mbedtls_contexts.h"
+#include "support/credentials.h"
 
 namespace sealkeeper {
 namespace {
@@ -20,6 +22,19 @@ TEST(MbedTlsCompat, Sha256OfKnownTexts) {
               "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad");
     EXPECT_EQ(test::Sha256Hex({}),
               "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
+}
+
+TEST(MbedTlsCompat, WhatASignatureLeavesOfItsRoomIsZero) {
+    PrivateKey key;
+    ASSERT_EQ(ParsePrivateKeyFile(key.Get(), test::PrivateKeyPath("good").c_str()), 0);
+    RandomGenerator random;
+    ASSERT_TRUE(random.Seed());
+    std::array<std::uint8_t, 1024> area{};
+    area.fill(0x21);
+    std::size_t signatureBytes = 0;
+    ASSERT_EQ(SignSha256Digest(key.Get(), Sha256Digest{}, area, signatureBytes, random), 0);
+    ASSERT_EQ(signatureBytes, 256U);
+    EXPECT_TRUE(std::all_of(area.begin() + 256, area.end(), [](auto byte) { return byte == 0; }));
 }
 
 #ifdef MBEDTLS_PK_RSA_ALT_SUPPORT
