@@ -1,8 +1,10 @@
 #include "catalogue/catalogue_writer.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <span>
@@ -196,6 +198,38 @@ TEST(CatalogueWriter, FullDiskIsAWriteError) {
     CapturedOutput output;
     EXPECT_EQ(WriteCatalogueImage(L"/dev/full", BytesOf("x")), ResultCode::CatalogueIOError);
     EXPECT_EQ(output.Take(), "[Err!] Error writing to file stream: '/dev/full'.\n");
+}
+
+// So many bytes of address space, which take no memory as long as nobody looks at them.
+class ReservedBytes {
+  public:
+    explicit ReservedBytes(std::size_t sizeBytes)
+        : sizeBytes_(sizeBytes),
+          address_(mmap(nullptr, sizeBytes, PROT_NONE, MAP_PRIVATE | MAP_ANON, -1, 0)) {}
+    ReservedBytes(const ReservedBytes&) = delete;
+    ReservedBytes& operator=(const ReservedBytes&) = delete;
+    ~ReservedBytes() { munmap(address_, sizeBytes_); }
+
+    [[nodiscard]] bool IsReserved() const { return address_ != MAP_FAILED; }
+    [[nodiscard]] std::span<const std::uint8_t> View() const {
+        return {static_cast<const std::uint8_t*>(address_), sizeBytes_};
+    }
+
+  private:
+    std::size_t sizeBytes_;
+    void* address_;
+};
+
+TEST(CatalogueWriter, RejectsARevocationListBeyondItsLengthField) {
+    const ReservedBytes list(std::size_t{1} << 32U);
+    ASSERT_TRUE(list.IsReserved());
+    PrivateKey key;
+    std::vector<std::uint8_t> image;
+    CapturedOutput output;
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), list.View(), EntryBlock{{0}, 1}, image),
+              ResultCode::CatalogueError);
+    EXPECT_EQ(output.Take(),
+              "[Err!] Too large for the catalogue: the certificate revocation list.\n");
 }
 
 }  // namespace

@@ -34,6 +34,14 @@ TEST(ChunkedFileReader, ReadsChunkByChunkAndAShortLastOne) {
     EXPECT_EQ(reader.Position(), 8U);
 }
 
+TEST(ChunkedFileReader, ReadsNothingBeforeItIsOpen) {
+    const TempDirectory directory;
+    ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abcdefgh")), 3);
+    ASSERT_TRUE(reader.AllocateBuffer(8));
+    EXPECT_FALSE(reader.ReadNextChunk());
+    EXPECT_EQ(reader.Position(), 0U);
+}
+
 TEST(ChunkedFileReader, StopsAtTheExpectedSizeOfALongerFile) {
     const TempDirectory directory;
     ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abcdefgh")), 3);
