@@ -19,7 +19,7 @@ using test::ScopedLogThreshold;
 using test::TempDirectory;
 
 std::string Usage() {
-    return ReadFile(SEALKEEPER_APP_GOLDEN_DIR "/usage.txt");
+    return ReadFile(SEALKEEPER_GOLDEN_DIR "/usage.txt");
 }
 
 struct Parsed {
@@ -152,7 +152,7 @@ TEST(CommandLineParser, HelpPrintsUsageAndHelpAndStops) {
         EXPECT_EQ(parsed->code, ResultCode::Ok);
         EXPECT_EQ(parsed->options.action, ActionKind::None);
         EXPECT_EQ(parsed->output,
-                  kProductX + Usage() + ReadFile(SEALKEEPER_APP_GOLDEN_DIR "/help.txt"));
+                  kProductX + Usage() + ReadFile(SEALKEEPER_GOLDEN_DIR "/help.txt"));
     }
 }
 

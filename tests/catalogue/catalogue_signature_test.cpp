@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -19,9 +18,8 @@ using test::CapturedOutput;
 using test::IsAllZero;
 using test::LoadKey;
 using test::MakeUnusableKey;
+using test::SignatureArea;
 using test::VerifySignature;
-
-using SignatureArea = std::array<std::uint8_t, 1024>;
 
 struct KeyCase {
     const char* kind;

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -18,9 +17,9 @@ using test::CapturedOutput;
 using test::IsAllZero;
 using test::LoadKey;
 using test::MakeUnusableKey;
+using test::SignatureArea;
 using test::VerifySignature;
 
-using SignatureArea = std::array<std::uint8_t, 1024>;
 const std::vector<std::uint8_t> kData = {1, 2, 3};
 
 struct KeyCase {

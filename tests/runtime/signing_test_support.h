@@ -7,6 +7,7 @@
 #include <mbedtls/pk.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -19,6 +20,9 @@
 #include "support/credentials.h"
 
 namespace sealkeeper::test {
+
+// The room for a signature in both file formats.
+using SignatureArea = std::array<std::uint8_t, 1024>;
 
 [[nodiscard]] inline std::vector<std::uint8_t> FileBytes(const std::string& path) {
     const auto bytes = ReadWholeFile(path);
