@@ -1,12 +1,11 @@
 #include "app/generate_paths.h"
 
+#include "app/certificates_directory.h"
 #include "platform/ascii_case.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
 namespace {
-
-constexpr const char* kCertificatesDirectory = "Quorvane/Certificates/";
 
 bool IsMainCatalogueName(std::string name) {
     LowerCaseAscii(name);

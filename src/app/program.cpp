@@ -5,6 +5,8 @@
 #include "app/command_line_parser.h"
 #include "app/console_log.h"
 #include "app/generate_action.h"
+#include "app/list_action.h"
+#include "app/verify_action.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
 
@@ -21,11 +23,6 @@ ResultCode ParseAndRun(int argc, const char* const* argv) {
         return code;
     }
     return RunAction(options);
-}
-
-ResultCode RejectUnavailableAction() {
-    Log(LogLevel::Error, "This version of the sealkeeper can only generate.\n");
-    return ResultCode::SealkeeperHashtoolGenericError;
 }
 
 }  // namespace
@@ -49,8 +46,9 @@ ResultCode RunAction(CommandLineOptions& options) {
         case ActionKind::Generate:
             return RunGenerateAction(options);
         case ActionKind::List:
+            return RunListAction(options);
         case ActionKind::Verify:
-            return RejectUnavailableAction();
+            return RunVerifyAction(options);
     }
     // Deliberately shown as information.
     Log(LogLevel::Info, "Unrecognized action requested: %u.\n",

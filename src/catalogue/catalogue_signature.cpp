@@ -1,9 +1,11 @@
 #include "catalogue/catalogue_signature.h"
 
 #include "catalogue/catalogue_format.h"
+#include "platform/little_endian.h"
 #include "runtime/mbedtls_compat.h"
 #include "runtime/mbedtls_result.h"
 #include "runtime/random_generator.h"
+#include "runtime/stored_signature.h"
 
 namespace sealkeeper {
 
@@ -24,6 +26,18 @@ ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const st
                              *outLength, random);
     }
     return MapX509Error(result, 0);
+}
+
+ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,
+                                    std::span<std::uint8_t> fileBytes) {
+    namespace header = catalogue_header;
+    const auto layout =
+        LoadLittleEndian<std::uint16_t>(fileBytes.subspan(header::kSignatureLayoutOffset));
+    const StoredSignature signature = TakeSignature(fileBytes, header::kSignatureOffset);
+    const auto signedBytes = layout == header::kSignatureLayout
+                                 ? fileBytes
+                                 : fileBytes.subspan(header::kCrlLengthOffset);
+    return MapX509Error(VerifySignature(publicKey, signedBytes, signature), 0);
 }
 
 }  // namespace sealkeeper

@@ -19,6 +19,13 @@ namespace sealkeeper {
 ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const std::uint8_t> image,
                               std::uint8_t* outSignature, std::size_t* outLength);
 
+// Checks the signature in a catalogue's bytes, whose header is sound, with the signer's key. What
+// is signed depends on the header's signature layout: the whole file with its signature area and
+// length zero or, for the older layouts, the file from behind them. Returns the library's mapped
+// error when the signature does not verify. The signature in `fileBytes` is zero afterwards.
+ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,
+                                    std::span<std::uint8_t> fileBytes);
+
 }  // namespace sealkeeper
 
 #endif

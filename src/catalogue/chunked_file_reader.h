@@ -16,31 +16,52 @@ class ChunkedFileReader {
   public:
     ChunkedFileReader(std::wstring path, std::size_t chunkBytes);
 
-    // Opens the file at the path. False when it cannot be opened.
+    // Opens the file at the path or, where that fails, at the path that the process's game-file
+    // index has for it, which becomes the reader's path. False when neither can be opened.
     [[nodiscard]] bool Open();
+
+    // What the file is, as it was when it was opened.
+    [[nodiscard]] const FileStatus& Status() const { return status_; }
+    [[nodiscard]] const std::wstring& Path() const { return path_; }
 
     // Expects `sizeBytes` bytes in the file and allocates a buffer of that many, one chunk at most.
     // False when `sizeBytes` is 0 or there is a buffer already.
     [[nodiscard]] bool AllocateBuffer(std::uint64_t sizeBytes);
 
     // Reads the next chunk, or what is left of the expected bytes. False when the file is not
-    // open or ends before the chunk is complete; the position then stays where it was.
+    // open or ends before the chunk is complete; the position then stays where it was, and
+    // there is no chunk.
     [[nodiscard]] bool ReadNextChunk();
 
-    // The bytes that the last successful `ReadNextChunk` read; good until the next one.
+    // The bytes that the last `ReadNextChunk` delivered, whether it failed or not.
+    [[nodiscard]] std::size_t LastReadBytes() const { return lastReadBytes_; }
+
+    // Goes back over what a failed `ReadNextChunk` delivered, so that the next one reads the same
+    // chunk. False when the file cannot be wound back.
+    [[nodiscard]] bool RewindFailedRead();
+
+    // Moves a reader that has its buffer to `positionBytes`, which is at most the expected size.
+    // False when the file cannot be wound there.
+    [[nodiscard]] bool SeekTo(std::uint64_t positionBytes);
+
+    // The bytes that the last `ReadNextChunk` read; good until the next one.
     [[nodiscard]] std::span<const std::uint8_t> Chunk() const;
 
     // The bytes consumed so far.
     [[nodiscard]] std::uint64_t Position() const { return positionBytes_; }
 
   private:
+    bool OpenAtPath();
+
     std::wstring path_;
     std::size_t chunkBytes_;
     FileStream stream_;
+    FileStatus status_;
     std::vector<std::uint8_t> buffer_;
     std::uint64_t positionBytes_ = 0;
     std::uint64_t expectedBytes_ = 0;
-    std::size_t lastChunkBytes_ = 0;
+    std::size_t lastReadBytes_ = 0;
+    std::size_t chunkLength_ = 0;
 };
 
 }  // namespace sealkeeper

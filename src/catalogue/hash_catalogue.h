@@ -6,14 +6,25 @@
 #include <mbedtls/pk.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "app/result_code.h"
 #include "catalogue/path_alias.h"
+#include "catalogue/stored_entry.h"
 #include "runtime/certificate_trust.h"
 
 namespace sealkeeper {
+
+// What a catalogue file gives that was read and found good.
+struct CatalogueContents {
+    EntryList entries;
+    // As it was given to the writer.
+    std::vector<std::uint8_t> crlBlock;
+    // The certificate that the signature was checked with.
+    std::vector<std::uint8_t> certificateBytes;
+};
 
 // Holds nothing between calls but the product id that signing certificates must name.
 class HashCatalogue {
@@ -32,12 +43,35 @@ class HashCatalogue {
                                        std::vector<std::wstring> files,
                                        const std::wstring& outputPath, const AliasMap& aliases);
 
+    // Reads the catalogue `fileBytes` into `entries`, as they stand: the signature is not checked.
+    // Fails with `FileInvalid`, and with `CatalogueError`, logged, when memory runs out.
+    virtual ResultCode ReadCatalogue(std::vector<std::uint8_t> fileBytes, EntryList& entries);
+
+    // Reads the catalogue file at `cataloguePath` into `contents`. Its signature is checked with
+    // the certificate of the same name and the extension ".cer", which is checked first, against
+    // the trust material or the parent of a mod's certificate; see `VerifySigningCertificate`.
+    // Fails with `CatalogueError` when the path is empty or has no '.', or, logged, when memory
+    // runs out; `CatalogueIOError` when the file cannot be read; `FileInvalid`; `CertIOError` when
+    // the certificate cannot be read; the mapped error when certificate or signature are not good.
+    // `contents` means nothing then.
+    virtual ResultCode ReadAndVerifyCatalogue(const std::wstring& cataloguePath,
+                                              ByteView parentBytes, ByteView parentCrlBytes,
+                                              CatalogueContents& contents);
+
     // Checks a signing certificate against the built-in trust material for the product id; see the
     // free function of the same name.
     virtual ResultCode VerifySigningCertificate(ByteView certificateBytes, ByteView parentBytes,
                                                 ByteView parentCrlBytes, Certificate& certificate);
 
+    // `ReadCatalogue`, under the name by which listing says what it does without.
+    ResultCode GetUnverifiedCatalogueFileList(std::vector<std::uint8_t> catalogueBytes,
+                                              EntryList& entries);
+
   private:
+    ResultCode CheckSignature(std::span<std::uint8_t> fileBytes, const std::string& certificatePath,
+                              ByteView parentBytes, ByteView parentCrlBytes,
+                              std::vector<std::uint8_t>& certificateBytes);
+
     std::string productId_;
 };
 

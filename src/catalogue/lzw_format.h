@@ -5,6 +5,7 @@
 #define SEALKEEPER_CATALOGUE_LZW_FORMAT_H
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace sealkeeper::lzw {
@@ -12,10 +13,15 @@ namespace sealkeeper::lzw {
 inline constexpr unsigned kCodeBits = 12;
 inline constexpr std::uint8_t kBlockModeFlag = 0x80;
 
-// The container's magic and its flag byte.
+// The container's magic and its flag byte, whose low bits hold the width of a code.
 inline constexpr std::array<std::uint8_t, 3> kPrefix = {0x1F, 0x9D, kBlockModeFlag | kCodeBits};
+inline constexpr std::size_t kMagicBytes = 2;
+inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
 
-// Codes 0 to 255 are the one-byte strings. Code 256 would clear the dictionary in the classic
+// Codes 0 to 255 are the one-byte strings.
+inline constexpr std::uint16_t kOneByteStrings = 256;
+
+// Code 256 would clear the dictionary in the classic
 // program and is never used here.
 inline constexpr std::uint16_t kFirstFreeCode = 257;
 

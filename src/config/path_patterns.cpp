@@ -1,14 +1,13 @@
 #include "config/path_patterns.h"
 
-#include <glob.h>
 #include <strings.h>
 
 #include <algorithm>
 #include <cstddef>
-#include <span>
 
 #include "app/console_log.h"
 #include "platform/file_system.h"
+#include "platform/glob_result.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
@@ -19,23 +18,6 @@ constexpr int kMatched = 0;
 constexpr int kNoMatch = 1;
 constexpr int kOutOfMemory = -1;
 constexpr int kReadAborted = -2;
-
-// Owner of what POSIX `glob` allocates.
-class GlobResult {
-  public:
-    explicit GlobResult(const std::string& pattern)
-        : status_(glob(pattern.c_str(), GLOB_MARK | GLOB_NOSORT, nullptr, &result_)) {}
-    GlobResult(const GlobResult&) = delete;
-    GlobResult& operator=(const GlobResult&) = delete;
-    ~GlobResult() { globfree(&result_); }
-
-    [[nodiscard]] int Status() const { return status_; }
-    [[nodiscard]] std::span<char*> Paths() const { return {result_.gl_pathv, result_.gl_pathc}; }
-
-  private:
-    glob_t result_{};
-    int status_;
-};
 
 std::string PatternInGameDirectory(const std::string& pattern) {
     std::string path = WithForwardSlashes("./" + pattern);
@@ -55,7 +37,7 @@ int AddNamedPath(const std::string& path, std::vector<std::string>& matches) {
 }
 
 int AddGlobMatches(const std::string& pattern, std::vector<std::string>& matches) {
-    const GlobResult result(pattern);
+    const GlobResult result(pattern, GLOB_MARK | GLOB_NOSORT);
     switch (result.Status()) {
         case 0:
             break;

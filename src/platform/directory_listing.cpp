@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <memory>
 #include <span>
 
 namespace sealkeeper {
@@ -34,6 +35,12 @@ class ScannedDirectory {
     dirent** entries_ = nullptr;
     int count_;
 };
+
+struct DirectoryCloser {
+    void operator()(DIR* stream) const { closedir(stream); }
+};
+
+using DirectoryStream = std::unique_ptr<DIR, DirectoryCloser>;
 
 EntryType TypeOf(const dirent& entry, const std::string& directory) {
 #ifdef DT_UNKNOWN
@@ -65,6 +72,18 @@ std::optional<std::vector<DirectoryEntry>> ListDirectory(const std::string& dire
         listed.push_back({entry->d_name, TypeOf(*entry, directory)});
     }
     return listed;
+}
+
+std::optional<std::vector<DirectoryEntry>> ReadDirectory(const std::string& directory) {
+    const DirectoryStream stream(opendir(directory.c_str()));
+    if (!stream) {
+        return std::nullopt;
+    }
+    std::vector<DirectoryEntry> entries;
+    while (const dirent* entry = readdir(stream.get())) {
+        entries.push_back({entry->d_name, TypeOf(*entry, directory)});
+    }
+    return entries;
 }
 
 EntryType LinkStatusType(const std::string& path) {

@@ -1,4 +1,4 @@
-// One directory's entries, in the order that the file collection needs.
+// One directory's entries, sorted or as the system gives them.
 #ifndef SEALKEEPER_PLATFORM_DIRECTORY_LISTING_H
 #define SEALKEEPER_PLATFORM_DIRECTORY_LISTING_H
 
@@ -19,6 +19,10 @@ struct DirectoryEntry {
 // The entries of `directory`, which ends in '/', sorted by `alphasort`; "." and ".." and other
 // names that begin with a dot are among them. Nothing when the directory cannot be read.
 [[nodiscard]] std::optional<std::vector<DirectoryEntry>> ListDirectory(
+    const std::string& directory);
+
+// The same entries in the order in which POSIX `readdir` returns them.
+[[nodiscard]] std::optional<std::vector<DirectoryEntry>> ReadDirectory(
     const std::string& directory);
 
 // The type of the entry at `path`, asked with `lstat`, for file systems whose directories do not

@@ -1,31 +1,47 @@
 #include "platform/file_io.h"
 
+#include <fcntl.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <cstddef>
-
-#include "platform/file_system.h"
+#include <utility>
 
 namespace sealkeeper {
 
+OpenedFile OpenForReading(const std::string& path) {
+    // Non-blocking, which regular files know nothing of: to open a FIFO would wait for a writer.
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) {
+        return {};
+    }
+    FileStream stream(fdopen(descriptor, "rb"));
+    if (!stream) {
+        close(descriptor);
+        return {};
+    }
+    const FileStatus status = StatusOfOpenFile(descriptor);
+    if (status.type == FileType::Fifo) {
+        return {};
+    }
+    return {std::move(stream), status};
+}
+
 std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) {
     static_assert(sizeof(off_t) == sizeof(std::int64_t));
-    // Opening a FIFO would wait for a writer, and a directory tells sizes that mean nothing.
-    const FileType type = GetFileType(path);
-    if (type == FileType::Fifo || type == FileType::Directory) {
+    const OpenedFile file = OpenForReading(path);
+    // A directory tells a size that means nothing.
+    if (!file.stream || file.status.type == FileType::Directory ||
+        fseeko(file.stream.get(), 0, SEEK_END) != 0) {
         return std::nullopt;
     }
-    const FileStream stream(std::fopen(path.c_str(), "rb"));
-    if (!stream || fseeko(stream.get(), 0, SEEK_END) != 0) {
-        return std::nullopt;
-    }
-    const off_t sizeBytes = ftello(stream.get());
-    if (sizeBytes < 0 || fseeko(stream.get(), 0, SEEK_SET) != 0) {
+    const off_t sizeBytes = ftello(file.stream.get());
+    if (sizeBytes < 0 || fseeko(file.stream.get(), 0, SEEK_SET) != 0) {
         return std::nullopt;
     }
 
     std::vector<std::uint8_t> bytes(static_cast<std::size_t>(sizeBytes));
-    if (std::fread(bytes.data(), 1, bytes.size(), stream.get()) != bytes.size()) {
+    if (std::fread(bytes.data(), 1, bytes.size(), file.stream.get()) != bytes.size()) {
         return std::nullopt;
     }
     return bytes;

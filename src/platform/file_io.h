@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/file_system.h"
+
 namespace sealkeeper {
 
 struct FileCloser {
@@ -20,8 +22,19 @@ struct FileCloser {
 // looks at the result.
 using FileStream = std::unique_ptr<std::FILE, FileCloser>;
 
+// A file open for reading, and what it is.
+struct OpenedFile {
+    // Null when the file cannot be opened.
+    FileStream stream;
+    FileStatus status;
+};
+
+// Opens the file at `path` for reading. A FIFO counts as one that cannot be opened: its reader
+// would wait for a writer. A directory can be opened, but not read.
+[[nodiscard]] OpenedFile OpenForReading(const std::string& path);
+
 // All bytes of the file at `path`, as many as a seek to its end tells; nothing when it cannot be
-// read. A FIFO and a directory are not opened and give nothing.
+// read; a FIFO and a directory never can.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path);
 
 enum class WriteOutcome { Written, OpenFailed, WriteFailed, CloseFailed };

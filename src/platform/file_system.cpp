@@ -22,30 +22,42 @@ struct MallocDeleter {
     }  // NOLINT: realpath allocates with malloc
 };
 
+FileType TypeFrom(mode_t mode) {
+    if (S_ISREG(mode)) {
+        return FileType::Regular;
+    }
+    if (S_ISDIR(mode)) {
+        return FileType::Directory;
+    }
+    return S_ISFIFO(mode) ? FileType::Fifo : FileType::Other;
+}
+
+FileStatus StatusFrom(const struct stat& status) {
+    const FileType type = TypeFrom(status.st_mode);
+    // POSIX leaves st_size undefined for other types; some systems put the bytes waiting in a FIFO
+    // there.
+    const bool hasSize = type == FileType::Regular || type == FileType::Directory;
+    return {type, hasSize ? status.st_size : 0};
+}
+
+FileStatus StatusOfPath(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? StatusFrom(status) : FileStatus{};
+}
+
 }  // namespace
 
 FileType GetFileType(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return FileType::Missing;
-    }
-    if (S_ISREG(status.st_mode)) {
-        return FileType::Regular;
-    }
-    if (S_ISDIR(status.st_mode)) {
-        return FileType::Directory;
-    }
-    return S_ISFIFO(status.st_mode) ? FileType::Fifo : FileType::Other;
+    return StatusOfPath(path).type;
 }
 
 std::int64_t FileSizeBytes(const std::string& path) {
+    return StatusOfPath(path).sizeBytes;
+}
+
+FileStatus StatusOfOpenFile(int descriptor) {
     struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return 0;
-    }
-    // POSIX leaves st_size undefined for other types; some systems put the bytes waiting in a FIFO
-    // there.
-    return S_ISREG(status.st_mode) || S_ISDIR(status.st_mode) ? status.st_size : 0;
+    return fstat(descriptor, &status) == 0 ? StatusFrom(status) : FileStatus{};
 }
 
 std::optional<std::string> ResolvePath(const std::string& path) {

@@ -11,11 +11,20 @@ namespace sealkeeper {
 
 enum class FileType { Missing, Regular, Directory, Fifo, Other };
 
+// What POSIX `stat` tells of a file. A FIFO, a socket and a device have no size and count as 0,
+// whatever the system reports as waiting in them; so does what is missing.
+struct FileStatus {
+    FileType type = FileType::Missing;
+    std::int64_t sizeBytes = 0;
+};
+
+// The status of the open file `descriptor`, `Missing` when it cannot be told.
+[[nodiscard]] FileStatus StatusOfOpenFile(int descriptor);
+
 // What `path` names, `Missing` when `stat` fails for whatever reason, which errno then tells.
 [[nodiscard]] FileType GetFileType(const std::string& path);
 
-// The size in bytes that `stat` reports, 0 when it fails. A FIFO, a socket and a device have no
-// size and count as 0, whatever the system reports as waiting in them; nothing is ever opened here.
+// The size in bytes of what `path` names, 0 when `stat` fails; nothing is ever opened here.
 [[nodiscard]] std::int64_t FileSizeBytes(const std::string& path);
 
 // The absolute path without links and dot components (POSIX `realpath`); nothing for an empty path

@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <glob.h>
 #include <iconv.h>
 #include <mbedtls/ctr_drbg.h>
@@ -10,6 +11,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -130,6 +132,21 @@ int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
         status->st_size = FaultOf(Call::Stat).value;
     }
     return result;
+}
+
+int open(const char* path, int flags, ...) {
+    if (Strikes(Call::Open)) {
+        errno = EACCES;
+        return -1;
+    }
+    mode_t mode = 0;
+    if ((flags & O_CREAT) != 0) {
+        va_list arguments;
+        va_start(arguments, flags);
+        mode = static_cast<mode_t>(va_arg(arguments, int));
+        va_end(arguments);
+    }
+    return Real<int(const char*, int, ...)>("open")(path, flags, mode);
 }
 
 FILE* fopen(const char* path, const char* mode) {

@@ -13,6 +13,7 @@ enum class Call {
     GetCwd,
     Chdir,
     Stat,
+    Open,
     Fopen,
     Fwrite,
     Fflush,

@@ -181,7 +181,7 @@ TEST_F(SigningFaults, FileThatVanishesBeforeItIsHashed) {
     directory_.WriteFile("a", "x");
     CatalogueEntry entry;
     CapturedOutput output;
-    const ScopedFault fault(Call::Fopen);
+    const ScopedFault fault(Call::Open);
     EXPECT_EQ(BuildCatalogueEntry(L"./a", entry), ResultCode::CatalogueError);
     EXPECT_EQ(output.Take(), "[Info] Hashing ./a...");
 }

@@ -1,0 +1,17 @@
+// Shows what a generated file holds: the paths in a hash catalogue or the settings in runtime.conf.
+#ifndef SEALKEEPER_APP_LIST_ACTION_H
+#define SEALKEEPER_APP_LIST_ACTION_H
+
+#include "app/command_line_options.h"
+#include "app/result_code.h"
+
+namespace sealkeeper {
+
+// Lists the file at `options.listPath`, whose kind its content tells. No signature is checked.
+// Fails with `CatalogueIOError`, logged, when the file cannot be read, with `FileInvalid`,
+// deliberately without a message, when it is too short for either kind, and as its reader does.
+ResultCode RunListAction(CommandLineOptions& options);
+
+}  // namespace sealkeeper
+
+#endif

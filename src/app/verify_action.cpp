@@ -1,0 +1,137 @@
+#include "app/verify_action.h"
+
+#include <unistd.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/catalogue_search.h"
+#include "app/certificates_directory.h"
+#include "app/console_log.h"
+#include "app/runtime_configuration_check.h"
+#include "app/usage_text.h"
+#include "app/verification_summary.h"
+#include "catalogue/hash_catalogue.h"
+#include "platform/file_system.h"
+#include "platform/path_strings.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+// The absolute game directory, ending in '/'; nothing, logged, when it does not resolve.
+std::optional<std::string> ResolveGameDirectory(const std::string& verifyDir) {
+    auto resolved = ResolvePath(verifyDir);
+    if (!resolved) {
+        Log(LogLevel::Error,
+            "The provided working directory path couldn't be resolved, please make sure it's a valid path: '%s'.\n",
+            verifyDir.c_str());
+        PrintUsage(HelpText::Omitted);
+        return std::nullopt;
+    }
+    EnsureTrailingSeparator(*resolved);
+    return resolved;
+}
+
+ResultCode FindCataloguesIn(const std::wstring& directory, std::vector<std::wstring>& names) {
+    const std::string shown = WideToUtf8(directory);
+    if (GetFileType(shown) != FileType::Directory) {
+        Log(LogLevel::Error, "The provided path: '%s' does not match with existing directories.\n",
+            shown.c_str());
+        return ResultCode::SealkeeperIOError;
+    }
+    Log(LogLevel::Info, "Looking for the catalogue to validate under: '%s'.\n", shown.c_str());
+    names = FindCatalogues(directory);
+    if (names.empty()) {
+        Log(LogLevel::Error, "Couldn't find the .bin file under: '%s'.\n", shown.c_str());
+        return ResultCode::SealkeeperIOError;
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode ChangeInto(const std::string& directory) {
+    if (chdir(directory.c_str()) != 0) {
+        Log(LogLevel::Error, "Failed to set working directory: '%s'.\n", directory.c_str());
+        return ResultCode::InitFailedWorkingDirectory;
+    }
+    Log(LogLevel::Info, "Changed working directory to: '%s'.\n", directory.c_str());
+    return ResultCode::Ok;
+}
+
+// Appends the entries of the catalogue `name`, read from the game directory, to `entries`.
+ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, EntryList& entries) {
+    constexpr ByteView kNoParent;
+    constexpr ByteView kNoParentRevocationList;
+    const std::string shown = WideToUtf8(name);
+    Log(LogLevel::Info, "Reading the contents of: '%s'.\n", shown.c_str());
+    CatalogueContents contents;
+    const ResultCode code = catalogue.ReadAndVerifyCatalogue(
+        Utf8ToWide(kCertificatesDirectory) + name, kNoParent, kNoParentRevocationList, contents);
+    if (code != ResultCode::Ok) {
+        Log(LogLevel::Error, "Reading the catalogue '%s' file failed. Code %i (%s)\n",
+            shown.c_str(), ResultCodeNumber(code), ResultFailureText(code));
+        return code;
+    }
+    entries.insert(entries.end(), contents.entries.begin(), contents.entries.end());
+    // Deliberately a running total over all catalogues so far.
+    Log(LogLevel::Info, "Added %zu file entries from '%s'\n", entries.size(), shown.c_str());
+    return ResultCode::Ok;
+}
+
+ResultCode VerifyEntry(const StoredEntry& entry) {
+    constexpr MismatchHandler kNoHandler = nullptr;
+    const std::wstring path = entry.Path();
+    const ResultCode code = entry.VerifyCatalogueFile(path, kNoHandler, nullptr);
+    // Ends the progress line or the verdict before: neither message below has a line feed.
+    EndConsoleLine();
+    if (code != ResultCode::Ok) {
+        Log(LogLevel::Error, "[Failure] Failed to verify '%s' - Code %i (%s).",
+            WideToUtf8(path).c_str(), ResultCodeNumber(code), ResultFailureText(code));
+    } else {
+        Log(LogLevel::Info, "[Success] Successfully verified '%s'.", WideToUtf8(path).c_str());
+    }
+    return code;
+}
+
+ResultCode VerifyEntries(const EntryList& entries) {
+    Log(LogLevel::Info, "Will begin the validation of %zu files:\n", entries.size());
+    VerificationSummary summary;
+    for (const auto& entry : entries) {
+        summary.Add(VerifyEntry(*entry));
+    }
+    EndConsoleLine();
+    EndConsoleLine();
+    summary.Print();
+    return summary.Result();
+}
+
+}  // namespace
+
+ResultCode RunVerifyAction(CommandLineOptions& options) {
+    const auto gameDirectory = ResolveGameDirectory(options.verifyDir);
+    if (!gameDirectory) {
+        return ResultCode::SealkeeperUsageError;
+    }
+    const std::wstring directory = Utf8ToWide(*gameDirectory) + Utf8ToWide(kCertificatesDirectory);
+    std::vector<std::wstring> names;
+    if (const ResultCode code = FindCataloguesIn(directory, names); code != ResultCode::Ok) {
+        return code;
+    }
+    if (const ResultCode code = ChangeInto(*gameDirectory); code != ResultCode::Ok) {
+        return code;
+    }
+    HashCatalogue catalogue(options.productId);
+    EntryList entries;
+    for (const std::wstring& name : names) {
+        if (const ResultCode code = AppendCatalogue(catalogue, name, entries);
+            code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    const ResultCode filesCode = VerifyEntries(entries);
+    const ResultCode runtimeCode = CheckRuntimeConfiguration(options, WideToUtf8(directory));
+    return runtimeCode != ResultCode::Ok ? runtimeCode : filesCode;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,70 @@
+// One file's entry as a catalogue holds it, and the check of the file against it.
+#ifndef SEALKEEPER_CATALOGUE_STORED_ENTRY_H
+#define SEALKEEPER_CATALOGUE_STORED_ENTRY_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "app/result_code.h"
+#include "runtime/sha256.h"
+
+namespace sealkeeper {
+
+class StoredEntry;
+
+// Asked about a chunk that differs from its digest on two reads: true accepts it. `positionBytes`
+// is where the chunk ends in the file, `context` what the caller of the check gave with the
+// handler.
+using MismatchHandler = bool (*)(const StoredEntry& entry, std::uint64_t positionBytes,
+                                 void* context);
+
+// The decompressed entry block, which the entries of a catalogue share and keep alive.
+using SharedEntryBlock = std::shared_ptr<const std::vector<std::uint8_t>>;
+
+// A view of one record of an entry block. Never changes.
+class StoredEntry {
+  public:
+    enum class CheckExtent { SizeAndChunks, SizeOnly };
+
+    // `record` lies in `block` and is as long as its number of digests makes it.
+    StoredEntry(SharedEntryBlock block, std::span<const std::uint8_t> record,
+                CheckExtent extent = CheckExtent::SizeAndChunks);
+    StoredEntry(const StoredEntry&) = delete;
+    StoredEntry& operator=(const StoredEntry&) = delete;
+    virtual ~StoredEntry() = default;
+
+    // Checks the file at `path`: its size, and unless that is all to check, the digest of every
+    // chunk. Shows progress dots and prints nothing else. Returns `Ok` for a file that matches;
+    // `FileVerificationIOError` when `path` is empty, the file cannot be opened, or a chunk cannot
+    // be read twice; `FileVerificationSizeMismatch`; `FileVerificationHashMismatch` when a chunk
+    // differs on two reads and `handler`, which may be null, does not accept it. After a chunk that
+    // matched only on its second read, or was accepted, the next one is deliberately not compared.
+    virtual ResultCode VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
+                                           void* context) const;
+
+    [[nodiscard]] CheckExtent Extent() const { return extent_; }
+    [[nodiscard]] std::uint64_t FileSizeBytes() const;
+    // The index of the first UTF-16 unit behind the last '/' of the path, as stored.
+    [[nodiscard]] std::uint32_t NamePosition() const;
+    // The path up to the first zero of its field.
+    [[nodiscard]] std::wstring Path() const;
+    [[nodiscard]] std::uint32_t DigestCount() const;
+    // `index` is below `DigestCount`.
+    [[nodiscard]] std::span<const std::uint8_t, kSha256Bytes> Digest(std::uint32_t index) const;
+
+  private:
+    SharedEntryBlock block_;
+    std::span<const std::uint8_t> record_;
+    CheckExtent extent_;
+};
+
+// The entries of a catalogue, in file order.
+using EntryList = std::vector<std::shared_ptr<const StoredEntry>>;
+
+}  // namespace sealkeeper
+
+#endif

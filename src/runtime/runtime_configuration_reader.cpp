@@ -1,0 +1,57 @@
+#include "runtime/runtime_configuration_reader.h"
+
+#include <algorithm>
+
+#include "app/console_log.h"
+#include "platform/little_endian.h"
+#include "runtime/runtime_configuration_format.h"
+#include "runtime/scramble.h"
+#include "runtime/stored_signature.h"
+
+namespace sealkeeper {
+namespace {
+
+RuntimeConfiguration LoadRecord(std::span<const std::uint8_t> file) {
+    const auto load = [file](std::size_t offset) {
+        return LoadLittleEndian<std::uint32_t>(file.subspan(offset));
+    };
+    RuntimeConfiguration configuration;
+    configuration.version = load(runtime_file::kVersionOffset);
+    configuration.maxActiveInstances = load(runtime_file::kMaxActiveInstancesOffset);
+    const auto name = file.subspan(runtime_file::kCrashReporterNameOffset, kCrashReporterNameBytes);
+    std::copy(name.begin(), name.end(), configuration.crashReporterName.begin());
+    configuration.antiTamperSolution = load(runtime_file::kAntiTamperSolutionOffset);
+    return configuration;
+}
+
+}  // namespace
+
+ResultCode ListRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
+                                    RuntimeConfiguration& configuration) {
+    Unscramble(fileBytes);
+    if (fileBytes.size() < runtime_file::kSizeBytes) {
+        Log(LogLevel::Error,
+            "The provided file was too small to be a configuration file, file size: %zu, expected: %zu.\n",
+            fileBytes.size(), runtime_file::kSizeBytes);
+        return ResultCode::FileInvalid;
+    }
+    if (!std::equal(signed_file::kMagic.begin(), signed_file::kMagic.end(),
+                    fileBytes.begin() + runtime_file::kMagicOffset)) {
+        Log(LogLevel::Error, "Unsupported file format.\n");
+        return ResultCode::FileInvalid;
+    }
+    configuration = LoadRecord(fileBytes);
+    return PrintRuntimeConfiguration(configuration);
+}
+
+bool ValidateRuntimeConfiguration(std::span<std::uint8_t> fileBytes, Certificate& certificate) {
+    Unscramble(fileBytes);
+    // A longer file fails the check as well, because all of it counts as signed.
+    if (fileBytes.size() < runtime_file::kVersionOffset) {
+        return false;
+    }
+    const StoredSignature signature = TakeSignature(fileBytes, runtime_file::kSignatureOffset);
+    return VerifySignature(&certificate.Get()->pk, fileBytes, signature) == 0;
+}
+
+}  // namespace sealkeeper

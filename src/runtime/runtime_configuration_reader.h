@@ -1,0 +1,28 @@
+// Reads runtime.conf: shows its settings, or checks its signature.
+#ifndef SEALKEEPER_RUNTIME_RUNTIME_CONFIGURATION_READER_H
+#define SEALKEEPER_RUNTIME_RUNTIME_CONFIGURATION_READER_H
+
+#include <cstdint>
+#include <span>
+
+#include "app/result_code.h"
+#include "runtime/mbedtls_contexts.h"
+#include "runtime/runtime_configuration.h"
+
+namespace sealkeeper {
+
+// Unscrambles the whole file `fileBytes` in place, reads its settings into `configuration` and
+// shows them; the signature is not checked. Fails, logged, with `FileInvalid` when it is no
+// runtime.conf and with `CatalogueFileVersionUnsupported` when its version is not the one known
+// here.
+ResultCode ListRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
+                                    RuntimeConfiguration& configuration);
+
+// Unscrambles the whole file `fileBytes` in place and returns whether the signature in it is that
+// of the certificate's key. A file that is too short to hold one has none. Logs nothing.
+[[nodiscard]] bool ValidateRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
+                                                Certificate& certificate);
+
+}  // namespace sealkeeper
+
+#endif

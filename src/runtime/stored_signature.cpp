@@ -1,0 +1,34 @@
+#include "runtime/stored_signature.h"
+
+#include <algorithm>
+
+#include "platform/little_endian.h"
+#include "runtime/sha256.h"
+
+namespace sealkeeper {
+
+StoredSignature TakeSignature(std::span<std::uint8_t> file, std::size_t areaOffset) {
+    StoredSignature signature;
+    const auto area = file.subspan(areaOffset, signature.area.size());
+    const auto length = file.subspan(areaOffset + area.size(), sizeof(signature.lengthBytes));
+    std::copy(area.begin(), area.end(), signature.area.begin());
+    signature.lengthBytes = LoadLittleEndian<std::uint32_t>(length);
+    std::fill(area.begin(), area.end(), std::uint8_t{0});
+    std::fill(length.begin(), length.end(), std::uint8_t{0});
+    return signature;
+}
+
+int VerifySignature(mbedtls_pk_context* publicKey, std::span<const std::uint8_t> signedBytes,
+                    const StoredSignature& signature) {
+    if (signature.lengthBytes > signature.area.size()) {
+        return MBEDTLS_ERR_PK_SIG_LEN_MISMATCH;
+    }
+    Sha256Digest digest{};
+    if (const int result = ComputeSha256(signedBytes, digest); result != 0) {
+        return result;
+    }
+    return mbedtls_pk_verify(publicKey, MBEDTLS_MD_SHA256, digest.data(), digest.size(),
+                             signature.area.data(), signature.lengthBytes);
+}
+
+}  // namespace sealkeeper

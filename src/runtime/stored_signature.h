@@ -1,0 +1,35 @@
+// The signature as the two signed file formats store it: an area of fixed size and the length of
+// what is used of it.
+#ifndef SEALKEEPER_RUNTIME_STORED_SIGNATURE_H
+#define SEALKEEPER_RUNTIME_STORED_SIGNATURE_H
+
+#include <mbedtls/pk.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+#include "runtime/signed_file_format.h"
+
+namespace sealkeeper {
+
+struct StoredSignature {
+    std::array<std::uint8_t, signed_file::kSignatureAreaBytes> area{};
+    // As stored: may be anything.
+    std::uint32_t lengthBytes = 0;
+};
+
+// Takes the signature out of `file` and leaves zeros in its area and its length, as they were when
+// the file was signed. Both lie within `file`, the length right behind the area.
+[[nodiscard]] StoredSignature TakeSignature(std::span<std::uint8_t> file, std::size_t areaOffset);
+
+// Checks `signature` over the SHA-256 digest of `signedBytes`, with RSASSA-PKCS1-v1_5 (RFC 8017)
+// where the key is an RSA key. Returns 0 or the library's error.
+[[nodiscard]] int VerifySignature(mbedtls_pk_context* publicKey,
+                                  std::span<const std::uint8_t> signedBytes,
+                                  const StoredSignature& signature);
+
+}  // namespace sealkeeper
+
+#endif
