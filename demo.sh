@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Shows the sealkeeper's main job: ./demo.sh [game_dir]
 #
-# Installs what is missing, builds the program, issues credentials from the development authority, and
-# generates the signed files of a game: of game_dir, or of a small sample game that it lays out.
+# Installs what is missing, builds the program, issues credentials from the development authority,
+# generates the signed files of a game (of game_dir, or of a small sample game that it lays out), lists
+# them and verifies the game against them. In the sample game it then changes one byte, shows how
+# verifying fails, and puts the byte back; the files of game_dir are never changed.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 if [ "${1:-}" = --help ] || [ "${1:-}" = -h ]; then
@@ -76,13 +78,56 @@ else
     config=$here/examples/include-list.cfg
 fi
 
+show() {
+    echo
+    echo "== $1"
+    echo
+}
+
+verify() {
+    local status=0
+    "$program" -productid "$product" verify "$game" || status=$?
+    echo
+    echo "(exit status $status)"
+    [ "$status" -eq "$1" ]
+}
+
+# Flips the lowest bit of the byte at an offset of a file; done twice, nothing is changed.
+flip_bit() {
+    local byte
+    byte=$(od -An -tu1 -j "$2" -N 1 "$1")
+    # shellcheck disable=SC2059 # the format is the byte
+    printf "\\$(printf %03o $((byte ^ 1)))" | dd of="$1" bs=1 seek="$2" conv=notrunc 2> /dev/null
+}
+
+show "Generate"
 "$program" -productid "$product" -inkey "$credentials/base_private.key" \
     -incert "$credentials/base_public.cer" -target_game_dir "$game" "$config"
 
 output=$game/Quorvane/Certificates
-echo
-echo "The signed files are in $output:"
+show "The signed files are in $output"
 ls -l "$output"
+
+show "List the catalogue"
+"$program" list "$output/base.bin"
+
+show "List runtime.conf"
+"$program" list "$output/runtime.conf"
+
+show "Verify the game"
+verify 0
+
+if [ $# -eq 0 ]; then
+    changed=$game/Content/Paks/world.pak
+    # In the second of its three chunks.
+    offset=5000000
+    show "Verify again, with one byte of world.pak changed"
+    flip_bit "$changed" "$offset"
+    verify 26
+    flip_bit "$changed" "$offset"
+    show "Verify once more, with the byte put back"
+    verify 0
+fi
 cat <<NEXT
 
 Next:

@@ -43,10 +43,14 @@ class CodeReader {
     unsigned pendingCount_ = 0;
 };
 
-// The codes behind the prefix; nothing when there is no prefix or its codes have no bits.
+bool HasMagic(std::span<const std::uint8_t> input) {
+    return input.size() >= lzw::kMagicBytes &&
+           std::equal(input.begin(), input.begin() + lzw::kMagicBytes, lzw::kPrefix.begin());
+}
+
+// The codes behind the prefix; nothing when the width of a code is missing or 0.
 std::optional<CodeReader> CodesOf(std::span<const std::uint8_t> input) {
-    if (input.size() < lzw::kPrefix.size() ||
-        !std::equal(input.begin(), input.begin() + lzw::kMagicBytes, lzw::kPrefix.begin())) {
+    if (input.size() < lzw::kPrefix.size()) {
         return std::nullopt;
     }
     const unsigned codeBits = input[lzw::kMagicBytes] & lzw::kCodeBitsMask;
@@ -134,9 +138,12 @@ void WriteStrings(CodeReader codes, std::uint8_t* output) {
 }  // namespace
 
 bool DecompressLzw(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output) {
+    if (!HasMagic(input)) {
+        return true;
+    }
     const auto codes = CodesOf(input);
     if (!codes) {
-        return true;
+        return false;
     }
     const auto bytes = DecompressedBytes(*codes);
     if (!bytes) {

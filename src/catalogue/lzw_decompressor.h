@@ -10,9 +10,9 @@ namespace sealkeeper {
 
 // Appends the decompressed form of `input` to `output`. Input without the container's magic gives,
 // deliberately, nothing; the bits behind the last whole code are not looked at. Returns false, with
-// `output` as it was, when a code is not in the dictionary or there would be more than
-// `kMaxStoredLength` bytes. Memory is asked for only once the input is known to fill it. Time is
-// linear in the bytes read and produced.
+// `output` as it was, when the width of a code is missing or 0, a code is not in the dictionary, or
+// there would be more than `kMaxStoredLength` bytes. Memory is asked for only once the input is
+// known to fill it. Time is linear in the bytes read and produced.
 [[nodiscard]] bool DecompressLzw(std::span<const std::uint8_t> input,
                                  std::vector<std::uint8_t>& output);
 
