@@ -4,7 +4,8 @@
 # Installs what is missing, builds the program, issues credentials from the development authority,
 # generates the signed files of a game (of game_dir, or of a small sample game that it lays out), lists
 # them and verifies the game against them. In the sample game it then changes one byte, shows how
-# verifying fails, and puts the byte back; the files of game_dir are never changed.
+# verifying fails, and puts the byte back. In game_dir it writes Quorvane/Certificates, over what is
+# there, and changes nothing else.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 if [ "${1:-}" = --help ] || [ "${1:-}" = -h ]; then
@@ -89,7 +90,10 @@ verify() {
     "$program" -productid "$product" verify "$game" || status=$?
     echo
     echo "(exit status $status)"
-    [ "$status" -eq "$1" ]
+    if [ "$status" -ne "$1" ]; then
+        echo "demo.sh: verify was expected to end with $1" >&2
+        exit 1
+    fi
 }
 
 # Flips the lowest bit of the byte at an offset of a file; done twice, nothing is changed.

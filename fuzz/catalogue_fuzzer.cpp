@@ -17,7 +17,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         for (std::uint32_t i = 0; i < entry->DigestCount(); ++i) {
             // A digest is read in full.
             Sha256Digest digest{};
-            std::ranges::copy(entry->Digest(i), digest.begin());
+            const auto stored = entry->Digest(i);
+            std::copy(stored.begin(), stored.end(), digest.begin());
         }
     }
     return 0;

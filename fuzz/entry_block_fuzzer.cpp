@@ -19,13 +19,14 @@ namespace header = sealkeeper::catalogue_header;
 Bytes CatalogueOf(std::span<const std::uint8_t> entryCount, const Bytes& compressed) {
     Bytes file(header::kSizeBytes + compressed.size());
     const std::span<std::uint8_t> bytes(file);
-    std::ranges::copy(sealkeeper::signed_file::kMagic, file.begin() + header::kMagicOffset);
+    std::copy(sealkeeper::signed_file::kMagic.begin(), sealkeeper::signed_file::kMagic.end(),
+              file.begin() + header::kMagicOffset);
     sealkeeper::StoreLittleEndian(header::kFormatVersion,
                                   bytes.subspan(header::kFormatVersionOffset));
     sealkeeper::StoreLittleEndian(static_cast<std::uint32_t>(compressed.size()),
                                   bytes.subspan(header::kCompressedLengthOffset));
-    std::ranges::copy(entryCount, file.begin() + header::kEntryCountOffset);
-    std::ranges::copy(compressed, file.begin() + header::kSizeBytes);
+    std::copy(entryCount.begin(), entryCount.end(), file.begin() + header::kEntryCountOffset);
+    std::copy(compressed.begin(), compressed.end(), file.begin() + header::kSizeBytes);
     return file;
 }
 
@@ -41,8 +42,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Bytes compressed;
     CompressLzw(block, compressed);
     Bytes decompressed;
-    fuzz::Require(DecompressLzw(compressed, decompressed));
-    fuzz::Require(std::ranges::equal(decompressed, block));
+    fuzz::Require(DecompressLzw(compressed, block.size(), decompressed));
+    fuzz::Require(std::equal(decompressed.begin(), decompressed.end(), block.begin(), block.end()));
 
     HashCatalogue catalogue("");
     EntryList entries;

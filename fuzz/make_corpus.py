@@ -54,6 +54,13 @@ def seeds() -> "dict[str, dict[str, bytes]]":
             "thirty_one_bits": block_of_codes([65, 257, 66], width=31),
             "no_bits": bytes([0x1F, 0x9D, 0x80, 1, 2, 3]),
         },
+        "signature": {
+            "catalogue": sound,
+            "older_layout": catalogue_format.build(entries[:1], signature_layout=0),
+            "full_length": catalogue_format.with_signature(sound, b"\1" * 512),
+            "length_above_the_area": sound[:1032] + struct.pack("<I", 2**32 - 1) + sound[1036:],
+            "runtime_conf": runtime_conf_format.build(),
+        },
         "runtime_conf": {
             "sound": runtime_conf_format.unscramble(runtime_conf_format.build(1, b"CrashReporter", 1)),
             "full_name": runtime_conf_format.unscramble(runtime_conf_format.build(2**32 - 1, b"n" * 64, 9)),

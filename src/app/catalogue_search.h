@@ -10,7 +10,7 @@ namespace sealkeeper {
 // The names of everything in `directory`, which ends in '/', that matches "*.bin", in the order in
 // which POSIX `glob` gives them. A name that begins with a dot does not match, and a directory
 // does. Empty also when the directory cannot be read.
-[[nodiscard]] std::vector<std::wstring> FindCatalogues(const std::wstring& directory);
+[[nodiscard]] std::vector<std::wstring> FindCatalogues(const std::string& directory);
 
 }  // namespace sealkeeper
 

@@ -154,7 +154,7 @@ ResultCode ChooseVerify(CommandLineOptions& options) {
     if (const ResultCode code = ResolveInto(options.verifyDir); code != ResultCode::Ok) {
         return code;
     }
-    EnsureTrailingSeparator(options.verifyDir);
+    EnsureTrailingSlash(options.verifyDir);
     options.action = ActionKind::Verify;
     return ResultCode::Ok;
 }

@@ -1,6 +1,7 @@
 #include "app/generate_paths.h"
 
 #include "app/certificates_directory.h"
+#include "catalogue/catalogue_format.h"
 #include "platform/ascii_case.h"
 #include "platform/path_strings.h"
 
@@ -22,8 +23,8 @@ GeneratePaths MakeGeneratePaths(const CommandLineOptions& options) {
         EnsureTrailingSeparator(paths.outputDirectory);
         paths.outputDirectory += kCertificatesDirectory;
     }
-    paths.catalogueName = options.outputName + ".bin";
-    paths.certificateCopyName = options.outputName + ".cer";
+    paths.catalogueName = options.outputName + kCatalogueExtension;
+    paths.certificateCopyName = options.outputName + kCertificateExtension;
     return paths;
 }
 

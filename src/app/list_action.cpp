@@ -1,12 +1,13 @@
 #include "app/list_action.h"
 
-#include <algorithm>
 #include <cstdint>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
+#include "catalogue/catalogue_reader.h"
 #include "catalogue/hash_catalogue.h"
 #include "platform/file_io.h"
 #include "platform/text_encoding.h"
@@ -15,16 +16,24 @@
 namespace sealkeeper {
 namespace {
 
-bool HasCatalogueMagic(const std::vector<std::uint8_t>& fileBytes) {
-    return std::equal(signed_file::kMagic.begin(), signed_file::kMagic.end(), fileBytes.begin());
+ResultCode FailUnread(const std::string& path) {
+    Log(LogLevel::Error, "Could not locate the file on disk: '%s'.\n", path.c_str());
+    return ResultCode::CatalogueIOError;
 }
 
-ResultCode ListCatalogue(std::vector<std::uint8_t> fileBytes) {
+ResultCode ReadEntries(const std::string& path, EntryList& entries) {
+    std::vector<std::uint8_t> fileBytes;
+    if (const ResultCode code = ReadCatalogueFile(path, fileBytes); code != ResultCode::Ok) {
+        return code;
+    }
     // Nothing is verified, so no product id is expected.
     HashCatalogue catalogue("");
+    return catalogue.GetUnverifiedCatalogueFileList(std::move(fileBytes), entries);
+}
+
+ResultCode ListCatalogue(const std::string& path) {
     EntryList entries;
-    const ResultCode code = catalogue.GetUnverifiedCatalogueFileList(std::move(fileBytes), entries);
-    if (code != ResultCode::Ok) {
+    if (const ResultCode code = ReadEntries(path, entries); code != ResultCode::Ok) {
         // Deliberately shown as a warning.
         Log(LogLevel::Warning, "GetUnverifiedCatalogueFileList() failed. Code %i (%s).\n",
             ResultCodeNumber(code), ResultFailureText(code));
@@ -37,23 +46,25 @@ ResultCode ListCatalogue(std::vector<std::uint8_t> fileBytes) {
     return ResultCode::Ok;
 }
 
+ResultCode ListSettings(const std::string& path, RuntimeConfiguration& configuration) {
+    auto file = ReadFileStart(path, kMaxRuntimeFileBytes);
+    return file ? ListRuntimeConfiguration(file->bytes, configuration) : FailUnread(path);
+}
+
 }  // namespace
 
 ResultCode RunListAction(CommandLineOptions& options) {
-    Log(LogLevel::Info, "Performing list action on: '%s'.\n", options.listPath.c_str());
-    auto fileBytes = ReadWholeFile(options.listPath);
-    if (!fileBytes) {
-        Log(LogLevel::Error, "Could not locate the file on disk: '%s'.\n",
-            options.listPath.c_str());
-        return ResultCode::CatalogueIOError;
+    const std::string& path = options.listPath;
+    Log(LogLevel::Info, "Performing list action on: '%s'.\n", path.c_str());
+    const auto start = ReadFileStart(path, catalogue_header::kSizeBytes);
+    if (!start) {
+        return FailUnread(path);
     }
-    if (fileBytes->size() < catalogue_header::kSizeBytes) {
+    if (start->bytes.size() < catalogue_header::kSizeBytes) {
         return ResultCode::FileInvalid;
     }
-    if (HasCatalogueMagic(*fileBytes)) {
-        return ListCatalogue(std::move(*fileBytes));
-    }
-    return ListRuntimeConfiguration(*fileBytes, options.runtimeConfiguration);
+    return signed_file::HasMagic(start->bytes) ? ListCatalogue(path)
+                                               : ListSettings(path, options.runtimeConfiguration);
 }
 
 }  // namespace sealkeeper

@@ -1,6 +1,7 @@
 #include "app/runtime_configuration_check.h"
 
 #include "app/console_log.h"
+#include "catalogue/catalogue_format.h"
 #include "platform/file_io.h"
 #include "runtime/certificate_trust.h"
 #include "runtime/runtime_configuration_reader.h"
@@ -10,9 +11,8 @@
 namespace sealkeeper {
 namespace {
 
-ResultCode LoadCertificate(const CommandLineOptions& options, const std::string& path,
-                           Certificate& certificate) {
-    const auto bytes = ReadWholeFile(path);
+ResultCode LoadCertificate(const std::string& path, Certificate& certificate) {
+    const auto bytes = ReadCertificateBytes(path);
     if (!bytes) {
         Log(LogLevel::Error, "Failed to read certificate file %s.\n", path.c_str());
         return ResultCode::CertIOError;
@@ -20,11 +20,6 @@ ResultCode LoadCertificate(const CommandLineOptions& options, const std::string&
     if (ParseCertificate(*bytes, certificate) < 0) {
         Log(LogLevel::Error, "Error parsing certificate file '%s'.\n", path.c_str());
         return ResultCode::CertIOError;
-    }
-    if (!options.gameDevMode &&
-        !CheckCertificateTrust(BuiltInTrustMaterial(), certificate, options.productId)) {
-        Log(LogLevel::Error, "Error verifying certificate file '%s'.\n", path.c_str());
-        return ResultCode::MbedTlsX509VerifyFailed;
     }
     return ResultCode::Ok;
 }
@@ -34,18 +29,23 @@ ResultCode LoadCertificate(const CommandLineOptions& options, const std::string&
 ResultCode CheckRuntimeConfiguration(const CommandLineOptions& options,
                                      const std::string& directory) {
     const std::string path = directory + kRuntimeConfigurationFileName;
-    auto fileBytes = ReadWholeFile(path);
-    if (!fileBytes) {
+    auto file = ReadFileStart(path, kMaxRuntimeFileBytes);
+    if (!file) {
         return ResultCode::Ok;
     }
     Log(LogLevel::Info, "Validating runtime configuration file at: %s\n", path.c_str());
+    const std::string certificatePath = directory + kMainCatalogueName + kCertificateExtension;
     Certificate certificate;
-    if (const ResultCode code =
-            LoadCertificate(options, directory + kMainCatalogueName + ".cer", certificate);
+    if (const ResultCode code = LoadCertificate(certificatePath, certificate);
         code != ResultCode::Ok) {
         return code;
     }
-    if (!ValidateRuntimeConfiguration(*fileBytes, certificate)) {
+    if (!options.gameDevMode &&
+        !CheckCertificateTrust(BuiltInTrustMaterial(), certificate, options.productId)) {
+        Log(LogLevel::Error, "Error verifying certificate file '%s'.\n", certificatePath.c_str());
+        return ResultCode::MbedTlsX509VerifyFailed;
+    }
+    if (!ValidateRuntimeConfiguration(file->bytes, certificate)) {
         Log(LogLevel::Error, "Validation of runtime configuration failed: '%s'.\n", path.c_str());
         return ResultCode::MbedTlsX509VerifyFailed;
     }

@@ -30,21 +30,25 @@ std::optional<std::string> ResolveGameDirectory(const std::string& verifyDir) {
         PrintUsage(HelpText::Omitted);
         return std::nullopt;
     }
-    EnsureTrailingSeparator(*resolved);
+    EnsureTrailingSlash(*resolved);
     return resolved;
 }
 
-ResultCode FindCataloguesIn(const std::wstring& directory, std::vector<std::wstring>& names) {
-    const std::string shown = WideToUtf8(directory);
-    if (GetFileType(shown) != FileType::Directory) {
+// The names of the catalogues in the certificates directory of the game.
+ResultCode FindCataloguesOf(const std::string& gameDirectory, std::vector<std::wstring>& names) {
+    const std::string directory = gameDirectory + kCertificatesDirectory;
+    // Catalogue paths are wide text. A directory that has no such form is not looked for under the
+    // error text that stands for it, which could name another one.
+    const std::string wideForm = WideToUtf8(Utf8ToWide(gameDirectory)) + kCertificatesDirectory;
+    if (wideForm != directory || GetFileType(directory) != FileType::Directory) {
         Log(LogLevel::Error, "The provided path: '%s' does not match with existing directories.\n",
-            shown.c_str());
+            wideForm.c_str());
         return ResultCode::SealkeeperIOError;
     }
-    Log(LogLevel::Info, "Looking for the catalogue to validate under: '%s'.\n", shown.c_str());
+    Log(LogLevel::Info, "Looking for the catalogue to validate under: '%s'.\n", directory.c_str());
     names = FindCatalogues(directory);
     if (names.empty()) {
-        Log(LogLevel::Error, "Couldn't find the .bin file under: '%s'.\n", shown.c_str());
+        Log(LogLevel::Error, "Couldn't find the .bin file under: '%s'.\n", directory.c_str());
         return ResultCode::SealkeeperIOError;
     }
     return ResultCode::Ok;
@@ -108,14 +112,13 @@ ResultCode VerifyEntries(const EntryList& entries) {
 
 }  // namespace
 
-ResultCode RunVerifyAction(CommandLineOptions& options) {
+ResultCode RunVerifyAction(const CommandLineOptions& options) {
     const auto gameDirectory = ResolveGameDirectory(options.verifyDir);
     if (!gameDirectory) {
         return ResultCode::SealkeeperUsageError;
     }
-    const std::wstring directory = Utf8ToWide(*gameDirectory) + Utf8ToWide(kCertificatesDirectory);
     std::vector<std::wstring> names;
-    if (const ResultCode code = FindCataloguesIn(directory, names); code != ResultCode::Ok) {
+    if (const ResultCode code = FindCataloguesOf(*gameDirectory, names); code != ResultCode::Ok) {
         return code;
     }
     if (const ResultCode code = ChangeInto(*gameDirectory); code != ResultCode::Ok) {
@@ -130,7 +133,8 @@ ResultCode RunVerifyAction(CommandLineOptions& options) {
         }
     }
     const ResultCode filesCode = VerifyEntries(entries);
-    const ResultCode runtimeCode = CheckRuntimeConfiguration(options, WideToUtf8(directory));
+    const ResultCode runtimeCode =
+        CheckRuntimeConfiguration(options, *gameDirectory + kCertificatesDirectory);
     return runtimeCode != ResultCode::Ok ? runtimeCode : filesCode;
 }
 

@@ -7,10 +7,13 @@
 
 namespace sealkeeper {
 
-// Verifies the game at `options.verifyDir`. The process's current directory is the game directory
-// afterwards. A file that fails does not end the run, a catalogue that fails does. Every failure is
-// logged. Nothing is ever written.
-ResultCode RunVerifyAction(CommandLineOptions& options);
+// Verifies the game at `options.verifyDir` and logs a verdict for each file. Fails at once, logged,
+// with `SealkeeperUsageError` when the directory does not resolve, `SealkeeperIOError` when it has
+// no catalogues, `InitFailedWorkingDirectory`, and as `HashCatalogue::ReadAndVerifyCatalogue` does
+// for any catalogue. Otherwise returns the failure of runtime.conf (`CheckRuntimeConfiguration`)
+// or, where that is none, of the files (`VerificationSummary::Result`). Nothing is ever written;
+// the process's current directory is the game directory afterwards.
+ResultCode RunVerifyAction(const CommandLineOptions& options);
 
 }  // namespace sealkeeper
 

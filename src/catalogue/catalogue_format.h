@@ -17,6 +17,10 @@ namespace sealkeeper {
 // Lengths and counts are stored in 32 bits.
 inline constexpr std::uint64_t kMaxStoredLength = std::numeric_limits<std::uint32_t>::max();
 
+// A catalogue's file name, and that of the certificate that it is verified with, differ in these.
+inline constexpr const char* kCatalogueExtension = ".bin";
+inline constexpr const char* kCertificateExtension = ".cer";
+
 namespace catalogue_header {
 
 inline constexpr std::uint16_t kFormatVersion = 4;

@@ -1,6 +1,5 @@
 #include "catalogue/catalogue_reader.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -8,6 +7,7 @@
 
 #include "catalogue/catalogue_format.h"
 #include "catalogue/lzw_decompressor.h"
+#include "platform/file_io.h"
 #include "platform/little_endian.h"
 
 namespace sealkeeper {
@@ -19,24 +19,23 @@ struct Header {
     std::uint32_t entryCount;
 };
 
-// Nothing when the file has no header of this format or its lengths do not add up.
-std::optional<Header> ReadHeader(std::span<const std::uint8_t> file) {
+// The header that `start` begins with. Nothing when there is none of this format or its lengths do
+// not add up to `fileSizeBytes`.
+std::optional<Header> ReadHeader(std::span<const std::uint8_t> start, std::uint64_t fileSizeBytes) {
     namespace header = catalogue_header;
-    if (file.size() < header::kSizeBytes ||
-        !std::equal(signed_file::kMagic.begin(), signed_file::kMagic.end(),
-                    file.begin() + header::kMagicOffset)) {
+    if (start.size() < header::kSizeBytes || !signed_file::HasMagic(start)) {
         return std::nullopt;
     }
-    if (LoadLittleEndian<std::uint16_t>(file.subspan(header::kFormatVersionOffset)) !=
+    if (LoadLittleEndian<std::uint16_t>(start.subspan(header::kFormatVersionOffset)) !=
         header::kFormatVersion) {
         return std::nullopt;
     }
-    const auto load = [file](std::size_t offset) {
-        return LoadLittleEndian<std::uint32_t>(file.subspan(offset));
+    const auto load = [start](std::size_t offset) {
+        return LoadLittleEndian<std::uint32_t>(start.subspan(offset));
     };
     const std::uint64_t crlLength = load(header::kCrlLengthOffset);
     const std::uint64_t compressedLength = load(header::kCompressedLengthOffset);
-    if (file.size() - header::kSizeBytes != crlLength + compressedLength) {
+    if (fileSizeBytes - header::kSizeBytes != crlLength + compressedLength) {
         return std::nullopt;
     }
     return Header{static_cast<std::size_t>(crlLength), static_cast<std::size_t>(compressedLength),
@@ -64,10 +63,11 @@ std::optional<std::span<const std::uint8_t>> TakeRecord(std::span<const std::uin
 ResultCode ReadEntries(const SharedEntryBlock& block, std::uint32_t entryCount,
                        EntryList& entries) {
     std::span<const std::uint8_t> unread(*block);
+    // The block is known to have room for so many.
+    entries.reserve(entryCount);
     for (std::uint32_t i = 0; i < entryCount; ++i) {
         const auto record = TakeRecord(unread);
         if (!record) {
-            entries.clear();
             return ResultCode::FileInvalid;
         }
         entries.push_back(std::make_shared<StoredEntry>(block, *record));
@@ -75,30 +75,52 @@ ResultCode ReadEntries(const SharedEntryBlock& block, std::uint32_t entryCount,
     return ResultCode::Ok;
 }
 
+ResultCode ReadBody(std::span<const std::uint8_t> file, const Header& header,
+                    ParsedCatalogue& catalogue) {
+    const auto body = file.subspan(catalogue_header::kSizeBytes);
+    const std::uint64_t minimumBytes = std::uint64_t{header.entryCount} * entry_record::kFixedBytes;
+    auto block = std::make_shared<std::vector<std::uint8_t>>();
+    if (!DecompressLzw(body.last(header.compressedLength), minimumBytes, *block)) {
+        return ResultCode::FileInvalid;
+    }
+    EntryList entries;
+    if (const ResultCode code = ReadEntries(std::move(block), header.entryCount, entries);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    catalogue = {body.first(header.crlLength), std::move(entries)};
+    return ResultCode::Ok;
+}
+
 }  // namespace
 
+ResultCode ReadCatalogueFile(const std::string& path, std::vector<std::uint8_t>& fileBytes) {
+    const auto start = ReadFileStart(path, catalogue_header::kSizeBytes);
+    if (!start) {
+        return ResultCode::CatalogueIOError;
+    }
+    if (!ReadHeader(start->bytes, start->fileSizeBytes)) {
+        return ResultCode::FileInvalid;
+    }
+    auto whole = ReadFileStart(path, start->fileSizeBytes);
+    if (!whole) {
+        return ResultCode::CatalogueIOError;
+    }
+    fileBytes = std::move(whole->bytes);
+    return ResultCode::Ok;
+}
+
 ResultCode ParseCatalogueImage(std::span<std::uint8_t> fileBytes,
-                               const SignatureCheck& checkSignature,
-                               std::vector<std::uint8_t>& crlBlock, EntryList& entries) {
-    crlBlock.clear();
-    entries.clear();
-    const auto header = ReadHeader(fileBytes);
+                               const SignatureCheck& checkSignature, ParsedCatalogue& catalogue) {
+    catalogue = {};
+    const auto header = ReadHeader(fileBytes, fileBytes.size());
     if (!header) {
         return ResultCode::FileInvalid;
     }
-    if (checkSignature) {
-        if (const ResultCode code = checkSignature(fileBytes); code != ResultCode::Ok) {
-            return code;
-        }
+    if (const ResultCode code = checkSignature(fileBytes); code != ResultCode::Ok) {
+        return code;
     }
-    const auto body = fileBytes.subspan(catalogue_header::kSizeBytes);
-    const auto crl = body.first(header->crlLength);
-    crlBlock.assign(crl.begin(), crl.end());
-    auto block = std::make_shared<std::vector<std::uint8_t>>();
-    if (!DecompressLzw(body.last(header->compressedLength), *block)) {
-        return ResultCode::FileInvalid;
-    }
-    return ReadEntries(std::move(block), header->entryCount, entries);
+    return ReadBody(fileBytes, *header, catalogue);
 }
 
 }  // namespace sealkeeper

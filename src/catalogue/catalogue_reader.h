@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "app/result_code.h"
@@ -13,16 +14,26 @@
 
 namespace sealkeeper {
 
-// Checks the signature of a file whose header and lengths are sound. May clear the signature.
+// Reads the whole catalogue file at `path` into `fileBytes`. Fails with `CatalogueIOError` when it
+// cannot be read, and with `FileInvalid` when it does not begin with the header of a file of its
+// size, of which no more is read then.
+ResultCode ReadCatalogueFile(const std::string& path, std::vector<std::uint8_t>& fileBytes);
+
+// Checks the signature of a file whose header and lengths are sound; may clear the signature.
 using SignatureCheck = std::function<ResultCode(std::span<std::uint8_t> fileBytes)>;
 
-// Reads the whole file `fileBytes` into `crlBlock` and `entries`, which are cleared first. The
-// signature is checked by `checkSignature`, before anything behind the header is looked at, and not
-// at all when that is empty. Fails with `FileInvalid` when the file is no well-formed catalogue,
-// whatever is wrong with it, and as `checkSignature` does; `entries` is then empty.
+struct ParsedCatalogue {
+    // As it was given to the writer; a view of the file's bytes.
+    std::span<const std::uint8_t> crlBlock;
+    EntryList entries;
+};
+
+// Reads the whole file `fileBytes` into `catalogue`. `checkSignature`, which must not be empty, is
+// asked before anything behind the header is looked at. Fails with `FileInvalid` when the file is
+// no well-formed catalogue, whatever is wrong with it, and as `checkSignature` does; `catalogue` is
+// then empty.
 ResultCode ParseCatalogueImage(std::span<std::uint8_t> fileBytes,
-                               const SignatureCheck& checkSignature,
-                               std::vector<std::uint8_t>& crlBlock, EntryList& entries);
+                               const SignatureCheck& checkSignature, ParsedCatalogue& catalogue);
 
 }  // namespace sealkeeper
 

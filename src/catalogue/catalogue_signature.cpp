@@ -8,6 +8,21 @@
 #include "runtime/stored_signature.h"
 
 namespace sealkeeper {
+namespace {
+
+// Whether `signedBytes` are what the signature of a file of the current layout covers. Such a
+// signature fits them wherever they stand, so behind the header of an older layout it would pass a
+// file off that nobody signed. No older file begins so: its lengths would be the magic and version.
+bool BeginsAsCurrentLayout(std::span<const std::uint8_t> signedBytes) {
+    namespace header = catalogue_header;
+    return signedBytes.size() >= header::kSignatureOffset && signed_file::HasMagic(signedBytes) &&
+           LoadLittleEndian<std::uint16_t>(signedBytes.subspan(header::kFormatVersionOffset)) ==
+               header::kFormatVersion &&
+           LoadLittleEndian<std::uint16_t>(signedBytes.subspan(header::kSignatureLayoutOffset)) ==
+               header::kSignatureLayout;
+}
+
+}  // namespace
 
 ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const std::uint8_t> image,
                               std::uint8_t* outSignature, std::size_t* outLength) {
@@ -37,6 +52,9 @@ ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,
     const auto signedBytes = layout == header::kSignatureLayout
                                  ? fileBytes
                                  : fileBytes.subspan(header::kCrlLengthOffset);
+    if (layout != header::kSignatureLayout && BeginsAsCurrentLayout(signedBytes)) {
+        return ResultCode::MbedTlsGenericError;
+    }
     return MapX509Error(VerifySignature(publicKey, signedBytes, signature), 0);
 }
 

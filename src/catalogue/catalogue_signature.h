@@ -21,8 +21,9 @@ ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const st
 
 // Checks the signature in a catalogue's bytes, whose header is sound, with the signer's key. What
 // is signed depends on the header's signature layout: the whole file with its signature area and
-// length zero or, for the older layouts, the file from behind them. Returns the library's mapped
-// error when the signature does not verify. The signature in `fileBytes` is zero afterwards.
+// length zero or, for the older layouts, the file from behind them; never what would be a file of
+// the current layout itself, whose signature was not made for this one. Returns the library's
+// mapped error when the signature does not verify. The signature in `fileBytes` is zero afterwards.
 ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,
                                     std::span<std::uint8_t> fileBytes);
 

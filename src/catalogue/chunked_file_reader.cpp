@@ -74,7 +74,7 @@ bool ChunkedFileReader::RewindFailedRead() {
 }
 
 bool ChunkedFileReader::SeekTo(std::uint64_t positionBytes) {
-    if (fseeko(stream_.get(), static_cast<off_t>(positionBytes), SEEK_SET) != 0) {
+    if (!stream_ || fseeko(stream_.get(), static_cast<off_t>(positionBytes), SEEK_SET) != 0) {
         return false;
     }
     expectedBytes_ = positionBytes_ + expectedBytes_ - positionBytes;

@@ -25,12 +25,12 @@ class ChunkedFileReader {
     [[nodiscard]] const std::wstring& Path() const { return path_; }
 
     // Expects `sizeBytes` bytes in the file and allocates a buffer of that many, one chunk at most.
-    // False when `sizeBytes` is 0 or there is a buffer already.
+    // False when `sizeBytes` is 0 or there is a buffer already; lack of memory is an exception.
     [[nodiscard]] bool AllocateBuffer(std::uint64_t sizeBytes);
 
-    // Reads the next chunk, or what is left of the expected bytes. False when the file is not
-    // open or ends before the chunk is complete; the position then stays where it was, and
-    // there is no chunk.
+    // Reads the next chunk, or what is left of the expected bytes: a chunk of no bytes once
+    // there are none left. False when the file is not open, ends before the chunk is complete
+    // or cannot be read; the position then stays where it was, and there is no chunk.
     [[nodiscard]] bool ReadNextChunk();
 
     // The bytes that the last `ReadNextChunk` delivered, whether it failed or not.
@@ -41,7 +41,7 @@ class ChunkedFileReader {
     [[nodiscard]] bool RewindFailedRead();
 
     // Moves a reader that has its buffer to `positionBytes`, which is at most the expected size.
-    // False when the file cannot be wound there.
+    // False when the file is not open or cannot be wound there.
     [[nodiscard]] bool SeekTo(std::uint64_t positionBytes);
 
     // The bytes that the last `ReadNextChunk` read; good until the next one.

@@ -1,4 +1,5 @@
-#include "catalogue/file_verification.h"
+// The check of one file of the game against its entry.
+#include "catalogue/stored_entry.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -19,7 +20,7 @@ class ChunkVerifier {
                   void* context)
         : entry_(entry), reader_(reader), handler_(handler), context_(context) {}
 
-    ResultCode VerifyNextChunk(std::uint32_t index) {
+    ResultCode VerifyChunk(std::uint32_t index) {
         // Leniency after a recovery, deliberate: this chunk is not compared.
         const bool isLenient = std::exchange(previousRecovered_, false);
         if (!ReadWithOneRetry()) {
@@ -44,7 +45,7 @@ class ChunkVerifier {
     [[nodiscard]] bool ChunkMatches(const ChunkedFileReader& reader, std::uint32_t index) const {
         Sha256Digest digest{};
         return ComputeSha256(reader.Chunk(), digest) == 0 &&
-               std::ranges::equal(digest, entry_.Digest(index));
+               std::equal(digest.begin(), digest.end(), entry_.Digest(index).begin());
     }
 
     // A chunk that differs is read afresh, because a read may have gone wrong; what differs still
@@ -84,40 +85,41 @@ class ChunkVerifier {
     bool previousRecovered_ = false;
 };
 
-ResultCode CheckSize(const StoredEntry& entry, const FileStatus& status) {
+ResultCode CheckStatus(const StoredEntry& entry, const FileStatus& status) {
     if (status.sizeBytes < 0) {
         return ResultCode::FileVerificationIOError;
     }
     if (static_cast<std::uint64_t>(status.sizeBytes) != entry.FileSizeBytes()) {
         return ResultCode::FileVerificationSizeMismatch;
     }
-    // A directory can be opened but never read, whatever size it tells.
-    return status.type == FileType::Directory ? ResultCode::FileVerificationIOError
-                                              : ResultCode::Ok;
+    // What is neither a file nor unknown has no content to check, whatever size it tells.
+    return status.type == FileType::Directory || status.type == FileType::Other
+               ? ResultCode::FileVerificationIOError
+               : ResultCode::Ok;
 }
 
 }  // namespace
 
-ResultCode VerifyFile(const StoredEntry& entry, const std::wstring& path, MismatchHandler handler,
-                      void* context) {
+ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
+                                            void* context) const {
     ChunkedFileReader reader(path, kChunkBytes);
     if (path.empty() || !reader.Open()) {
         return ResultCode::FileVerificationIOError;
     }
-    if (const ResultCode code = CheckSize(entry, reader.Status()); code != ResultCode::Ok) {
+    if (const ResultCode code = CheckStatus(*this, reader.Status()); code != ResultCode::Ok) {
         return code;
     }
-    if (entry.FileSizeBytes() == 0 || entry.Extent() == StoredEntry::CheckExtent::SizeOnly) {
+    if (FileSizeBytes() == 0 || extent_ == CheckExtent::SizeOnly) {
         return ResultCode::Ok;
     }
-    if (!reader.AllocateBuffer(entry.FileSizeBytes())) {
+    if (!reader.AllocateBuffer(FileSizeBytes())) {
         return ResultCode::Ok;
     }
     // An entry without digests is one whose size alone is known.
-    ChunkVerifier verifier(entry, reader, handler, context);
-    const std::uint32_t digestCount = entry.DigestCount();
+    ChunkVerifier verifier(*this, reader, handler, context);
+    const std::uint32_t digestCount = DigestCount();
     for (std::uint32_t index = 0; index < digestCount; ++index) {
-        if (const ResultCode code = verifier.VerifyNextChunk(index); code != ResultCode::Ok) {
+        if (const ResultCode code = verifier.VerifyChunk(index); code != ResultCode::Ok) {
             return code;
         }
     }

@@ -22,14 +22,15 @@ struct GameFileIndex {
 // The one index of the process, empty unless somebody builds it.
 [[nodiscard]] GameFileIndex& ProcessGameFileIndex();
 
-// Enters every file below `root` in `index`. Returns false, with `index` as it was, when `root` is
-// empty or the index holds an error already; false when `root` cannot be read; and false, with the
-// error text set and the walk ended, when two paths differ only in letter case. Directories below
-// the root that cannot be read are left out.
+// Enters every file below `root` in `index`, which is to be empty. Returns false, with `index` as
+// it was, when `root` is empty or the index holds an error already; false when `root` cannot be
+// read; and false, with the error text set and the walk ended, when two paths differ only in the
+// case of ASCII letters. Directories below the root that cannot be read are left out.
 [[nodiscard]] bool BuildGameFileIndex(GameFileIndex& index, const std::wstring& root);
 
 // Sets `realPath` to the path on disk of the file that `path`, absolute or relative to the root,
-// names in whatever letter case. Returns false, with `realPath` empty, when there is none.
+// names in whatever case of ASCII letters. Returns false, with `realPath` empty, when there is
+// none.
 [[nodiscard]] bool FindGameFile(const GameFileIndex& index, const std::wstring& path,
                                 std::wstring& realPath);
 

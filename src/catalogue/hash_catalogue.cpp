@@ -5,17 +5,15 @@
 #include <utility>
 
 #include "app/console_log.h"
+#include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_reader.h"
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/catalogue_writer.h"
-#include "platform/file_io.h"
 #include "platform/text_encoding.h"
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {
 namespace {
-
-constexpr const wchar_t* kCertificateExtension = L".cer";
 
 ResultCode WriteCatalogueOf(std::vector<std::wstring> files, const AliasMap& aliases,
                             mbedtls_pk_context* privateKey, ByteView crlBlock,
@@ -64,33 +62,47 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
 }
 
 ResultCode HashCatalogue::ReadCatalogue(std::vector<std::uint8_t> fileBytes, EntryList& entries) {
-    constexpr auto kNoSignatureCheck = nullptr;
+    const auto skipSignatureCheck = [](std::span<std::uint8_t> /*fileBytes*/) {
+        return ResultCode::Ok;
+    };
+    entries.clear();
     return ReportLackOfMemory([&] {
-        std::vector<std::uint8_t> crlBlock;
-        return ParseCatalogueImage(fileBytes, kNoSignatureCheck, crlBlock, entries);
+        ParsedCatalogue parsed;
+        const ResultCode code = ParseCatalogueImage(fileBytes, skipSignatureCheck, parsed);
+        entries = std::move(parsed.entries);
+        return code;
     });
 }
 
 ResultCode HashCatalogue::ReadAndVerifyCatalogue(const std::wstring& cataloguePath,
                                                  ByteView parentBytes, ByteView parentCrlBytes,
                                                  CatalogueContents& contents) {
-    // An empty path has none, either.
-    const std::size_t extension = cataloguePath.rfind(L'.');
-    if (extension == std::wstring::npos) {
-        return ResultCode::CatalogueError;
-    }
-    const std::string certificatePath =
-        WideToUtf8(cataloguePath.substr(0, extension) + kCertificateExtension);
+    contents = {};
     return ReportLackOfMemory([&] {
-        auto fileBytes = ReadWholeFile(WideToUtf8(cataloguePath));
-        if (!fileBytes) {
-            return ResultCode::CatalogueIOError;
+        const std::string path = WideToUtf8(cataloguePath);
+        // An empty path has none, either.
+        const std::size_t extension = path.rfind('.');
+        if (extension == std::string::npos) {
+            return ResultCode::CatalogueError;
         }
+        std::vector<std::uint8_t> fileBytes;
+        if (const ResultCode code = ReadCatalogueFile(path, fileBytes); code != ResultCode::Ok) {
+            return code;
+        }
+        CatalogueContents read;
         const auto checkSignature = [&](std::span<std::uint8_t> bytes) {
-            return CheckSignature(bytes, certificatePath, parentBytes, parentCrlBytes,
-                                  contents.certificateBytes);
+            return CheckSignature(bytes, path.substr(0, extension) + kCertificateExtension,
+                                  parentBytes, parentCrlBytes, read.certificateBytes);
         };
-        return ParseCatalogueImage(*fileBytes, checkSignature, contents.crlBlock, contents.entries);
+        ParsedCatalogue parsed;
+        if (const ResultCode code = ParseCatalogueImage(fileBytes, checkSignature, parsed);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        read.entries = std::move(parsed.entries);
+        read.crlBlock.assign(parsed.crlBlock.begin(), parsed.crlBlock.end());
+        contents = std::move(read);
+        return ResultCode::Ok;
     });
 }
 
@@ -103,7 +115,7 @@ ResultCode HashCatalogue::CheckSignature(std::span<std::uint8_t> fileBytes,
                                          const std::string& certificatePath, ByteView parentBytes,
                                          ByteView parentCrlBytes,
                                          std::vector<std::uint8_t>& certificateBytes) {
-    auto bytes = ReadWholeFile(certificatePath);
+    auto bytes = ReadCertificateBytes(certificatePath);
     if (!bytes) {
         return ResultCode::CertIOError;
     }

@@ -44,7 +44,8 @@ class HashCatalogue {
                                        const std::wstring& outputPath, const AliasMap& aliases);
 
     // Reads the catalogue `fileBytes` into `entries`, as they stand: the signature is not checked.
-    // Fails with `FileInvalid`, and with `CatalogueError`, logged, when memory runs out.
+    // Fails with `FileInvalid`, and with `CatalogueError`, logged, when memory runs out; `entries`
+    // is empty then.
     virtual ResultCode ReadCatalogue(std::vector<std::uint8_t> fileBytes, EntryList& entries);
 
     // Reads the catalogue file at `cataloguePath` into `contents`. Its signature is checked with
@@ -53,7 +54,7 @@ class HashCatalogue {
     // Fails with `CatalogueError` when the path is empty or has no '.', or, logged, when memory
     // runs out; `CatalogueIOError` when the file cannot be read; `FileInvalid`; `CertIOError` when
     // the certificate cannot be read; the mapped error when certificate or signature are not good.
-    // `contents` means nothing then.
+    // `contents` is empty then.
     virtual ResultCode ReadAndVerifyCatalogue(const std::wstring& cataloguePath,
                                               ByteView parentBytes, ByteView parentCrlBytes,
                                               CatalogueContents& contents);
@@ -63,7 +64,7 @@ class HashCatalogue {
     virtual ResultCode VerifySigningCertificate(ByteView certificateBytes, ByteView parentBytes,
                                                 ByteView parentCrlBytes, Certificate& certificate);
 
-    // `ReadCatalogue`, under the name by which listing says what it does without.
+    // The same as `ReadCatalogue`: nothing is verified.
     ResultCode GetUnverifiedCatalogueFileList(std::vector<std::uint8_t> catalogueBytes,
                                               EntryList& entries);
 

@@ -137,16 +137,17 @@ void WriteStrings(CodeReader codes, std::uint8_t* output) {
 
 }  // namespace
 
-bool DecompressLzw(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output) {
+bool DecompressLzw(std::span<const std::uint8_t> input, std::uint64_t minimumBytes,
+                   std::vector<std::uint8_t>& output) {
     if (!HasMagic(input)) {
-        return true;
+        return minimumBytes == 0;
     }
     const auto codes = CodesOf(input);
     if (!codes) {
         return false;
     }
     const auto bytes = DecompressedBytes(*codes);
-    if (!bytes) {
+    if (!bytes || *bytes < minimumBytes) {
         return false;
     }
     const std::size_t before = output.size();

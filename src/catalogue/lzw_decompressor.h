@@ -11,9 +11,9 @@ namespace sealkeeper {
 // Appends the decompressed form of `input` to `output`. Input without the container's magic gives,
 // deliberately, nothing; the bits behind the last whole code are not looked at. Returns false, with
 // `output` as it was, when the width of a code is missing or 0, a code is not in the dictionary, or
-// there would be more than `kMaxStoredLength` bytes. Memory is asked for only once the input is
-// known to fill it. Time is linear in the bytes read and produced.
-[[nodiscard]] bool DecompressLzw(std::span<const std::uint8_t> input,
+// there would be less than `minimumBytes` or more than `kMaxStoredLength` bytes. All of this is
+// known before memory is asked for. Time is linear in the bytes read and produced.
+[[nodiscard]] bool DecompressLzw(std::span<const std::uint8_t> input, std::uint64_t minimumBytes,
                                  std::vector<std::uint8_t>& output);
 
 }  // namespace sealkeeper

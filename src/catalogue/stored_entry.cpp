@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
-#include "catalogue/file_verification.h"
 #include "platform/little_endian.h"
 #include "platform/text_encoding.h"
 
@@ -12,11 +11,6 @@ namespace sealkeeper {
 StoredEntry::StoredEntry(SharedEntryBlock block, std::span<const std::uint8_t> record,
                          CheckExtent extent)
     : block_(std::move(block)), record_(record), extent_(extent) {}
-
-ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
-                                            void* context) const {
-    return VerifyFile(*this, path, handler, context);
-}
 
 std::uint64_t StoredEntry::FileSizeBytes() const {
     return LoadLittleEndian<std::uint64_t>(record_.subspan(entry_record::kFileSizeOffset));

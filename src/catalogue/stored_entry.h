@@ -37,12 +37,15 @@ class StoredEntry {
     StoredEntry& operator=(const StoredEntry&) = delete;
     virtual ~StoredEntry() = default;
 
-    // Checks the file at `path`: its size, and unless that is all to check, the digest of every
-    // chunk. Shows progress dots and prints nothing else. Returns `Ok` for a file that matches;
-    // `FileVerificationIOError` when `path` is empty, the file cannot be opened, or a chunk cannot
-    // be read twice; `FileVerificationSizeMismatch`; `FileVerificationHashMismatch` when a chunk
-    // differs on two reads and `handler`, which may be null, does not accept it. After a chunk that
-    // matched only on its second read, or was accepted, the next one is deliberately not compared.
+    // Checks the file at `path`: its size and, unless that is all to check, the digests of its
+    // first `DigestCount` chunks, of which those behind the end of the file have no bytes. Shows
+    // progress dots and prints nothing else. Returns `Ok` for a file that matches;
+    // `FileVerificationIOError` when `path` is empty, the file cannot be opened or has no content
+    // (a directory, a FIFO, a device), or a chunk cannot be read twice;
+    // `FileVerificationSizeMismatch`; `FileVerificationHashMismatch` when a chunk differs on two
+    // reads and `handler`, which may be null, does not accept it. After a chunk that matched only
+    // on its second read, or was accepted, the next one is deliberately not compared, nor missed
+    // when there is nothing of it to read. Defined in file_verification.cpp.
     virtual ResultCode VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
                                            void* context) const;
 

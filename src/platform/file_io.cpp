@@ -4,7 +4,9 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <utility>
 
 namespace sealkeeper {
@@ -27,7 +29,7 @@ OpenedFile OpenForReading(const std::string& path) {
     return {std::move(stream), status};
 }
 
-std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) {
+std::optional<FileStart> ReadFileStart(const std::string& path, std::uint64_t limitBytes) {
     static_assert(sizeof(off_t) == sizeof(std::int64_t));
     const OpenedFile file = OpenForReading(path);
     // A directory tells a size that means nothing.
@@ -40,11 +42,22 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) 
         return std::nullopt;
     }
 
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(sizeBytes));
-    if (std::fread(bytes.data(), 1, bytes.size(), file.stream.get()) != bytes.size()) {
+    FileStart start;
+    start.fileSizeBytes = static_cast<std::uint64_t>(sizeBytes);
+    start.bytes.resize(static_cast<std::size_t>(std::min(start.fileSizeBytes, limitBytes)));
+    if (std::fread(start.bytes.data(), 1, start.bytes.size(), file.stream.get()) !=
+        start.bytes.size()) {
         return std::nullopt;
     }
-    return bytes;
+    return start;
+}
+
+std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) {
+    auto start = ReadFileStart(path, std::numeric_limits<std::uint64_t>::max());
+    if (!start) {
+        return std::nullopt;
+    }
+    return std::move(start->bytes);
 }
 
 WriteOutcome WriteWholeFile(const std::string& path, std::span<const std::uint8_t> bytes) {

@@ -33,8 +33,19 @@ struct OpenedFile {
 // would wait for a writer. A directory can be opened, but not read.
 [[nodiscard]] OpenedFile OpenForReading(const std::string& path);
 
-// All bytes of the file at `path`, as many as a seek to its end tells; nothing when it cannot be
-// read; a FIFO and a directory never can.
+// The first bytes of a file.
+struct FileStart {
+    std::vector<std::uint8_t> bytes;
+    // Of the whole file, as a seek to its end tells.
+    std::uint64_t fileSizeBytes = 0;
+};
+
+// The first `limitBytes` bytes of the file at `path`, all of them when it has no more; nothing when
+// they cannot be read; a FIFO and a directory never can.
+[[nodiscard]] std::optional<FileStart> ReadFileStart(const std::string& path,
+                                                     std::uint64_t limitBytes);
+
+// All bytes of the file at `path`, under the same conditions.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path);
 
 enum class WriteOutcome { Written, OpenFailed, WriteFailed, CloseFailed };

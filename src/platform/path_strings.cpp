@@ -24,6 +24,12 @@ void EnsureTrailingSeparatorWide(std::wstring& path) {
     AppendSeparatorIfMissing(path);
 }
 
+void EnsureTrailingSlash(std::string& path) {
+    if (!path.ends_with('/')) {
+        path += '/';
+    }
+}
+
 bool ReplaceFirst(std::string& text, std::string_view find, std::string_view replacement) {
     const std::size_t position = text.find(find);
     if (position == std::string::npos) {

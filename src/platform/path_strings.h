@@ -11,6 +11,10 @@ namespace sealkeeper {
 void EnsureTrailingSeparator(std::string& path);
 void EnsureTrailingSeparatorWide(std::wstring& path);
 
+// Appends '/' unless `path`, as the system gave it, ends in one: there a backslash is part of a
+// name.
+void EnsureTrailingSlash(std::string& path);
+
 // Replaces the first occurrence of `find` in `text` by `replacement` and returns true; returns
 // false when there is none. An empty `find` inserts the replacement at the start.
 bool ReplaceFirst(std::string& text, std::string_view find, std::string_view replacement);

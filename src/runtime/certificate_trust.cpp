@@ -1,12 +1,18 @@
 #include "runtime/certificate_trust.h"
 
+#include <utility>
+
 #include "app/console_log.h"
+#include "platform/file_io.h"
 #include "runtime/mbedtls_result.h"
 
 namespace sealkeeper {
 namespace {
 
 constexpr const char* kNoExpectedName = nullptr;
+
+// Hundreds of times what certificates have.
+constexpr std::uint64_t kMaxCertificateBytes = 1'048'576;
 
 struct TrustAnchor {
     ByteView certificateDer;
@@ -57,6 +63,14 @@ VerificationResult VerifyAgainst(const TrustAnchor& trusted, ByteView subjectByt
 }
 
 }  // namespace
+
+std::optional<std::vector<std::uint8_t>> ReadCertificateBytes(const std::string& path) {
+    auto start = ReadFileStart(path, kMaxCertificateBytes);
+    if (!start) {
+        return std::nullopt;
+    }
+    return std::move(start->bytes);
+}
 
 int ParseCertificate(ByteView bytes, Certificate& certificate) {
     // The library appends to what the object already holds.

@@ -5,8 +5,10 @@
 #define SEALKEEPER_RUNTIME_CERTIFICATE_TRUST_H
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "app/result_code.h"
 #include "runtime/mbedtls_contexts.h"
@@ -15,6 +17,11 @@
 namespace sealkeeper {
 
 using ByteView = std::span<const std::uint8_t>;
+
+// The bytes of the certificate file at `path`; nothing when it cannot be read. Of a file that is
+// longer than any certificate, only as much as one may have.
+[[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadCertificateBytes(
+    const std::string& path);
 
 // Parses `bytes` as one DER certificate into `certificate`. Returns 0 or the library's error, which
 // leaves `certificate` empty.

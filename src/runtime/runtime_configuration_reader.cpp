@@ -35,8 +35,7 @@ ResultCode ListRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
             fileBytes.size(), runtime_file::kSizeBytes);
         return ResultCode::FileInvalid;
     }
-    if (!std::equal(signed_file::kMagic.begin(), signed_file::kMagic.end(),
-                    fileBytes.begin() + runtime_file::kMagicOffset)) {
+    if (!signed_file::HasMagic(fileBytes)) {
         Log(LogLevel::Error, "Unsupported file format.\n");
         return ResultCode::FileInvalid;
     }

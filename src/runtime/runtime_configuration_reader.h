@@ -11,6 +11,10 @@
 
 namespace sealkeeper {
 
+// How much is read of a file that should be a runtime.conf. One that is longer is none: cut here,
+// it neither unscrambles to the magic nor has a signature that fits.
+inline constexpr std::uint64_t kMaxRuntimeFileBytes = 67'108'864;
+
 // Unscrambles the whole file `fileBytes` in place, reads its settings into `configuration` and
 // shows them; the signature is not checked. Fails, logged, with `FileInvalid` when it is no
 // runtime.conf and with `CatalogueFileVersionUnsupported` when its version is not the one known

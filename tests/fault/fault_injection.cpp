@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdarg>
@@ -37,6 +38,8 @@ struct Fault {
 
 constinit std::array<Fault, static_cast<std::size_t>(Call::Count)> g_faults{};
 
+constinit std::size_t g_largestAllocation = 0;
+
 Fault& FaultOf(Call call) {
     return g_faults[static_cast<std::size_t>(call)];
 }
@@ -55,6 +58,9 @@ bool Strikes(Call call) {
     fault.struck = true;
     if (fault.reach == ScopedFault::Reach::Once) {
         fault.armed = false;
+    }
+    if (fault.reach == ScopedFault::Reach::EveryOther) {
+        fault.callsBefore = 1;
     }
     return true;
 }
@@ -92,10 +98,19 @@ void ResetCallCount(Call call) {
     FaultOf(call).callCount = 0;
 }
 
+std::size_t LargestAllocation() {
+    return g_largestAllocation;
+}
+
+void ResetLargestAllocation() {
+    g_largestAllocation = 0;
+}
+
 }  // namespace sealkeeper::test
 
 using sealkeeper::test::Call;
 using sealkeeper::test::FaultOf;
+using sealkeeper::test::g_largestAllocation;
 using sealkeeper::test::Real;
 using sealkeeper::test::Strikes;
 
@@ -134,6 +149,15 @@ int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
     return result;
 }
 
+// Strikes by reporting another size.
+int fstat(int descriptor, struct stat* status) SEALKEEPER_NOTHROW {
+    const int result = Real<int(int, struct stat*)>("fstat")(descriptor, status);
+    if (Strikes(Call::Fstat)) {
+        status->st_size = FaultOf(Call::Fstat).value;
+    }
+    return result;
+}
+
 int open(const char* path, int flags, ...) {
     if (Strikes(Call::Open)) {
         errno = EACCES;
@@ -149,12 +173,35 @@ int open(const char* path, int flags, ...) {
     return Real<int(const char*, int, ...)>("open")(path, flags, mode);
 }
 
-FILE* fopen(const char* path, const char* mode) {
-    if (Strikes(Call::Fopen)) {
-        errno = EACCES;
+FILE* fdopen(int descriptor, const char* mode) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Fdopen)) {
+        errno = ENOMEM;
         return nullptr;
     }
-    return Real<FILE*(const char*, const char*)>("fopen")(path, mode);
+    return Real<FILE*(int, const char*)>("fdopen")(descriptor, mode);
+}
+
+int fseeko(FILE* stream, off_t offset, int whence) {
+    if (Strikes(Call::Fseeko)) {
+        errno = ESPIPE;
+        return -1;
+    }
+    return Real<int(FILE*, off_t, int)>("fseeko")(stream, offset, whence);
+}
+
+// Strikes in the middle: what is delivered has been read.
+size_t fread(void* data, size_t size, size_t count, FILE* stream) {
+    auto* real = Real<size_t(void*, size_t, size_t, FILE*)>("fread");
+    if (Strikes(Call::Fread)) {
+        errno = EIO;
+        const auto delivered = static_cast<size_t>(FaultOf(Call::Fread).value);
+        return real(data, size, std::min(delivered, count), stream);
+    }
+    const size_t read = real(data, size, count, stream);
+    if (Strikes(Call::FreadBytes) && read > 0) {
+        static_cast<unsigned char*>(data)[0] ^= 0xFFU;
+    }
+    return read;
 }
 
 // Strikes in the middle: the first half is written.
@@ -184,6 +231,14 @@ int fclose(FILE* stream) {
         return EOF;
     }
     return result;
+}
+
+DIR* opendir(const char* directory) {
+    if (Strikes(Call::Opendir)) {
+        errno = EACCES;
+        return nullptr;
+    }
+    return Real<DIR*(const char*)>("opendir")(directory);
 }
 
 int scandir(const char* directory, struct dirent*** entries, int (*filter)(const struct dirent*),
@@ -227,6 +282,7 @@ int mbedtls_ctr_drbg_seed(mbedtls_ctr_drbg_context* context,
 
 // The library's own forms for arrays and without exceptions end in this one, too.
 void* operator new(std::size_t size) {
+    g_largestAllocation = std::max(g_largestAllocation, size);
     void* memory = Strikes(Call::Allocation) ? nullptr : std::malloc(size > 0 ? size : 1);
     if (memory == nullptr) {
         throw std::bad_alloc();

@@ -13,11 +13,17 @@ enum class Call {
     GetCwd,
     Chdir,
     Stat,
+    Fstat,
     Open,
-    Fopen,
+    Fdopen,
+    Fseeko,
+    Fread,
+    // Not failing, but with the first byte read changed.
+    FreadBytes,
     Fwrite,
     Fflush,
     Fclose,
+    Opendir,
     Scandir,
     // Not failing, but with every entry's type unknown.
     ScandirTypes,
@@ -31,9 +37,10 @@ enum class Call {
 class ScopedFault {
   public:
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
-    // only that one with `Reach::Once`. `value` is what the call fails with where that may differ:
-    // the result of `glob` and the size that `stat` reports.
-    enum class Reach { Onwards, Once };
+    // only that one with `Reach::Once`, and every second of them with `Reach::EveryOther`. `value`
+    // is what the call fails with where that may differ: the result of `glob`, the size that `stat`
+    // and `fstat` report, and the bytes that `fread` delivers.
+    enum class Reach { Onwards, Once, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);
     ScopedFault(const ScopedFault&) = delete;
@@ -52,6 +59,10 @@ class ScopedFault {
 // How often a function was called since the last `ResetCallCount`.
 [[nodiscard]] std::size_t CallCount(Call call);
 void ResetCallCount(Call call);
+
+// The bytes of the largest allocation since the last `ResetLargestAllocation`.
+[[nodiscard]] std::size_t LargestAllocation();
+void ResetLargestAllocation();
 
 }  // namespace sealkeeper::test
 

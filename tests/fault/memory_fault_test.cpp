@@ -9,6 +9,7 @@
 #include "app/program.h"
 #include "catalogue/hash_catalogue.h"
 #include "fault/fault_injection.h"
+#include "runtime/runtime_configuration_writer.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
 #include "support/credentials.h"
@@ -119,6 +120,87 @@ TEST(MemoryFaults, EveryAllocationOfARunMayFail) {
     }
     EXPECT_GT(outOfMemory, 50U);
     EXPECT_GT(withoutCatalogue, 5U);
+}
+
+// An installed game of two files, with all that verifying and listing read.
+void InstallGame(const TempDirectory& game) {
+    const ScopedCurrentDirectory here(game.Path());
+    game.WriteFile("a file of a name too long for a short string.dat", "hello");
+    game.WriteFile("b", "world");
+    game.WriteFile("Quorvane/Certificates/base.cer", test::ReadFile(test::CertificatePath("good")));
+    PrivateKey key;
+    LoadKey("good", key);
+    HashCatalogue catalogue(test::kTestProductId);
+    RuntimeConfiguration configuration;
+    configuration.version = 1;
+    const CapturedOutput output;
+    ASSERT_EQ(catalogue.CreateCatalogue(
+                  key.Get(), {}, {L"./a file of a name too long for a short string.dat", L"./b"},
+                  L"Quorvane/Certificates/base.bin", {}),
+              ResultCode::Ok);
+    ASSERT_EQ(WriteRuntimeConfiguration(configuration, key.Get(), game / "Quorvane/Certificates/"),
+              ResultCode::Ok);
+}
+
+struct MemoryOutcomes {
+    std::size_t outOfMemory = 0;
+    std::size_t withoutCatalogue = 0;
+};
+
+// Runs with every allocation failing once. Each such run ends with a message: that of the program,
+// or `catalogueMessage` behind that of the catalogue.
+MemoryOutcomes FailEveryAllocation(const std::vector<const char*>& arguments,
+                                   const std::string& catalogueMessage) {
+    MemoryOutcomes outcomes;
+    bool struck = true;
+    for (std::size_t allocation = 0; struck && allocation < 5000; ++allocation) {
+        const RunOutcome outcome = RunWithFault(arguments, allocation);
+        struck = outcome.struck;
+        if (!struck) {
+            EXPECT_EQ(outcome.status, 0) << outcome.output;
+        } else if (outcome.status == 2) {
+            ++outcomes.outOfMemory;
+            EXPECT_TRUE(outcome.output.ends_with("[Err!] Out of memory.\n")) << outcome.output;
+        } else {
+            ++outcomes.withoutCatalogue;
+            EXPECT_EQ(outcome.status, 7) << outcome.output;
+            EXPECT_TRUE(outcome.output.ends_with("[Err!] Not enough memory for the catalogue.\n" +
+                                                 catalogueMessage))
+                << outcome.output;
+        }
+    }
+    EXPECT_FALSE(struck);
+    return outcomes;
+}
+
+TEST(MemoryFaults, EveryAllocationOfVerifyingMayFail) {
+    const TempDirectory game;
+    InstallGame(game);
+    const MemoryOutcomes outcomes = FailEveryAllocation(
+        {"sealkeeper", "-productid", test::kTestProductId, "verify", game.Path().c_str()},
+        "[Err!] Reading the catalogue 'base.bin' file failed. Code 7 (CatalogueError)\n");
+    EXPECT_GT(outcomes.outOfMemory, 30U);
+    EXPECT_GT(outcomes.withoutCatalogue, 5U);
+}
+
+TEST(MemoryFaults, EveryAllocationOfListingACatalogueMayFail) {
+    const TempDirectory game;
+    InstallGame(game);
+    const std::string path = game / "Quorvane/Certificates/base.bin";
+    const MemoryOutcomes outcomes = FailEveryAllocation(
+        {"sealkeeper", "list", path.c_str()},
+        "[Warn] GetUnverifiedCatalogueFileList() failed. Code 7 (CatalogueError).\n");
+    EXPECT_GT(outcomes.outOfMemory, 10U);
+    EXPECT_GT(outcomes.withoutCatalogue, 3U);
+}
+
+TEST(MemoryFaults, EveryAllocationOfListingARuntimeConfigurationMayFail) {
+    const TempDirectory game;
+    InstallGame(game);
+    const std::string path = game / "Quorvane/Certificates/runtime.conf";
+    const MemoryOutcomes outcomes = FailEveryAllocation({"sealkeeper", "list", path.c_str()}, "");
+    EXPECT_GT(outcomes.outOfMemory, 5U);
+    EXPECT_EQ(outcomes.withoutCatalogue, 0U);
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "platform/directory_listing.h"
 
+#include <dirent.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -67,6 +69,38 @@ TEST(DirectoryListing, NothingWhereThereIsNoDirectory) {
     EXPECT_FALSE(ListDirectory(directory / "missing/").has_value());
     EXPECT_FALSE(ListDirectory(directory / "file/").has_value());
     EXPECT_FALSE(ListDirectory("").has_value());
+}
+
+TEST(DirectoryListing, ReadsTheSameEntriesInTheOrderOfTheSystem) {
+    const TempDirectory directory;
+    for (const char* name : {"b", "C", ".hidden", "dir/inner"}) {
+        directory.WriteFile(name, "");
+    }
+    fs::create_directory_symlink("dir", directory / "link_dir");
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    const auto entries = ReadDirectory(directory / "");
+    ASSERT_TRUE(entries.has_value());
+    Listed read;
+    DIR* stream = opendir(directory.Path().c_str());
+    ASSERT_NE(stream, nullptr);
+    for (const DirectoryEntry& entry : *entries) {
+        read.emplace_back(entry.name, entry.type);
+        const dirent* next = readdir(stream);
+        ASSERT_NE(next, nullptr);
+        EXPECT_EQ(entry.name, next->d_name);
+    }
+    EXPECT_EQ(readdir(stream), nullptr);
+    closedir(stream);
+    std::sort(read.begin(), read.end());
+    EXPECT_EQ(read, List(directory / ""));
+}
+
+TEST(DirectoryListing, ReadsNothingWhereThereIsNoDirectory) {
+    const TempDirectory directory;
+    directory.WriteFile("file", "");
+    EXPECT_FALSE(ReadDirectory(directory / "missing/").has_value());
+    EXPECT_FALSE(ReadDirectory(directory / "file/").has_value());
+    EXPECT_FALSE(ReadDirectory("").has_value());
 }
 
 TEST(DirectoryListing, LinkStatusOfEachType) {

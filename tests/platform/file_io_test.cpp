@@ -1,11 +1,13 @@
 #include "platform/file_io.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -76,6 +78,80 @@ TEST(FileIo, UnreadableFileGivesNothing) {
     const std::string path = directory.WriteFile("a", "content");
     fs::permissions(path, fs::perms::none);
     EXPECT_EQ(ReadWholeFile(path), std::nullopt);
+}
+
+TEST(FileIo, ReadsTheStartOfAFile) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "content");
+    for (const std::uint64_t limit : std::vector<std::uint64_t>{0, 1, 6, 7, 8}) {
+        const auto start = ReadFileStart(path, limit);
+        ASSERT_TRUE(start.has_value()) << limit;
+        EXPECT_EQ(std::string(start->bytes.begin(), start->bytes.end()),
+                  std::string("content").substr(0, limit));
+        EXPECT_EQ(start->fileSizeBytes, 7U);
+    }
+    fs::resize_file(path, 5'000'000'000);
+    const auto start = ReadFileStart(path, 7);
+    ASSERT_TRUE(start.has_value());
+    EXPECT_EQ(start->fileSizeBytes, 5'000'000'000U);
+    EXPECT_FALSE(ReadFileStart(directory.Path(), 0).has_value());
+    EXPECT_FALSE(ReadFileStart(directory / "missing", 0).has_value());
+}
+
+TEST(FileIo, OpensForReadingAndTellsTheStatus) {
+    const TempDirectory directory;
+    const OpenedFile file = OpenForReading(directory.WriteFile("a", "12345"));
+    ASSERT_TRUE(file.stream);
+    EXPECT_EQ(file.status.type, FileType::Regular);
+    EXPECT_EQ(file.status.sizeBytes, 5);
+    EXPECT_EQ(std::fgetc(file.stream.get()), '1');
+    EXPECT_NE(fcntl(fileno(file.stream.get()), F_GETFD) & FD_CLOEXEC, 0);
+}
+
+TEST(FileIo, OpensADirectoryThatCannotBeRead) {
+    const TempDirectory directory;
+    const OpenedFile file = OpenForReading(directory.Path());
+    ASSERT_TRUE(file.stream);
+    EXPECT_EQ(file.status.type, FileType::Directory);
+    EXPECT_EQ(std::fgetc(file.stream.get()), EOF);
+}
+
+TEST(FileIo, OpensADeviceWithoutASize) {
+    const OpenedFile file = OpenForReading("/dev/zero");
+    ASSERT_TRUE(file.stream);
+    EXPECT_EQ(file.status.type, FileType::Other);
+    EXPECT_EQ(file.status.sizeBytes, 0);
+}
+
+TEST(FileIo, DoesNotOpenForReading) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    directory.WriteFile("file", "");
+    for (const std::string& path :
+         {std::string(), directory / "missing", directory / "fifo", directory / "file/a"}) {
+        const OpenedFile file = OpenForReading(path);
+        EXPECT_FALSE(file.stream) << path;
+        EXPECT_EQ(file.status.type, FileType::Missing) << path;
+        EXPECT_EQ(file.status.sizeBytes, 0) << path;
+    }
+}
+
+TEST(FileIo, LeavesNoDescriptorBehind) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    directory.WriteFile("file", "content");
+    // The lowest free descriptor, which the next open takes.
+    const auto lowestFree = [] {
+        const int descriptor = dup(STDIN_FILENO);
+        close(descriptor);
+        return descriptor;
+    };
+    const int before = lowestFree();
+    for (const std::string& path : {directory / "fifo", directory / "file", directory.Path()}) {
+        static_cast<void>(OpenForReading(path));
+        static_cast<void>(ReadWholeFile(path));
+        EXPECT_EQ(lowestFree(), before) << path;
+    }
 }
 
 TEST(FileIo, WritesWholeFiles) {

@@ -83,6 +83,31 @@ TEST_F(FileSystemTest, AFifoHasNoSizeWhateverWaitsInIt) {
     close(descriptor);
 }
 
+TEST_F(FileSystemTest, StatusOfOpenFiles) {
+    const auto statusOf = [](const std::string& path) {
+        const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+        EXPECT_GE(descriptor, 0) << path;
+        const FileStatus status = StatusOfOpenFile(descriptor);
+        close(descriptor);
+        return status;
+    };
+    EXPECT_EQ(statusOf(directory_ / "file").type, FileType::Regular);
+    EXPECT_EQ(statusOf(directory_ / "file").sizeBytes, 5);
+    EXPECT_EQ(statusOf(directory_ / "empty").sizeBytes, 0);
+    EXPECT_EQ(statusOf(directory_ / "dir").type, FileType::Directory);
+    EXPECT_EQ(statusOf(directory_ / "dir").sizeBytes, FileSizeBytes(directory_ / "dir"));
+    EXPECT_EQ(statusOf(directory_ / "fifo").type, FileType::Fifo);
+    EXPECT_EQ(statusOf("/dev/null").type, FileType::Other);
+    EXPECT_EQ(statusOf("/dev/null").sizeBytes, 0);
+    fs::resize_file(directory_ / "file", 5'000'000'000);
+    EXPECT_EQ(statusOf(directory_ / "file").sizeBytes, std::int64_t{5'000'000'000});
+}
+
+TEST_F(FileSystemTest, StatusOfNoOpenFile) {
+    EXPECT_EQ(StatusOfOpenFile(-1).type, FileType::Missing);
+    EXPECT_EQ(StatusOfOpenFile(-1).sizeBytes, 0);
+}
+
 TEST_F(FileSystemTest, ResolvesPaths) {
     const std::string& root = directory_.Path();
     EXPECT_EQ(ResolvePath(root + "/dir/"), root + "/dir");

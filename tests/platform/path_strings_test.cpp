@@ -32,6 +32,16 @@ TEST(PathStrings, EnsureTrailingSeparator) {
     }
 }
 
+TEST(PathStrings, EnsureTrailingSlash) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"", "/"}, {"/", "/"}, {"/games", "/games/"}, {"/games/", "/games/"}, {"/g\\", "/g\\/"}};
+    for (const auto& [given, expected] : cases) {
+        std::string path = given;
+        EnsureTrailingSlash(path);
+        EXPECT_EQ(path, expected) << given;
+    }
+}
+
 TEST(PathStrings, WidePathThatEndsInACharacterBeyondAscii) {
     // Its low byte is that of '/'.
     std::wstring path = L"a\u012F";

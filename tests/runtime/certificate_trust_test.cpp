@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -70,6 +71,19 @@ Bytes WithByteChanged(Bytes bytes, std::size_t index) {
 
 Bytes DamagedFile(const std::string& name) {
     return FileBytes(test::CredentialPath("damaged", name));
+}
+
+TEST(CertificateTrust, ReadsCertificateFiles) {
+    const TempDirectory directory;
+    const std::string mebibyte(1'048'576, 'x');
+    EXPECT_EQ(ReadCertificateBytes(test::CertificatePath("good")), CertificateBytes("good"));
+    const std::string path = directory.WriteFile("a", mebibyte);
+    EXPECT_TRUE(ReadCertificateBytes(path) == Bytes(mebibyte.begin(), mebibyte.end()));
+    // What is longer than any certificate is cut.
+    directory.WriteFile("a", mebibyte + "y");
+    EXPECT_TRUE(ReadCertificateBytes(path) == Bytes(mebibyte.begin(), mebibyte.end()));
+    EXPECT_EQ(ReadCertificateBytes(directory / "missing"), std::nullopt);
+    EXPECT_EQ(ReadCertificateBytes(directory.Path()), std::nullopt);
 }
 
 TEST(CertificateTrust, ParsesOneDerCertificate) {

@@ -1,0 +1,94 @@
+#include "app/list_action.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+
+#include "catalogue/stored_catalogue_support.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Bytes;
+using test::CapturedOutput;
+using test::TempDirectory;
+
+// Lists files; what is printed behind the first line is kept.
+class ListActionTest : public testing::Test {
+  protected:
+    ResultCode List(const std::string& path) {
+        CommandLineOptions options;
+        options.listPath = path;
+        CapturedOutput output;
+        const ResultCode code = RunListAction(options);
+        output_ = output.Take();
+        const std::string first = "[Info] Performing list action on: '" + path + "'.\n";
+        EXPECT_TRUE(output_.starts_with(first)) << output_;
+        output_.erase(0, first.size());
+        return code;
+    }
+    ResultCode ListBytes(const Bytes& bytes) {
+        return List(directory_.WriteFile("file", test::TextOfBytes(bytes)));
+    }
+
+    TempDirectory directory_;
+    std::string output_;
+};
+
+// The command line refuses a path that does not resolve, so the action is asked alone.
+TEST_F(ListActionTest, FileThatCannotBeRead) {
+    for (const std::string& path : {directory_ / "missing", directory_.Path(), std::string()}) {
+        EXPECT_EQ(List(path), ResultCode::CatalogueIOError);
+        EXPECT_EQ(output_, "[Err!] Could not locate the file on disk: '" + path + "'.\n");
+    }
+}
+
+TEST_F(ListActionTest, ShortFileFailsInSilence) {
+    const Bytes header = test::CatalogueOfCompressed({}, 0);
+    for (const std::ptrdiff_t size : {0, 1, 3, 4, 1051}) {
+        EXPECT_EQ(ListBytes(Bytes(header.begin(), header.begin() + size)), ResultCode::FileInvalid);
+        EXPECT_EQ(output_, "") << size;
+    }
+}
+
+TEST_F(ListActionTest, CatalogueWithoutEntries) {
+    EXPECT_EQ(ListBytes(test::CatalogueOfCompressed({}, 0)), ResultCode::Ok);
+    EXPECT_EQ(output_, "[Info] 0 files in catalogue:\n");
+}
+
+TEST_F(ListActionTest, PathsInTheirOrder) {
+    Bytes raw = test::RecordOfFile(u"z/\u00E4", "hello");
+    const Bytes second = test::RecordOfFile(u"a%s\\b", "");
+    raw.insert(raw.end(), second.begin(), second.end());
+    EXPECT_EQ(ListBytes(test::CatalogueOf(raw, 2)), ResultCode::Ok);
+    EXPECT_EQ(output_, "[Info] 2 files in catalogue:\n[Info] z/\xC3\xA4\n[Info] a%s/b\n");
+}
+
+TEST_F(ListActionTest, CatalogueThatCannotBeParsedIsAWarning) {
+    EXPECT_EQ(ListBytes(test::CatalogueOfCompressed({}, 1)), ResultCode::FileInvalid);
+    EXPECT_EQ(output_, "[Warn] GetUnverifiedCatalogueFileList() failed. Code 9 (FileInvalid).\n");
+}
+
+TEST_F(ListActionTest, WithoutTheMagicItIsForTheOtherReader) {
+    EXPECT_EQ(ListBytes(Bytes(1052)), ResultCode::FileInvalid);
+    EXPECT_EQ(output_,
+              "[Err!] The provided file was too small to be a configuration file, file size: 1052, "
+              "expected: 1108.\n");
+    EXPECT_EQ(ListBytes(Bytes(1108)), ResultCode::FileInvalid);
+    EXPECT_EQ(output_, "[Err!] Unsupported file format.\n");
+    // Each byte of the magic counts.
+    for (std::size_t offset = 0; offset < 4; ++offset) {
+        Bytes file = test::CatalogueOfCompressed({}, 0);
+        file[offset] ^= 0x20U;
+        EXPECT_EQ(ListBytes(file), ResultCode::FileInvalid);
+        EXPECT_EQ(output_,
+                  "[Err!] The provided file was too small to be a configuration file, file size: "
+                  "1052, expected: 1108.\n");
+    }
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,45 @@
+#include "app/verify_action.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::CapturedOutput;
+using test::ReadFile;
+using test::TempDirectory;
+
+// The command line refuses a directory that does not resolve, so the action is asked alone.
+TEST(VerifyAction, DirectoryThatDoesNotResolve) {
+    const TempDirectory directory;
+    for (const std::string& path : {std::string(), directory / "missing/"}) {
+        CommandLineOptions options;
+        options.verifyDir = path;
+        CapturedOutput output;
+        EXPECT_EQ(RunVerifyAction(options), ResultCode::SealkeeperUsageError);
+        EXPECT_EQ(output.Take(),
+                  "[Err!] The provided working directory path couldn't be resolved, please make "
+                  "sure it's a valid path: '" +
+                      path + "'.\n" + ReadFile(SEALKEEPER_GOLDEN_DIR "/usage.txt"));
+    }
+}
+
+TEST(VerifyAction, ResolvesTheDirectoryAgain) {
+    const TempDirectory directory;
+    directory.WriteFile("game/a", "");
+    CommandLineOptions options;
+    options.verifyDir = directory / "game/../game";
+    CapturedOutput output;
+    EXPECT_EQ(RunVerifyAction(options), ResultCode::SealkeeperIOError);
+    EXPECT_EQ(output.Take(), "[Err!] The provided path: '" +
+                                 (directory / "game/Quorvane/Certificates/") +
+                                 "' does not match with existing directories.\n");
+}
+
+}  // namespace
+}  // namespace sealkeeper

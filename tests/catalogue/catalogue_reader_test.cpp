@@ -1,0 +1,231 @@
+#include "catalogue/catalogue_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <limits>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/lzw_test_support.h"
+#include "catalogue/parsed_catalogue_support.h"
+#include "catalogue/stored_catalogue_support.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Bytes;
+using test::CatalogueOf;
+using test::CatalogueOfCompressed;
+using test::DigestOf;
+using test::kUnchecked;
+using test::Parse;
+using test::Parsed;
+using test::RecordOf;
+using test::RecordOfFile;
+using test::StoreAt;
+using test::TempDirectory;
+using test::ThreeRecords;
+
+constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
+std::vector<std::wstring> PathsOf(const EntryList& entries) {
+    std::vector<std::wstring> paths;
+    for (const auto& entry : entries) {
+        paths.push_back(entry->Path());
+    }
+    return paths;
+}
+
+TEST(CatalogueReader, ReadsTheRecordsOneBehindTheOther) {
+    const Parsed parsed = Parse(CatalogueOf(ThreeRecords(), 3, {1, 2, 3}));
+    EXPECT_EQ(parsed.code, ResultCode::Ok);
+    EXPECT_EQ(parsed.crlBlock, (Bytes{1, 2, 3}));
+    ASSERT_EQ(PathsOf(parsed.entries), (std::vector<std::wstring>{L"b", L"dir/none", L"a"}));
+    EXPECT_EQ(parsed.entries[0]->DigestCount(), 2U);
+    EXPECT_EQ(parsed.entries[0]->Digest(1)[0], DigestOf("2")[0]);
+    EXPECT_EQ(parsed.entries[1]->DigestCount(), 0U);
+    EXPECT_EQ(parsed.entries[1]->NamePosition(), 4U);
+    EXPECT_EQ(parsed.entries[2]->FileSizeBytes(), 5U);
+    EXPECT_EQ(test::Hex(parsed.entries[2]->Digest(0)), test::kDigestOfHello);
+}
+
+TEST(CatalogueReader, HeaderAlone) {
+    const Bytes empty = CatalogueOfCompressed({}, 0);
+    ASSERT_EQ(empty.size(), 1052U);
+    const Parsed parsed = Parse(empty);
+    EXPECT_EQ(parsed.code, ResultCode::Ok);
+    EXPECT_TRUE(parsed.entries.empty());
+    EXPECT_TRUE(parsed.crlBlock.empty());
+    EXPECT_EQ(Parse(CatalogueOfCompressed({}, 1)).code, ResultCode::FileInvalid);
+    EXPECT_EQ(Parse(CatalogueOfCompressed({}, kMax32)).code, ResultCode::FileInvalid);
+}
+
+TEST(CatalogueReader, EveryTruncationIsInvalid) {
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        const Bytes some(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_EQ(Parse(some).code, ResultCode::FileInvalid) << size;
+    }
+    Bytes longer = whole;
+    longer.push_back(0);
+    EXPECT_EQ(Parse(longer).code, ResultCode::FileInvalid);
+}
+
+struct HeaderCase {
+    const char* name;
+    std::size_t offset;
+    std::uint8_t value;
+    ResultCode code;
+};
+
+TEST(CatalogueReader, HeaderFields) {
+    const std::vector<HeaderCase> cases = {
+        {"magic 0", 0, 0x50, ResultCode::FileInvalid},
+        {"magic 1", 1, 0x57, ResultCode::FileInvalid},
+        {"magic 2", 2, 0x72, ResultCode::FileInvalid},
+        {"magic 3", 3, 0x01, ResultCode::FileInvalid},
+        {"version 0", 4, 0, ResultCode::FileInvalid},
+        {"version 3", 4, 3, ResultCode::FileInvalid},
+        {"version 5", 4, 5, ResultCode::FileInvalid},
+        {"version 0x104", 5, 1, ResultCode::FileInvalid},
+        {"older layout", 6, 0, ResultCode::Ok},
+        {"later layout", 7, 1, ResultCode::Ok},
+        {"signature", 8, 1, ResultCode::Ok},
+        {"end of the signature area", 1031, 1, ResultCode::Ok},
+        {"signature length", 1035, 0xFF, ResultCode::Ok},
+        {"raw length", 1047, 0xFF, ResultCode::Ok},
+        {"raw length of 1", 1044, 1, ResultCode::Ok},
+        {"entry count of 4", 1048, 4, ResultCode::FileInvalid},
+        {"entry count above 24 bits", 1051, 1, ResultCode::FileInvalid},
+    };
+    for (const HeaderCase& changed : cases) {
+        Bytes file = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+        file.at(changed.offset) = changed.value;
+        EXPECT_EQ(Parse(file).code, changed.code) << changed.name;
+    }
+}
+
+TEST(CatalogueReader, AllOfTheBodyMayBeRevocationList) {
+    Bytes file = CatalogueOf({}, 0, {1, 2, 3});
+    StoreAt<std::uint32_t>(file, test::kCrlLengthOffset, 6);
+    StoreAt<std::uint32_t>(file, test::kCompressedLengthOffset, 0);
+    const Parsed parsed = Parse(file);
+    EXPECT_EQ(parsed.code, ResultCode::Ok);
+    EXPECT_EQ(parsed.crlBlock, (Bytes{1, 2, 3, 0x1F, 0x9D, 0x8C}));
+}
+
+TEST(CatalogueReader, EntryCounts) {
+    const Bytes raw = ThreeRecords();
+    for (const std::uint32_t count : {0U, 1U, 2U, 3U}) {
+        const Parsed parsed = Parse(CatalogueOf(raw, count));
+        EXPECT_EQ(parsed.code, ResultCode::Ok) << count;
+        EXPECT_EQ(parsed.entries.size(), count);
+    }
+    for (const std::uint32_t count : {4U, 0x80000000U, kMax32}) {
+        EXPECT_EQ(Parse(CatalogueOf(raw, count)).code, ResultCode::FileInvalid) << count;
+    }
+}
+
+TEST(CatalogueReader, BytesBehindTheLastRecordAreNotLookedAt) {
+    Bytes raw = ThreeRecords();
+    raw.insert(raw.end(), 600, 0xFF);
+    EXPECT_EQ(Parse(CatalogueOf(raw, 3)).entries.size(), 3U);
+    EXPECT_EQ(Parse(CatalogueOf(raw, 4)).code, ResultCode::FileInvalid);
+}
+
+TEST(CatalogueReader, SignatureIsCheckedBehindTheHeader) {
+    int calls = 0;
+    const SignatureCheck check = [&calls](std::span<std::uint8_t>) {
+        ++calls;
+        return ResultCode::Aborted;
+    };
+    // What the header says comes first.
+    Bytes file = CatalogueOf(ThreeRecords(), 3);
+    file.push_back(0);
+    EXPECT_EQ(Parse(file, check).code, ResultCode::FileInvalid);
+    EXPECT_EQ(calls, 0);
+    // The blocks come later.
+    const Parsed parsed = Parse(CatalogueOfCompressed(test::PackedCodes({256}), 1, {1, 2}), check);
+    EXPECT_EQ(parsed.code, ResultCode::Aborted);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(CatalogueReader, SignatureCheckSeesTheWholeFileAndMayClearTheSignature) {
+    Bytes file = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    file[8] = 7;
+    Bytes seen;
+    const SignatureCheck check = [&seen](std::span<std::uint8_t> bytes) {
+        seen.assign(bytes.begin(), bytes.end());
+        bytes[8] = 0;
+        return ResultCode::Ok;
+    };
+    const Parsed parsed = Parse(file, check);
+    EXPECT_EQ(parsed.code, ResultCode::Ok);
+    EXPECT_EQ(parsed.entries.size(), 3U);
+    EXPECT_EQ(seen, file);
+}
+
+TEST(CatalogueReader, ReadsFiles) {
+    const TempDirectory directory;
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    const std::string path = directory.WriteFile("a", test::TextOfBytes(whole));
+    Bytes read = {9};
+    EXPECT_EQ(ReadCatalogueFile(path, read), ResultCode::Ok);
+    EXPECT_EQ(read, whole);
+    const Bytes header = CatalogueOfCompressed({}, 0);
+    directory.WriteFile("a", test::TextOfBytes(header));
+    EXPECT_EQ(ReadCatalogueFile(path, read), ResultCode::Ok);
+    EXPECT_EQ(read, header);
+    for (const std::string& unread : {directory / "missing", directory.Path(), std::string()}) {
+        EXPECT_EQ(ReadCatalogueFile(unread, read), ResultCode::CatalogueIOError);
+    }
+}
+
+TEST(CatalogueReader, FileMustBeginWithAHeaderOfItsSize) {
+    const TempDirectory directory;
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    std::vector<Bytes> files = {{}, Bytes(1051), Bytes(1052), whole, whole, whole, whole};
+    files[3].push_back(0);
+    files[4].pop_back();
+    files[5][0] ^= 1U;
+    files[6][4] ^= 1U;
+    for (const Bytes& file : files) {
+        Bytes read;
+        EXPECT_EQ(ReadCatalogueFile(directory.WriteFile("a", test::TextOfBytes(file)), read),
+                  ResultCode::FileInvalid)
+            << file.size();
+    }
+}
+
+// A sparse file of a size that no memory has room for.
+TEST(CatalogueReader, HugeFileIsRefusedByItsHeader) {
+    const TempDirectory directory;
+    const std::string path =
+        directory.WriteFile("a", test::TextOfBytes(CatalogueOf(ThreeRecords(), 3)));
+    std::filesystem::resize_file(path, std::uint64_t{1} << 42U);
+    Bytes read;
+    EXPECT_EQ(ReadCatalogueFile(path, read), ResultCode::FileInvalid);
+}
+
+TEST(CatalogueReader, EntriesOutliveTheFile) {
+    EntryList entries;
+    {
+        Bytes file = CatalogueOf(ThreeRecords(), 3);
+        ParsedCatalogue catalogue;
+        ASSERT_EQ(ParseCatalogueImage(file, kUnchecked, catalogue), ResultCode::Ok);
+        entries = std::move(catalogue.entries);
+        file.assign(file.size(), 0xFF);
+    }
+    entries.erase(entries.begin(), entries.begin() + 2);
+    EXPECT_EQ(entries[0]->Path(), L"a");
+    EXPECT_EQ(test::Hex(entries[0]->Digest(0)), test::kDigestOfHello);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,177 @@
+"""Files that ask for memory or time: how much the program takes, and what it says when memory runs out.
+
+Under the address sanitizer the tests of memory are skipped: it reserves more address space than any limit
+leaves. The tests of time are run there as well.
+"""
+
+from __future__ import annotations
+
+import re
+import resource
+import subprocess
+import unittest
+from pathlib import Path
+
+import catalogue_format
+import e2e_console as console
+import e2e_read_back as texts
+from catalogue_entry import entry_of_bytes
+from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, Run
+from independent_test_support import block_of_codes
+from signed_game import STATUSES, SignedGameTest
+
+MIB = 1024 * 1024
+RECORD = entry_of_bytes("a", b"a").record()
+UNDER_SANITIZER = b"__asan_init" in PROGRAM.read_bytes()
+LARGEST = 2**32 - 1
+
+
+def bomb(begin: bytes, megabytes: int) -> bytes:
+    """A compressed block of `begin` and then at least so many MiB of zero bytes.
+
+    Every code for zero bytes stands for one byte more than the one before, until the dictionary is full
+    and the longest string is sent again and again.
+    """
+    first_new = 257 + len(begin)
+    growing = [*begin, 0, *range(first_new, 4095)]
+    if len(growing) % 2 != 0:
+        growing.append(4094)
+    longest = 4095 - first_new + 1
+    pairs = megabytes * MIB // (2 * longest) + 1
+    return block_of_codes(growing) + b"\xfe\xef\xff" * pairs
+
+
+def signed(block: bytes, count: int, raw_length: int = 0) -> bytes:
+    image = catalogue_format.build_from_compressed_block(block, raw_length, count)
+    return catalogue_format.sign(image, GOOD.key)
+
+
+class LimitedTest(SignedGameTest):
+    """Runs of a child that the system gives no more than so much of something."""
+
+    def run_within(self, limit: int, amount: int, *arguments) -> Run:
+        command_line = [str(PROGRAM), *map(str, arguments)]
+        finished = subprocess.run(
+            command_line,
+            capture_output=True,
+            timeout=TIMEOUT_SECONDS,
+            check=False,
+            preexec_fn=lambda: resource.setrlimit(limit, (amount, amount)),
+        )
+        self.assertEqual(finished.stderr, b"")
+        return Run(command_line, finished.returncode, console.to_text(finished.stdout))
+
+
+class Time(LimitedTest):
+    """What takes the processor for longer than this is killed by a signal."""
+
+    SECONDS = 3
+
+    def assert_refused_in_time(self, image: bytes) -> None:
+        path = self.put_image(image)
+        run = self.run_within(resource.RLIMIT_CPU, self.SECONDS, "list", path)
+        self.assert_console(run, 9, texts.list_begun(path) + texts.not_listed(9))
+        run = self.run_within(resource.RLIMIT_CPU, self.SECONDS, "-productid", PRODUCT, "verify", self.game)
+        text = self.begun() + texts.reading("base.bin") + texts.not_read("base.bin", 9)
+        self.assert_console(run, 9, text)
+
+    def test_codes_without_width_are_not_read_for_ever(self) -> None:
+        for body in (b"", bytes(1000)):
+            self.assert_refused_in_time(signed(b"\x1f\x9d\x80" + body, 1))
+
+    def test_many_entries_in_few_bytes(self) -> None:
+        """The last of them is not there."""
+        count = 10 * MIB // 528
+        block = bomb(bytes(4), 10)
+        self.assert_refused_in_time(signed(block, 2 * count))
+
+    def test_counts_without_records(self) -> None:
+        self.assert_refused_in_time(signed(b"", LARGEST, LARGEST))
+
+
+@unittest.skipIf(UNDER_SANITIZER, "the address sanitizer reserves more address space than any limit leaves")
+class Memory(LimitedTest):
+    """Runs of a child whose address space is limited."""
+
+    def run_limited(self, megabytes: int, *arguments) -> Run:
+        return self.run_within(resource.RLIMIT_AS, megabytes * MIB, *arguments)
+
+    def list_limited(self, megabytes: int, path: Path) -> Run:
+        return self.run_limited(megabytes, "list", path)
+
+    def verify_limited(self, megabytes: int) -> Run:
+        return self.run_limited(megabytes, "-productid", PRODUCT, "verify", self.game)
+
+    def assert_refused(self, megabytes: int, image: bytes) -> None:
+        path = self.put_image(image)
+        self.assert_console(self.list_limited(megabytes, path), 9, texts.list_begun(path) + texts.not_listed(9))
+        text = self.begun() + texts.reading("base.bin") + texts.not_read("base.bin", 9)
+        self.assert_console(self.verify_limited(megabytes), 9, text)
+
+    def assert_out_of_memory(self, run: Run, begun: str) -> None:
+        """One error of a line, then nothing but what the action says of the code."""
+        self.assertIn(run.status, STATUSES)
+        self.assertNotEqual(run.status, 0)
+        expected = console.opening(run.command_line) + console.parsed_all(run.command_line) + begun
+        self.assertEqual(run.output[: len(expected)], expected)
+        self.assertRegex(run.output[len(expected) :], re.compile(r"\A\[Err!\] [^\n]*memory[^\n]*\n", re.IGNORECASE))
+
+    def test_numbers_reserve_nothing(self) -> None:
+        digests = RECORD[:524] + LARGEST.to_bytes(4, "little")
+        for name, image in {
+            "entry count": signed(block_of_codes(list(RECORD)), LARGEST, LARGEST),
+            "digest count": signed(block_of_codes(list(digests)), 1, LARGEST),
+            "no block": signed(b"", LARGEST, LARGEST),
+        }.items():
+            with self.subTest(name=name):
+                self.assert_refused(48, image)
+
+    def test_raw_length_reserves_nothing(self) -> None:
+        path = self.put_image(signed(block_of_codes(list(RECORD)), 1, LARGEST))
+        run = self.list_limited(48, path)
+        self.assert_console(run, 0, texts.list_begun(path) + texts.listed(["a"]))
+
+    def test_bomb_takes_what_it_decompresses_to(self) -> None:
+        """The file has 200 KiB, its block 300 MiB, and the second record in it is cut."""
+        image = signed(bomb(RECORD[:524] + LARGEST.to_bytes(4, "little"), 300), 1)
+        self.assertLess(len(image), 200 * 1024)
+        self.assert_refused(1500, image)
+
+    def test_bomb_beyond_the_memory_there_is(self) -> None:
+        image = signed(bomb(RECORD[:524] + LARGEST.to_bytes(4, "little"), 300), 1)
+        path = self.put_image(image)
+        self.assert_out_of_memory(self.list_limited(200, path), texts.list_begun(path))
+        self.assert_out_of_memory(self.verify_limited(200), self.begun() + texts.reading("base.bin"))
+
+    def test_memory_that_ends_anywhere(self) -> None:
+        """Records of zero bytes are sound: empty files without a name."""
+        count = 20 * MIB // 528
+        path = self.put_image(signed(bomb(bytes(4), 20), count))
+        begun = texts.list_begun(path)
+        ended = set()
+        for megabytes in range(12, 200, 4):
+            with self.subTest(megabytes=megabytes):
+                run = self.list_limited(megabytes, path)
+                ended.add(run.status)
+                if run.status == 0:
+                    self.assert_console(run, 0, begun + texts.listed([""] * count))
+                else:
+                    self.assert_out_of_memory(run, begun)
+        self.assertEqual(len(ended), 2, f"one code when memory runs out, and 0 when it does not: {ended}")
+
+    def test_file_beyond_the_memory_there_is(self) -> None:
+        for name in ("base.bin", "runtime.conf"):
+            self.put_catalogue([])
+            path = self.write_sparse(f"Quorvane/Certificates/{name}", 300 * MIB)
+            with self.subTest(name=name):
+                run = self.list_limited(100, path)
+                self.assertIn(run.status, STATUSES)
+                self.assertNotEqual(run.status, 0)
+                self.assertIn("[Err!]", run.output)
+                run = self.verify_limited(100)
+                self.assertIn(run.status, STATUSES)
+            path.unlink()
+
+
+if __name__ == "__main__":
+    unittest.main()

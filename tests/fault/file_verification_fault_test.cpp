@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/stored_catalogue_support.h"
+#include "fault/fault_injection.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Call;
+using test::CallCount;
+using test::CapturedOutput;
+using test::EntryOf;
+using test::ResetCallCount;
+using test::ScopedCurrentDirectory;
+using test::ScopedFault;
+using test::TempDirectory;
+using Reach = ScopedFault::Reach;
+
+constexpr std::size_t kChunk = test::kStoredChunkBytes;
+constexpr ResultCode kIoError = ResultCode::FileVerificationIOError;
+constexpr ResultCode kHashMismatch = ResultCode::FileVerificationHashMismatch;
+constexpr std::size_t kChunkCount = 3;
+
+// A file of two whole chunks and five bytes, and its entry.
+class FileVerificationFaults : public testing::Test {
+  protected:
+    FileVerificationFaults() : here_(directory_.Path()), content_(ThreeChunks()) {
+        directory_.WriteFile("a", content_);
+        entry_ = EntryOf(test::RecordOfFile(u"a", content_));
+    }
+
+    [[nodiscard]] ResultCode Verify(MismatchHandler handler = nullptr) const {
+        CapturedOutput output;
+        return entry_->VerifyCatalogueFile(L"a", handler, nullptr);
+    }
+
+    // Changes the first byte of each of `chunks` in the file.
+    void ChangeChunks(const std::vector<std::size_t>& chunks) const {
+        std::string changed = content_;
+        for (const std::size_t chunk : chunks) {
+            changed.at(chunk * kChunk) = static_cast<char>(changed.at(chunk * kChunk) ^ 1);
+        }
+        directory_.WriteFile("a", changed);
+    }
+
+    [[nodiscard]] static std::string ThreeChunks() { return test::PatternText(2 * kChunk + 5); }
+
+    TempDirectory directory_;
+    ScopedCurrentDirectory here_;
+    std::string content_;
+    std::shared_ptr<const StoredEntry> entry_;
+};
+
+bool AcceptEvery(const StoredEntry& /*entry*/, std::uint64_t /*positionBytes*/, void* /*context*/) {
+    return true;
+}
+
+bool NeverAsked(const StoredEntry& /*entry*/, std::uint64_t /*positionBytes*/, void* /*context*/) {
+    ADD_FAILURE() << "the handler was asked";
+    return true;
+}
+
+TEST_F(FileVerificationFaults, EachChunkIsReadOnce) {
+    ResetCallCount(Call::Fread);
+    EXPECT_EQ(Verify(), ResultCode::Ok);
+    EXPECT_EQ(CallCount(Call::Fread), kChunkCount);
+}
+
+TEST_F(FileVerificationFaults, ReadThatFailsOnceIsDoneAgainFromTheSamePlace) {
+    for (std::size_t chunk = 0; chunk < kChunkCount; ++chunk) {
+        for (const int delivered : {0, 3}) {
+            const ScopedFault fault(Call::Fread, chunk, Reach::Once, delivered);
+            EXPECT_EQ(Verify(NeverAsked), ResultCode::Ok) << chunk;
+            EXPECT_TRUE(fault.Struck());
+            EXPECT_EQ(CallCount(Call::Fread), kChunkCount + 1);
+        }
+    }
+}
+
+TEST_F(FileVerificationFaults, EachChunkHasARetryOfItsOwn) {
+    for (const int delivered : {0, 3}) {
+        const ScopedFault fault(Call::Fread, 0, Reach::EveryOther, delivered);
+        EXPECT_EQ(Verify(NeverAsked), ResultCode::Ok);
+        EXPECT_EQ(CallCount(Call::Fread), 2 * kChunkCount);
+    }
+}
+
+TEST_F(FileVerificationFaults, ReadThatFailsTwiceIsAnError) {
+    for (std::size_t chunk = 0; chunk < kChunkCount; ++chunk) {
+        for (const int delivered : {0, 3}) {
+            const ScopedFault fault(Call::Fread, chunk, Reach::Onwards, delivered);
+            EXPECT_EQ(Verify(AcceptEvery), kIoError) << chunk;
+            EXPECT_EQ(CallCount(Call::Fread), chunk + 2);
+        }
+    }
+}
+
+TEST_F(FileVerificationFaults, ReaderThatCannotBeWoundBack) {
+    const ScopedFault reading(Call::Fread, 1, Reach::Once);
+    const ScopedFault seeking(Call::Fseeko, 0, Reach::Once);
+    EXPECT_EQ(Verify(AcceptEvery), kIoError);
+    EXPECT_TRUE(seeking.Struck());
+    EXPECT_EQ(CallCount(Call::Fread), 2U);
+}
+
+TEST_F(FileVerificationFaults, FileThatShrankIsReadTwice) {
+    directory_.WriteFile("a", "1234");
+    const auto entry = EntryOf(test::RecordOfFile(u"a", "12345"));
+    const ScopedFault fault(Call::Fstat, 0, Reach::Once, 5);
+    ResetCallCount(Call::Fread);
+    EXPECT_EQ(entry->VerifyCatalogueFile(L"a", AcceptEvery, nullptr), kIoError);
+    EXPECT_EQ(CallCount(Call::Fread), 2U);
+}
+
+TEST_F(FileVerificationFaults, FileThatGrewIsReadUpToItsSizeBefore) {
+    directory_.WriteFile("a", "123456");
+    const auto entry = EntryOf(test::RecordOfFile(u"a", "12345"));
+    const ScopedFault fault(Call::Fstat, 0, Reach::Once, 5);
+    EXPECT_EQ(entry->VerifyCatalogueFile(L"a", nullptr, nullptr), ResultCode::Ok);
+}
+
+TEST_F(FileVerificationFaults, NegativeSize) {
+    for (const std::uint64_t size : {std::uint64_t{5}, ~std::uint64_t{0}, std::uint64_t{0}}) {
+        const auto entry = EntryOf(test::RecordOf(size, u"a", {}));
+        const ScopedFault fault(Call::Fstat, 0, Reach::Once, -1);
+        EXPECT_EQ(entry->VerifyCatalogueFile(L"a", nullptr, nullptr), kIoError);
+        EXPECT_TRUE(fault.Struck());
+    }
+}
+
+TEST_F(FileVerificationFaults, FileThatCannotBeOpened) {
+    for (const Call call : {Call::Open, Call::Fdopen}) {
+        const ScopedFault fault(call);
+        EXPECT_EQ(Verify(), kIoError);
+        EXPECT_TRUE(fault.Struck());
+    }
+}
+
+TEST_F(FileVerificationFaults, WrongBytesOfOneReadAreReadAfresh) {
+    for (std::size_t chunk = 0; chunk < kChunkCount; ++chunk) {
+        const ScopedFault fault(Call::FreadBytes, chunk, Reach::Once);
+        EXPECT_EQ(Verify(NeverAsked), ResultCode::Ok) << chunk;
+        EXPECT_TRUE(fault.Struck());
+        EXPECT_EQ(CallCount(Call::FreadBytes), kChunkCount + 1);
+    }
+}
+
+TEST_F(FileVerificationFaults, WrongBytesOfBothReadsAreAMismatch) {
+    const ScopedFault fault(Call::FreadBytes);
+    EXPECT_EQ(Verify(), kHashMismatch);
+    EXPECT_EQ(CallCount(Call::FreadBytes), 2U);
+}
+
+TEST_F(FileVerificationFaults, ChunkBehindOneReadAfreshIsNotCompared) {
+    ChangeChunks({1});
+    {
+        const ScopedFault fault(Call::FreadBytes, 0, Reach::Once);
+        EXPECT_EQ(Verify(), ResultCode::Ok);
+        // Chunk 0 is read twice and chunk 1 once.
+        EXPECT_EQ(CallCount(Call::FreadBytes), kChunkCount + 1);
+    }
+    EXPECT_EQ(Verify(), kHashMismatch);
+    ChangeChunks({1, 2});
+    const ScopedFault fault(Call::FreadBytes, 0, Reach::Once);
+    EXPECT_EQ(Verify(), kHashMismatch);
+}
+
+// The reads after a recovery of chunk 0 are: the second one of chunk 0, then those of chunk 1.
+constexpr std::size_t kFirstReadOfLenientChunk = 2;
+
+TEST_F(FileVerificationFaults, LenientChunkMayDeliverNothing) {
+    const std::string twoChunks = content_.substr(0, kChunk + 5);
+    directory_.WriteFile("a", twoChunks);
+    entry_ = EntryOf(test::RecordOfFile(u"a", twoChunks));
+    {
+        const ScopedFault bytes(Call::FreadBytes, 0, Reach::Once);
+        const ScopedFault reading(Call::Fread, kFirstReadOfLenientChunk);
+        EXPECT_EQ(Verify(), ResultCode::Ok);
+        EXPECT_EQ(CallCount(Call::Fread), kFirstReadOfLenientChunk + 2);
+    }
+    // Some bytes are no chunk.
+    const ScopedFault bytes(Call::FreadBytes, 0, Reach::Once);
+    const ScopedFault reading(Call::Fread, kFirstReadOfLenientChunk, Reach::Onwards, 3);
+    EXPECT_EQ(Verify(), kIoError);
+}
+
+TEST_F(FileVerificationFaults, LenientChunkIsReadAgain) {
+    const ScopedFault bytes(Call::FreadBytes, 0, Reach::Once);
+    const ScopedFault reading(Call::Fread, kFirstReadOfLenientChunk, Reach::Once, 3);
+    EXPECT_EQ(Verify(), ResultCode::Ok);
+    EXPECT_EQ(CallCount(Call::Fread), kChunkCount + 2);
+}
+
+TEST_F(FileVerificationFaults, OnlyOneChunkMayDeliverNothing) {
+    const ScopedFault bytes(Call::FreadBytes, 0, Reach::Once);
+    const ScopedFault reading(Call::Fread, kFirstReadOfLenientChunk);
+    EXPECT_EQ(Verify(), kIoError);
+    EXPECT_EQ(CallCount(Call::Fread), kFirstReadOfLenientChunk + 4);
+}
+
+struct SecondReaderFault {
+    const char* name;
+    Call call;
+    std::size_t firstFailing;
+};
+
+TEST_F(FileVerificationFaults, SecondReaderThatFails) {
+    ChangeChunks({0});
+    const std::vector<SecondReaderFault> faults = {
+        {"open", Call::Open, 1},
+        {"fdopen", Call::Fdopen, 1},
+        {"seek", Call::Fseeko, 0},
+        {"read", Call::Fread, 1},
+    };
+    for (const SecondReaderFault& failing : faults) {
+        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once);
+        EXPECT_EQ(Verify(NeverAsked), kIoError) << failing.name;
+        EXPECT_TRUE(fault.Struck()) << failing.name;
+    }
+    EXPECT_EQ(Verify(), kHashMismatch);
+}
+
+TEST_F(FileVerificationFaults, NoMemoryForTheSecondBuffer) {
+    ChangeChunks({0});
+    std::size_t failedForThisFile = 0;
+    bool struck = true;
+    for (std::size_t allocation = 0; struck; ++allocation) {
+        ASSERT_LT(allocation, 100U);
+        CapturedOutput output;
+        ScopedFault fault(Call::Allocation, allocation, Reach::Once);
+        try {
+            const ResultCode code = entry_->VerifyCatalogueFile(L"a", nullptr, nullptr);
+            fault.Disarm();
+            struck = fault.Struck();
+            EXPECT_EQ(code, struck ? kIoError : kHashMismatch) << allocation;
+            failedForThisFile += struck ? 1 : 0;
+        } catch (const std::bad_alloc&) {
+            // Memory that runs out elsewhere is for the caller to report.
+            fault.Disarm();
+        }
+    }
+    EXPECT_EQ(failedForThisFile, 1U);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "catalogue/hash_catalogue.h"
+#include "catalogue/lzw_decompressor.h"
+#include "catalogue/lzw_test_support.h"
+#include "catalogue/stored_catalogue_support.h"
+#include "fault/fault_injection.h"
+#include "support/captured_output.h"
+#include "support/credentials.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Bytes;
+using test::Call;
+using test::CapturedOutput;
+using test::ScopedCurrentDirectory;
+using test::ScopedFault;
+using test::TempDirectory;
+
+constexpr const char* kNoMemory = "[Err!] Not enough memory for the catalogue.\n";
+
+Bytes SmallImage() {
+    Bytes raw = test::RecordOfFile(u"a", "hello");
+    const Bytes second = test::RecordOfFile(u"b", "world");
+    raw.insert(raw.end(), second.begin(), second.end());
+    return test::CatalogueOf(raw, 2, {1, 2, 3});
+}
+
+struct Attempt {
+    ResultCode code;
+    bool struck;
+    std::string output;
+};
+
+// Calls `read` with the allocation number `allocation` failing.
+template <typename Read>
+Attempt ReadWithFault(std::size_t allocation, Read read) {
+    CapturedOutput output;
+    ScopedFault fault(Call::Allocation, allocation, ScopedFault::Reach::Once);
+    const ResultCode code = read();
+    fault.Disarm();
+    return {code, fault.Struck(), output.Take()};
+}
+
+TEST(ReadingMemoryFaults, EveryAllocationOfAListedCatalogueMayFail) {
+    const Bytes image = SmallImage();
+    HashCatalogue catalogue("");
+    bool struck = true;
+    for (std::size_t allocation = 0; struck; ++allocation) {
+        ASSERT_LT(allocation, 1000U);
+        Bytes given = image;
+        EntryList entries = {test::EntryOf(test::RecordOf(0, u"old", {}))};
+        const Attempt attempt = ReadWithFault(
+            allocation, [&] { return catalogue.ReadCatalogue(std::move(given), entries); });
+        struck = attempt.struck;
+        EXPECT_EQ(attempt.code, struck ? ResultCode::CatalogueError : ResultCode::Ok) << allocation;
+        EXPECT_EQ(attempt.output, struck ? kNoMemory : "") << allocation;
+        if (!struck) {
+            EXPECT_GT(allocation, 3U);
+            EXPECT_EQ(entries.size(), 2U);
+        } else {
+            EXPECT_TRUE(entries.empty()) << allocation;
+        }
+    }
+}
+
+TEST(ReadingMemoryFaults, EveryAllocationOfAVerifiedCatalogueMayFail) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    Bytes image = SmallImage();
+    test::SignImage(image, "good");
+    directory.WriteFile("base.bin", test::TextOfBytes(image));
+    directory.WriteFile("base.cer", test::ReadFile(test::CertificatePath("good")));
+    const std::wstring path = L"base.bin";
+    HashCatalogue catalogue(test::kTestProductId);
+    bool struck = true;
+    for (std::size_t allocation = 0; struck; ++allocation) {
+        ASSERT_LT(allocation, 1000U);
+        CatalogueContents contents;
+        const Attempt attempt = ReadWithFault(
+            allocation, [&] { return catalogue.ReadAndVerifyCatalogue(path, {}, {}, contents); });
+        struck = attempt.struck;
+        EXPECT_EQ(attempt.code, struck ? ResultCode::CatalogueError : ResultCode::Ok) << allocation;
+        EXPECT_EQ(attempt.output, struck ? kNoMemory : "") << allocation;
+        if (!struck) {
+            EXPECT_GT(allocation, 5U);
+            EXPECT_EQ(contents.entries.size(), 2U);
+        } else {
+            EXPECT_TRUE(contents.entries.empty()) << allocation;
+        }
+    }
+}
+
+// The limit of the format is what its 32-bit lengths can tell.
+TEST(ReadingMemoryFaults, RoomIsAskedForOnceAndUpToTheLimitAlone) {
+    constexpr std::uint64_t kLimit = std::numeric_limits<std::uint32_t>::max();
+    const Bytes atTheLimit = test::PackedCodes(test::CodesOfRun(kLimit));
+    const Bytes beyond = test::PackedCodes(test::CodesOfRun(kLimit + 1));
+    Bytes output;
+    const ScopedFault fault(Call::Allocation);
+    EXPECT_FALSE(DecompressLzw(beyond, 0, output));
+    EXPECT_EQ(test::CallCount(Call::Allocation), 0U);
+    EXPECT_THROW(static_cast<void>(DecompressLzw(atTheLimit, 0, output)), std::bad_alloc);
+    EXPECT_EQ(test::CallCount(Call::Allocation), 1U);
+    EXPECT_TRUE(output.empty());
+}
+
+// What a header or a record claims is never asked for.
+TEST(ReadingMemoryFaults, ClaimedNumbersTakeNoMemory) {
+    constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
+    Bytes manyEntries = test::CatalogueOf({}, kMost);
+    test::StoreAt(manyEntries, 1044, kMost);
+    Bytes record = test::RecordOf(0, u"a", {});
+    test::StoreAt(record, test::kDigestCountOffset, kMost);
+    const Bytes manyDigests = test::CatalogueOf(record, 1);
+    HashCatalogue catalogue("");
+    const Bytes moreEntries = test::CatalogueOf(test::RecordOfFile(u"a", "hello"), 100'000);
+    for (const Bytes& image : {manyEntries, manyDigests, moreEntries}) {
+        EntryList entries;
+        test::ResetLargestAllocation();
+        EXPECT_EQ(catalogue.ReadCatalogue(image, entries), ResultCode::FileInvalid);
+        EXPECT_LE(test::LargestAllocation(), image.size());
+    }
+}
+
+}  // namespace
+}  // namespace sealkeeper

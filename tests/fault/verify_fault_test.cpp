@@ -1,0 +1,223 @@
+#include <glob.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/verify_action.h"
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/hash_catalogue.h"
+#include "fault/fault_injection.h"
+#include "runtime/runtime_configuration_writer.h"
+#include "runtime/signing_test_support.h"
+#include "support/captured_output.h"
+#include "support/credentials.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Call;
+using test::CapturedOutput;
+using test::CertificatePath;
+using test::kTestProductId;
+using test::ReadFile;
+using test::ScopedCurrentDirectory;
+using test::ScopedFault;
+using test::TempDirectory;
+using Reach = ScopedFault::Reach;
+
+// Takes out the dots that a slow machine puts at the end of a verdict's line, or on one of their
+// own. No other line of verifying ends in more than one.
+std::string WithoutDots(const std::string& text) {
+    std::string kept;
+    for (const char character : text) {
+        const bool isProgress = character == '.' && (kept.ends_with('.') || kept.ends_with('\n'));
+        if (!isProgress) {
+            kept += character;
+        }
+    }
+    return kept;
+}
+
+// A whole run over an installed game of two files.
+class VerifyFaults : public testing::Test {
+  protected:
+    VerifyFaults() : here_(game_.Path()) {
+        game_.WriteFile("a.dat", "hello");
+        game_.WriteFile("b.dat", "world");
+        game_.WriteFile("Quorvane/Certificates/base.cer", ReadFile(CertificatePath("good")));
+        PrivateKey key;
+        test::LoadKey("good", key);
+        HashCatalogue catalogue(kTestProductId);
+        RuntimeConfiguration configuration;
+        configuration.version = 1;
+        CapturedOutput output;
+        EXPECT_EQ(catalogue.CreateCatalogue(key.Get(), {}, {L"./a.dat", L"./b.dat"},
+                                            L"Quorvane/Certificates/base.bin", {}),
+                  ResultCode::Ok);
+        EXPECT_EQ(WriteRuntimeConfiguration(configuration, key.Get(), Directory()), ResultCode::Ok);
+        options_.action = ActionKind::Verify;
+        options_.productId = kTestProductId;
+        options_.verifyDir = game_ / "";
+    }
+
+    int Run() {
+        CapturedOutput output;
+        const ResultCode code = RunVerifyAction(options_);
+        output_ = WithoutDots(output.Take());
+        return ResultCodeNumber(code);
+    }
+
+    [[nodiscard]] std::string Directory() const { return game_ / "Quorvane/Certificates/"; }
+
+    // What every run of this fixture prints first, up to the reading of the catalogue.
+    [[nodiscard]] std::string Start() const {
+        return "[Info] Looking for the catalogue to validate under: '" + Directory() + "'.\n";
+    }
+    [[nodiscard]] std::string Reading() const {
+        return Start() + "[Info] Changed working directory to: '" + game_.Path() +
+               "/'.\n[Info] Reading the contents of: 'base.bin'.\n";
+    }
+    [[nodiscard]] std::string Checked() const {
+        return Reading() +
+               "[Info] Added 2 file entries from 'base.bin'\n"
+               "[Info] Will begin the validation of 2 files:\n"
+               "\n[Info] [Success] Successfully verified 'a.dat'."
+               "\n[Info] [Success] Successfully verified 'b.dat'."
+               "\n\n[Info] Verification summary:\n"
+               "[Info] =======================================\n"
+               "[Info] Code 0 (Ok): 2 files.\n\n";
+    }
+    [[nodiscard]] std::string Validating() const {
+        return "[Info] Validating runtime configuration file at: " + Directory() + "runtime.conf\n";
+    }
+
+    TempDirectory game_;
+    ScopedCurrentDirectory here_;
+    CommandLineOptions options_;
+    std::string output_;
+};
+
+TEST_F(VerifyFaults, NothingFailsWithoutAFault) {
+    EXPECT_EQ(Run(), 0);
+    EXPECT_EQ(output_, Checked() + Validating() +
+                           "[Info] Successfully verified the certificate for product ID: "
+                           "TestProduct42\n[Info] Successfully validated runtime configuration: '" +
+                           Directory() + "runtime.conf'.\n");
+}
+
+TEST_F(VerifyFaults, SearchThatFails) {
+    for (const int result : {GLOB_NOSPACE, GLOB_ABORTED, GLOB_NOMATCH}) {
+        const ScopedFault fault(Call::Glob, 0, Reach::Onwards, result);
+        EXPECT_EQ(Run(), 3);
+        EXPECT_EQ(output_,
+                  Start() + "[Err!] Couldn't find the .bin file under: '" + Directory() + "'.\n");
+    }
+}
+
+TEST_F(VerifyFaults, GameDirectoryThatCannotBeEntered) {
+    const ScopedFault fault(Call::Chdir);
+    EXPECT_EQ(Run(), 5);
+    EXPECT_EQ(output_,
+              Start() + "[Err!] Failed to set working directory: '" + game_.Path() + "/'.\n");
+}
+
+// The reads of a run in their order: the catalogue is read twice, its header first.
+enum Read : std::size_t {
+    Header,
+    Catalogue,
+    Certificate,
+    FileA,
+    FileB,
+    Settings,
+    CertificateAgain
+};
+
+struct CatalogueFault {
+    const char* name;
+    Call call;
+    std::size_t firstFailing;
+    std::string shownCode;
+    int code;
+};
+
+TEST_F(VerifyFaults, CatalogueOrCertificateThatCannotBeRead) {
+    const std::string catalogueCode = "8 (CatalogueIOError)";
+    const std::vector<CatalogueFault> faults = {
+        {"open for the header", Call::Open, Header, catalogueCode, 8},
+        {"fdopen for the header", Call::Fdopen, Header, catalogueCode, 8},
+        {"seek for the header", Call::Fseeko, 0, catalogueCode, 8},
+        {"read the header", Call::Fread, Header, catalogueCode, 8},
+        {"open base.bin", Call::Open, Catalogue, catalogueCode, 8},
+        {"seek in base.bin", Call::Fseeko, 2, catalogueCode, 8},
+        {"read base.bin", Call::Fread, Catalogue, catalogueCode, 8},
+        {"open base.cer", Call::Open, Certificate, "27 (CertIOError)", 27},
+        {"read base.cer", Call::Fread, Certificate, "27 (CertIOError)", 27},
+    };
+    for (const CatalogueFault& failing : faults) {
+        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once);
+        EXPECT_EQ(Run(), failing.code) << failing.name;
+        EXPECT_EQ(output_, Reading() +
+                               "[Err!] Reading the catalogue 'base.bin' file failed. Code " +
+                               failing.shownCode + "\n");
+    }
+}
+
+TEST_F(VerifyFaults, CatalogueReadWithWrongBytes) {
+    const ScopedFault fault(Call::FreadBytes, 0, Reach::Once);
+    EXPECT_EQ(Run(), 9);
+    EXPECT_EQ(
+        output_,
+        Reading() + "[Err!] Reading the catalogue 'base.bin' file failed. Code 9 (FileInvalid)\n");
+}
+
+TEST_F(VerifyFaults, FileThatCannotBeOpened) {
+    const ScopedFault fault(Call::Open, FileA, Reach::Once);
+    EXPECT_EQ(Run(), 23);
+    EXPECT_NE(output_.find("\n[Err!] [Failure] Failed to verify 'a.dat' - Code 23 "
+                           "(FileVerificationIOError)."
+                           "\n[Info] [Success] Successfully verified 'b.dat'.\n\n"
+                           "[Info] Verification summary:\n"
+                           "[Info] =======================================\n"
+                           "[Info] Code 0 (Ok): 1 files.\n\n"
+                           "[Info] Code 23 (FileVerificationIOError): 1 files.\n\n"),
+              std::string::npos)
+        << output_;
+}
+
+TEST_F(VerifyFaults, FileWithANegativeSize) {
+    const ScopedFault fault(Call::Fstat, FileB, Reach::Once, -1);
+    EXPECT_EQ(Run(), 23);
+    EXPECT_NE(output_.find("[Failure] Failed to verify 'b.dat' - Code 23"), std::string::npos)
+        << output_;
+}
+
+TEST_F(VerifyFaults, RuntimeConfigurationThatCannotBeReadIsPassedOver) {
+    for (const Call call : {Call::Open, Call::Fread}) {
+        const ScopedFault fault(call, Settings, Reach::Once);
+        EXPECT_EQ(Run(), 0);
+        EXPECT_TRUE(fault.Struck());
+        EXPECT_EQ(output_, Checked());
+    }
+}
+
+TEST_F(VerifyFaults, CertificateOfRuntimeConfigurationThatCannotBeRead) {
+    for (const Call call : {Call::Open, Call::Fread}) {
+        const ScopedFault fault(call, CertificateAgain, Reach::Once);
+        EXPECT_EQ(Run(), 27);
+        EXPECT_EQ(output_, Checked() + Validating() + "[Err!] Failed to read certificate file " +
+                               Directory() + "base.cer.\n");
+    }
+}
+
+TEST_F(VerifyFaults, RuntimeConfigurationReadWithWrongBytes) {
+    const ScopedFault fault(Call::FreadBytes, Settings, Reach::Once);
+    EXPECT_EQ(Run(), 22);
+    EXPECT_TRUE(output_.ends_with("[Err!] Validation of runtime configuration failed: '" +
+                                  Directory() + "runtime.conf'.\n"))
+        << output_;
+}
+
+}  // namespace
+}  // namespace sealkeeper
