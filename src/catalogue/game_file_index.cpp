@@ -13,9 +13,9 @@ namespace {
 
 // The standard `tolower` is defined for the values of an unsigned char alone.
 wchar_t LowerCase(wchar_t character) {
-    const auto value = static_cast<unsigned long>(character);
-    return value <= UCHAR_MAX ? static_cast<wchar_t>(std::tolower(static_cast<int>(value)))
-                              : character;
+    const auto codePoint = static_cast<char32_t>(character);
+    return codePoint <= UCHAR_MAX ? static_cast<wchar_t>(std::tolower(static_cast<int>(codePoint)))
+                                  : character;
 }
 
 std::wstring KeyOf(const GameFileIndex& index, const std::wstring& path) {
