@@ -24,8 +24,8 @@ class ChunkVerifier {
         // Leniency after a recovery, deliberate: this chunk is not compared.
         const bool isLenient = std::exchange(previousRecovered_, false);
         if (!ReadWithOneRetry()) {
-            return isLenient && reader_.LastReadBytes() == 0 ? ResultCode::Ok
-                                                             : ResultCode::FileVerificationIOError;
+            const bool isSkipped = isLenient && reader_.LastReadBytes() == 0 && SkipChunk();
+            return isSkipped ? ResultCode::Ok : ResultCode::FileVerificationIOError;
         }
         if (isLenient) {
             return ResultCode::Ok;
@@ -38,6 +38,12 @@ class ChunkVerifier {
     }
 
   private:
+    // Leaves out a chunk that could not be read.
+    bool SkipChunk() {
+        const std::uint64_t leftBytes = entry_.FileSizeBytes() - reader_.Position();
+        return reader_.SeekTo(reader_.Position() + std::min<std::uint64_t>(leftBytes, kChunkBytes));
+    }
+
     bool ReadWithOneRetry() {
         return reader_.ReadNextChunk() || (reader_.RewindFailedRead() && reader_.ReadNextChunk());
     }

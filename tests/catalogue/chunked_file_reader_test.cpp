@@ -63,6 +63,69 @@ TEST(ChunkedFileReader, FailsInsideTheChunkThatTheFileDoesNotFill) {
     EXPECT_EQ(reader.Position(), 3U);
 }
 
+TEST(ChunkedFileReader, GoesBackOverAFailedRead) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("f", "abcd");
+    ChunkedFileReader reader(Utf8ToWide(path), 3);
+    ASSERT_TRUE(reader.Open());
+    ASSERT_TRUE(reader.AllocateBuffer(6));
+    ASSERT_TRUE(reader.ReadNextChunk());
+    EXPECT_EQ(reader.LastReadBytes(), 3U);
+    EXPECT_FALSE(reader.ReadNextChunk());
+    EXPECT_EQ(reader.LastReadBytes(), 1U);
+    EXPECT_TRUE(reader.Chunk().empty());
+    ASSERT_TRUE(reader.RewindFailedRead());
+    directory.WriteFile("f", "abcdef");
+    ASSERT_TRUE(reader.ReadNextChunk());
+    EXPECT_EQ(ChunkText(reader), "def");
+    EXPECT_EQ(reader.Position(), 6U);
+}
+
+TEST(ChunkedFileReader, BehindTheLastChunkIsOneOfNoBytes) {
+    const TempDirectory directory;
+    ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abc")), 3);
+    ASSERT_TRUE(reader.Open());
+    ASSERT_TRUE(reader.AllocateBuffer(3));
+    ASSERT_TRUE(reader.ReadNextChunk());
+    ASSERT_TRUE(reader.ReadNextChunk());
+    EXPECT_TRUE(reader.Chunk().empty());
+    EXPECT_EQ(reader.LastReadBytes(), 0U);
+    EXPECT_EQ(reader.Position(), 3U);
+}
+
+TEST(ChunkedFileReader, ReadsFromThePositionSoughtUpToTheExpectedSize) {
+    const TempDirectory directory;
+    ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abcdefgh")), 3);
+    ASSERT_TRUE(reader.Open());
+    ASSERT_TRUE(reader.AllocateBuffer(7));
+    ASSERT_TRUE(reader.SeekTo(5));
+    EXPECT_EQ(reader.Position(), 5U);
+    ASSERT_TRUE(reader.ReadNextChunk());
+    EXPECT_EQ(ChunkText(reader), "fg");
+    ASSERT_TRUE(reader.SeekTo(1));
+    ASSERT_TRUE(reader.ReadNextChunk());
+    EXPECT_EQ(ChunkText(reader), "bcd");
+    ASSERT_TRUE(reader.ReadNextChunk());
+    EXPECT_EQ(ChunkText(reader), "efg");
+}
+
+TEST(ChunkedFileReader, DoesNotMoveBeforeItIsOpen) {
+    const TempDirectory directory;
+    ChunkedFileReader reader(Utf8ToWide(directory / "missing"), 3);
+    ASSERT_TRUE(reader.AllocateBuffer(3));
+    EXPECT_FALSE(reader.SeekTo(0));
+    EXPECT_FALSE(reader.RewindFailedRead());
+}
+
+TEST(ChunkedFileReader, TellsTheStatusOfTheOpenFile) {
+    const TempDirectory directory;
+    ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abcd")), 3);
+    EXPECT_EQ(reader.Status().type, FileType::Missing);
+    ASSERT_TRUE(reader.Open());
+    EXPECT_EQ(reader.Status().type, FileType::Regular);
+    EXPECT_EQ(reader.Status().sizeBytes, 4);
+}
+
 TEST(ChunkedFileReader, RefusesABufferOfNothingAndASecondOne) {
     const TempDirectory directory;
     ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abcd")), 3);

@@ -216,6 +216,8 @@ TEST_F(FileVerificationTest, DirectoryIsNoFile) {
     const auto size = static_cast<std::uint64_t>(FileSizeBytes("d"));
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size + 1, u"d", {DigestOf("")})), L"d"), kSizeMismatch);
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {DigestOf("")})), L"d"), kIoError);
+    // Not even where its size is all there is to check.
+    EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {})), L"d"), kIoError);
 }
 
 TEST_F(FileVerificationTest, LinksAreFollowed) {

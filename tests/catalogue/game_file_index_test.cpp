@@ -67,6 +67,11 @@ TEST_F(GameFileIndexTest, AnEmptyIndexFindsNothing) {
     EXPECT_EQ(Found(L""), L"");
 }
 
+TEST_F(GameFileIndexTest, AnEmptyPathIsNotLookedUp) {
+    index_.paths[L""] = L"x";
+    EXPECT_EQ(Found(L""), L"");
+}
+
 TEST_F(GameFileIndexTest, KeyIsOfLowerCaseAndThePathAsOnDisk) {
     root_.WriteFile(
         "D/\xC3\x84"

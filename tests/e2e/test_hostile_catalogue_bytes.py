@@ -1,8 +1,7 @@
 """Every truncation and every single-byte change of a small signed catalogue.
 
-All beginnings of the file are verified. Every byte is changed to two of its 255 other values, with its
-lowest bit turned over and with all bits turned over, and each change is verified. All of this is listed
-too, save inside the signature area, which list passes over: there it is one place in sixteen. The exact
+All beginnings of the file are verified. One bit of every byte is turned over, another one from byte to
+byte, and each change is verified. All of this is listed too, save inside the signature area, which list passes over: there it is one place in sixteen. The exact
 console text and exit status are compared for both actions; for list, the independent reader says what
 can still be read.
 """

@@ -1,7 +1,7 @@
 """Every truncation and every single-byte change of a signed runtime.conf.
 
-All beginnings of the file are verified. Every byte is changed to two of its 255 other values, with its
-lowest bit turned over and with all bits turned over, and each change is verified. That is done twice: to
+All beginnings of the file are verified. One bit of every byte is turned over, another one from byte to
+byte, and each change is verified. That is done twice: to
 the file as it is stored, where a change spreads to all bytes before it, and to the bytes before they are
 scrambled. List is run on all of this around the settings at the end, and on one place in sixteen before
 them. The exact console text and exit status are compared for both actions.

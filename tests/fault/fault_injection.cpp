@@ -59,6 +59,9 @@ bool Strikes(Call call) {
     if (fault.reach == ScopedFault::Reach::Once) {
         fault.armed = false;
     }
+    if (fault.reach == ScopedFault::Reach::Twice) {
+        fault.reach = ScopedFault::Reach::Once;
+    }
     if (fault.reach == ScopedFault::Reach::EveryOther) {
         fault.callsBefore = 1;
     }

@@ -37,10 +37,11 @@ enum class Call {
 class ScopedFault {
   public:
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
-    // only that one with `Reach::Once`, and every second of them with `Reach::EveryOther`. `value`
-    // is what the call fails with where that may differ: the result of `glob`, the size that `stat`
-    // and `fstat` report, and the bytes that `fread` delivers.
-    enum class Reach { Onwards, Once, EveryOther };
+    // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
+    // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
+    // result of `glob`, the size that `stat` and `fstat` report, and the bytes that `fread`
+    // delivers.
+    enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);
     ScopedFault(const ScopedFault&) = delete;

@@ -194,6 +194,16 @@ TEST_F(FileVerificationFaults, LenientChunkMayDeliverNothing) {
     EXPECT_EQ(Verify(), kIoError);
 }
 
+TEST_F(FileVerificationFaults, ChunkBehindOneThatDeliveredNothingIsComparedInItsPlace) {
+    const ScopedFault bytes(Call::FreadBytes, 0, Reach::Once);
+    const ScopedFault reading(Call::Fread, kFirstReadOfLenientChunk, Reach::Twice);
+    EXPECT_EQ(Verify(), ResultCode::Ok);
+    ChangeChunks({2});
+    const ScopedFault bytesAgain(Call::FreadBytes, 0, Reach::Once);
+    const ScopedFault readingAgain(Call::Fread, kFirstReadOfLenientChunk, Reach::Twice);
+    EXPECT_EQ(Verify(), kHashMismatch);
+}
+
 TEST_F(FileVerificationFaults, LenientChunkIsReadAgain) {
     const ScopedFault bytes(Call::FreadBytes, 0, Reach::Once);
     const ScopedFault reading(Call::Fread, kFirstReadOfLenientChunk, Reach::Once, 3);

@@ -211,6 +211,13 @@ TEST_F(VerifyFaults, CertificateOfRuntimeConfigurationThatCannotBeRead) {
     }
 }
 
+TEST_F(VerifyFaults, FailureOfRuntimeConfigurationComesBeforeThatOfAFile) {
+    game_.WriteFile("a.dat", "hello!");
+    EXPECT_EQ(Run(), 24);
+    const ScopedFault fault(Call::Open, CertificateAgain, Reach::Once);
+    EXPECT_EQ(Run(), 27);
+}
+
 TEST_F(VerifyFaults, RuntimeConfigurationReadWithWrongBytes) {
     const ScopedFault fault(Call::FreadBytes, Settings, Reach::Once);
     EXPECT_EQ(Run(), 22);
