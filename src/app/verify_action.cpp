@@ -83,10 +83,11 @@ ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, E
     return ResultCode::Ok;
 }
 
-ResultCode VerifyEntry(const StoredEntry& entry) {
+// `entry` is that of the next file of `hasher`.
+ResultCode VerifyEntry(const StoredEntry& entry, FileHasher& hasher) {
     constexpr MismatchHandler kNoHandler = nullptr;
     const std::wstring path = entry.Path();
-    const ResultCode code = entry.VerifyCatalogueFile(path, kNoHandler, nullptr);
+    const ResultCode code = entry.VerifyNextFile(hasher, path, kNoHandler, nullptr);
     // Ends the progress line or the verdict before: neither message below has a line feed.
     EndConsoleLine();
     if (code != ResultCode::Ok) {
@@ -100,9 +101,12 @@ ResultCode VerifyEntry(const StoredEntry& entry) {
 
 ResultCode VerifyEntries(const EntryList& entries) {
     Log(LogLevel::Info, "Will begin the validation of %zu files:\n", entries.size());
+    FileHasher hasher(entries.size(), [&entries](std::size_t index) {
+        return entries[index]->OpenFile(entries[index]->Path());
+    });
     VerificationSummary summary;
     for (const auto& entry : entries) {
-        summary.Add(VerifyEntry(*entry));
+        summary.Add(VerifyEntry(*entry, hasher));
     }
     EndConsoleLine();
     EndConsoleLine();

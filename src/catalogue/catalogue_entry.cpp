@@ -18,34 +18,50 @@ std::u16string StoredPath(const std::wstring& path) {
     return stored;
 }
 
-ResultCode SizeAndHash(const std::wstring& path, CatalogueEntry& entry) {
-    const std::string pathUtf8 = WideToUtf8(path);
-    const std::int64_t sizeBytes = FileSizeBytes(pathUtf8);
-    if (sizeBytes < 0) {
-        Log(LogLevel::Error, "[Error] Inaccessible file: '%s'.\n", pathUtf8.c_str());
+ResultCode SizeAndHash(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry) {
+    const FileToHash& file = hasher.NextFile();
+    if (file.status.sizeBytes < 0) {
+        Log(LogLevel::Error, "[Error] Inaccessible file: '%s'.\n", WideToUtf8(path).c_str());
         return ResultCode::CatalogueIOError;
     }
-    entry.fileSizeBytes = static_cast<std::uint64_t>(sizeBytes);
-    if (sizeBytes == 0) {
-        Log(LogLevel::Warning, "[Warning] Empty file: '%s'.\n", pathUtf8.c_str());
+    entry.fileSizeBytes = static_cast<std::uint64_t>(file.status.sizeBytes);
+    if (entry.fileSizeBytes == 0) {
+        Log(LogLevel::Warning, "[Warning] Empty file: '%s'.\n", WideToUtf8(path).c_str());
         return ResultCode::Ok;
     }
-    return HashFileChunks(path, entry.fileSizeBytes, entry.digests);
+    return HashFileChunks(hasher, file, path, entry.digests);
 }
 
 }  // namespace
 
+FileToHash OpenCollectedFile(const std::wstring& path) {
+    const FileStatus status = StatusOfPath(WideToUtf8(path));
+    FileToHash file;
+    if (status.sizeBytes > 0) {
+        file = OpenFileToHash(path, static_cast<std::uint64_t>(status.sizeBytes));
+    }
+    // The size that counts, whatever the file grew to until it was opened.
+    file.status = status;
+    return file;
+}
+
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry) {
+    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenCollectedFile(path); });
+    return BuildCatalogueEntry(path, hasher, entry);
+}
+
+ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
+                               CatalogueEntry& entry) {
     entry = {};
     if (path.empty()) {
         return ResultCode::CatalogueIOError;
     }
-    // Before the file is hashed, which may take minutes.
+    // Before the file is waited for, which may take minutes.
     const std::u16string stored = StoredPath(path);
     if (stored.size() > entry_record::kMaxPathUnits) {
         return RejectLongPath(path);
     }
-    if (const ResultCode code = SizeAndHash(path, entry); code != ResultCode::Ok) {
+    if (const ResultCode code = SizeAndHash(path, hasher, entry); code != ResultCode::Ok) {
         return code;
     }
     std::copy(stored.begin(), stored.end(), entry.path.begin());

@@ -10,6 +10,7 @@
 
 #include "app/result_code.h"
 #include "catalogue/catalogue_format.h"
+#include "catalogue/file_hasher.h"
 #include "runtime/sha256.h"
 
 namespace sealkeeper {
@@ -33,6 +34,12 @@ struct CatalogueEntry {
 // empty path, with `CatalogueError` for one that does not fit its field, and as `HashFileChunks`
 // does.
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
+
+// The same for the next file of `hasher`, which `OpenCollectedFile` opened.
+ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry);
+
+// Opens the file at the collected `path` to be hashed in full, unless it is empty or missing.
+[[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path);
 
 // The index of the first unit after the last '/' of `path`, 0 when there is none.
 [[nodiscard]] std::uint32_t NamePositionOf(const PathField& path);

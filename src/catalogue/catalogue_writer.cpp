@@ -71,9 +71,12 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
                            EntryBlock& block) {
     // Most files have one chunk. Growing step by step would need the old room and the new at once.
     block.bytes.reserve(files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
+    FileHasher hasher(files.size(),
+                      [&files](std::size_t index) { return OpenCollectedFile(files[index]); });
     CatalogueEntry entry;
     for (const std::wstring& file : files) {
-        if (const ResultCode code = BuildCatalogueEntry(file, entry); code != ResultCode::Ok) {
+        if (const ResultCode code = BuildCatalogueEntry(file, hasher, entry);
+            code != ResultCode::Ok) {
             return code;
         }
         if (const ResultCode code = ApplyPathAlias(aliases, entry); code != ResultCode::Ok) {

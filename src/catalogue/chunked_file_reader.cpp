@@ -1,7 +1,5 @@
 #include "catalogue/chunked_file_reader.h"
 
-#include <sys/types.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -14,7 +12,7 @@ ChunkedFileReader::ChunkedFileReader(std::wstring path, std::size_t chunkBytes)
     : path_(std::move(path)), chunkBytes_(chunkBytes) {}
 
 bool ChunkedFileReader::Open() {
-    if (OpenAtPath()) {
+    if (file_.Open(WideToUtf8(path_))) {
         return true;
     }
     std::wstring realPath;
@@ -22,19 +20,7 @@ bool ChunkedFileReader::Open() {
         return false;
     }
     path_ = realPath;
-    return OpenAtPath();
-}
-
-bool ChunkedFileReader::OpenAtPath() {
-    OpenedFile file = OpenForReading(WideToUtf8(path_));
-    stream_ = std::move(file.stream);
-    status_ = file.status;
-    if (!stream_) {
-        return false;
-    }
-    // Chunks are read straight into the buffer; one of the stream's own would only be copied from.
-    std::setvbuf(stream_.get(), nullptr, _IONBF, 0);
-    return true;
+    return file_.Open(WideToUtf8(path_));
 }
 
 bool ChunkedFileReader::AllocateBuffer(std::uint64_t sizeBytes) {
@@ -49,13 +35,12 @@ bool ChunkedFileReader::AllocateBuffer(std::uint64_t sizeBytes) {
 bool ChunkedFileReader::ReadNextChunk() {
     chunkLength_ = 0;
     lastReadBytes_ = 0;
-    if (!stream_) {
+    if (!file_.IsOpen()) {
         return false;
     }
     const auto wantedBytes =
         static_cast<std::size_t>(std::min<std::uint64_t>(buffer_.size(), expectedBytes_));
-    // fread loops over short reads and stops at the end of the file or an error.
-    lastReadBytes_ = std::fread(buffer_.data(), 1, wantedBytes, stream_.get());
+    lastReadBytes_ = file_.ReadAt(positionBytes_, std::span(buffer_).first(wantedBytes));
     if (lastReadBytes_ != wantedBytes) {
         return false;
     }
@@ -65,21 +50,9 @@ bool ChunkedFileReader::ReadNextChunk() {
     return true;
 }
 
-bool ChunkedFileReader::RewindFailedRead() {
-    if (!stream_) {
-        return false;
-    }
-    std::clearerr(stream_.get());
-    return fseeko(stream_.get(), -static_cast<off_t>(lastReadBytes_), SEEK_CUR) == 0;
-}
-
-bool ChunkedFileReader::SeekTo(std::uint64_t positionBytes) {
-    if (!stream_ || fseeko(stream_.get(), static_cast<off_t>(positionBytes), SEEK_SET) != 0) {
-        return false;
-    }
+void ChunkedFileReader::SeekTo(std::uint64_t positionBytes) {
     expectedBytes_ = positionBytes_ + expectedBytes_ - positionBytes;
     positionBytes_ = positionBytes;
-    return true;
 }
 
 std::span<const std::uint8_t> ChunkedFileReader::Chunk() const {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/file_io.h"
+#include "platform/input_file.h"
 
 namespace sealkeeper {
 
@@ -20,8 +20,6 @@ class ChunkedFileReader {
     // index has for it, which becomes the reader's path. False when neither can be opened.
     [[nodiscard]] bool Open();
 
-    // What the file is, as it was when it was opened.
-    [[nodiscard]] const FileStatus& Status() const { return status_; }
     [[nodiscard]] const std::wstring& Path() const { return path_; }
 
     // Expects `sizeBytes` bytes in the file and allocates a buffer of that many, one chunk at most.
@@ -36,13 +34,11 @@ class ChunkedFileReader {
     // The bytes that the last `ReadNextChunk` delivered, whether it failed or not.
     [[nodiscard]] std::size_t LastReadBytes() const { return lastReadBytes_; }
 
-    // Goes back over what a failed `ReadNextChunk` delivered, so that the next one reads the same
-    // chunk. False when the file cannot be wound back.
-    [[nodiscard]] bool RewindFailedRead();
-
     // Moves a reader that has its buffer to `positionBytes`, which is at most the expected size.
-    // False when the file is not open or cannot be wound there.
-    [[nodiscard]] bool SeekTo(std::uint64_t positionBytes);
+    void SeekTo(std::uint64_t positionBytes);
+
+    // The open file, for reading past the buffer and the position.
+    [[nodiscard]] const InputFile& File() const { return file_; }
 
     // The bytes that the last `ReadNextChunk` read; good until the next one.
     [[nodiscard]] std::span<const std::uint8_t> Chunk() const;
@@ -51,12 +47,9 @@ class ChunkedFileReader {
     [[nodiscard]] std::uint64_t Position() const { return positionBytes_; }
 
   private:
-    bool OpenAtPath();
-
     std::wstring path_;
     std::size_t chunkBytes_;
-    FileStream stream_;
-    FileStatus status_;
+    InputFile file_;
     std::vector<std::uint8_t> buffer_;
     std::uint64_t positionBytes_ = 0;
     std::uint64_t expectedBytes_ = 0;

@@ -1,23 +1,23 @@
 #include "catalogue/file_hashing.h"
 
+#include <utility>
+
 #include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
-#include "catalogue/chunked_file_reader.h"
 #include "catalogue/progress.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
 namespace {
 
-ResultCode HashNextChunk(ChunkedFileReader& reader, std::vector<Sha256Digest>& digests) {
-    if (!reader.ReadNextChunk()) {
+ResultCode AppendDigest(const HashedChunk& chunk, std::vector<Sha256Digest>& digests) {
+    if (!chunk.isRead) {
         return ResultCode::CatalogueIOError;
     }
-    Sha256Digest digest{};
-    if (reader.Chunk().empty() || ComputeSha256(reader.Chunk(), digest) != 0) {
+    if (chunk.hashError != 0) {
         return ResultCode::CatalogueError;
     }
-    digests.push_back(digest);
+    digests.push_back(chunk.digest);
     return ResultCode::Ok;
 }
 
@@ -28,25 +28,38 @@ ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
     if (path.empty() || sizeBytes == 0) {
         return ResultCode::FileVerificationIOError;
     }
+    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFileToHash(path, sizeBytes); });
+    return HashFileChunks(hasher, hasher.NextFile(), path, digests);
+}
+
+ResultCode HashFileChunks(FileHasher& hasher, const FileToHash& file, const std::wstring& path,
+                          std::vector<Sha256Digest>& digests) {
     digests.clear();
     // The line is ended by the last progress tick.
     Log(LogLevel::Info, "Hashing %s...", WideToUtf8(path).c_str());
-    ChunkedFileReader reader(path, kChunkBytes);
-    if (!reader.Open()) {
+    if (!file.reader) {
         return ResultCode::CatalogueError;
     }
-    if (!reader.AllocateBuffer(sizeBytes)) {
-        ProgressTick(true);
-        return ResultCode::Ok;
-    }
-    while (reader.Position() < sizeBytes) {
-        if (const ResultCode code = HashNextChunk(reader, digests); code != ResultCode::Ok) {
+    for (std::uint64_t chunk = 0; chunk < file.chunkCount; ++chunk) {
+        if (const ResultCode code = AppendDigest(hasher.NextDigest(), digests);
+            code != ResultCode::Ok) {
             return code;
         }
         ProgressTick(false);
     }
     ProgressTick(true);
     return ResultCode::Ok;
+}
+
+FileToHash OpenFileToHash(const std::wstring& path, std::uint64_t sizeBytes) {
+    FileToHash file;
+    auto reader = std::make_unique<ChunkedFileReader>(path, kChunkBytes);
+    if (reader->Open()) {
+        file.reader = std::move(reader);
+        file.sizeBytes = sizeBytes;
+        file.chunkCount = ChunkCountOf(sizeBytes);
+    }
+    return file;
 }
 
 }  // namespace sealkeeper

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/result_code.h"
+#include "catalogue/file_hasher.h"
 #include "runtime/sha256.h"
 
 namespace sealkeeper {
@@ -18,6 +19,13 @@ namespace sealkeeper {
 // incomplete.
 ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
                           std::vector<Sha256Digest>& digests);
+
+// The same for `file`, the current one of `hasher`, which was opened for it.
+ResultCode HashFileChunks(FileHasher& hasher, const FileToHash& file, const std::wstring& path,
+                          std::vector<Sha256Digest>& digests);
+
+// Opens the file at `path` for hashing its first `sizeBytes` bytes.
+[[nodiscard]] FileToHash OpenFileToHash(const std::wstring& path, std::uint64_t sizeBytes);
 
 }  // namespace sealkeeper
 

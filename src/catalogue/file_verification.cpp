@@ -1,36 +1,35 @@
 // The check of one file of the game against its entry.
-#include "catalogue/stored_entry.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <new>
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
-#include "catalogue/chunked_file_reader.h"
 #include "catalogue/progress.h"
+#include "catalogue/stored_entry.h"
 
 namespace sealkeeper {
 namespace {
 
-// Checks the chunks of an open file one after the other.
-class ChunkVerifier {
+// Judges the chunks of a file one after the other.
+class ChunkJudge {
   public:
-    ChunkVerifier(const StoredEntry& entry, ChunkedFileReader& reader, MismatchHandler handler,
-                  void* context)
+    ChunkJudge(const StoredEntry& entry, ChunkedFileReader& reader, MismatchHandler handler,
+               void* context)
         : entry_(entry), reader_(reader), handler_(handler), context_(context) {}
 
-    ResultCode VerifyChunk(std::uint32_t index) {
+    // `chunk` is what the first reading of chunk `index` gave.
+    ResultCode Judge(std::uint32_t index, HashedChunk chunk) {
         // Leniency after a recovery, deliberate: this chunk is not compared.
         const bool isLenient = std::exchange(previousRecovered_, false);
-        if (!ReadWithOneRetry()) {
-            const bool isSkipped = isLenient && reader_.LastReadBytes() == 0 && SkipChunk();
-            return isSkipped ? ResultCode::Ok : ResultCode::FileVerificationIOError;
+        if (!chunk.isRead && !ReadOnceMore(index, chunk)) {
+            return isLenient && reader_.LastReadBytes() == 0 ? ResultCode::Ok
+                                                             : ResultCode::FileVerificationIOError;
         }
         if (isLenient) {
             return ResultCode::Ok;
         }
-        if (ChunkMatches(reader_, index)) {
+        if (Matches(index, chunk)) {
             ProgressTick(false);
             return ResultCode::Ok;
         }
@@ -38,40 +37,32 @@ class ChunkVerifier {
     }
 
   private:
-    // Leaves out a chunk that could not be read.
-    bool SkipChunk() {
-        const std::uint64_t leftBytes = entry_.FileSizeBytes() - reader_.Position();
-        return reader_.SeekTo(reader_.Position() + std::min<std::uint64_t>(leftBytes, kChunkBytes));
-    }
-
-    bool ReadWithOneRetry() {
-        return reader_.ReadNextChunk() || (reader_.RewindFailedRead() && reader_.ReadNextChunk());
-    }
-
-    [[nodiscard]] bool ChunkMatches(const ChunkedFileReader& reader, std::uint32_t index) const {
-        Sha256Digest digest{};
-        return ComputeSha256(reader.Chunk(), digest) == 0 &&
-               std::equal(digest.begin(), digest.end(), entry_.Digest(index).begin());
+    bool ReadOnceMore(std::uint32_t index, HashedChunk& chunk) {
+        // Refused when an earlier chunk had to be read once more; then the buffer is there.
+        static_cast<void>(reader_.AllocateBuffer(entry_.FileSizeBytes()));
+        chunk = ReadChunk(reader_, index);
+        return chunk.isRead;
     }
 
     // A chunk that differs is read afresh, because a read may have gone wrong; what differs still
     // is up to the handler.
     ResultCode RecoverChunk(std::uint32_t index) {
         ChunkedFileReader second(reader_.Path(), kChunkBytes);
-        const std::uint64_t chunkStart = reader_.Position() - reader_.Chunk().size();
-        if (!second.Open() || !AllocateSecondBuffer(second) || !second.SeekTo(chunkStart) ||
-            !second.ReadNextChunk()) {
+        if (!second.Open() || !AllocateSecondBuffer(second)) {
             return ResultCode::FileVerificationIOError;
         }
-        if (!ChunkMatches(second, index) && !HandlerAccepts()) {
+        const HashedChunk chunk = ReadChunk(second, index);
+        if (!chunk.isRead) {
+            return ResultCode::FileVerificationIOError;
+        }
+        if (!Matches(index, chunk) && !HandlerAccepts(index)) {
             return ResultCode::FileVerificationHashMismatch;
         }
         previousRecovered_ = true;
         return ResultCode::Ok;
     }
 
-    // The file has a chunk's buffer already, so to have no memory for another fails this file
-    // alone.
+    // To have no memory for a second reading fails this file alone.
     bool AllocateSecondBuffer(ChunkedFileReader& second) const {
         try {
             return second.AllocateBuffer(entry_.FileSizeBytes());
@@ -80,8 +71,25 @@ class ChunkVerifier {
         }
     }
 
-    bool HandlerAccepts() {
-        return handler_ != nullptr && handler_(entry_, reader_.Position(), context_);
+    HashedChunk ReadChunk(ChunkedFileReader& reader, std::uint32_t index) const {
+        HashedChunk chunk;
+        reader.SeekTo(ChunkOffset(index, entry_.FileSizeBytes()));
+        chunk.isRead = reader.ReadNextChunk();
+        if (chunk.isRead) {
+            chunk.hashError = ComputeSha256(reader.Chunk(), chunk.digest);
+        }
+        return chunk;
+    }
+
+    [[nodiscard]] bool Matches(std::uint32_t index, const HashedChunk& chunk) const {
+        return chunk.hashError == 0 &&
+               std::equal(chunk.digest.begin(), chunk.digest.end(), entry_.Digest(index).begin());
+    }
+
+    bool HandlerAccepts(std::uint32_t index) {
+        return handler_ != nullptr &&
+               handler_(entry_, ChunkOffset(std::uint64_t{index} + 1, entry_.FileSizeBytes()),
+                        context_);
     }
 
     const StoredEntry& entry_;
@@ -108,28 +116,46 @@ ResultCode CheckStatus(const StoredEntry& entry, const FileStatus& status) {
 
 ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
                                             void* context) const {
-    ChunkedFileReader reader(path, kChunkBytes);
-    if (path.empty() || !reader.Open()) {
+    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFile(path); });
+    return VerifyNextFile(hasher, path, handler, context);
+}
+
+ResultCode StoredEntry::VerifyNextFile(FileHasher& hasher, const std::wstring& path,
+                                       MismatchHandler handler, void* context) const {
+    const FileToHash& file = hasher.NextFile();
+    if (path.empty() || !file.reader) {
         return ResultCode::FileVerificationIOError;
     }
-    if (const ResultCode code = CheckStatus(*this, reader.Status()); code != ResultCode::Ok) {
+    if (const ResultCode code = CheckStatus(*this, file.status); code != ResultCode::Ok) {
         return code;
     }
-    if (FileSizeBytes() == 0 || extent_ == CheckExtent::SizeOnly) {
-        return ResultCode::Ok;
-    }
-    if (!reader.AllocateBuffer(FileSizeBytes())) {
-        return ResultCode::Ok;
-    }
-    // An entry without digests is one whose size alone is known.
-    ChunkVerifier verifier(*this, reader, handler, context);
-    const std::uint32_t digestCount = DigestCount();
-    for (std::uint32_t index = 0; index < digestCount; ++index) {
-        if (const ResultCode code = verifier.VerifyChunk(index); code != ResultCode::Ok) {
+    // None for an empty file, for one whose size alone is checked, and for one without digests.
+    ChunkJudge judge(*this, *file.reader, handler, context);
+    for (std::uint32_t index = 0; index < file.chunkCount; ++index) {
+        if (const ResultCode code = judge.Judge(index, hasher.NextDigest());
+            code != ResultCode::Ok) {
             return code;
         }
     }
     return ResultCode::Ok;
+}
+
+FileToHash StoredEntry::OpenFile(const std::wstring& path) const {
+    FileToHash file;
+    auto reader = std::make_unique<ChunkedFileReader>(path, kChunkBytes);
+    if (!reader->Open()) {
+        return file;
+    }
+    file.status = reader->File().Status();
+    if (file.status.type == FileType::Fifo) {
+        return file;
+    }
+    file.reader = std::move(reader);
+    file.sizeBytes = FileSizeBytes();
+    const bool isCompared = file.sizeBytes > 0 && extent_ == CheckExtent::SizeAndChunks &&
+                            CheckStatus(*this, file.status) == ResultCode::Ok;
+    file.chunkCount = isCompared ? DigestCount() : 0;
+    return file;
 }
 
 }  // namespace sealkeeper

@@ -1,114 +1,178 @@
 #include "catalogue/lzw_compressor.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
+#include <cstring>
 
 #include "catalogue/lzw_format.h"
 
 namespace sealkeeper {
 namespace {
 
-// Packs codes least-significant bit first.
+// Packs codes least-significant bit first behind what a buffer holds.
 class CodeWriter {
   public:
-    explicit CodeWriter(std::vector<std::uint8_t>& output) : output_(output) {}
+    explicit CodeWriter(std::vector<std::uint8_t>& output)
+        : output_(output), written_(output.size()) {}
 
     void Write(std::uint16_t code) {
-        pendingBits_ |= static_cast<std::uint32_t>(code) << pendingCount_;
-        pendingCount_ += lzw::kCodeBits;
-        while (pendingCount_ >= kByteBits) {
-            FlushByte();
-            pendingCount_ -= kByteBits;
+        if (output_.size() - written_ < sizeof(pending_)) {
+            // In pieces, so that the zeros which a piece starts with never leave the cache.
+            output_.resize(output_.size() + kPieceBytes);
         }
+        pending_ |= static_cast<std::uint64_t>(code) << pendingBits_;
+        pendingBits_ += lzw::kCodeBits;
+        // All pending bits as a number of this machine; what is behind the whole bytes is written
+        // again.
+        static_assert(std::endian::native == std::endian::little);
+        std::memcpy(output_.data() + written_, &pending_, sizeof(pending_));
+        const unsigned wholeBytes = pendingBits_ / kByteBits;
+        written_ += wholeBytes;
+        pending_ >>= wholeBytes * kByteBits;
+        pendingBits_ %= kByteBits;
     }
 
-    // Writes what is left of the last code, padded with zero bits.
-    void Finish() {
-        if (pendingCount_ > 0) {
-            FlushByte();
-            pendingCount_ = 0;
-        }
-    }
+    // Cuts the buffer behind the last code, which is padded with zero bits.
+    void Finish() { output_.resize(written_ + (pendingBits_ > 0 ? 1 : 0)); }
 
   private:
     static constexpr unsigned kByteBits = 8;
-
-    void FlushByte() {
-        output_.push_back(static_cast<std::uint8_t>(pendingBits_));
-        pendingBits_ >>= kByteBits;
-    }
+    static constexpr std::size_t kPieceBytes = 65536;
 
     std::vector<std::uint8_t>& output_;
-    std::uint32_t pendingBits_ = 0;
-    unsigned pendingCount_ = 0;
+    std::size_t written_;
+    std::uint64_t pending_ = 0;
+    unsigned pendingBits_ = 0;
 };
 
-// The strings of two bytes and more, as pairs of a shorter string's code and the byte that follows
-// it, in an open-addressed table with double hashing.
+// The strings of two bytes and more, each as a shorter string's code and the byte that follows it.
 class CompressorDictionary {
   public:
-    // The slot that holds the string, or the free one where it belongs.
-    [[nodiscard]] std::size_t FindSlot(std::uint16_t prefix, std::uint8_t next) const {
-        const std::uint32_t key = Key(prefix, next);
-        std::size_t slot = (static_cast<std::size_t>(next) << kIndexShift) ^ prefix;
-        const std::size_t step = slot == 0 ? 1 : kSlots - slot;
-        while (slots_[slot].code != kFree && slots_[slot].key != key) {
-            slot = slot >= step ? slot - step : slot + kSlots - step;
-        }
-        return slot;
+    static constexpr std::uint16_t kNone = 0;
+
+    CompressorDictionary() : codes_(std::size_t{lzw::kEndOfCodes} * kByteValues) {}
+
+    // `kNone` for a string that is not in the dictionary.
+    [[nodiscard]] std::uint16_t Find(std::uint16_t prefix, std::uint8_t next) const {
+        return next == 0 ? zeroCodes_[prefix] : codes_[IndexOf(prefix, next)];
     }
 
-    [[nodiscard]] bool Holds(std::size_t slot) const { return slots_[slot].code != kFree; }
-    [[nodiscard]] std::uint16_t CodeAt(std::size_t slot) const { return slots_[slot].code; }
-
     // Gives the string the next code, unless all codes are assigned.
-    void Add(std::size_t slot, std::uint16_t prefix, std::uint8_t next) {
-        if (nextCode_ < lzw::kEndOfCodes) {
-            slots_[slot] = {Key(prefix, next), nextCode_++};
+    void Add(std::uint16_t prefix, std::uint8_t next) {
+        if (nextCode_ == lzw::kEndOfCodes) {
+            return;
         }
+        if (next == 0 && prefix == zeroStrings_[longestZeros_ - 1]) {
+            zeroStrings_[longestZeros_++] = nextCode_;
+        }
+        (next == 0 ? zeroCodes_[prefix] : codes_[IndexOf(prefix, next)]) = nextCode_++;
+    }
+
+    // How many zero bytes the longest string of nothing else has; at least 1.
+    [[nodiscard]] std::size_t LongestZeros() const { return longestZeros_; }
+
+    // The code of `count` zero bytes, 1 to `LongestZeros()`.
+    [[nodiscard]] std::uint16_t ZerosCode(std::size_t count) const {
+        return zeroStrings_[count - 1];
     }
 
   private:
-    // A prime well above the number of codes, so that the table never fills and every step visits
-    // all slots.
-    static constexpr std::size_t kSlots = 5021;
-    static constexpr unsigned kIndexShift = 4;
-    static constexpr std::uint16_t kFree = 0;
-    // The largest index before wrapping: all bits of byte and prefix.
-    static_assert((std::size_t{255} << kIndexShift | (lzw::kEndOfCodes - 1)) < kSlots);
+    static constexpr std::size_t kByteValues = 256;
 
-    struct Slot {
-        std::uint32_t key = 0;
-        std::uint16_t code = kFree;
-    };
-
-    static std::uint32_t Key(std::uint16_t prefix, std::uint8_t next) {
-        return static_cast<std::uint32_t>(prefix) << 8U | next;
+    static std::size_t IndexOf(std::uint16_t prefix, std::uint8_t next) {
+        return prefix * kByteValues + next;
     }
 
-    std::array<Slot, kSlots> slots_{};
+    std::vector<std::uint16_t> codes_;
+    std::array<std::uint16_t, lzw::kEndOfCodes> zeroCodes_{};
     std::uint16_t nextCode_ = lzw::kFirstFreeCode;
+    std::array<std::uint16_t, 1 + lzw::kEndOfCodes - lzw::kFirstFreeCode> zeroStrings_{};
+    std::size_t longestZeros_ = 1;
+};
+
+class Compressor {
+  public:
+    Compressor(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output)
+        : next_(input.data()), end_(input.data() + input.size()), writer_(output) {}
+
+    void Run() {
+        while (next_ != end_) {
+            if (*next_ == 0 && StartsManyZeros()) {
+                MatchZeros();
+            } else {
+                matched_ = *next_++;
+            }
+            MatchOn();
+            writer_.Write(matched_);
+            if (next_ != end_) {
+                dictionary_.Add(matched_, *next_);
+            }
+        }
+        writer_.Finish();
+    }
+
+  private:
+    // Zero bytes are told eight at a time.
+    using Word = std::uint64_t;
+
+    [[nodiscard]] bool StartsWord(const std::uint8_t* from) const {
+        return static_cast<std::size_t>(end_ - from) >= sizeof(Word);
+    }
+
+    static Word WordAt(const std::uint8_t* from) {
+        Word word;
+        std::memcpy(&word, from, sizeof(word));
+        return word;
+    }
+
+    [[nodiscard]] bool StartsManyZeros() const { return StartsWord(next_) && WordAt(next_) == 0; }
+
+    // Takes all zero bytes from here on; the last ones that have a string stay matched.
+    void MatchZeros() {
+        const std::uint8_t* zerosEnd = next_;
+        while (StartsWord(zerosEnd) && WordAt(zerosEnd) == 0) {
+            zerosEnd += sizeof(Word);
+        }
+        while (zerosEnd != end_ && *zerosEnd == 0) {
+            ++zerosEnd;
+        }
+        auto left = static_cast<std::size_t>(zerosEnd - next_);
+        next_ = zerosEnd;
+        while (left > dictionary_.LongestZeros()) {
+            matched_ = dictionary_.ZerosCode(dictionary_.LongestZeros());
+            left -= dictionary_.LongestZeros();
+            writer_.Write(matched_);
+            dictionary_.Add(matched_, 0);
+        }
+        matched_ = dictionary_.ZerosCode(left);
+    }
+
+    // As far as the matched string with the byte behind it is in the dictionary.
+    void MatchOn() {
+        for (; next_ != end_; ++next_) {
+            const std::uint16_t longer = dictionary_.Find(matched_, *next_);
+            if (longer == CompressorDictionary::kNone) {
+                return;
+            }
+            matched_ = longer;
+        }
+    }
+
+    const std::uint8_t* next_;
+    const std::uint8_t* end_;
+    CodeWriter writer_;
+    CompressorDictionary dictionary_;
+    std::uint16_t matched_ = 0;
 };
 
 }  // namespace
 
 void CompressLzw(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output) {
+    // An entry block becomes smaller than half of it unless most of it is digests.
+    output.reserve(output.size() + lzw::kPrefix.size() + input.size() / 2);
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
-    CodeWriter writer(output);
-    CompressorDictionary dictionary;
-    std::uint16_t matched = input.front();
-    for (const std::uint8_t next : input.subspan(1)) {
-        const std::size_t slot = dictionary.FindSlot(matched, next);
-        if (dictionary.Holds(slot)) {
-            matched = dictionary.CodeAt(slot);
-            continue;
-        }
-        writer.Write(matched);
-        dictionary.Add(slot, matched, next);
-        matched = next;
-    }
-    writer.Write(matched);
-    writer.Finish();
+    Compressor(input, output).Run();
 }
 
 }  // namespace sealkeeper

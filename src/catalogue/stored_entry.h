@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/result_code.h"
+#include "catalogue/file_hasher.h"
 #include "runtime/sha256.h"
 
 namespace sealkeeper {
@@ -45,9 +46,17 @@ class StoredEntry {
     // `FileVerificationSizeMismatch`; `FileVerificationHashMismatch` when a chunk differs on two
     // reads and `handler`, which may be null, does not accept it. After a chunk that matched only
     // on its second read, or was accepted, the next one is deliberately not compared, nor missed
-    // when there is nothing of it to read. Defined in file_verification.cpp.
+    // when there is nothing of it to read. This one and the next two are defined in
+    // file_verification.cpp.
     virtual ResultCode VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
                                            void* context) const;
+
+    // The same for the next file of `hasher`, which `OpenFile` opened.
+    ResultCode VerifyNextFile(FileHasher& hasher, const std::wstring& path, MismatchHandler handler,
+                              void* context) const;
+
+    // Opens the file at `path` and tells which of its chunks are to be hashed for the check.
+    [[nodiscard]] FileToHash OpenFile(const std::wstring& path) const;
 
     [[nodiscard]] CheckExtent Extent() const { return extent_; }
     [[nodiscard]] std::uint64_t FileSizeBytes() const;

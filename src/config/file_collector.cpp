@@ -138,7 +138,7 @@ bool FileCollector::IsSkippedByPathOrSize(const std::string& path) const {
         return true;
     }
     if (config_.sizeThresholdBytes != 0 &&
-        FileSizeBytes(path) > static_cast<std::int64_t>(config_.sizeThresholdBytes)) {
+        StatusOfPath(path).sizeBytes > static_cast<std::int64_t>(config_.sizeThresholdBytes)) {
         Log(LogLevel::Trace, "Skipping file by rule exclude_size_threshold: '%s'.\n", path.c_str());
         return true;
     }

@@ -40,19 +40,15 @@ FileStatus StatusFrom(const struct stat& status) {
     return {type, hasSize ? status.st_size : 0};
 }
 
-FileStatus StatusOfPath(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? StatusFrom(status) : FileStatus{};
-}
-
 }  // namespace
 
 FileType GetFileType(const std::string& path) {
     return StatusOfPath(path).type;
 }
 
-std::int64_t FileSizeBytes(const std::string& path) {
-    return StatusOfPath(path).sizeBytes;
+FileStatus StatusOfPath(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? StatusFrom(status) : FileStatus{};
 }
 
 FileStatus StatusOfOpenFile(int descriptor) {

@@ -24,8 +24,8 @@ struct FileStatus {
 // What `path` names, `Missing` when `stat` fails for whatever reason, which errno then tells.
 [[nodiscard]] FileType GetFileType(const std::string& path);
 
-// The size in bytes of what `path` names, 0 when `stat` fails; nothing is ever opened here.
-[[nodiscard]] std::int64_t FileSizeBytes(const std::string& path);
+// The status of what `path` names, `Missing` when `stat` fails; nothing is ever opened here.
+[[nodiscard]] FileStatus StatusOfPath(const std::string& path);
 
 // The absolute path without links and dot components (POSIX `realpath`); nothing for an empty path
 // and for one that does not resolve.

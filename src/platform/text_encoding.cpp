@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace sealkeeper {
@@ -48,7 +49,22 @@ Converter OpenConverter(const ConverterNames& names) {
     return Converter(opened == failed ? nullptr : opened);
 }
 
-// Converts all of `input` in one call into `output`, which is empty after a failure.
+// Whether all units are ASCII characters, NUL included, which every encoding writes as one unit of
+// the same value.
+template <typename Input>
+bool IsAscii(const Input& input) {
+    using Unit = std::make_unsigned_t<typename Input::value_type>;
+    constexpr Unit kAsciiBits = 0x7F;
+    // Looks at every unit, so that many can be looked at together.
+    Unit bits = 0;
+    for (const auto unit : input) {
+        bits = static_cast<Unit>(bits | static_cast<Unit>(unit));
+    }
+    return bits <= kAsciiBits;
+}
+
+// Converts all of `input` into `output`, which is empty after a failure: ASCII unit by unit, any
+// other text in one call of the system's converter.
 template <typename Output, typename Input>
 ConversionOutcome Convert(const ConverterNames& names, const Input& input, Output& output) {
     using OutputUnit = typename Output::value_type;
@@ -56,6 +72,10 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
 
     output.clear();
     if (input.empty()) {
+        return {};
+    }
+    if (IsAscii(input)) {
+        output.assign(input.begin(), input.end());
         return {};
     }
     const Converter converter = OpenConverter(names);

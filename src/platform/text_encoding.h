@@ -3,7 +3,8 @@
 //
 // A conversion never fails towards its caller: bad text gives a fixed error text in place of the
 // result, so that the bad name shows up as that text in logs and comparisons. An empty input gives
-// an empty result.
+// an empty result. Text of ASCII characters alone is converted without the system's converter; any
+// other gives an error text also when that cannot be opened.
 #ifndef SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 #define SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 

@@ -213,7 +213,7 @@ TEST_F(FileVerificationTest, WhatCannotBeOpened) {
 
 TEST_F(FileVerificationTest, DirectoryIsNoFile) {
     fs::create_directory("d");
-    const auto size = static_cast<std::uint64_t>(FileSizeBytes("d"));
+    const auto size = static_cast<std::uint64_t>(StatusOfPath("d").sizeBytes);
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size + 1, u"d", {DigestOf("")})), L"d"), kSizeMismatch);
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {DigestOf("")})), L"d"), kIoError);
     // Not even where its size is all there is to check.

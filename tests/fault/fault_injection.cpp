@@ -207,6 +207,28 @@ size_t fread(void* data, size_t size, size_t count, FILE* stream) {
     return read;
 }
 
+// Strikes by delivering a part and failing where the caller goes on.
+ssize_t pread(int descriptor, void* data, size_t count, off_t offset) {
+    constexpr off_t kChunkBytes = 4'194'304;
+    static off_t failingOffset = -1;
+    auto* real = Real<ssize_t(int, void*, size_t, off_t)>("pread");
+    const bool beginsChunk = offset % kChunkBytes == 0 && offset != failingOffset;
+    if (beginsChunk && Strikes(Call::ReadChunk)) {
+        failingOffset = offset + FaultOf(Call::ReadChunk).value;
+        count = std::min(count, static_cast<size_t>(FaultOf(Call::ReadChunk).value));
+    }
+    if (offset == failingOffset) {
+        failingOffset = -1;
+        errno = EIO;
+        return -1;
+    }
+    const ssize_t read = real(descriptor, data, count, offset);
+    if (beginsChunk && Strikes(Call::ReadChunkBytes) && read > 0) {
+        static_cast<unsigned char*>(data)[0] ^= 0xFFU;
+    }
+    return read;
+}
+
 // Strikes in the middle: the first half is written.
 size_t fwrite(const void* data, size_t size, size_t count, FILE* stream) {
     auto* real = Real<size_t(const void*, size_t, size_t, FILE*)>("fwrite");

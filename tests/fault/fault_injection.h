@@ -20,6 +20,9 @@ enum class Call {
     Fread,
     // Not failing, but with the first byte read changed.
     FreadBytes,
+    // The reading of a chunk, counted at its first byte, and the same with that byte changed.
+    ReadChunk,
+    ReadChunkBytes,
     Fwrite,
     Fflush,
     Fclose,

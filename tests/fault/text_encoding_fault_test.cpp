@@ -23,11 +23,22 @@ std::wstring WideSystemText(int error) {
 
 TEST(TextEncodingFaults, ConverterThatCannotBeOpened) {
     const ScopedFault fault(Call::IconvOpen);
-    EXPECT_EQ(WideToUtf8(L"a"), "W2U8_ERROR");
-    EXPECT_EQ(Utf8ToWide("a"), L"U82W_ERROR");
-    EXPECT_EQ(Utf16ToWide(u"a"), L"utf16_to_wchar iconv_open ERROR " + WideSystemText(EMFILE));
-    EXPECT_EQ(WideToUtf16(L"a"), u"wchar_to_utf16 iconv_open ERROR )");
+    EXPECT_EQ(WideToUtf8(L"a\u00E9"), "W2U8_ERROR");
+    EXPECT_EQ(Utf8ToWide("a\xC3\xA9"), L"U82W_ERROR");
+    EXPECT_EQ(Utf16ToWide(u"a\u00E9"),
+              L"utf16_to_wchar iconv_open ERROR " + WideSystemText(EMFILE));
+    EXPECT_EQ(WideToUtf16(L"a\u00E9"), u"wchar_to_utf16 iconv_open ERROR )");
     EXPECT_EQ(CallCount(Call::IconvOpen), 4U);
+}
+
+TEST(TextEncodingFaults, AsciiNeedsNoConverter) {
+    const ScopedFault fault(Call::IconvOpen);
+    EXPECT_EQ(WideToUtf8(L"a/\x7F"), "a/\x7F");
+    EXPECT_EQ(Utf8ToWide("a/\x7F"), L"a/\x7F");
+    EXPECT_EQ(Utf16ToWide(u"a/\x7F"), L"a/\x7F");
+    EXPECT_EQ(WideToUtf16(L"a/\x7F"), u"a/\x7F");
+    EXPECT_EQ(Utf8ToWide(std::string(1, '\0')), std::wstring(1, L'\0'));
+    EXPECT_FALSE(fault.Struck());
 }
 
 TEST(TextEncodingFaults, TextThatCannotBeConvertedDiffersFromThat) {
@@ -43,7 +54,7 @@ TEST(TextEncodingFaults, NothingOpensNoConverter) {
     EXPECT_EQ(Utf16ToWide(u""), L"");
     EXPECT_EQ(WideToUtf16(L""), u"");
     EXPECT_EQ(CallCount(Call::IconvOpen), 0U);
-    EXPECT_EQ(WideToUtf8(L"a"), "a");
+    EXPECT_EQ(WideToUtf8(L"\u00E9"), "\xC3\xA9");
     EXPECT_EQ(CallCount(Call::IconvOpen), 1U);
 }
 

@@ -123,8 +123,9 @@ TEST_F(VerifyFaults, GameDirectoryThatCannotBeEntered) {
               Start() + "[Err!] Failed to set working directory: '" + game_.Path() + "/'.\n");
 }
 
-// The reads of a run in their order: the catalogue is read twice, its header first.
-enum Read : std::size_t {
+// The files that a run opens in their order: the catalogue is opened twice, its header is read
+// first.
+enum Opened : std::size_t {
     Header,
     Catalogue,
     Certificate,
@@ -133,6 +134,12 @@ enum Read : std::size_t {
     Settings,
     CertificateAgain
 };
+
+// How many of them were read as a whole before: all but the game's own.
+std::size_t FirstFailing(Call call, Opened file) {
+    constexpr std::size_t kGameFiles = 2;
+    return call == Call::Open || file < FileA ? file : file - kGameFiles;
+}
 
 struct CatalogueFault {
     const char* name;
@@ -195,7 +202,7 @@ TEST_F(VerifyFaults, FileWithANegativeSize) {
 
 TEST_F(VerifyFaults, RuntimeConfigurationThatCannotBeReadIsPassedOver) {
     for (const Call call : {Call::Open, Call::Fread}) {
-        const ScopedFault fault(call, Settings, Reach::Once);
+        const ScopedFault fault(call, FirstFailing(call, Settings), Reach::Once);
         EXPECT_EQ(Run(), 0);
         EXPECT_TRUE(fault.Struck());
         EXPECT_EQ(output_, Checked());
@@ -204,7 +211,7 @@ TEST_F(VerifyFaults, RuntimeConfigurationThatCannotBeReadIsPassedOver) {
 
 TEST_F(VerifyFaults, CertificateOfRuntimeConfigurationThatCannotBeRead) {
     for (const Call call : {Call::Open, Call::Fread}) {
-        const ScopedFault fault(call, CertificateAgain, Reach::Once);
+        const ScopedFault fault(call, FirstFailing(call, CertificateAgain), Reach::Once);
         EXPECT_EQ(Run(), 27);
         EXPECT_EQ(output_, Checked() + Validating() + "[Err!] Failed to read certificate file " +
                                Directory() + "base.cer.\n");
@@ -219,7 +226,8 @@ TEST_F(VerifyFaults, FailureOfRuntimeConfigurationComesBeforeThatOfAFile) {
 }
 
 TEST_F(VerifyFaults, RuntimeConfigurationReadWithWrongBytes) {
-    const ScopedFault fault(Call::FreadBytes, Settings, Reach::Once);
+    const ScopedFault fault(Call::FreadBytes, FirstFailing(Call::FreadBytes, Settings),
+                            Reach::Once);
     EXPECT_EQ(Run(), 22);
     EXPECT_TRUE(output_.ends_with("[Err!] Validation of runtime configuration failed: '" +
                                   Directory() + "runtime.conf'.\n"))

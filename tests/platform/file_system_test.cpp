@@ -64,22 +64,22 @@ TEST_F(FileSystemTest, MissingLeavesTheReasonInErrno) {
 }
 
 TEST_F(FileSystemTest, Sizes) {
-    EXPECT_EQ(FileSizeBytes(directory_ / "file"), 5);
-    EXPECT_EQ(FileSizeBytes(directory_ / "link_file"), 5);
-    EXPECT_EQ(FileSizeBytes(directory_ / "empty"), 0);
-    EXPECT_EQ(FileSizeBytes(directory_ / "missing"), 0);
-    EXPECT_EQ(FileSizeBytes(directory_ / "link_dangling"), 0);
-    EXPECT_EQ(FileSizeBytes(""), 0);
-    EXPECT_EQ(FileSizeBytes("/dev/null"), 0);
+    EXPECT_EQ(StatusOfPath(directory_ / "file").sizeBytes, 5);
+    EXPECT_EQ(StatusOfPath(directory_ / "link_file").sizeBytes, 5);
+    EXPECT_EQ(StatusOfPath(directory_ / "empty").sizeBytes, 0);
+    EXPECT_EQ(StatusOfPath(directory_ / "missing").sizeBytes, 0);
+    EXPECT_EQ(StatusOfPath(directory_ / "link_dangling").sizeBytes, 0);
+    EXPECT_EQ(StatusOfPath("").sizeBytes, 0);
+    EXPECT_EQ(StatusOfPath("/dev/null").sizeBytes, 0);
     fs::resize_file(directory_ / "file", 5'000'000'000);
-    EXPECT_EQ(FileSizeBytes(directory_ / "file"), std::int64_t{5'000'000'000});
+    EXPECT_EQ(StatusOfPath(directory_ / "file").sizeBytes, std::int64_t{5'000'000'000});
 }
 
 TEST_F(FileSystemTest, AFifoHasNoSizeWhateverWaitsInIt) {
     const int descriptor = open((directory_ / "fifo").c_str(), O_RDWR | O_NONBLOCK);
     ASSERT_GE(descriptor, 0);
     ASSERT_EQ(write(descriptor, "abc", 3), 3);
-    EXPECT_EQ(FileSizeBytes(directory_ / "fifo"), 0);
+    EXPECT_EQ(StatusOfPath(directory_ / "fifo").sizeBytes, 0);
     close(descriptor);
 }
 
@@ -95,7 +95,7 @@ TEST_F(FileSystemTest, StatusOfOpenFiles) {
     EXPECT_EQ(statusOf(directory_ / "file").sizeBytes, 5);
     EXPECT_EQ(statusOf(directory_ / "empty").sizeBytes, 0);
     EXPECT_EQ(statusOf(directory_ / "dir").type, FileType::Directory);
-    EXPECT_EQ(statusOf(directory_ / "dir").sizeBytes, FileSizeBytes(directory_ / "dir"));
+    EXPECT_EQ(statusOf(directory_ / "dir").sizeBytes, StatusOfPath(directory_ / "dir").sizeBytes);
     EXPECT_EQ(statusOf(directory_ / "fifo").type, FileType::Fifo);
     EXPECT_EQ(statusOf("/dev/null").type, FileType::Other);
     EXPECT_EQ(statusOf("/dev/null").sizeBytes, 0);
@@ -200,7 +200,7 @@ TEST_F(FileSystemTest, DoesNotCreateDirectoriesWhereSomethingElseIs) {
     EXPECT_FALSE(CreateDirectories(directory_ / "link_file"));
     EXPECT_FALSE(CreateDirectories(directory_ / "link_dangling"));
     EXPECT_FALSE(CreateDirectories(directory_ / "fifo"));
-    EXPECT_EQ(FileSizeBytes(directory_ / "file"), 5);
+    EXPECT_EQ(StatusOfPath(directory_ / "file").sizeBytes, 5);
 }
 
 TEST_F(FileSystemTest, CreatedDirectoriesAreOpenAsFarAsTheMaskAllows) {

@@ -1,0 +1,112 @@
+#include "catalogue/chunk_hasher.h"
+
+#include <algorithm>
+
+namespace sealkeeper {
+namespace {
+
+// With those of the other lanes well within the second-level cache of the processors of the last
+// ten years. A multiple of the block, so that only a chunk's last piece ends inside one.
+constexpr std::size_t kPieceBytes = 65'536;
+static_assert(kPieceBytes % kSha256BlockBytes == 0);
+
+}  // namespace
+
+ChunkHasher::ChunkHasher(ChunkSource& source)
+    : source_(source),
+      streams_(MakeSha256Streams()),
+      // Not filled: every byte is read over before it is hashed.
+      buffer_(new std::uint8_t[kMaxSha256Streams * kPieceBytes]) {}
+
+HashedChunk ChunkHasher::Take() {
+    while (pending_.empty() || !pending_.front().isDone) {
+        Advance();
+    }
+    const HashedChunk result = pending_.front().result;
+    pending_.pop_front();
+    return result;
+}
+
+// Hashes as many blocks of all busy lanes as the one with the fewest has.
+void ChunkHasher::Advance() {
+    std::array<Sha256Step, kMaxSha256Streams> steps{};
+    std::size_t stepCount = 0;
+    std::size_t blockCount = kPieceBytes / kSha256BlockBytes;
+    for (std::size_t lane = 0; lane < lanes_.size(); ++lane) {
+        if (Prepare(lane)) {
+            const auto unhashed = lanes_[lane].unhashed;
+            steps[stepCount++] = {lane, unhashed.data()};
+            blockCount = std::min(blockCount, unhashed.size() / kSha256BlockBytes);
+        }
+    }
+    if (stepCount == 0) {
+        return;
+    }
+    const auto busy = std::span(steps).first(stepCount);
+    streams_->Take(busy, blockCount);
+    for (const Sha256Step& step : busy) {
+        auto& unhashed = lanes_[step.stream].unhashed;
+        unhashed = unhashed.subspan(blockCount * kSha256BlockBytes);
+    }
+}
+
+bool ChunkHasher::Prepare(std::size_t lane) {
+    do {
+        while (lanes_[lane].result != nullptr) {
+            if (lanes_[lane].unhashed.size() >= kSha256BlockBytes) {
+                return true;
+            }
+            if (!ReadPiece(lane)) {
+                EndChunk(lane);
+            }
+        }
+    } while (Assign(lane));
+    return false;
+}
+
+// Gives an idle lane the next chunk. False when there is none.
+bool ChunkHasher::Assign(std::size_t lane) {
+    const auto chunk = source_.NextChunk();
+    if (!chunk) {
+        return false;
+    }
+    Pending& pending = pending_.emplace_back();
+    lanes_[lane] = {*chunk, &pending.result, &pending.isDone, 0, {}};
+    streams_->Start(lane);
+    if (chunk->lengthBytes > kPieceBytes) {
+        chunk->file->ReadAhead(chunk->offset, chunk->lengthBytes);
+    }
+    return true;
+}
+
+// False when the chunk has no more to read: all was, or no more can be.
+bool ChunkHasher::ReadPiece(std::size_t lane) {
+    Lane& reading = lanes_[lane];
+    const std::size_t wantedBytes =
+        std::min(kPieceBytes, reading.chunk.lengthBytes - reading.readBytes);
+    if (wantedBytes == 0) {
+        return false;
+    }
+    const std::span piece(buffer_.get() + lane * kPieceBytes, wantedBytes);
+    if (reading.chunk.file->ReadAt(reading.chunk.offset + reading.readBytes, piece) !=
+        wantedBytes) {
+        return false;
+    }
+    reading.readBytes += wantedBytes;
+    reading.unhashed = piece;
+    // A last piece may be shorter than a block; it is hashed when the chunk ends.
+    return wantedBytes >= kSha256BlockBytes;
+}
+
+void ChunkHasher::EndChunk(std::size_t lane) {
+    Lane& ending = lanes_[lane];
+    HashedChunk& result = *ending.result;
+    result.isRead = ending.readBytes == ending.chunk.lengthBytes;
+    if (result.isRead) {
+        result.hashError = streams_->Finish(lane, ending.unhashed, result.digest);
+    }
+    *ending.isDone = true;
+    ending.result = nullptr;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,146 @@
+// SHA-256 on the SHA extensions of x86-64. Plain arrays throughout: inline functions of the
+// standard library, compiled here with these instructions, could be the copies that the linker
+// keeps for all.
+#include "catalogue/sha256_kernel.h"
+
+#include <cpuid.h>
+#include <immintrin.h>
+
+namespace sealkeeper {
+namespace {
+
+// Four rounds take four words of the message schedule, one vector.
+constexpr std::size_t kRoundGroups = 16;
+constexpr std::size_t kMessageVectors = 4;
+
+// FIPS 180-4, 4.2.2.
+alignas(16) constexpr std::uint32_t kRoundConstants[4 * kRoundGroups] = {
+    0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
+    0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
+    0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
+    0x983e5152, 0xa831c66d, 0xb00327c8, 0xbf597fc7, 0xc6e00bf3, 0xd5a79147, 0x06ca6351, 0x14292967,
+    0x27b70a85, 0x2e1b2138, 0x4d2c6dfc, 0x53380d13, 0x650a7354, 0x766a0abb, 0x81c2c92e, 0x92722c85,
+    0xa2bfe8a1, 0xa81a664b, 0xc24b8b70, 0xc76c51a3, 0xd192e819, 0xd6990624, 0xf40e3585, 0x106aa070,
+    0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
+    0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
+
+__m128i Load(const void* from) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(from));
+}
+
+void Store(void* to, __m128i vector) {
+    _mm_storeu_si128(static_cast<__m128i*>(to), vector);
+}
+
+// The eight state words in the order that the instructions want: a, b, e, f and c, d, g, h.
+struct State {
+    __m128i abef;
+    __m128i cdgh;
+};
+
+State LoadState(const std::uint32_t* words) {
+    const __m128i cdab = _mm_shuffle_epi32(Load(words), 0xB1);
+    const __m128i efgh = _mm_shuffle_epi32(Load(words + 4), 0x1B);
+    return {_mm_alignr_epi8(cdab, efgh, 8), _mm_blend_epi16(efgh, cdab, 0xF0)};
+}
+
+void StoreState(const State& state, std::uint32_t* words) {
+    const __m128i feba = _mm_shuffle_epi32(state.abef, 0x1B);
+    const __m128i dchg = _mm_shuffle_epi32(state.cdgh, 0xB1);
+    Store(words, _mm_blend_epi16(feba, dchg, 0xF0));
+    Store(words + 4, _mm_alignr_epi8(dchg, feba, 8));
+}
+
+// The next vector of the message schedule (FIPS 180-4, 6.2.2) from the four before it, of which it
+// replaces the oldest.
+__m128i NextMessage(const __m128i* message, std::size_t group) {
+    const __m128i oldest = message[group % kMessageVectors];
+    const __m128i second = message[(group + 1) % kMessageVectors];
+    const __m128i third = message[(group + 2) % kMessageVectors];
+    const __m128i newest = message[(group + 3) % kMessageVectors];
+    const __m128i sum =
+        _mm_add_epi32(_mm_sha256msg1_epu32(oldest, second), _mm_alignr_epi8(newest, third, 4));
+    return _mm_sha256msg2_epu32(sum, newest);
+}
+
+void FourRounds(State& state, __m128i message, std::size_t group) {
+    const __m128i input = _mm_add_epi32(message, Load(kRoundConstants + 4 * group));
+    state.cdgh = _mm_sha256rnds2_epu32(state.cdgh, state.abef, input);
+    state.abef = _mm_sha256rnds2_epu32(state.abef, state.cdgh, _mm_shuffle_epi32(input, 0x0E));
+}
+
+// Goes through the lanes in turn after every four rounds, so that the processor has the others to
+// work on while one waits.
+template <std::size_t kLanes>
+void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
+    const __m128i bigEndian = _mm_set_epi64x(0x0c0d0e0f08090a0b, 0x0405060700010203);
+    State states[kLanes];
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        states[lane] = LoadState(lanes[lane].state);
+    }
+    for (std::size_t block = 0; block < blockCount; ++block) {
+        State before[kLanes];
+        __m128i messages[kLanes][kMessageVectors];
+        for (std::size_t lane = 0; lane < kLanes; ++lane) {
+            before[lane] = states[lane];
+        }
+#pragma GCC unroll 16
+        for (std::size_t group = 0; group < kRoundGroups; ++group) {
+#pragma GCC unroll 4
+            for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                __m128i& message = messages[lane][group % kMessageVectors];
+                if (group < kMessageVectors) {
+                    const std::uint8_t* blocks = lanes[lane].blocks + block * kSha256BlockBytes;
+                    message = _mm_shuffle_epi8(Load(blocks + 16 * group), bigEndian);
+                } else {
+                    message = NextMessage(messages[lane], group);
+                }
+                FourRounds(states[lane], message, group);
+            }
+        }
+        for (std::size_t lane = 0; lane < kLanes; ++lane) {
+            states[lane].abef = _mm_add_epi32(states[lane].abef, before[lane].abef);
+            states[lane].cdgh = _mm_add_epi32(states[lane].cdgh, before[lane].cdgh);
+        }
+    }
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+        StoreState(states[lane], lanes[lane].state);
+    }
+}
+
+void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
+    switch (laneCount) {
+        case 1:
+            return CompressLanes<1>(lanes, blockCount);
+        case 2:
+            return CompressLanes<2>(lanes, blockCount);
+        case 3:
+            return CompressLanes<3>(lanes, blockCount);
+        default:
+            return CompressLanes<4>(lanes, blockCount);
+    }
+}
+
+bool IsSupported() {
+    constexpr unsigned kFeatures = 1;
+    constexpr unsigned kSsse3Bit = 1U << 9U;
+    constexpr unsigned kSse41Bit = 1U << 19U;
+    constexpr unsigned kExtendedFeatures = 7;
+    constexpr unsigned kShaBit = 1U << 29U;
+    unsigned eax = 0;
+    unsigned ebx = 0;
+    unsigned ecx = 0;
+    unsigned edx = 0;
+    if (__get_cpuid(kFeatures, &eax, &ebx, &ecx, &edx) == 0 || (ecx & kSsse3Bit) == 0 ||
+        (ecx & kSse41Bit) == 0) {
+        return false;
+    }
+    return __get_cpuid_count(kExtendedFeatures, 0, &eax, &ebx, &ecx, &edx) != 0 &&
+           (ebx & kShaBit) != 0;
+}
+
+}  // namespace
+
+const Sha256Kernel kX86Sha256Kernel = {"x86-64 SHA extensions", IsSupported, Compress};
+
+}  // namespace sealkeeper
