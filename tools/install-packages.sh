@@ -1,22 +1,28 @@
 #!/usr/bin/env bash
-# Installs what the build, and with --tests what the tests, need: Debian's packages through apt, macOS's
-# through Homebrew. Does nothing when all of it is there.
+# Installs what the build, with --tests what the tests, and with --bench what the benchmarks need:
+# Debian's packages through apt, macOS's through Homebrew. Does nothing when all of it is there.
 set -euo pipefail
 
 with_tests=no
-case "${1:-}" in
-    "") ;;
-    --tests) with_tests=yes ;;
-    *)
-        echo "usage: install-packages.sh [--tests]" >&2
-        exit 1
-        ;;
-esac
+with_bench=no
+for option in "$@"; do
+    case "$option" in
+        --tests) with_tests=yes ;;
+        --bench) with_bench=yes ;;
+        *)
+            echo "usage: install-packages.sh [--tests] [--bench]" >&2
+            exit 1
+            ;;
+    esac
+done
 
 install_on_debian() {
     local wanted="g++ cmake ninja-build libmbedtls-dev openssl"
     if [ "$with_tests" = yes ]; then
         wanted="$wanted libgtest-dev python3 clang clang-format clang-tidy libclang-rt-dev"
+    fi
+    if [ "$with_bench" = yes ]; then
+        wanted="$wanted libbenchmark-dev libssl-dev python3 rhash ncompress hashdeep time"
     fi
     local missing="" package
     for package in $wanted; do
@@ -45,6 +51,9 @@ install_on_macos() {
     local wanted="cmake ninja mbedtls@3"
     if [ "$with_tests" = yes ]; then
         wanted="$wanted googletest clang-format"
+    fi
+    if [ "$with_bench" = yes ]; then
+        wanted="$wanted google-benchmark openssl@3 rhash md5deep coreutils gnu-time"
     fi
     local package
     for package in $wanted; do

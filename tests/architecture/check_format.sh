@@ -11,4 +11,4 @@ case "$(clang-format --version 2>/dev/null || true)" in
         exit 77
         ;;
 esac
-find src tests fuzz \( -name '*.h' -o -name '*.cpp' \) -print0 | xargs -0 clang-format --dry-run -Werror
+find src tests fuzz bench \( -name '*.h' -o -name '*.cpp' \) -print0 | xargs -0 clang-format --dry-run -Werror

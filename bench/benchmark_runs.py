@@ -1,0 +1,81 @@
+"""Runs the benchmarks in C++, and the classic compress over the same entry block as ours."""
+import json
+import re
+import shutil
+import subprocess
+from dataclasses import dataclass, field
+from pathlib import Path
+from typing import Dict, List
+
+from measure import Command, Times, run
+from tree_runs import say
+
+COMPRESS = "compress"
+DECOMPRESS = "decompress"
+
+
+@dataclass
+class LzwResult:
+    size_bytes: int
+    # By direction; empty when there is no such program.
+    peer: Dict[str, Times] = field(default_factory=dict)
+    own: Dict[str, Times] = field(default_factory=lambda: {COMPRESS: Times(), DECOMPRESS: Times()})
+
+
+def run_benchmark(build: Path, name: str, rounds: int) -> List[Dict[str, object]]:
+    """Of each benchmark of a program, the round of median time (of the two of an even number, the
+    shorter)."""
+    say(f"{name}: {rounds} rounds")
+    by_name: Dict[object, List[Dict[str, object]]] = {}
+    for result in benchmark_results(build, name, [f"--benchmark_repetitions={rounds}",
+                                                  "--benchmark_enable_random_interleaving=true"]):
+        if result["run_type"] == "iteration":
+            by_name.setdefault(result["run_name"], []).append(result)
+    medians = [sorted(results, key=lambda result: float(str(result["cpu_time"])))
+               [(len(results) - 1) // 2] for results in by_name.values()]
+    # Interleaved rounds come in no order; families are numbered as the program lists them.
+    return sorted(medians, key=lambda result: int(str(result["family_index"])))
+
+
+def benchmark_results(build: Path, name: str, options: List[str]) -> List[Dict[str, object]]:
+    program = build / "bench" / f"sealkeeper_{name}_benchmark"
+    output = subprocess.run([str(program), "--benchmark_format=json"] + options,
+                            stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=True).stdout
+    results = json.loads(output)["benchmarks"]
+    for result in results:
+        if result.get("error_occurred"):
+            raise RuntimeError(f"{result['name']}: {result['error_message']}")
+    return results
+
+
+def add_own_round(build: Path, result: LzwResult) -> None:
+    for entry in benchmark_results(build, "lzw", []):
+        direction = re.sub(r"^LZW/", "", str(entry["name"]))
+        if entry["time_unit"] != "ms":
+            raise RuntimeError(f"{entry['name']}: expected milliseconds")
+        result.own[direction].wall.append(float(str(entry["real_time"])) / 1000)
+        result.own[direction].cpu.append(float(str(entry["cpu_time"])) / 1000)
+
+
+def run_lzw(build: Path, scratch: Path, rounds: int) -> LzwResult:
+    """Our times are taken inside the process, of memory to memory; theirs of the whole command,
+    from a file in the page cache to /dev/null."""
+    block = scratch / "entries"
+    compressed = scratch / "entries.Z"
+    back = scratch / "entries.back"
+    subprocess.run([str(build / "bench" / "sealkeeper_write_entry_block"), str(block)], check=True)
+    result = LzwResult(block.stat().st_size)
+    commands: List[Command] = []
+    if shutil.which("compress"):
+        commands = [Command(COMPRESS, ["compress", "-b", "12", "-c"], scratch, block),
+                    Command(DECOMPRESS, ["compress", "-d", "-c"], scratch, compressed)]
+        run(commands[0], compressed)
+        run(commands[1], back)
+        if back.read_bytes() != block.read_bytes():
+            raise RuntimeError("compress did not give its input back")
+    for number in range(1, rounds + 1):
+        say(f"lzw: round {number} of {rounds}")
+        add_own_round(build, result)
+        for command in commands:
+            run(command, Path("/dev/null"), result.peer.setdefault(command.name, Times()))
+    return result

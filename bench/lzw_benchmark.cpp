@@ -1,0 +1,59 @@
+// LZW in both directions over the entry block of a large catalogue. Rates are of uncompressed
+// bytes; each run asks for its memory anew, as the program does.
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "catalogue/lzw_compressor.h"
+#include "catalogue/lzw_decompressor.h"
+#include "sample_entry_block.h"
+
+namespace sealkeeper::bench {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+const Bytes& EntryBlock() {
+    static const Bytes block = MakeSampleEntryBlock(kSampleEntryCount);
+    return block;
+}
+
+void Compress(benchmark::State& state) {
+    const Bytes& block = EntryBlock();
+    std::size_t compressedBytes = 0;
+    for (auto _ : state) {
+        Bytes compressed;
+        CompressLzw(block, compressed);
+        compressedBytes = compressed.size();
+        benchmark::DoNotOptimize(compressed.data());
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(block.size()));
+    state.counters["compressedBytes"] = static_cast<double>(compressedBytes);
+}
+BENCHMARK(Compress)->Name("LZW/compress")->Unit(benchmark::kMillisecond);
+
+void Decompress(benchmark::State& state) {
+    const Bytes& block = EntryBlock();
+    Bytes compressed;
+    CompressLzw(block, compressed);
+    if (Bytes output; !DecompressLzw(compressed, block.size(), output) || output != block) {
+        state.SkipWithError("the block did not come back");
+        return;
+    }
+    for (auto _ : state) {
+        Bytes output;
+        if (!DecompressLzw(compressed, block.size(), output)) {
+            state.SkipWithError("the block did not come back");
+            break;
+        }
+        benchmark::DoNotOptimize(output.data());
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(block.size()));
+}
+BENCHMARK(Decompress)->Name("LZW/decompress")->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace sealkeeper::bench
+
+BENCHMARK_MAIN();

@@ -1,0 +1,60 @@
+"""Says what the figures were measured on and with."""
+import datetime
+import json
+import os
+import platform
+import re
+import shutil
+import subprocess
+from pathlib import Path
+from typing import List
+
+MISSING = "not installed"
+
+
+def first_line_of(arguments: List[str]) -> str:
+    """The first line that a command prints, whichever way; `MISSING` when there is no such one."""
+    if shutil.which(arguments[0]) is None:
+        return MISSING
+    result = subprocess.run(arguments, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                            stderr=subprocess.STDOUT, text=True, errors="replace", check=False)
+    lines = result.stdout.strip().splitlines()
+    return lines[0] if lines else "unknown"
+
+
+def processor() -> str:
+    if platform.system() == "Darwin":
+        return first_line_of(["sysctl", "-n", "machdep.cpu.brand_string"])
+    if shutil.which("lscpu") is None:
+        return platform.machine()
+    listing = subprocess.run(["lscpu"], stdout=subprocess.PIPE, text=True, check=False,
+                             env={**os.environ, "LC_ALL": "C"}).stdout
+    fields = dict(re.findall(r"^\s*([^:]+):\s*(.*)$", listing, re.MULTILINE))
+    caches = ", ".join(f"{name} {fields[name]}" for name in ("L1d cache", "L2 cache", "L3 cache")
+                       if name in fields)
+    return f"{fields.get('Model name', platform.machine())}" + (f" ({caches})" if caches else "")
+
+
+def memory() -> str:
+    pages = os.sysconf("SC_PHYS_PAGES")
+    return f"{pages * os.sysconf('SC_PAGE_SIZE') / 2**30:.0f} GiB"
+
+
+def describe(build: Path, rounds: int) -> str:
+    description = json.loads((build / "bench" / "build_description.json").read_text())
+    rows = [
+        ("Date", datetime.date.today().isoformat()),
+        ("Processor", processor()),
+        ("Cores", str(os.cpu_count())),
+        ("Memory", memory()),
+        ("System", f"{platform.system()} {platform.release()} {platform.machine()}"),
+        ("Compiler", f"{description['compiler']}, {description['buildType']}"),
+        ("mbed TLS", description["mbedTls"]),
+        ("openssl", first_line_of(["openssl", "version"])),
+        ("rhash", first_line_of(["rhash", "--version"])),
+        ("sha256sum", first_line_of(["sha256sum", "--version"])),
+        ("hashdeep", first_line_of(["hashdeep", "-V"])),
+        ("compress", first_line_of(["compress", "-V"])),
+        ("Rounds", str(rounds)),
+    ]
+    return "\n".join(f"- {name}: {value}" for name, value in rows)

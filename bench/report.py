@@ -1,0 +1,117 @@
+"""Prints results as Markdown."""
+from typing import Dict, List, Optional, Sequence
+
+from benchmark_runs import COMPRESS, DECOMPRESS, LzwResult
+from tree_runs import GENERATE, PEERS, VERIFY, TreeResult
+
+MIB = 2**20
+
+
+def print_table(header: Sequence[str], rows: Sequence[Sequence[str]]) -> None:
+    print("| " + " | ".join(header) + " |")
+    print("|---" + "|--:" * (len(header) - 1) + "|")
+    for row in rows:
+        print("| " + " | ".join(row) + " |")
+    print(flush=True)
+
+
+def mebibytes(size: Optional[int]) -> str:
+    return "not measured" if size is None else f"{size / MIB:.1f}"
+
+
+def ratio(result: TreeResult, command: str) -> str:
+    """How many times as fast as the fastest peer."""
+    peer = result.fastest_peer()
+    if peer is None:
+        return "no peer"
+    return f"{result.times[peer].median / result.times[command].median:.2f}"
+
+
+def print_tree(result: TreeResult) -> None:
+    print(f"### {result.tree}: files {result.file_count:,}, bytes {result.size_bytes:,}\n")
+    rows: List[Sequence[str]] = []
+    for name in (GENERATE, VERIFY, *PEERS):
+        times = result.times.get(name)
+        if times is None:
+            rows.append((name, "not installed", "", "", "", "", ""))
+            continue
+        is_own = name in (GENERATE, VERIFY)
+        rows.append((name, f"{times.median:.3f}", f"{min(times.wall):.3f}", f"{max(times.wall):.3f}",
+                     ratio(result, name) if is_own else "",
+                     mebibytes(result.peak_memory[name]) if is_own else "",
+                     mebibytes(result.allowed_memory) if is_own else ""))
+    print_table(("command", "median s", "lowest s", "highest s", "times as fast as the fastest peer",
+                 "peak MiB", "allowed MiB"), rows)
+
+
+def print_summary(results: Sequence[TreeResult]) -> None:
+    print("### Times as fast as the fastest peer\n")
+    print_table(("tree", "generate", "verify", "fastest peer"),
+                [(result.tree, ratio(result, GENERATE), ratio(result, VERIFY),
+                  result.fastest_peer() or "none installed") for result in results])
+
+
+def print_lzw(result: LzwResult) -> None:
+    print(f"### LZW: an entry block of {result.size_bytes:,} bytes\n")
+    rows = []
+    for direction in (COMPRESS, DECOMPRESS):
+        own = result.own[direction]
+        peer = result.peer.get(direction)
+        peer_columns = ("not installed", "", "") if peer is None else (
+            f"{peer.median:.3f}", f"{peer.median_cpu:.3f}", f"{peer.median_cpu / own.median_cpu:.2f}")
+        rows.append((direction, f"{own.median:.3f}", f"{own.median_cpu:.3f}", *peer_columns))
+    print_table(("direction", "ours s", "ours CPU s", "compress s", "compress user+sys s",
+                 "ours times as fast, by CPU"), rows)
+
+
+def print_kernels(results: Sequence[Dict[str, object]]) -> None:
+    print("### SHA-256 in the L2 cache\n")
+    rows = []
+    for result in results:
+        _, implementation, streams = str(result["run_name"]).split("/")
+        rate = float(str(result["bytes_per_second"])) / 1e9
+        rows.append((implementation, streams, f"{rate:.2f}"))
+    print_table(("implementation", "streams", "GB/s"), rows)
+
+
+def print_conversions(results: Sequence[Dict[str, object]]) -> None:
+    print("### Text conversions of one path\n")
+    rows = []
+    for result in results:
+        conversion, path = str(result["run_name"]).split("/")
+        rows.append((conversion, path, f"{float(str(result['cpu_time'])):.0f}"))
+    print_table(("conversion", "path", "ns"), rows)
+
+
+def print_per_file(results: Sequence[TreeResult]) -> None:
+    """The first result is of one file: what a run costs before its files do."""
+    base = results[0]
+    print("### Cost per file of 1 KiB\n")
+    rows = []
+    for result in results:
+        row = [f"{result.file_count:,}"]
+        for command in (GENERATE, VERIFY):
+            seconds = result.times[command].median
+            above = seconds - base.times[command].median
+            added = result.file_count - base.file_count
+            row += [f"{seconds:.3f}", f"{seconds / result.file_count * 1e6:.1f}",
+                    f"{above / added * 1e6:.1f}" if added else "",
+                    mebibytes(result.peak_memory[command])]
+        rows.append(row + [mebibytes(result.allowed_memory)])
+    print_table(("files", "generate s", "µs per file", "without the run on one file", "peak MiB",
+                 "verify s", "µs per file", "without the run on one file", "peak MiB", "allowed MiB"),
+                rows)
+
+
+def print_per_byte(results: Sequence[TreeResult]) -> None:
+    print("### Cost per byte of one file\n")
+    rows = []
+    for result in results:
+        row = [f"{result.size_bytes / MIB:,.0f}"]
+        for command in (GENERATE, VERIFY):
+            seconds = result.times[command].median
+            row += [f"{seconds:.3f}", f"{seconds / result.size_bytes * 1e9:.3f}",
+                    mebibytes(result.peak_memory[command])]
+        rows.append(row + [mebibytes(result.allowed_memory)])
+    print_table(("MiB", "generate s", "ns per byte", "peak MiB", "verify s", "ns per byte", "peak MiB",
+                 "allowed MiB"), rows)

@@ -1,0 +1,147 @@
+"""Runs this program and the others over one tree, in turn, and checks that they did the same work."""
+import os
+import shutil
+import struct
+import sys
+from dataclasses import dataclass, field
+from pathlib import Path
+from typing import Dict, List, Optional, Tuple
+
+import make_tree
+from measure import Command, CommandFailed, Times, run, run_for_peak_memory
+
+PRODUCT = "sealkeeper-bench"
+OUTPUT = Path("Quorvane/Certificates")
+
+GENERATE = "generate"
+VERIFY = "verify"
+PEERS: Dict[str, List[str]] = {
+    "openssl dgst -sha256": ["openssl", "dgst", "-sha256"],
+    "rhash --sha256": ["rhash", "--sha256"],
+    "sha256sum": ["sha256sum"],
+    "hashdeep -c sha256 -l": ["hashdeep", "-c", "sha256", "-l"],
+}
+
+CONFIGURATION = """config_info { version = 2; }
+search_options {
+    exclude_paths = ["Quorvane"]
+    exclude_size_threshold = 0;
+}
+"""
+
+# Compressed length, length and number of the entries (docs/catalogue-format.md).
+COUNTS_OFFSET = 1040
+COUNTS_FORMAT = "<III"
+
+# What the program may use beside the catalogue's own bytes.
+ALLOWED_EXTRA_BYTES = 16 * 2**20
+
+
+@dataclass
+class Place:
+    """Where things are."""
+
+    program: Path
+    credentials: Path
+    trees: Path
+    # For what nobody needs afterwards.
+    scratch: Path
+    keep_trees: bool
+
+    @property
+    def log(self) -> Path:
+        return self.scratch / "output.log"
+
+
+@dataclass
+class TreeResult:
+    tree: str
+    file_count: int
+    size_bytes: int
+    times: Dict[str, Times] = field(default_factory=dict)
+    # Bytes, of generate and verify; None when it cannot be told.
+    peak_memory: Dict[str, Optional[int]] = field(default_factory=dict)
+    # Entry block, compressed block and image of the catalogue, and what is allowed beside them.
+    allowed_memory: int = 0
+
+    def fastest_peer(self) -> Optional[str]:
+        peers = [name for name in self.times if name in PEERS]
+        return min(peers, key=lambda name: self.times[name].median, default=None)
+
+
+def say(text: str) -> None:
+    print(text, file=sys.stderr, flush=True)
+
+
+def list_files(game: Path, listing: Path) -> Tuple[int, int]:
+    """Writes the paths below `game`, relative and each ended by a zero, and returns how many there
+    are and their bytes."""
+    count = size = 0
+    with open(listing, "wb") as output:
+        for folder, folders, names in os.walk(game):
+            if Path(folder) == game and "Quorvane" in folders:
+                folders.remove("Quorvane")
+            folders.sort()
+            for name in sorted(names):
+                path = os.path.join(folder, name)
+                size += os.stat(path).st_size
+                count += 1
+                output.write(os.fsencode(os.path.relpath(path, game)) + b"\0")
+    return count, size
+
+
+def own_commands(place: Place, game: Path, configuration: Path) -> List[Command]:
+    sign = ["-inkey", str(place.credentials / "base_private.key"),
+            "-incert", str(place.credentials / "base_public.cer")]
+    program = [str(place.program), "-productid", PRODUCT]
+    return [
+        Command(GENERATE, program + sign + ["-target_game_dir", str(game), str(configuration)], game),
+        Command(VERIFY, program + ["verify", str(game)], game),
+    ]
+
+
+def peer_commands(game: Path, listing: Path) -> List[Command]:
+    """Those that are installed, each with as many files in one call as the system takes."""
+    environment = sum(len(name) + len(value) + 2 for name, value in os.environb.items())
+    longest = os.sysconf("SC_ARG_MAX") - environment - 8192
+    return [Command(name, ["xargs", "-0", "-s", str(longest)] + arguments, game, listing)
+            for name, arguments in PEERS.items() if shutil.which(arguments[0])]
+
+
+def check_catalogue(result: TreeResult, catalogue: Path) -> None:
+    """That all files are in it; learns what memory is allowed."""
+    with open(catalogue, "rb") as file:
+        file.seek(COUNTS_OFFSET)
+        compressed, raw, entries = struct.unpack(COUNTS_FORMAT,
+                                                 file.read(struct.calcsize(COUNTS_FORMAT)))
+    if entries != result.file_count:
+        raise CommandFailed(f"{result.tree}: {entries} of {result.file_count} files were catalogued")
+    result.allowed_memory = raw + compressed + catalogue.stat().st_size + ALLOWED_EXTRA_BYTES
+
+
+def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: bool) -> TreeResult:
+    """A round that is not measured brings the files into the page cache and tells peak memory."""
+    game = place.trees / tree
+    say(f"{tree}: making the files")
+    made = make_tree.make(tree, game, scale)
+    try:
+        listing = place.scratch / "files"
+        configuration = place.scratch / "bench.cfg"
+        configuration.write_text(CONFIGURATION)
+        result = TreeResult(tree, *list_files(game, listing))
+        own = own_commands(place, game, configuration)
+        peers = peer_commands(game, listing) if with_peers else []
+        say(f"{tree}: warming up")
+        for command in own:
+            result.peak_memory[command.name] = run_for_peak_memory(command, place.log)
+        check_catalogue(result, game / OUTPUT / "base.bin")
+        for command in peers:
+            run(command, place.log)
+        for number in range(1, rounds + 1):
+            say(f"{tree}: round {number} of {rounds}")
+            for command in own + peers:
+                run(command, place.log, result.times.setdefault(command.name, Times()))
+    finally:
+        if made and not place.keep_trees:
+            make_tree.remove(game)
+    return result

@@ -1,0 +1,173 @@
+#include "catalogue/file_hasher.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue_format.h"
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/file_hashing.h"
+#include "platform/text_encoding.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::DigestTexts;
+using test::PatternText;
+using test::Sha256Hex;
+using test::TempDirectory;
+
+std::vector<std::string> ExpectedDigests(const std::string& content) {
+    std::vector<std::string> digests;
+    for (std::size_t at = 0; at < content.size(); at += kChunkBytes) {
+        digests.push_back(Sha256Hex(test::BytesOf(content.substr(at, kChunkBytes))));
+    }
+    return digests;
+}
+
+// Files of the given sizes, no two alike, and a hasher over them.
+class Files {
+  public:
+    explicit Files(const std::vector<std::size_t>& sizes)
+        : hasher_(sizes.size(), [this](std::size_t index) { return Open(index); }) {
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            contents_.push_back(PatternText(sizes[i] + i).substr(i));
+            paths_.push_back(directory_.WriteFile("f" + std::to_string(i), contents_.back()));
+        }
+    }
+
+    [[nodiscard]] FileHasher& Hasher() { return hasher_; }
+    [[nodiscard]] std::size_t OpenedCount() const { return openedCount_; }
+    [[nodiscard]] const std::string& PathOf(std::size_t index) const { return paths_[index]; }
+
+    // Goes on to the next file, number `index`, and compares all its digests.
+    void ExpectNextFile(std::size_t index) {
+        const FileToHash& file = hasher_.NextFile();
+        ASSERT_NE(file.reader, nullptr) << index;
+        std::vector<Sha256Digest> digests;
+        for (std::uint64_t chunk = 0; chunk < file.chunkCount; ++chunk) {
+            const HashedChunk hashed = hasher_.NextDigest();
+            ASSERT_TRUE(hashed.isRead) << index;
+            ASSERT_EQ(hashed.hashError, 0);
+            digests.push_back(hashed.digest);
+        }
+        EXPECT_EQ(DigestTexts(digests), ExpectedDigests(contents_[index])) << index;
+    }
+
+  private:
+    FileToHash Open(std::size_t index) {
+        // Each once, in order.
+        EXPECT_EQ(index, openedCount_++);
+        return OpenFileToHash(Utf8ToWide(paths_[index]), contents_[index].size());
+    }
+
+    TempDirectory directory_;
+    std::vector<std::string> contents_;
+    std::vector<std::string> paths_;
+    std::size_t openedCount_ = 0;
+    FileHasher hasher_;
+};
+
+TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
+    const std::vector<std::size_t> sizes = {1,      0,
+                                            63,     64,
+                                            65,     kChunkBytes,
+                                            3,      kChunkBytes + 1,
+                                            0,      5 * kChunkBytes + 65'537,
+                                            65'536, 65'535,
+                                            65'537, kChunkBytes - 1,
+                                            127};
+    Files files(sizes);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+    }
+    EXPECT_EQ(files.OpenedCount(), sizes.size());
+}
+
+TEST(FileHasher, ManySmallFiles) {
+    std::vector<std::size_t> sizes;
+    for (std::size_t i = 0; i < 1000; ++i) {
+        sizes.push_back(i * 37 % 3000);
+    }
+    Files files(sizes);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+        // Some are open ahead, and not all that there are.
+        EXPECT_LE(files.OpenedCount(), i + 65);
+    }
+}
+
+TEST(FileHasher, GivesUpTheRestOfAFile) {
+    Files files({9 * kChunkBytes, 5, 2 * kChunkBytes, 7});
+    EXPECT_EQ(files.Hasher().NextFile().chunkCount, 9U);
+    EXPECT_TRUE(files.Hasher().NextDigest().isRead);
+    files.ExpectNextFile(1);
+    // Without a single digest taken.
+    EXPECT_EQ(files.Hasher().NextFile().chunkCount, 2U);
+    files.ExpectNextFile(3);
+}
+
+TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {
+    FileHasher hasher(2, [](std::size_t index) {
+        return OpenFileToHash(index == 0 ? L"/no/such/file" : L"/no/other", 5);
+    });
+    EXPECT_EQ(hasher.NextFile().reader, nullptr);
+    EXPECT_EQ(hasher.NextFile().reader, nullptr);
+}
+
+TEST(FileHasher, ChunkThatCannotBeReadLeavesTheOthersAlone) {
+    TempDirectory directory;
+    const std::string content = PatternText(2 * kChunkBytes);
+    const std::vector<std::string> paths = {directory.WriteFile("short", content.substr(0, 70'000)),
+                                            directory.WriteFile("whole", content)};
+    FileHasher hasher(2, [&](std::size_t index) {
+        return OpenFileToHash(Utf8ToWide(paths[index]), content.size());
+    });
+    EXPECT_EQ(hasher.NextFile().chunkCount, 2U);
+    EXPECT_FALSE(hasher.NextDigest().isRead);
+    EXPECT_FALSE(hasher.NextDigest().isRead);
+    EXPECT_EQ(hasher.NextFile().chunkCount, 2U);
+    const std::vector<Sha256Digest> digests = {hasher.NextDigest().digest,
+                                               hasher.NextDigest().digest};
+    EXPECT_EQ(DigestTexts(digests), ExpectedDigests(content));
+}
+
+// Their number comes from a catalogue, so they must not be asked for all at once.
+TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    FileHasher hasher(1, [&](std::size_t /*index*/) {
+        FileToHash file = OpenFileToHash(path, 5);
+        file.chunkCount = 0xFFFFFFFF;
+        return file;
+    });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+    for (int i = 0; i < 200; ++i) {
+        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), Sha256Hex({}));
+    }
+}
+
+TEST(FileHasher, ChunkCounts) {
+    EXPECT_EQ(ChunkCountOf(0), 0U);
+    EXPECT_EQ(ChunkCountOf(1), 1U);
+    EXPECT_EQ(ChunkCountOf(kChunkBytes), 1U);
+    EXPECT_EQ(ChunkCountOf(kChunkBytes + 1), 2U);
+    EXPECT_EQ(ChunkCountOf(~std::uint64_t{0}), std::uint64_t{1} << 42U);
+}
+
+TEST(FileHasher, ChunkOffsets) {
+    EXPECT_EQ(ChunkOffset(0, 5), 0U);
+    EXPECT_EQ(ChunkOffset(1, 5), 5U);
+    EXPECT_EQ(ChunkOffset(1, kChunkBytes), kChunkBytes);
+    EXPECT_EQ(ChunkOffset(1, kChunkBytes + 1), kChunkBytes);
+    EXPECT_EQ(ChunkOffset(2, kChunkBytes + 1), kChunkBytes + 1);
+    EXPECT_EQ(ChunkOffset(~std::uint64_t{0}, 2 * kChunkBytes), 2 * kChunkBytes);
+}
+
+}  // namespace
+}  // namespace sealkeeper
