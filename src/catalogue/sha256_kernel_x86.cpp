@@ -53,7 +53,7 @@ void StoreState(const State& state, std::uint32_t* words) {
 
 // The next vector of the message schedule (FIPS 180-4, 6.2.2) from the four before it, of which it
 // replaces the oldest.
-__m128i NextMessage(const __m128i* message, std::size_t group) {
+[[gnu::always_inline]] inline __m128i NextMessage(const __m128i* message, std::size_t group) {
     const __m128i oldest = message[group % kMessageVectors];
     const __m128i second = message[(group + 1) % kMessageVectors];
     const __m128i third = message[(group + 2) % kMessageVectors];
@@ -63,7 +63,7 @@ __m128i NextMessage(const __m128i* message, std::size_t group) {
     return _mm_sha256msg2_epu32(sum, newest);
 }
 
-void FourRounds(State& state, __m128i message, std::size_t group) {
+[[gnu::always_inline]] inline void FourRounds(State& state, __m128i message, std::size_t group) {
     const __m128i input = _mm_add_epi32(message, Load(kRoundConstants + 4 * group));
     state.cdgh = _mm_sha256rnds2_epu32(state.cdgh, state.abef, input);
     state.abef = _mm_sha256rnds2_epu32(state.abef, state.cdgh, _mm_shuffle_epi32(input, 0x0E));
