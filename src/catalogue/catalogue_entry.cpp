@@ -35,13 +35,11 @@ ResultCode SizeAndHash(const std::wstring& path, FileHasher& hasher, CatalogueEn
 }  // namespace
 
 FileToHash OpenCollectedFile(const std::wstring& path) {
-    const FileStatus status = StatusOfPath(WideToUtf8(path));
-    FileToHash file;
-    if (status.sizeBytes > 0) {
-        file = OpenFileToHash(path, static_cast<std::uint64_t>(status.sizeBytes));
+    FileToHash file = OpenFileToHash(path);
+    if (!file.reader) {
+        // Deliberately: one that is missing counts as empty, one that cannot be read does not.
+        file.status = StatusOfPath(WideToUtf8(path));
     }
-    // The size that counts, whatever the file grew to until it was opened.
-    file.status = status;
     return file;
 }
 

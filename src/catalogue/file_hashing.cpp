@@ -1,5 +1,8 @@
 #include "catalogue/file_hashing.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <utility>
 
 #include "app/console_log.h"
@@ -9,6 +12,11 @@
 
 namespace sealkeeper {
 namespace {
+
+void SetSize(FileToHash& file, std::uint64_t sizeBytes) {
+    file.sizeBytes = sizeBytes;
+    file.chunkCount = file.reader ? ChunkCountOf(sizeBytes) : 0;
+}
 
 ResultCode AppendDigest(const HashedChunk& chunk, std::vector<Sha256Digest>& digests) {
     if (!chunk.isRead) {
@@ -28,7 +36,11 @@ ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
     if (path.empty() || sizeBytes == 0) {
         return ResultCode::FileVerificationIOError;
     }
-    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFileToHash(path, sizeBytes); });
+    FileHasher hasher(1, [&](std::size_t /*index*/) {
+        FileToHash file = OpenFileToHash(path);
+        SetSize(file, sizeBytes);
+        return file;
+    });
     return HashFileChunks(hasher, hasher.NextFile(), path, digests);
 }
 
@@ -51,13 +63,13 @@ ResultCode HashFileChunks(FileHasher& hasher, const FileToHash& file, const std:
     return ResultCode::Ok;
 }
 
-FileToHash OpenFileToHash(const std::wstring& path, std::uint64_t sizeBytes) {
+FileToHash OpenFileToHash(const std::wstring& path) {
     FileToHash file;
     auto reader = std::make_unique<ChunkedFileReader>(path, kChunkBytes);
     if (reader->Open()) {
+        file.status = reader->File().Status();
         file.reader = std::move(reader);
-        file.sizeBytes = sizeBytes;
-        file.chunkCount = ChunkCountOf(sizeBytes);
+        SetSize(file, static_cast<std::uint64_t>(std::max<std::int64_t>(file.status.sizeBytes, 0)));
     }
     return file;
 }

@@ -24,8 +24,8 @@ ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
 ResultCode HashFileChunks(FileHasher& hasher, const FileToHash& file, const std::wstring& path,
                           std::vector<Sha256Digest>& digests);
 
-// Opens the file at `path` for hashing its first `sizeBytes` bytes.
-[[nodiscard]] FileToHash OpenFileToHash(const std::wstring& path, std::uint64_t sizeBytes);
+// Opens the file at `path` for hashing all of the size that it has now.
+[[nodiscard]] FileToHash OpenFileToHash(const std::wstring& path);
 
 }  // namespace sealkeeper
 

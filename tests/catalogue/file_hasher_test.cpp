@@ -62,7 +62,7 @@ class Files {
     FileToHash Open(std::size_t index) {
         // Each once, in order.
         EXPECT_EQ(index, openedCount_++);
-        return OpenFileToHash(Utf8ToWide(paths_[index]), contents_[index].size());
+        return OpenFileToHash(Utf8ToWide(paths_[index]));
     }
 
     TempDirectory directory_;
@@ -113,7 +113,7 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
 
 TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {
     FileHasher hasher(2, [](std::size_t index) {
-        return OpenFileToHash(index == 0 ? L"/no/such/file" : L"/no/other", 5);
+        return OpenFileToHash(index == 0 ? L"/no/such/file" : L"/no/other");
     });
     EXPECT_EQ(hasher.NextFile().reader, nullptr);
     EXPECT_EQ(hasher.NextFile().reader, nullptr);
@@ -125,7 +125,10 @@ TEST(FileHasher, ChunkThatCannotBeReadLeavesTheOthersAlone) {
     const std::vector<std::string> paths = {directory.WriteFile("short", content.substr(0, 70'000)),
                                             directory.WriteFile("whole", content)};
     FileHasher hasher(2, [&](std::size_t index) {
-        return OpenFileToHash(Utf8ToWide(paths[index]), content.size());
+        FileToHash file = OpenFileToHash(Utf8ToWide(paths[index]));
+        file.sizeBytes = content.size();
+        file.chunkCount = 2;
+        return file;
     });
     EXPECT_EQ(hasher.NextFile().chunkCount, 2U);
     EXPECT_FALSE(hasher.NextDigest().isRead);
@@ -141,7 +144,7 @@ TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
     FileHasher hasher(1, [&](std::size_t /*index*/) {
-        FileToHash file = OpenFileToHash(path, 5);
+        FileToHash file = OpenFileToHash(path);
         file.chunkCount = 0xFFFFFFFF;
         return file;
     });
