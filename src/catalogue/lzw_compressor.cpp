@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "catalogue/lzw_format.h"
+#include "platform/large_pages.h"
 
 namespace sealkeeper {
 namespace {
@@ -63,10 +64,14 @@ class CompressorDictionary {
         if (nextCode_ == lzw::kEndOfCodes) {
             return;
         }
-        if (next == 0 && prefix == zeroStrings_[longestZeros_ - 1]) {
+        if (next != 0) {
+            codes_[IndexOf(prefix, next)] = nextCode_++;
+            return;
+        }
+        if (prefix == zeroStrings_[longestZeros_ - 1]) {
             zeroStrings_[longestZeros_++] = nextCode_;
         }
-        (next == 0 ? zeroCodes_[prefix] : codes_[IndexOf(prefix, next)]) = nextCode_++;
+        zeroCodes_[prefix] = nextCode_++;
     }
 
     // How many zero bytes the longest string of nothing else has; at least 1.
@@ -85,8 +90,11 @@ class CompressorDictionary {
     }
 
     std::vector<std::uint16_t> codes_;
+    // Strings that end in a zero byte are half of what a path gives. Together they stay in the
+    // nearest cache.
     std::array<std::uint16_t, lzw::kEndOfCodes> zeroCodes_{};
     std::uint16_t nextCode_ = lzw::kFirstFreeCode;
+    // The strings of nothing but zero bytes, by their length; the first is code 0.
     std::array<std::uint16_t, 1 + lzw::kEndOfCodes - lzw::kFirstFreeCode> zeroStrings_{};
     std::size_t longestZeros_ = 1;
 };
@@ -170,7 +178,10 @@ class Compressor {
 
 void CompressLzw(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output) {
     // An entry block becomes smaller than half of it unless most of it is digests.
-    output.reserve(output.size() + lzw::kPrefix.size() + input.size() / 2);
+    const std::size_t before = output.size();
+    const std::size_t expected = lzw::kPrefix.size() + input.size() / 2;
+    output.reserve(before + expected);
+    PreferLargePages(output.data() + before, expected);
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
     Compressor(input, output).Run();
 }

@@ -9,6 +9,7 @@
 
 #include "catalogue/catalogue_format.h"
 #include "catalogue/lzw_format.h"
+#include "platform/large_pages.h"
 
 namespace sealkeeper {
 namespace {
@@ -176,6 +177,7 @@ class StringWriter {
         const std::size_t end = before + dictionary_.Bytes();
         output_.reserve(end);
         next_ = output_.data() + before;
+        PreferLargePages(next_, dictionary_.Bytes());
         start_ = next_;
         output_.resize(before + dictionary_.GrowingBytes());
         WriteByteByByte(std::min(codes_.Count(), DecompressorDictionary::kGrowingCodes));

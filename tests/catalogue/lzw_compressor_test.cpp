@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
+#include "catalogue/lzw_test_support.h"
 
 namespace sealkeeper {
 namespace {
@@ -118,6 +119,48 @@ TEST(LzwCompressor, LargeInputs) {
         EXPECT_EQ(compressed.size(), large.compressedBytes) << large.name;
         EXPECT_EQ(Sha256Hex(compressed), large.compressedSha256) << large.name;
     }
+}
+
+void ExpectPlainlyFoundCodes(const Bytes& input, const std::string& name) {
+    EXPECT_TRUE(Compressed(input) == test::PackedCodes(test::CodesOf(input))) << name;
+}
+
+TEST(LzwCompressor, RunsOfZerosWhereverTheyStand) {
+    for (std::size_t run = 0; run <= 40; ++run) {
+        for (std::size_t before = 0; before < 10; ++before) {
+            Bytes input(before, 'x');
+            input.insert(input.end(), run, 0);
+            for (const std::size_t behind : std::vector<std::size_t>{0, 1, 9}) {
+                Bytes whole = input;
+                whole.insert(whole.end(), behind, 'y');
+                if (!whole.empty()) {
+                    ExpectPlainlyFoundCodes(Repeated(whole, whole, 5),
+                                            std::to_string(before) + ", " + std::to_string(run) +
+                                                ", " + std::to_string(behind));
+                }
+            }
+        }
+    }
+}
+
+// The dictionary is full after 7.4 million of them.
+TEST(LzwCompressor, ZerosAloneUntilTheDictionaryIsFull) {
+    for (const std::size_t size : std::vector<std::size_t>{7'370'000, 7'500'000, 7'500'001}) {
+        ExpectPlainlyFoundCodes(Bytes(size, 0), std::to_string(size));
+    }
+}
+
+TEST(LzwCompressor, BytesAsAnEntryBlockHasThem) {
+    for (const std::size_t size : std::vector<std::size_t>{500, 30'000, 65'536, 2'000'003}) {
+        ExpectPlainlyFoundCodes(test::RecordLikeBytes(size), std::to_string(size));
+    }
+}
+
+TEST(LzwCompressor, BytesThatGrow) {
+    // More than the input itself: the output cannot have been sized by what the input suggests.
+    const Bytes input = PseudoRandom(1'000'000, 0xFF);
+    EXPECT_GT(Compressed(input).size(), input.size());
+    ExpectPlainlyFoundCodes(input, "random");
 }
 
 TEST(LzwCompressor, AppendsToWhatTheBufferHolds) {

@@ -70,6 +70,11 @@ TEST(LzwDecompressor, GivesBackWhatWasCompressed) {
     cases.push_back({"1 MiB of zeros", Bytes(1'048'576, 0)});
     cases.push_back({"1 MiB of few values", PseudoRandom(1'048'576, 1)});
     cases.push_back({"1 MiB at random", PseudoRandom(1'048'576, 0xFF)});
+    for (std::size_t size = 300'000; size < 300'040; ++size) {
+        cases.push_back({"records of " + std::to_string(size), test::RecordLikeBytes(size)});
+    }
+    cases.push_back({"20 MB of zeros", Bytes(20'000'000, 0)});
+    cases.push_back({"10 MB of records", test::RecordLikeBytes(10'000'000)});
     for (const RoundTrip& given : cases) {
         Bytes compressed;
         CompressLzw(given.bytes, compressed);

@@ -2,7 +2,10 @@
 #ifndef SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace sealkeeper::test {
@@ -47,6 +50,52 @@ inline constexpr std::uint32_t kLastCode = 4094;
         left -= used;
     }
     return codes;
+}
+
+// The codes that the format asks for, found in the plainest way: the longest string that the
+// dictionary holds, again and again.
+[[nodiscard]] inline std::vector<std::uint32_t> CodesOf(const std::vector<std::uint8_t>& bytes) {
+    std::map<std::pair<std::uint32_t, std::uint8_t>, std::uint32_t> dictionary;
+    std::vector<std::uint32_t> codes;
+    std::uint32_t nextCode = 257;
+    std::uint32_t matched = bytes.front();
+    for (std::size_t i = 1; i < bytes.size(); ++i) {
+        const auto longer = dictionary.find({matched, bytes[i]});
+        if (longer != dictionary.end()) {
+            matched = longer->second;
+            continue;
+        }
+        codes.push_back(matched);
+        if (nextCode <= kLastCode) {
+            dictionary[{matched, bytes[i]}] = nextCode++;
+        }
+        matched = bytes[i];
+    }
+    codes.push_back(matched);
+    return codes;
+}
+
+// Bytes as an entry block has them: short text with zeros between its bytes, a run of zeros, and
+// bytes at random.
+[[nodiscard]] inline std::vector<std::uint8_t> RecordLikeBytes(std::size_t count) {
+    std::vector<std::uint8_t> bytes;
+    std::uint32_t state = 3;
+    const auto random = [&state](std::uint32_t below) {
+        state = state * 1664525U + 1013904223U;
+        return (state >> 8U) % below;
+    };
+    while (bytes.size() < count) {
+        for (std::uint32_t left = random(60); left > 0; --left) {
+            bytes.push_back(static_cast<std::uint8_t>('a' + random(6)));
+            bytes.push_back(0);
+        }
+        bytes.insert(bytes.end(), random(500), 0);
+        for (std::uint32_t left = random(97); left > 0; --left) {
+            bytes.push_back(static_cast<std::uint8_t>(random(256)));
+        }
+    }
+    bytes.resize(count);
+    return bytes;
 }
 
 }  // namespace sealkeeper::test
