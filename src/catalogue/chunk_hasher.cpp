@@ -5,9 +5,10 @@
 namespace sealkeeper {
 namespace {
 
-// With those of the other lanes well within the second-level cache of the processors of the last
-// ten years. A multiple of the block, so that only a chunk's last piece ends inside one.
-constexpr std::size_t kPieceBytes = 65'536;
+// Small enough that what was just read is still in the nearer caches, with those of the other
+// lanes, and large enough that the system calls do not count. A multiple of the block, so that only
+// a chunk's last piece ends inside one.
+constexpr std::size_t kPieceBytes = 32'768;
 static_assert(kPieceBytes % kSha256BlockBytes == 0);
 
 }  // namespace
