@@ -47,10 +47,9 @@ std::optional<ChunkToHash> FileHasher::NextChunk() {
         return std::nullopt;
     }
     while (files_.empty() || files_.back().givenChunks == files_.back().file.chunkCount) {
-        if (openedCount_ == fileCount_ || files_.size() >= kMaxFilesAhead) {
+        if (openedCount_ == fileCount_ || files_.size() >= kMaxFilesAhead || !OpenFileAhead()) {
             return std::nullopt;
         }
-        OpenNextFile();
     }
     FileAhead& ahead = files_.back();
     const std::uint64_t sizeBytes = ahead.file.sizeBytes;
@@ -64,6 +63,22 @@ std::optional<ChunkToHash> FileHasher::NextChunk() {
 void FileHasher::OpenNextFile() {
     files_.push_back({open_(openedCount_), 0, 0});
     ++openedCount_;
+    isAheadBlocked_ = false;
+}
+
+bool FileHasher::OpenFileAhead() {
+    if (isAheadBlocked_) {
+        return false;
+    }
+    FileToHash file = open_(openedCount_);
+    // Perhaps only because so many are open: it is opened again once it is the only one.
+    isAheadBlocked_ = !file.reader && !files_.empty();
+    if (isAheadBlocked_) {
+        return false;
+    }
+    files_.push_back({std::move(file), 0, 0});
+    ++openedCount_;
+    return true;
 }
 
 void FileHasher::GiveUpCurrentFile() {

@@ -36,7 +36,8 @@ class FileHasher : private ChunkSource {
   public:
     using OpenFile = std::function<FileToHash(std::size_t index)>;
 
-    // `open` is called for each of `fileCount` files once, in order, but some files ahead.
+    // `open` is called for each of `fileCount` files, in order, but some files ahead; once more for
+    // one that could not be opened ahead, when no other is open.
     FileHasher(std::size_t fileCount, OpenFile open);
 
     // Goes on to the next file, of which there is one, and gives up what is left of the one before.
@@ -55,11 +56,14 @@ class FileHasher : private ChunkSource {
 
     std::optional<ChunkToHash> NextChunk() override;
     void OpenNextFile();
+    // False when the file cannot be opened beside those that are open.
+    bool OpenFileAhead();
     void GiveUpCurrentFile();
 
     std::size_t fileCount_;
     OpenFile open_;
     std::size_t openedCount_ = 0;
+    bool isAheadBlocked_ = false;
     // The current file first, then those ahead of it. Chunks are given from the last one.
     std::deque<FileAhead> files_;
     bool hasCurrentFile_ = false;

@@ -1,6 +1,8 @@
 #include "catalogue/file_hasher.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <string>
@@ -119,6 +121,40 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
     // Without a single digest taken.
     EXPECT_EQ(files.Hasher().NextFile().chunkCount, 2U);
     files.ExpectNextFile(3);
+}
+
+// Leaves the process room for a few more descriptors than it has open.
+class ScopedDescriptorLimit {
+  public:
+    ScopedDescriptorLimit() {
+        EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &before_), 0);
+        const int lowestFree = dup(STDOUT_FILENO);
+        EXPECT_EQ(close(lowestFree), 0);
+        rlimit limited = before_;
+        limited.rlim_cur = static_cast<rlim_t>(lowestFree) + 3;
+        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &limited), 0);
+    }
+    ScopedDescriptorLimit(const ScopedDescriptorLimit&) = delete;
+    ScopedDescriptorLimit& operator=(const ScopedDescriptorLimit&) = delete;
+    ~ScopedDescriptorLimit() { EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &before_), 0); }
+
+  private:
+    rlimit before_{};
+};
+
+TEST(FileHasher, FewDescriptorsAreEnough) {
+    const TempDirectory directory;
+    std::vector<std::string> paths;
+    for (int i = 0; i < 40; ++i) {
+        paths.push_back(directory.WriteFile("f" + std::to_string(i), "hello"));
+    }
+    const ScopedDescriptorLimit limit;
+    FileHasher hasher(paths.size(),
+                      [&](std::size_t index) { return OpenFileToHash(Utf8ToWide(paths[index])); });
+    for (const std::string& path : paths) {
+        ASSERT_NE(hasher.NextFile().reader, nullptr) << path;
+        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+    }
 }
 
 TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {

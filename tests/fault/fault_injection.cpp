@@ -143,15 +143,6 @@ int chdir(const char* path) SEALKEEPER_NOTHROW {
     return Real<int(const char*)>("chdir")(path);
 }
 
-// Strikes by reporting a negative size.
-int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
-    const int result = Real<int(const char*, struct stat*)>("stat")(path, status);
-    if (Strikes(Call::Stat)) {
-        status->st_size = FaultOf(Call::Stat).value;
-    }
-    return result;
-}
-
 // Strikes by reporting another size.
 int fstat(int descriptor, struct stat* status) SEALKEEPER_NOTHROW {
     const int result = Real<int(int, struct stat*)>("fstat")(descriptor, status);

@@ -12,7 +12,6 @@ enum class Call {
     IconvOpen,
     GetCwd,
     Chdir,
-    Stat,
     Fstat,
     Open,
     Fdopen,
@@ -42,7 +41,7 @@ class ScopedFault {
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
     // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
     // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
-    // result of `glob`, the size that `stat` and `fstat` report, and the bytes that `fread`
+    // result of `glob`, the size that `fstat` reports, and the bytes that `fread`
     // delivers.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
