@@ -38,7 +38,8 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 // The same for the next file of `hasher`, which `OpenCollectedFile` opened.
 ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry);
 
-// Opens the file at the collected `path` to be hashed in full, unless it is empty or missing.
+// Opens the file at the collected `path` to be hashed in full. Where that fails, the status is that
+// of the path.
 [[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path);
 
 // The index of the first unit after the last '/' of `path`, 0 when there is none.

@@ -18,7 +18,7 @@ namespace sealkeeper {
 struct FileToHash {
     // Open; null when the file cannot be opened or is not to be read.
     std::unique_ptr<ChunkedFileReader> reader;
-    // As it was before it was opened or when it was, whichever the caller goes by.
+    // What the open file is; without a reader, what the caller found out otherwise.
     FileStatus status;
     // How many bytes of the file count, and in how many chunks. Those behind the last byte have
     // none.
