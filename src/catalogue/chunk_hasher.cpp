@@ -5,19 +5,30 @@
 namespace sealkeeper {
 namespace {
 
-// Small enough that what was just read is still in the nearer caches, with those of the other
-// lanes, and large enough that the system calls do not count. A multiple of the block, so that only
-// a chunk's last piece ends inside one.
-constexpr std::size_t kPieceBytes = 32'768;
+// Small enough that what was just read, with the pieces of the other lanes, is still in the nearer
+// caches, and large enough that the system calls do not count. A multiple of the block, so that
+// only a chunk's last piece ends inside one.
+constexpr std::size_t kPieceBytes = 131'072;
 static_assert(kPieceBytes % kSha256BlockBytes == 0);
 
+// A multiple of the cache lines of all processors: the system takes half as long again to copy a
+// piece to where no line begins.
+constexpr std::size_t kPieceAlignment = 4096;
+static_assert(kPieceBytes % kPieceAlignment == 0);
+
 }  // namespace
+
+struct alignas(kPieceAlignment) ChunkHasher::PieceBuffer {
+    std::array<std::uint8_t, kPieceBytes> bytes;
+};
 
 ChunkHasher::ChunkHasher(ChunkSource& source)
     : source_(source),
       streams_(MakeSha256Streams()),
       // Not filled: every byte is read over before it is hashed.
-      buffer_(new std::uint8_t[kMaxSha256Streams * kPieceBytes]) {}
+      pieces_(new PieceBuffer[kMaxSha256Streams]) {}
+
+ChunkHasher::~ChunkHasher() = default;
 
 HashedChunk ChunkHasher::Take() {
     while (pending_.empty() || !pending_.front().isDone) {
@@ -88,7 +99,7 @@ bool ChunkHasher::ReadPiece(std::size_t lane) {
     if (wantedBytes == 0) {
         return false;
     }
-    const std::span piece(buffer_.get() + lane * kPieceBytes, wantedBytes);
+    const auto piece = std::span(pieces_[lane].bytes).first(wantedBytes);
     if (reading.chunk.file->ReadAt(reading.chunk.offset + reading.readBytes, piece) !=
         wantedBytes) {
         return false;

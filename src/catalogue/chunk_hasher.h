@@ -48,6 +48,9 @@ class ChunkSource {
 class ChunkHasher {
   public:
     explicit ChunkHasher(ChunkSource& source);
+    ~ChunkHasher();
+    ChunkHasher(const ChunkHasher&) = delete;
+    ChunkHasher& operator=(const ChunkHasher&) = delete;
 
     // The digest of the next chunk of the source, in its order. Hashes on, and ahead, until that
     // one is there. The source must have given it, or give it when asked.
@@ -57,7 +60,8 @@ class ChunkHasher {
     [[nodiscard]] std::size_t PendingCount() const { return pending_.size(); }
 
   private:
-    // What a stream works on. Its pieces are read into a slice of the buffer.
+    struct PieceBuffer;
+    // What a stream works on, a piece at a time.
     struct Lane {
         ChunkToHash chunk;
         // Null when the lane is idle.
@@ -80,7 +84,7 @@ class ChunkHasher {
 
     ChunkSource& source_;
     std::unique_ptr<Sha256Streams> streams_;
-    std::unique_ptr<std::uint8_t[]> buffer_;
+    std::unique_ptr<PieceBuffer[]> pieces_;
     std::array<Lane, kMaxSha256Streams> lanes_{};
     // In the order of the source. A deque, so that what lanes point to stays where it is.
     std::deque<Pending> pending_;

@@ -75,24 +75,12 @@ class Files {
 };
 
 TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
-    const std::vector<std::size_t> sizes = {1,
-                                            0,
-                                            63,
-                                            64,
-                                            65,
-                                            kChunkBytes,
-                                            3,
-                                            kChunkBytes + 1,
-                                            0,
-                                            5 * kChunkBytes + 65'537,
-                                            65'536,
-                                            32'767,
-                                            32'768,
-                                            32'769,
-                                            65'535,
-                                            65'537,
-                                            kChunkBytes - 1,
-                                            127};
+    std::vector<std::size_t> sizes = {1, 0, 63, 64, 65, kChunkBytes, 3, kChunkBytes + 1, 0};
+    // Around where a piece may end, whatever size pieces have.
+    for (std::size_t size = 1U << 12U; size <= 1U << 20U; size *= 2) {
+        sizes.insert(sizes.end(), {size - 1, size, size + 1});
+    }
+    sizes.insert(sizes.end(), {5 * kChunkBytes + 65'537, kChunkBytes - 1, 127});
     Files files(sizes);
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         files.ExpectNextFile(i);
