@@ -80,9 +80,9 @@ const Sha256Kernel* CompiledKernel() {
 #endif
 }
 
-// Whether the kernel, on all streams at once, gives the digest that the Secure Hash Standard's
-// examples have for their message of 896 bits.
-bool ReproducesKnownAnswer(const Sha256Kernel& kernel) {
+// Whether the kernel, on `streamCount` streams at once, gives the digest that the Secure Hash
+// Standard's examples have for their message of 896 bits.
+bool ReproducesKnownAnswer(const Sha256Kernel& kernel, std::size_t streamCount) {
     constexpr std::string_view kMessage =
         "abcdefghbcdefghicdefghijdefghijkefghijklfghijklmghijklmnhijklmno"
         "ijklmnopjklmnopqklmnopqrlmnopqrsmnopqrstnopqrstu";
@@ -93,33 +93,45 @@ bool ReproducesKnownAnswer(const Sha256Kernel& kernel) {
     const std::vector<std::uint8_t> message(kMessage.begin(), kMessage.end());
     KernelSha256Streams streams(kernel);
     std::array<Sha256Step, kMaxSha256Streams> steps{};
-    for (std::size_t stream = 0; stream < steps.size(); ++stream) {
+    for (std::size_t stream = 0; stream < streamCount; ++stream) {
         streams.Start(stream);
         steps[stream] = {stream, message.data()};
     }
-    streams.Take(steps, 1);
+    const auto taken = std::span(steps).first(streamCount);
+    streams.Take(taken, 1);
     const auto lastBytes = std::span(message).subspan(kSha256BlockBytes);
-    return std::all_of(steps.begin(), steps.end(), [&](const Sha256Step& step) {
+    return std::all_of(taken.begin(), taken.end(), [&](const Sha256Step& step) {
         Sha256Digest digest{};
         return streams.Finish(step.stream, lastBytes, digest) == 0 && digest == kDigest;
     });
 }
 
 // Null when this processor has none that works.
-const Sha256Kernel* FindWorkingKernel() {
+const Sha256Kernel* FindUsableKernel() {
     const Sha256Kernel* kernel = CompiledKernel();
-    return kernel != nullptr && kernel->isSupported() && ReproducesKnownAnswer(*kernel) ? kernel
-                                                                                        : nullptr;
+    return kernel != nullptr && IsUsable(*kernel) ? kernel : nullptr;
 }
 
 }  // namespace
+
+bool IsUsable(const Sha256Kernel& kernel) {
+    if (!kernel.isSupported()) {
+        return false;
+    }
+    for (std::size_t streamCount = 1; streamCount <= kMaxSha256Streams; ++streamCount) {
+        if (!ReproducesKnownAnswer(kernel, streamCount)) {
+            return false;
+        }
+    }
+    return true;
+}
 
 std::unique_ptr<Sha256Streams> MakeKernelSha256Streams(const Sha256Kernel& kernel) {
     return std::make_unique<KernelSha256Streams>(kernel);
 }
 
 std::unique_ptr<Sha256Streams> MakeSha256Streams() {
-    static const Sha256Kernel* const kernel = FindWorkingKernel();
+    static const Sha256Kernel* const kernel = FindUsableKernel();
     return kernel != nullptr ? MakeKernelSha256Streams(*kernel) : MakeMbedTlsSha256Streams();
 }
 

@@ -39,14 +39,18 @@ class Sha256Streams {
                                      Sha256Digest& digest) = 0;
 };
 
-// The streams of `kernel`, which the processor supports.
+// Whether this processor supports `kernel` and the kernel, for each number of streams, reproduces a
+// known answer.
+[[nodiscard]] bool IsUsable(const Sha256Kernel& kernel);
+
+// The streams of `kernel`, which is usable.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeKernelSha256Streams(const Sha256Kernel& kernel);
 
 // The streams of mbed TLS, which runs everywhere.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeMbedTlsSha256Streams();
 
-// The streams of the kernel for this processor if it supports it and reproduces a known answer,
-// which is found out once in a process, else those of mbed TLS.
+// The streams of the kernel compiled for this architecture if it is usable, which is found out once
+// in a process, else those of mbed TLS.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeSha256Streams();
 
 }  // namespace sealkeeper

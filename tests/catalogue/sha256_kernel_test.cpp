@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
+#include "catalogue/sha256_streams.h"
 
 // Architectures without a kernel have nothing to test here.
 #if defined(__x86_64__) || defined(__aarch64__)
@@ -74,6 +75,34 @@ TEST_P(Sha256KernelTest, KeepsTheStatesWithoutBlocks) {
     kernel.compress(lanes.data(), GetParam(), 0);
 
     EXPECT_EQ(states, before);
+}
+
+TEST_P(Sha256KernelTest, IsUsable) {
+    EXPECT_TRUE(IsUsable(kernel));
+}
+
+// Kernels are functions without state, so what breaks this one is set from outside.
+std::size_t brokenStreamCount = 0;
+
+void CompressWithABrokenStreamCount(const Sha256Lane* lanes, std::size_t laneCount,
+                                    std::size_t blockCount) {
+    kernel.compress(lanes, laneCount, blockCount);
+    if (laneCount == brokenStreamCount) {
+        lanes[laneCount - 1].state[kSha256StateWords - 1] ^= 1U;
+    }
+}
+
+TEST_P(Sha256KernelTest, IsNotUsableWhenItGivesAWrongAnswer) {
+    const Sha256Kernel broken{"broken", kernel.isSupported, CompressWithABrokenStreamCount};
+    brokenStreamCount = 0;
+    EXPECT_TRUE(IsUsable(broken));
+    brokenStreamCount = GetParam();
+    EXPECT_FALSE(IsUsable(broken));
+}
+
+TEST_P(Sha256KernelTest, IsNotUsableOnAProcessorWithoutTheInstructions) {
+    const Sha256Kernel unsupported{"unsupported", [] { return false; }, kernel.compress};
+    EXPECT_FALSE(IsUsable(unsupported));
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryNumberOfStreams, Sha256KernelTest,
