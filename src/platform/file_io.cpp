@@ -1,31 +1,30 @@
 #include "platform/file_io.h"
 
-#include <fcntl.h>
 #include <sys/types.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <limits>
 #include <utility>
 
+#include "platform/file_descriptor.h"
+
 namespace sealkeeper {
 
 OpenedFile OpenForReading(const std::string& path) {
-    // Non-blocking, which regular files know nothing of: to open a FIFO would wait for a writer.
-    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) {
+    FileDescriptor descriptor;
+    if (!descriptor.OpenForReading(path)) {
         return {};
     }
-    FileStream stream(fdopen(descriptor, "rb"));
-    if (!stream) {
-        close(descriptor);
-        return {};
-    }
-    const FileStatus status = StatusOfOpenFile(descriptor);
+    const FileStatus status = StatusOfOpenFile(descriptor.Get());
     if (status.type == FileType::Fifo) {
         return {};
     }
+    FileStream stream(fdopen(descriptor.Get(), "rb"));
+    if (!stream) {
+        return {};
+    }
+    descriptor.Release();
     return {std::move(stream), status};
 }
 

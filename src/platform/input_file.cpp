@@ -8,23 +8,12 @@
 
 namespace sealkeeper {
 
-InputFile::~InputFile() {
-    if (IsOpen()) {
-        close(descriptor_);
-    }
-}
-
-bool InputFile::Open(const std::string& path) {
-    // Non-blocking, which regular files know nothing of: to open a FIFO would wait for a writer.
-    descriptor_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    return IsOpen();
-}
-
 std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
     std::size_t delivered = 0;
     while (delivered < bytes.size()) {
-        const ssize_t count = pread(descriptor_, bytes.data() + delivered, bytes.size() - delivered,
-                                    static_cast<off_t>(offset + delivered));
+        const ssize_t count =
+            pread(descriptor_.Get(), bytes.data() + delivered, bytes.size() - delivered,
+                  static_cast<off_t>(offset + delivered));
         if (count > 0) {
             delivered += static_cast<std::size_t>(count);
         } else if (count == 0 || errno != EINTR) {
@@ -40,9 +29,9 @@ void InputFile::ReadAhead(std::uint64_t offset, std::size_t lengthBytes) const {
     struct radvisory advice {};
     advice.ra_offset = static_cast<off_t>(offset);
     advice.ra_count = static_cast<int>(lengthBytes);
-    static_cast<void>(fcntl(descriptor_, F_RDADVISE, &advice));
+    static_cast<void>(fcntl(descriptor_.Get(), F_RDADVISE, &advice));
 #elif defined(POSIX_FADV_WILLNEED)
-    static_cast<void>(posix_fadvise(descriptor_, static_cast<off_t>(offset),
+    static_cast<void>(posix_fadvise(descriptor_.Get(), static_cast<off_t>(offset),
                                     static_cast<off_t>(lengthBytes), POSIX_FADV_WILLNEED));
 #endif
 }

@@ -7,26 +7,20 @@
 #include <span>
 #include <string>
 
+#include "platform/file_descriptor.h"
 #include "platform/file_system.h"
 
 namespace sealkeeper {
 
-// Owner of a file descriptor; closes it when it goes. Neither copied nor moved.
 class InputFile {
   public:
-    InputFile() = default;
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
-    ~InputFile();
+    // As `FileDescriptor::OpenForReading`.
+    [[nodiscard]] bool Open(const std::string& path) { return descriptor_.OpenForReading(path); }
 
-    // Opens the file at `path`, once. False when it cannot be opened. A directory can be opened,
-    // but not read, and so can a FIFO, whose writer is not waited for.
-    [[nodiscard]] bool Open(const std::string& path);
-
-    [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
+    [[nodiscard]] bool IsOpen() const { return descriptor_.IsOpen(); }
 
     // What the open file is.
-    [[nodiscard]] FileStatus Status() const { return StatusOfOpenFile(descriptor_); }
+    [[nodiscard]] FileStatus Status() const { return StatusOfOpenFile(descriptor_.Get()); }
 
     // Fills `bytes` with what the file holds at `offset` and returns how many bytes it delivered:
     // less than asked for where the file ends or cannot be read any further.
@@ -36,7 +30,7 @@ class InputFile {
     void ReadAhead(std::uint64_t offset, std::size_t lengthBytes) const;
 
   private:
-    int descriptor_ = -1;
+    FileDescriptor descriptor_;
 };
 
 }  // namespace sealkeeper

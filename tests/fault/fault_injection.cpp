@@ -13,6 +13,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -296,18 +297,34 @@ int mbedtls_ctr_drbg_seed(mbedtls_ctr_drbg_context* context,
 
 }  // extern "C"
 
-// The library's own forms for arrays and without exceptions end in this one, too.
-void* operator new(std::size_t size) {
+namespace {
+
+void* Allocate(std::size_t size, std::size_t alignment) {
     g_largestAllocation = std::max(g_largestAllocation, size);
-    void* memory = Strikes(Call::Allocation) ? nullptr : std::malloc(size > 0 ? size : 1);
-    if (memory == nullptr) {
+    void* memory = nullptr;
+    if (Strikes(Call::Allocation) || posix_memalign(&memory, alignment, size > 0 ? size : 1) != 0) {
         throw std::bad_alloc();
     }
     return memory;
 }
 
+}  // namespace
+
+// The library's own forms without exceptions end in these, too.
+void* operator new(std::size_t size) {
+    return Allocate(size, alignof(std::max_align_t));
+}
+
 void* operator new[](std::size_t size) {
-    return operator new(size);
+    return Allocate(size, alignof(std::max_align_t));
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    return Allocate(size, static_cast<std::size_t>(alignment));
+}
+
+void* operator new[](std::size_t size, std::align_val_t alignment) {
+    return Allocate(size, static_cast<std::size_t>(alignment));
 }
 
 void operator delete(void* memory) noexcept {
@@ -323,5 +340,22 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
 }
 
 void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::align_val_t /*alignment*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/,
+                       std::align_val_t /*alignment*/) noexcept {
     std::free(memory);
 }

@@ -1,0 +1,35 @@
+// The owner of a POSIX file descriptor.
+#ifndef SEALKEEPER_PLATFORM_FILE_DESCRIPTOR_H
+#define SEALKEEPER_PLATFORM_FILE_DESCRIPTOR_H
+
+#include <string>
+
+namespace sealkeeper {
+
+// Closes the descriptor when it goes. Neither copied nor moved.
+class FileDescriptor {
+  public:
+    FileDescriptor() = default;
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    ~FileDescriptor();
+
+    // Opens the file at `path`, once. False when it cannot be opened. A directory can be opened,
+    // but not read, and so can a FIFO, whose writer is not waited for.
+    [[nodiscard]] bool OpenForReading(const std::string& path);
+
+    [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
+
+    // Negative when nothing is open.
+    [[nodiscard]] int Get() const { return descriptor_; }
+
+    // Leaves the open descriptor to another owner.
+    void Release() { descriptor_ = -1; }
+
+  private:
+    int descriptor_ = -1;
+};
+
+}  // namespace sealkeeper
+
+#endif
