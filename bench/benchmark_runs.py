@@ -13,6 +13,9 @@ from tree_runs import say
 COMPRESS = "compress"
 DECOMPRESS = "decompress"
 
+# How long a benchmark in C++ is repeated for one figure.
+MIN_SECONDS = 0.5
+
 
 @dataclass
 class LzwResult:
@@ -22,12 +25,13 @@ class LzwResult:
     own: Dict[str, Times] = field(default_factory=lambda: {COMPRESS: Times(), DECOMPRESS: Times()})
 
 
-def run_benchmark(build: Path, name: str, rounds: int) -> List[Dict[str, object]]:
+def run_benchmark(build: Path, name: str, rounds: int, scale: float) -> List[Dict[str, object]]:
     """Of each benchmark of a program, the round of median time (of the two of an even number, the
     shorter)."""
     say(f"{name}: {rounds} rounds")
     by_name: Dict[object, List[Dict[str, object]]] = {}
     for result in benchmark_results(build, name, [f"--benchmark_repetitions={rounds}",
+                                                  f"--benchmark_min_time={scale * MIN_SECONDS}",
                                                   "--benchmark_enable_random_interleaving=true"]):
         if result["run_type"] == "iteration":
             by_name.setdefault(result["run_name"], []).append(result)

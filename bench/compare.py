@@ -27,7 +27,8 @@ FILE_SIZES = (256 * MIB, GIB, 4 * GIB)
 
 
 def parse_options() -> argparse.Namespace:
-    parser = argparse.ArgumentParser(prog="compare.sh", description=__doc__.splitlines()[0])
+    parser = argparse.ArgumentParser(prog="compare.sh", description=__doc__.splitlines()[0],
+                                     allow_abbrev=False)
     parser.add_argument("--rounds", type=int, default=5, help="how often each is run (5)")
     parser.add_argument("--only", action="append", choices=PARTS, metavar="PART",
                         help="one of: " + ", ".join(PARTS) + "; may be repeated")
@@ -39,7 +40,8 @@ def parse_options() -> argparse.Namespace:
     parser.add_argument("--keep", action="store_true", help="keep the trees")
     parser.add_argument("--scale", type=float, default=1.0,
                         help="a part of each tree, such as 0.01, to try this out")
-    parser.add_argument("--build-dir", type=Path, required=True,
+    parser.add_argument("--build-dir", type=Path, metavar="DIR",
+                        default=Path(__file__).resolve().parent.parent / "build/bench",
                         help="the build to use or make (build/bench)")
     options = parser.parse_args()
     if options.rounds < 1 or not 0 < options.scale <= 1:
@@ -65,9 +67,11 @@ def compare(options: argparse.Namespace, place: Place) -> None:
         print(f"Sizes and numbers are {options.scale} of the real ones: a trial, not a result.\n")
     print("## Results\n", flush=True)
     if "kernels" in parts:
-        report.print_kernels(run_benchmark(options.build_dir, "kernels", options.rounds))
+        report.print_kernels(run_benchmark(options.build_dir, "kernels", options.rounds,
+                                           options.scale))
     if "conversions" in parts:
-        report.print_conversions(run_benchmark(options.build_dir, "conversions", options.rounds))
+        report.print_conversions(run_benchmark(options.build_dir, "conversions", options.rounds,
+                                               options.scale))
     if "lzw" in parts:
         report.print_lzw(run_lzw(options.build_dir, place.scratch, options.rounds))
     trees = []

@@ -6,16 +6,30 @@ here=$(cd "$(dirname "$0")" && pwd)
 root=$(dirname "$here")
 
 build=$root/build/bench
-if [ "${1:-}" = --build-dir ] && [ $# -ge 2 ]; then
-    mkdir -p "$2"
-    build=$(cd "$2" && pwd)
-    shift 2
-fi
-for argument in "$@"; do
-    if [ "$argument" = --help ] || [ "$argument" = -h ]; then
-        exec python3 -B "$here/compare.py" --build-dir "$build" --help
-    fi
+help=no
+options=()
+while [ $# -gt 0 ]; do
+    case "$1" in
+        --build-dir)
+            [ $# -ge 2 ] || { echo "compare.sh: --build-dir needs a directory" >&2; exit 2; }
+            mkdir -p "$2"
+            build=$(cd "$2" && pwd)
+            shift
+            ;;
+        --build-dir=*)
+            set -- --build-dir "${1#*=}" "${@:2}"
+            continue
+            ;;
+        --help | -h) help=yes ;;
+        *) options+=("$1") ;;
+    esac
+    shift
 done
+# An empty list counts as unset in old versions of bash.
+compare=(python3 -B "$here/compare.py" --build-dir "$build" ${options[@]+"${options[@]}"})
+if [ "$help" = yes ]; then
+    exec "${compare[@]}" --help
+fi
 
 mkdir -p "$build"
 log=$build/compare-build.log
@@ -24,4 +38,4 @@ if ! { "$root/tools/configure.sh" bench -B "$build" && cmake --build "$build"; }
     exit 1
 fi
 "$root/tools/issue-credentials.sh" sealkeeper-bench "$build/credentials" --force > /dev/null
-exec python3 -B "$here/compare.py" --build-dir "$build" "$@"
+exec "${compare[@]}"

@@ -19,7 +19,7 @@ done
 install_on_debian() {
     local wanted="g++ cmake ninja-build libmbedtls-dev openssl"
     if [ "$with_tests" = yes ]; then
-        wanted="$wanted libgtest-dev python3 clang clang-format clang-tidy libclang-rt-dev"
+        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev"
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted libbenchmark-dev libssl-dev python3 rhash ncompress hashdeep time"
@@ -50,7 +50,7 @@ install_on_macos() {
     fi
     local wanted="cmake ninja mbedtls@3"
     if [ "$with_tests" = yes ]; then
-        wanted="$wanted googletest clang-format"
+        wanted="$wanted googletest google-benchmark clang-format"
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted google-benchmark openssl@3 rhash md5deep coreutils gnu-time"
@@ -67,6 +67,7 @@ elif command -v apt-get >/dev/null 2>&1; then
     install_on_debian
 else
     echo "This script knows Debian and macOS. Elsewhere install a C++20 compiler, cmake, ninja," >&2
-    echo "mbed TLS 2.28 or 3.6 with its headers, openssl, and for the tests GoogleTest and python3." >&2
+    echo "mbed TLS 2.28 or 3.6 with its headers, openssl, and for the tests GoogleTest, Google Benchmark" >&2
+    echo "and python3." >&2
     exit 1
 fi
