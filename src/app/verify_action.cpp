@@ -87,7 +87,7 @@ ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, E
 ResultCode VerifyEntry(const StoredEntry& entry, FileHasher& hasher) {
     constexpr MismatchHandler kNoHandler = nullptr;
     const std::wstring path = entry.Path();
-    const ResultCode code = entry.VerifyNextFile(hasher, path, kNoHandler, nullptr);
+    const ResultCode code = entry.VerifyNextFile(hasher, kNoHandler, nullptr);
     // Ends the progress line or the verdict before: neither message below has a line feed.
     EndConsoleLine();
     if (code != ResultCode::Ok) {

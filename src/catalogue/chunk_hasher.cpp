@@ -1,18 +1,19 @@
 #include "catalogue/chunk_hasher.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sealkeeper {
 namespace {
 
-// Small enough that what was just read, with the pieces of the other lanes, is still in the nearer
-// caches, and large enough that the system calls do not count. A multiple of the block, so that
-// only a chunk's last piece ends inside one.
+// Small enough that what was just read, with the pieces of the other lanes, has not gone back to
+// main memory, and large enough that the system calls do not count. A multiple of the block, so
+// that only a chunk's last piece ends inside one.
 constexpr std::size_t kPieceBytes = 131'072;
 static_assert(kPieceBytes % kSha256BlockBytes == 0);
 
-// A multiple of the cache lines of all processors: the system takes half as long again to copy a
-// piece to where no line begins.
+// A multiple of the cache lines of all processors: the system copies a piece more slowly to where
+// no line begins.
 constexpr std::size_t kPieceAlignment = 4096;
 static_assert(kPieceBytes % kPieceAlignment == 0);
 
@@ -22,9 +23,9 @@ struct alignas(kPieceAlignment) ChunkHasher::PieceBuffer {
     std::array<std::uint8_t, kPieceBytes> bytes;
 };
 
-ChunkHasher::ChunkHasher(ChunkSource& source)
+ChunkHasher::ChunkHasher(ChunkSource& source, std::unique_ptr<Sha256Streams> streams)
     : source_(source),
-      streams_(MakeSha256Streams()),
+      streams_(std::move(streams)),
       // Not filled: every byte is read over before it is hashed.
       pieces_(new PieceBuffer[kMaxSha256Streams]) {}
 
@@ -62,18 +63,18 @@ void ChunkHasher::Advance() {
     }
 }
 
+// Sees to it that the lane has whole blocks to hash. False when there are no more chunks for it.
 bool ChunkHasher::Prepare(std::size_t lane) {
-    do {
-        while (lanes_[lane].result != nullptr) {
-            if (lanes_[lane].unhashed.size() >= kSha256BlockBytes) {
-                return true;
+    while (lanes_[lane].unhashed.size() < kSha256BlockBytes) {
+        if (lanes_[lane].pending == nullptr) {
+            if (!Assign(lane)) {
+                return false;
             }
-            if (!ReadPiece(lane)) {
-                EndChunk(lane);
-            }
+        } else if (!ReadPiece(lane)) {
+            EndChunk(lane);
         }
-    } while (Assign(lane));
-    return false;
+    }
+    return true;
 }
 
 // Gives an idle lane the next chunk. False when there is none.
@@ -82,12 +83,8 @@ bool ChunkHasher::Assign(std::size_t lane) {
     if (!chunk) {
         return false;
     }
-    Pending& pending = pending_.emplace_back();
-    lanes_[lane] = {*chunk, &pending.result, &pending.isDone, 0, {}};
+    lanes_[lane] = {*chunk, &pending_.emplace_back(), 0, {}};
     streams_->Start(lane);
-    if (chunk->lengthBytes > kPieceBytes) {
-        chunk->file->ReadAhead(chunk->offset, chunk->lengthBytes);
-    }
     return true;
 }
 
@@ -111,14 +108,15 @@ bool ChunkHasher::ReadPiece(std::size_t lane) {
 }
 
 void ChunkHasher::EndChunk(std::size_t lane) {
-    Lane& ending = lanes_[lane];
-    HashedChunk& result = *ending.result;
+    const Lane ending = std::exchange(lanes_[lane], Lane{});
+    HashedChunk& result = ending.pending->result;
     result.isRead = ending.readBytes == ending.chunk.lengthBytes;
     if (result.isRead) {
         result.hashError = streams_->Finish(lane, ending.unhashed, result.digest);
+    } else {
+        source_.OnUnreadChunk(ending.chunk);
     }
-    *ending.isDone = true;
-    ending.result = nullptr;
+    ending.pending->isDone = true;
 }
 
 }  // namespace sealkeeper

@@ -43,11 +43,14 @@ class ChunkSource {
 
     // The next chunk; nothing when there is none for now.
     virtual std::optional<ChunkToHash> NextChunk() = 0;
+
+    // Not all bytes of `chunk`, given before, could be read.
+    virtual void OnUnreadChunk(const ChunkToHash& chunk) = 0;
 };
 
 class ChunkHasher {
   public:
-    explicit ChunkHasher(ChunkSource& source);
+    ChunkHasher(ChunkSource& source, std::unique_ptr<Sha256Streams> streams);
     ~ChunkHasher();
     ChunkHasher(const ChunkHasher&) = delete;
     ChunkHasher& operator=(const ChunkHasher&) = delete;
@@ -61,22 +64,21 @@ class ChunkHasher {
 
   private:
     struct PieceBuffer;
-    // What a stream works on, a piece at a time.
-    struct Lane {
-        ChunkToHash chunk;
-        // Null when the lane is idle.
-        HashedChunk* result = nullptr;
-        bool* isDone = nullptr;
-        std::size_t readBytes = 0;
-        std::span<const std::uint8_t> unhashed;
-    };
     struct Pending {
         HashedChunk result;
         bool isDone = false;
     };
+    // What a stream works on, a piece at a time.
+    struct Lane {
+        ChunkToHash chunk;
+        // Null when the lane is idle.
+        Pending* pending = nullptr;
+        std::size_t readBytes = 0;
+        std::span<const std::uint8_t> unhashed;
+    };
 
     void Advance();
-    // Both return whether the lane has whole blocks to hash.
+    // Lanes are named by their index.
     bool Prepare(std::size_t lane);
     bool Assign(std::size_t lane);
     bool ReadPiece(std::size_t lane);

@@ -4,13 +4,36 @@
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
+#include "platform/file_descriptor.h"
 
 namespace sealkeeper {
 namespace {
 
 // Well below the 256 files that some systems let a process have open.
-constexpr std::size_t kMaxFilesAhead = 64;
+constexpr std::size_t kMaxOpenFiles = 64;
+
+// Left for what else is opened beside the files: the second reading of a chunk, the tables of the
+// system's converter.
+constexpr std::size_t kSpareDescriptors = 4;
+
+// How much the system is told to bring in. Enough for a disk to work on for some milliseconds.
+constexpr std::uint64_t kMaxAdvisedBytes = 16 * 1024 * 1024;
+
+// Chunks behind the end of a file have no bytes and take no time, and a catalogue can list any
+// number of them: without a limit all would be done while the first chunk is being hashed.
 constexpr std::size_t kMaxChunksAhead = 64;
+
+std::size_t FilesToOpenAtOnce(std::size_t fileCount) {
+    const std::size_t wanted = std::min(fileCount, kMaxOpenFiles);
+    const std::size_t free = wanted > 1 ? CountFreeDescriptors(wanted + kSpareDescriptors) : 0;
+    return free > kSpareDescriptors ? free - kSpareDescriptors : 1;
+}
+
+// In bytes; 0 for a chunk behind the end of the file.
+std::size_t ChunkLength(std::uint64_t index, std::uint64_t sizeBytes) {
+    return static_cast<std::size_t>(ChunkOffset(index + 1, sizeBytes) -
+                                    ChunkOffset(index, sizeBytes));
+}
 
 }  // namespace
 
@@ -23,8 +46,11 @@ std::uint64_t ChunkOffset(std::uint64_t index, std::uint64_t sizeBytes) {
                                                : sizeBytes;
 }
 
-FileHasher::FileHasher(std::size_t fileCount, OpenFile open)
-    : fileCount_(fileCount), open_(std::move(open)), chunks_(*this) {}
+FileHasher::FileHasher(std::size_t fileCount, OpenFile open, std::unique_ptr<Sha256Streams> streams)
+    : fileCount_(fileCount),
+      open_(std::move(open)),
+      maxOpenFiles_(FilesToOpenAtOnce(fileCount)),
+      chunks_(*this, std::move(streams)) {}
 
 FileToHash& FileHasher::NextFile() {
     if (hasCurrentFile_) {
@@ -46,49 +72,80 @@ std::optional<ChunkToHash> FileHasher::NextChunk() {
     if (chunks_.PendingCount() >= kMaxChunksAhead) {
         return std::nullopt;
     }
-    while (files_.empty() || files_.back().givenChunks == files_.back().file.chunkCount) {
-        if (openedCount_ == fileCount_ || files_.size() >= kMaxFilesAhead || !OpenFileAhead()) {
-            return std::nullopt;
+    LookAhead();
+    FileAhead* const ahead = FileToGiveFrom();
+    if (ahead == nullptr) {
+        return std::nullopt;
+    }
+    const std::uint64_t index = ahead->givenChunks++;
+    const std::size_t lengthBytes = ChunkLength(index, ahead->file.sizeBytes);
+    advisedBytes_ -= lengthBytes;
+    --advisedChunks_;
+    return ChunkToHash{&ahead->file.reader->File(), ChunkOffset(index, ahead->file.sizeBytes),
+                       lengthBytes};
+}
+
+void FileHasher::OnUnreadChunk(const ChunkToHash& chunk) {
+    const auto unread = std::find_if(files_.begin(), files_.end(), [&](const FileAhead& ahead) {
+        return ahead.file.reader && &ahead.file.reader->File() == chunk.file;
+    });
+    unread->hasUnreadChunk = true;
+}
+
+// Null when there is none for now.
+FileHasher::FileAhead* FileHasher::FileToGiveFrom() {
+    while (givenFiles_ < files_.size() &&
+           files_[givenFiles_].givenChunks == files_[givenFiles_].file.chunkCount) {
+        ++givenFiles_;
+    }
+    if (givenFiles_ == files_.size()) {
+        return nullptr;
+    }
+    FileAhead& ahead = files_[givenFiles_];
+    // A chunk that cannot be read mostly ends its file, and to try the others may take long.
+    return ahead.hasUnreadChunk && ahead.givenChunks >= ahead.takenChunks ? nullptr : &ahead;
+}
+
+// Tells the system of the chunks that come next, so that it can read them meanwhile.
+void FileHasher::LookAhead() {
+    while (advisedBytes_ < kMaxAdvisedBytes && advisedChunks_ < kMaxChunksAhead) {
+        FileAhead& last = files_.back();
+        if (last.advisedChunks < last.file.chunkCount) {
+            AdviseNextChunk(last);
+        } else if (openedCount_ < fileCount_ && files_.size() < maxOpenFiles_) {
+            OpenNextFile();
+        } else {
+            return;
         }
     }
-    FileAhead& ahead = files_.back();
-    const std::uint64_t sizeBytes = ahead.file.sizeBytes;
-    const std::uint64_t offset = ChunkOffset(ahead.givenChunks, sizeBytes);
-    ++ahead.givenChunks;
-    return ChunkToHash{
-        &ahead.file.reader->File(), offset,
-        static_cast<std::size_t>(std::min<std::uint64_t>(sizeBytes - offset, kChunkBytes))};
+}
+
+void FileHasher::AdviseNextChunk(FileAhead& ahead) {
+    const std::uint64_t index = ahead.advisedChunks++;
+    const std::size_t lengthBytes = ChunkLength(index, ahead.file.sizeBytes);
+    ahead.file.reader->File().ReadAhead(ChunkOffset(index, ahead.file.sizeBytes), lengthBytes);
+    advisedBytes_ += lengthBytes;
+    ++advisedChunks_;
 }
 
 void FileHasher::OpenNextFile() {
-    files_.push_back({open_(openedCount_), 0, 0});
+    files_.emplace_back().file = open_(openedCount_);
     ++openedCount_;
-    isAheadBlocked_ = false;
-}
-
-bool FileHasher::OpenFileAhead() {
-    if (isAheadBlocked_) {
-        return false;
-    }
-    FileToHash file = open_(openedCount_);
-    // Perhaps only because so many are open: it is opened again once it is the only one.
-    isAheadBlocked_ = !file.reader && !files_.empty();
-    if (isAheadBlocked_) {
-        return false;
-    }
-    files_.push_back({std::move(file), 0, 0});
-    ++openedCount_;
-    return true;
 }
 
 void FileHasher::GiveUpCurrentFile() {
     FileAhead& current = files_.front();
+    const std::uint64_t sizeBytes = current.file.sizeBytes;
+    advisedBytes_ -=
+        ChunkOffset(current.advisedChunks, sizeBytes) - ChunkOffset(current.givenChunks, sizeBytes);
     // No more of its chunks are begun; those that were must end before the file is closed.
+    current.advisedChunks = current.givenChunks;
     current.file.chunkCount = current.givenChunks;
     while (current.takenChunks < current.givenChunks) {
         static_cast<void>(NextDigest());
     }
     files_.pop_front();
+    givenFiles_ -= givenFiles_ > 0 ? 1 : 0;
     hasCurrentFile_ = false;
 }
 

@@ -1,5 +1,5 @@
-// Hashes files one after the other and reads ahead in those that follow, so that small files keep
-// all streams busy, too.
+// Hashes files one after the other and reads ahead in those that follow: small files keep all
+// streams busy, too, and the disk brings what comes next while the processor hashes.
 #ifndef SEALKEEPER_CATALOGUE_FILE_HASHER_H
 #define SEALKEEPER_CATALOGUE_FILE_HASHER_H
 
@@ -36,9 +36,11 @@ class FileHasher : private ChunkSource {
   public:
     using OpenFile = std::function<FileToHash(std::size_t index)>;
 
-    // `open` is called for each of `fileCount` files, in order, but some files ahead; once more for
-    // one that could not be opened ahead, when no other is open.
-    FileHasher(std::size_t fileCount, OpenFile open);
+    // `open` is called once for each of `fileCount` files, in order, but some files ahead, as far
+    // as that leaves descriptors for the rest of the program. An exception from it, or for lack of
+    // memory, comes out of the operations below; the hasher can then only be destroyed.
+    FileHasher(std::size_t fileCount, OpenFile open,
+               std::unique_ptr<Sha256Streams> streams = MakeSha256Streams());
 
     // Goes on to the next file, of which there is one, and gives up what is left of the one before.
     FileToHash& NextFile();
@@ -49,23 +51,33 @@ class FileHasher : private ChunkSource {
   private:
     struct FileAhead {
         FileToHash file;
-        // How many chunks the streams were given, and how many digests were asked for.
+        // How many chunks the system was told of, how many the streams were given, and how many
+        // digests were asked for.
+        std::uint64_t advisedChunks = 0;
         std::uint64_t givenChunks = 0;
         std::uint64_t takenChunks = 0;
+        bool hasUnreadChunk = false;
     };
 
     std::optional<ChunkToHash> NextChunk() override;
+    void OnUnreadChunk(const ChunkToHash& chunk) override;
+    FileAhead* FileToGiveFrom();
+    void LookAhead();
+    void AdviseNextChunk(FileAhead& ahead);
     void OpenNextFile();
-    // False when the file cannot be opened beside those that are open.
-    bool OpenFileAhead();
     void GiveUpCurrentFile();
 
     std::size_t fileCount_;
     OpenFile open_;
+    std::size_t maxOpenFiles_;
     std::size_t openedCount_ = 0;
-    bool isAheadBlocked_ = false;
-    // The current file first, then those ahead of it. Chunks are given from the last one.
+    // The current file first, then those ahead of it.
     std::deque<FileAhead> files_;
+    // The files of which all chunks were given, counted from the current one.
+    std::size_t givenFiles_ = 0;
+    // What the system was told of and the streams were not given yet.
+    std::uint64_t advisedBytes_ = 0;
+    std::uint64_t advisedChunks_ = 0;
     bool hasCurrentFile_ = false;
     ChunkHasher chunks_;
 };

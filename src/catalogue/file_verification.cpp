@@ -23,8 +23,9 @@ class ChunkJudge {
         // Leniency after a recovery, deliberate: this chunk is not compared.
         const bool isLenient = std::exchange(previousRecovered_, false);
         if (!chunk.isRead && !ReadOnceMore(index, chunk)) {
-            return isLenient && reader_.LastReadBytes() == 0 ? ResultCode::Ok
-                                                             : ResultCode::FileVerificationIOError;
+            return isLenient && hasBuffer_ && reader_.LastReadBytes() == 0
+                       ? ResultCode::Ok
+                       : ResultCode::FileVerificationIOError;
         }
         if (isLenient) {
             return ResultCode::Ok;
@@ -38,8 +39,10 @@ class ChunkJudge {
 
   private:
     bool ReadOnceMore(std::uint32_t index, HashedChunk& chunk) {
-        // Refused when an earlier chunk had to be read once more; then the buffer is there.
-        static_cast<void>(reader_.AllocateBuffer(entry_.FileSizeBytes()));
+        if (!hasBuffer_ && !AllocateBuffer(reader_)) {
+            return false;
+        }
+        hasBuffer_ = true;
         chunk = ReadChunk(reader_, index);
         return chunk.isRead;
     }
@@ -48,7 +51,7 @@ class ChunkJudge {
     // is up to the handler.
     ResultCode RecoverChunk(std::uint32_t index) {
         ChunkedFileReader second(reader_.Path(), kChunkBytes);
-        if (!second.Open() || !AllocateSecondBuffer(second)) {
+        if (!second.Open() || !AllocateBuffer(second)) {
             return ResultCode::FileVerificationIOError;
         }
         const HashedChunk chunk = ReadChunk(second, index);
@@ -62,10 +65,10 @@ class ChunkJudge {
         return ResultCode::Ok;
     }
 
-    // To have no memory for a second reading fails this file alone.
-    bool AllocateSecondBuffer(ChunkedFileReader& second) const {
+    // To have no memory for another reading fails this file alone.
+    bool AllocateBuffer(ChunkedFileReader& reader) const {
         try {
-            return second.AllocateBuffer(entry_.FileSizeBytes());
+            return reader.AllocateBuffer(entry_.FileSizeBytes());
         } catch (const std::bad_alloc&) {
             return false;
         }
@@ -96,6 +99,8 @@ class ChunkJudge {
     ChunkedFileReader& reader_;
     MismatchHandler handler_;
     void* context_;
+    // For reading a chunk once more with the first reader.
+    bool hasBuffer_ = false;
     bool previousRecovered_ = false;
 };
 
@@ -117,13 +122,13 @@ ResultCode CheckStatus(const StoredEntry& entry, const FileStatus& status) {
 ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
                                             void* context) const {
     FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFile(path); });
-    return VerifyNextFile(hasher, path, handler, context);
+    return VerifyNextFile(hasher, handler, context);
 }
 
-ResultCode StoredEntry::VerifyNextFile(FileHasher& hasher, const std::wstring& path,
-                                       MismatchHandler handler, void* context) const {
+ResultCode StoredEntry::VerifyNextFile(FileHasher& hasher, MismatchHandler handler,
+                                       void* context) const {
     const FileToHash& file = hasher.NextFile();
-    if (path.empty() || !file.reader) {
+    if (!file.reader) {
         return ResultCode::FileVerificationIOError;
     }
     if (const ResultCode code = CheckStatus(*this, file.status); code != ResultCode::Ok) {

@@ -52,8 +52,7 @@ class StoredEntry {
                                            void* context) const;
 
     // The same for the next file of `hasher`, which `OpenFile` opened.
-    ResultCode VerifyNextFile(FileHasher& hasher, const std::wstring& path, MismatchHandler handler,
-                              void* context) const;
+    ResultCode VerifyNextFile(FileHasher& hasher, MismatchHandler handler, void* context) const;
 
     // Opens the file at `path` and tells which of its chunks are to be hashed for the check.
     [[nodiscard]] FileToHash OpenFile(const std::wstring& path) const;

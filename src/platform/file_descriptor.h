@@ -2,6 +2,7 @@
 #ifndef SEALKEEPER_PLATFORM_FILE_DESCRIPTOR_H
 #define SEALKEEPER_PLATFORM_FILE_DESCRIPTOR_H
 
+#include <cstddef>
 #include <string>
 
 namespace sealkeeper {
@@ -18,6 +19,10 @@ class FileDescriptor {
     // but not read, and so can a FIFO, whose writer is not waited for.
     [[nodiscard]] bool OpenForReading(const std::string& path);
 
+    // Becomes a second descriptor of what `descriptor` names, once. False when there is no such
+    // descriptor or no room for another one.
+    [[nodiscard]] bool Duplicate(int descriptor);
+
     [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
 
     // Negative when nothing is open.
@@ -29,6 +34,10 @@ class FileDescriptor {
   private:
     int descriptor_ = -1;
 };
+
+// How many more descriptors the process may open now; `most` when there are more. Opens them to
+// find out, and closes them. 0 when standard input is closed.
+[[nodiscard]] std::size_t CountFreeDescriptors(std::size_t most);
 
 }  // namespace sealkeeper
 

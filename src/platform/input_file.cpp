@@ -4,9 +4,12 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace sealkeeper {
+
+static_assert(sizeof(off_t) == sizeof(std::int64_t), "positions in files have 64 bits");
 
 std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
     std::size_t delivered = 0;
@@ -24,7 +27,16 @@ std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> byte
 }
 
 void InputFile::ReadAhead(std::uint64_t offset, std::size_t lengthBytes) const {
-    // A hint: that it cannot be given changes nothing.
+    // Some systems take no more of one advice than what they give a disk in one request.
+    constexpr std::size_t kStepBytes = 262'144;
+    for (std::size_t advised = 0; advised < lengthBytes; advised += kStepBytes) {
+        Advise(offset + advised, std::min(kStepBytes, lengthBytes - advised));
+    }
+}
+
+// A hint: that it cannot be given changes nothing.
+void InputFile::Advise([[maybe_unused]] std::uint64_t offset,
+                       [[maybe_unused]] std::size_t lengthBytes) const {
 #if defined(F_RDADVISE)
     struct radvisory advice {};
     advice.ra_offset = static_cast<off_t>(offset);

@@ -30,6 +30,8 @@ class InputFile {
     void ReadAhead(std::uint64_t offset, std::size_t lengthBytes) const;
 
   private:
+    void Advise(std::uint64_t offset, std::size_t lengthBytes) const;
+
     FileDescriptor descriptor_;
 };
 

@@ -88,6 +88,17 @@ TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
     EXPECT_EQ(files.OpenedCount(), sizes.size());
 }
 
+// The shorter file decides how much is hashed of the longer one's piece, and so what is left of it.
+TEST(FileHasher, ShortFileBesideALongOne) {
+    for (std::size_t size = 1U << 12U; size <= 1U << 20U; size *= 2) {
+        for (const std::size_t missing : std::vector<std::size_t>{1, 64, 65, 128, 129}) {
+            Files files({size - missing, 3 * size + 17});
+            files.ExpectNextFile(0);
+            files.ExpectNextFile(1);
+        }
+    }
+}
+
 TEST(FileHasher, ManySmallFiles) {
     std::vector<std::size_t> sizes;
     for (std::size_t i = 0; i < 1000; ++i) {
@@ -98,6 +109,17 @@ TEST(FileHasher, ManySmallFiles) {
         files.ExpectNextFile(i);
         // Some are open ahead, and not all that there are.
         EXPECT_LE(files.OpenedCount(), i + 65);
+    }
+}
+
+// They keep no stream busy, so it is their number alone that stops the look ahead.
+TEST(FileHasher, ManyEmptyFiles) {
+    std::vector<std::size_t> sizes(300);
+    sizes.front() = 5;
+    Files files(sizes);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+        EXPECT_LE(files.OpenedCount(), i + 64);
     }
 }
 
@@ -153,11 +175,31 @@ TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {
     EXPECT_EQ(hasher.NextFile().reader, nullptr);
 }
 
-TEST(FileHasher, ChunkThatCannotBeReadLeavesTheOthersAlone) {
+TEST(FileHasher, OpensEachFileOnceInOrder) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    std::vector<std::size_t> asked;
+    FileHasher hasher(5, [&](std::size_t index) {
+        asked.push_back(index);
+        return OpenFileToHash(index == 1 || index == 4 ? L"/no/such/file" : path);
+    });
+    for (const std::size_t index : std::vector<std::size_t>{0, 1, 2, 3, 4}) {
+        const bool isThere = hasher.NextFile().reader != nullptr;
+        EXPECT_EQ(isThere, index != 1 && index != 4);
+        EXPECT_TRUE(!isThere || hasher.NextDigest().isRead);
+    }
+    EXPECT_EQ(asked, (std::vector<std::size_t>{0, 1, 2, 3, 4}));
+}
+
+// The parameter is how many bytes there are of two chunks.
+class FileHasherOfAShortFile : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(FileHasherOfAShortFile, ChunkThatCannotBeReadLeavesTheOthersAlone) {
     TempDirectory directory;
     const std::string content = PatternText(2 * kChunkBytes);
-    const std::vector<std::string> paths = {directory.WriteFile("short", content.substr(0, 70'000)),
-                                            directory.WriteFile("whole", content)};
+    const std::vector<std::string> paths = {
+        directory.WriteFile("short", content.substr(0, GetParam())),
+        directory.WriteFile("whole", content)};
     FileHasher hasher(2, [&](std::size_t index) {
         FileToHash file = OpenFileToHash(Utf8ToWide(paths[index]));
         file.sizeBytes = content.size();
@@ -172,6 +214,10 @@ TEST(FileHasher, ChunkThatCannotBeReadLeavesTheOthersAlone) {
                                                hasher.NextDigest().digest};
     EXPECT_EQ(DigestTexts(digests), ExpectedDigests(content));
 }
+
+// Within a chunk's first piece, within a later one, and where a piece may end.
+INSTANTIATE_TEST_SUITE_P(EverySize, FileHasherOfAShortFile,
+                         testing::Values(0, 70'000, 1'048'576, 3'000'001, kChunkBytes - 1));
 
 // Their number comes from a catalogue, so they must not be asked for all at once.
 TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
@@ -204,6 +250,11 @@ TEST(FileHasher, ChunkOffsets) {
     EXPECT_EQ(ChunkOffset(1, kChunkBytes + 1), kChunkBytes);
     EXPECT_EQ(ChunkOffset(2, kChunkBytes + 1), kChunkBytes + 1);
     EXPECT_EQ(ChunkOffset(~std::uint64_t{0}, 2 * kChunkBytes), 2 * kChunkBytes);
+    // The first whose product with the size of a chunk does not fit in 64 bits.
+    constexpr std::uint64_t kTooFar = std::uint64_t{1} << 42U;
+    EXPECT_EQ(ChunkOffset(kTooFar, 5), 5U);
+    EXPECT_EQ(ChunkOffset(kTooFar, ~std::uint64_t{0}), ~std::uint64_t{0});
+    EXPECT_EQ(ChunkOffset(kTooFar - 1, ~std::uint64_t{0}), (kTooFar - 1) * kChunkBytes);
 }
 
 }  // namespace

@@ -74,6 +74,8 @@ TEST(LzwDecompressor, GivesBackWhatWasCompressed) {
         cases.push_back({"records of " + std::to_string(size), test::RecordLikeBytes(size)});
     }
     cases.push_back({"20 MB of zeros", Bytes(20'000'000, 0)});
+    // The strings become longer up to 3839 bytes; then nothing but room for one more is left.
+    cases.push_back({"zeros that end in the longest string", Bytes(7'370'880 + 20 * 3'839, 0)});
     cases.push_back({"10 MB of records", test::RecordLikeBytes(10'000'000)});
     for (const RoundTrip& given : cases) {
         Bytes compressed;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/stored_catalogue_support.h"
@@ -33,6 +34,17 @@ TEST(StoredEntry, GivesTheNamePositionAsStored) {
     Bytes record = RecordOf(0, u"a/b", {});
     test::StoreAt<std::uint32_t>(record, 8, 0xFFFFFFFEU);
     EXPECT_EQ(EntryOf(record)->NamePosition(), 0xFFFFFFFEU);
+}
+
+TEST(StoredEntry, DigestsOfALargeFileAreToldApart) {
+    constexpr std::uint32_t kLast = 65'537;
+    std::vector<Sha256Digest> digests(kLast + 1, DigestOf("x"));
+    digests[kLast] = DigestOf("hello");
+    const Bytes record = RecordOf(0, u"a", digests);
+    const auto entry = EntryOf(record);
+    EXPECT_EQ(entry->DigestCount(), kLast + 1);
+    EXPECT_EQ(Hex(entry->Digest(kLast)), test::kDigestOfHello);
+    EXPECT_EQ(Hex(entry->Digest(kLast - 1)), Hex(DigestOf("x")));
 }
 
 TEST(StoredEntry, PathOutsideAscii) {

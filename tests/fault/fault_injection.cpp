@@ -6,6 +6,8 @@
 #include <glob.h>
 #include <iconv.h>
 #include <mbedtls/ctr_drbg.h>
+#include <mbedtls/sha256.h>
+#include <mbedtls/version.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,6 +25,15 @@
 #define SEALKEEPER_NOTHROW noexcept
 #else
 #define SEALKEEPER_NOTHROW
+#endif
+
+// The functions that return a result lost their suffix in mbed TLS 3.
+#if MBEDTLS_VERSION_MAJOR < 3
+#define SEALKEEPER_RESULT(name) name##_ret
+#define SEALKEEPER_RESULT_TEXT(name) #name "_ret"
+#else
+#define SEALKEEPER_RESULT(name) name
+#define SEALKEEPER_RESULT_TEXT(name) #name
 #endif
 
 namespace sealkeeper::test {
@@ -204,6 +215,13 @@ ssize_t pread(int descriptor, void* data, size_t count, off_t offset) {
     constexpr off_t kChunkBytes = 4'194'304;
     static off_t failingOffset = -1;
     auto* real = Real<ssize_t(int, void*, size_t, off_t)>("pread");
+    if (Strikes(Call::ReadInterrupted)) {
+        errno = EINTR;
+        return -1;
+    }
+    if (Strikes(Call::ReadShort)) {
+        count = std::min(count, static_cast<size_t>(FaultOf(Call::ReadShort).value));
+    }
     const bool beginsChunk = offset % kChunkBytes == 0 && offset != failingOffset;
     if (beginsChunk && Strikes(Call::ReadChunk)) {
         failingOffset = offset + FaultOf(Call::ReadChunk).value;
@@ -220,6 +238,15 @@ ssize_t pread(int descriptor, void* data, size_t count, off_t offset) {
     }
     return read;
 }
+
+#ifdef POSIX_FADV_WILLNEED
+int posix_fadvise(int descriptor, off_t offset, off_t length, int advice) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Advise)) {
+        return ESPIPE;
+    }
+    return Real<int(int, off_t, off_t, int)>("posix_fadvise")(descriptor, offset, length, advice);
+}
+#endif
 
 // Strikes in the middle: the first half is written.
 size_t fwrite(const void* data, size_t size, size_t count, FILE* stream) {
@@ -293,6 +320,33 @@ int mbedtls_ctr_drbg_seed(mbedtls_ctr_drbg_context* context,
         return MBEDTLS_ERR_CTR_DRBG_ENTROPY_SOURCE_FAILED;
     }
     return Real<Seed>("mbedtls_ctr_drbg_seed")(context, entropy, source, custom, length);
+}
+
+int SEALKEEPER_RESULT(mbedtls_sha256)(const unsigned char* data, size_t size, unsigned char* digest,
+                                      int is224) {
+    const int result = Real<int(const unsigned char*, size_t, unsigned char*, int)>(
+        SEALKEEPER_RESULT_TEXT(mbedtls_sha256))(data, size, digest, is224);
+    return Strikes(Call::Sha256) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
+}
+
+int SEALKEEPER_RESULT(mbedtls_sha256_starts)(mbedtls_sha256_context* context, int is224) {
+    const int result = Real<int(mbedtls_sha256_context*, int)>(
+        SEALKEEPER_RESULT_TEXT(mbedtls_sha256_starts))(context, is224);
+    return Strikes(Call::Sha256Start) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
+}
+
+int SEALKEEPER_RESULT(mbedtls_sha256_update)(mbedtls_sha256_context* context,
+                                             const unsigned char* data, size_t size) {
+    const int result = Real<int(mbedtls_sha256_context*, const unsigned char*, size_t)>(
+        SEALKEEPER_RESULT_TEXT(mbedtls_sha256_update))(context, data, size);
+    return Strikes(Call::Sha256Update) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
+}
+
+int SEALKEEPER_RESULT(mbedtls_sha256_finish)(mbedtls_sha256_context* context,
+                                             unsigned char* digest) {
+    const int result = Real<int(mbedtls_sha256_context*, unsigned char*)>(
+        SEALKEEPER_RESULT_TEXT(mbedtls_sha256_finish))(context, digest);
+    return Strikes(Call::Sha256Finish) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
 }
 
 }  // extern "C"

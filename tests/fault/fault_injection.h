@@ -22,6 +22,11 @@ enum class Call {
     // The reading of a chunk, counted at its first byte, and the same with that byte changed.
     ReadChunk,
     ReadChunkBytes,
+    // Not failing, but interrupted by a signal, or delivering no more than some bytes.
+    ReadInterrupted,
+    ReadShort,
+    // The advice that bytes will be read.
+    Advise,
     Fwrite,
     Fflush,
     Fclose,
@@ -31,6 +36,11 @@ enum class Call {
     ScandirTypes,
     Glob,
     SeedGenerator,
+    // The digest is made all the same where there is one to make.
+    Sha256,
+    Sha256Start,
+    Sha256Update,
+    Sha256Finish,
     Allocation,
     Count
 };
@@ -42,7 +52,7 @@ class ScopedFault {
     // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
     // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
     // result of `glob`, the size that `fstat` reports, and the bytes that `fread`
-    // delivers.
+    // and `ReadShort` deliver.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);

@@ -97,7 +97,7 @@ TEST_F(FileVerificationFaults, ReadThatFailsOnceIsDoneAgainFromTheSamePlace) {
 TEST_F(FileVerificationFaults, EachChunkHasARetryOfItsOwn) {
     UseTwoChunks();
     for (const int delivered : {0, 3}) {
-        const ScopedFault fault(Call::ReadChunk, 0, Reach::Twice, delivered);
+        const ScopedFault fault(Call::ReadChunk, 0, Reach::EveryOther, delivered);
         EXPECT_EQ(Verify(NeverAsked), ResultCode::Ok);
         EXPECT_EQ(CallCount(Call::ReadChunk), 4U);
     }
@@ -108,7 +108,8 @@ TEST_F(FileVerificationFaults, ReadThatFailsTwiceIsAnError) {
         for (const int delivered : {0, 3}) {
             const ScopedFault fault(Call::ReadChunk, chunk, Reach::Onwards, delivered);
             EXPECT_EQ(Verify(AcceptEvery), kIoError) << chunk;
-            EXPECT_EQ(CallCount(Call::ReadChunk), kChunkCount + 1);
+            // The chunks behind it are not tried.
+            EXPECT_EQ(CallCount(Call::ReadChunk), chunk + 2);
         }
     }
 }
@@ -157,6 +158,23 @@ TEST_F(FileVerificationFaults, WrongBytesOfBothReadsAreAMismatch) {
     const ScopedFault fault(Call::ReadChunkBytes);
     EXPECT_EQ(Verify(), kHashMismatch);
     EXPECT_EQ(CallCount(Call::ReadChunkBytes), kChunkCount + 1);
+}
+
+// Even though the digest that came with the error is the right one.
+TEST_F(FileVerificationFaults, SecondReadingThatCannotBeHashedIsAMismatch) {
+    const ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
+    const ScopedFault hashing(Call::Sha256, 0, Reach::Once);
+    EXPECT_EQ(Verify(), kHashMismatch);
+    EXPECT_TRUE(hashing.Struck());
+}
+
+TEST_F(FileVerificationFaults, SecondReadingIsOfThePathGivenAndNotOfTheStoredOne) {
+    directory_.WriteFile("b", content_);
+    ChangeChunks({0});
+    const ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
+    CapturedOutput output;
+    EXPECT_EQ(entry_->VerifyCatalogueFile(L"b", NeverAsked, nullptr), ResultCode::Ok);
+    EXPECT_TRUE(bytes.Struck());
 }
 
 TEST_F(FileVerificationFaults, ChunkBehindOneReadAfreshIsNotCompared) {

@@ -2,10 +2,13 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "support/temp_directory.h"
 
@@ -64,6 +67,30 @@ TEST(FileDescriptor, OpensNothingThatIsNotThere) {
         EXPECT_FALSE(descriptor.OpenForReading(path)) << path;
         EXPECT_FALSE(descriptor.IsOpen()) << path;
     }
+}
+
+TEST(FileDescriptor, DuplicatesAnOpenOne) {
+    FileDescriptor descriptor;
+    EXPECT_FALSE(descriptor.Duplicate(-1));
+    EXPECT_FALSE(descriptor.IsOpen());
+    ASSERT_TRUE(descriptor.Duplicate(STDIN_FILENO));
+    EXPECT_NE(descriptor.Get(), STDIN_FILENO);
+    EXPECT_NE(fcntl(descriptor.Get(), F_GETFD) & FD_CLOEXEC, 0);
+}
+
+TEST(FileDescriptor, CountsTheFreeOnes) {
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    FileDescriptor lowestFree;
+    ASSERT_TRUE(lowestFree.Duplicate(STDIN_FILENO));
+    rlimit limited = before;
+    limited.rlim_cur = static_cast<rlim_t>(lowestFree.Get()) + 4;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limited), 0);
+    for (const std::size_t most : std::vector<std::size_t>{0, 1, 2, 3, 4, 100}) {
+        EXPECT_EQ(CountFreeDescriptors(most), std::min<std::size_t>(most, 3)) << most;
+    }
+    EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(CountFreeDescriptors(20), 20U);
 }
 
 }  // namespace

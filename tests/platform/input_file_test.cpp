@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -37,6 +40,21 @@ TEST(InputFile, DeliversLessAtTheEnd) {
     EXPECT_EQ(ReadText(file, 6, 5), "gh");
     EXPECT_EQ(ReadText(file, 8, 5), "");
     EXPECT_EQ(ReadText(file, 100, 5), "");
+}
+
+TEST(InputFile, ReadsBeyondPositionsOf32Bits) {
+    const TempDirectory directory;
+    for (const std::uint64_t offset : {0x7FFFFFFCU, 0xFFFFFFFCU}) {
+        const std::string path = directory.WriteFile("f", "");
+        // The bytes before are a hole, which takes no room.
+        std::filesystem::resize_file(path, offset);
+        std::ofstream(path, std::ios::app) << "abcdefgh";
+        InputFile file;
+        ASSERT_TRUE(file.Open(path));
+        EXPECT_EQ(ReadText(file, offset, 8), "abcdefgh") << offset;
+        EXPECT_EQ(ReadText(file, offset + 5, 8), "fgh") << offset;
+        EXPECT_EQ(file.Status().sizeBytes, static_cast<std::int64_t>(offset + 8));
+    }
 }
 
 TEST(InputFile, TellsWhatIsOpen) {

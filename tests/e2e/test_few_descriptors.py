@@ -1,0 +1,77 @@
+"""A process may be allowed few open files. The program opens files ahead only as far as that leaves room
+for what else it opens, so that nothing comes out differently."""
+
+import resource
+import subprocess
+import unittest
+
+import e2e_console as console
+from e2e_support import PRODUCT, TIMEOUT_SECONDS, EndToEndTest, Run, config
+
+# Standard streams, the file that is being checked, and its second reading or a table of the converter.
+LEAST = 6
+LIMITS = (LEAST, 7, 8, 12, 16, 24, 40, 64, 66, 68, 72, 80)
+
+
+class FewDescriptors(EndToEndTest):
+    def setUp(self) -> None:
+        super().setUp()
+        self.write("a.pak", bytes(5 * 4194304))
+        for number in range(90):
+            self.write(f"f{number:02}", b"x" * 5000)
+        # The converter is loaded for the first of them, late.
+        self.write("g\u00e9.dat", b"hello")
+        self.write("h\U0001f600.dat", b"hello")
+        self.config_file = self.write_config(config("exclude_paths = [\"Quorvane\"];"))
+
+    def run_with(self, limit: int, *arguments: object) -> Run:
+        command_line = [str(self.program), *map(str, arguments)]
+        finished = subprocess.run(
+            command_line,
+            cwd=self.directory,
+            stdin=subprocess.DEVNULL,
+            capture_output=True,
+            timeout=TIMEOUT_SECONDS,
+            check=False,
+            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_NOFILE, (limit, limit)),
+        )
+        self.assertEqual(finished.stderr, b"")
+        return Run(command_line, finished.returncode, console.without_dots(console.to_text(finished.stdout)))
+
+    def verify(self, limit: int) -> Run:
+        return self.run_with(limit, "-productid", PRODUCT, "verify", self.game)
+
+    def generate(self, limit: int) -> bytes:
+        run = self.run_with(limit, *self.generate_arguments(config_file=self.config_file))
+        self.assertEqual(run.status, 0, run.output)
+        return (self.output / "base.bin").read_bytes()
+
+    def test_generate_writes_the_same_catalogue(self) -> None:
+        expected = self.generate(1024)
+        self.assertEqual(self.stored_paths()[-2:], ["g\u00e9.dat", "h\U0001f600.dat"])
+        for limit in LIMITS:
+            with self.subTest(limit=limit):
+                self.assertEqual(self.generate(limit), expected)
+
+    def test_verify_gives_the_same_verdicts(self) -> None:
+        self.generate(1024)
+        sound = self.verify(1024)
+        self.assertEqual(sound.status, 0)
+        # Both differ on two readings: the second one needs a descriptor of its own.
+        self.write("a.pak", b"\x01" + bytes(5 * 4194304 - 1))
+        self.write("f33", b"y" * 5000)
+        damaged = self.verify(1024)
+        self.assertEqual(damaged.status, 26)
+        self.assertEqual(damaged.output.count("Failed to verify"), 2, damaged.output)
+        for limit in LIMITS:
+            with self.subTest(limit=limit):
+                self.assertEqual(self.verify(limit), damaged)
+        self.write("a.pak", bytes(5 * 4194304))
+        self.write("f33", b"x" * 5000)
+        for limit in LIMITS:
+            with self.subTest(limit=limit):
+                self.assertEqual(self.verify(limit), sound)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,134 @@
+#include "catalogue/file_hasher.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "catalogue/catalogue_format.h"
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/file_hashing.h"
+#include "fault/fault_injection.h"
+#include "platform/text_encoding.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Call;
+using test::CallCount;
+using test::TempDirectory;
+
+TEST(FileHasherFaults, FileThatIsGivenUpIsNotReadToItsEnd) {
+    constexpr std::size_t kChunkCount = 20;
+    const TempDirectory directory;
+    const std::vector<std::string> paths = {directory.WriteFile("long", ""),
+                                            directory.WriteFile("short", "hello")};
+    std::filesystem::resize_file(paths[0], kChunkCount * kChunkBytes);
+    FileHasher hasher(paths.size(),
+                      [&](std::size_t index) { return OpenFileToHash(Utf8ToWide(paths[index])); });
+    test::ResetCallCount(Call::ReadChunk);
+    EXPECT_EQ(hasher.NextFile().chunkCount, kChunkCount);
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    EXPECT_EQ(hasher.NextFile().chunkCount, 1U);
+    EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+    EXPECT_LT(CallCount(Call::ReadChunk), kChunkCount);
+}
+
+TEST(FileHasherFaults, FileWithoutChunksIsNotRead) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    FileHasher hasher(3, [&](std::size_t index) {
+        FileToHash file = OpenFileToHash(path);
+        file.chunkCount = index == 1 ? 0 : 1;
+        return file;
+    });
+    test::ResetCallCount(Call::ReadChunk);
+    for (const std::uint64_t chunkCount : std::vector<std::uint64_t>{1, 0, 1}) {
+        ASSERT_EQ(hasher.NextFile().chunkCount, chunkCount);
+        if (chunkCount > 0) {
+            EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+        }
+    }
+    EXPECT_EQ(CallCount(Call::ReadChunk), 2U);
+}
+
+TEST(FileHasherFaults, ChunkThatCannotBeReadStopsTheReadingOfItsFile) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    FileHasher hasher(1, [&](std::size_t /*index*/) {
+        FileToHash file = OpenFileToHash(path);
+        file.chunkCount = 200;
+        file.sizeBytes = file.chunkCount * kChunkBytes;
+        return file;
+    });
+    test::ResetCallCount(Call::ReadChunk);
+    static_cast<void>(hasher.NextFile());
+    for (std::size_t asked = 1; asked <= 5; ++asked) {
+        EXPECT_FALSE(hasher.NextDigest().isRead);
+        EXPECT_EQ(CallCount(Call::ReadChunk), asked);
+    }
+}
+
+// The other systems' advice cannot be counted here.
+#ifdef POSIX_FADV_WILLNEED
+
+TEST(FileHasherFaults, TellsTheSystemOfTheFilesAhead) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    FileHasher hasher(10, [&](std::size_t /*index*/) { return OpenFileToHash(path); });
+    test::ResetCallCount(Call::Advise);
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    EXPECT_EQ(CallCount(Call::Advise), 10U);
+}
+
+TEST(FileHasherFaults, TellsTheSystemOfTheChunksAheadButNotOfAll) {
+    constexpr std::size_t kChunkCount = 30;
+    constexpr std::size_t kAdvicesOfAChunk = 16;
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("long", "");
+    std::filesystem::resize_file(path, kChunkCount * kChunkBytes);
+    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFileToHash(Utf8ToWide(path)); });
+    test::ResetCallCount(Call::Advise);
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    // Those that are being hashed and as many again.
+    EXPECT_GE(CallCount(Call::Advise), 2 * kMaxSha256Streams * kAdvicesOfAChunk);
+    EXPECT_LE(CallCount(Call::Advise), 4 * kMaxSha256Streams * kAdvicesOfAChunk);
+    for (std::size_t chunk = 1; chunk < kChunkCount; ++chunk) {
+        EXPECT_TRUE(hasher.NextDigest().isRead);
+    }
+    EXPECT_EQ(CallCount(Call::Advise), kChunkCount * kAdvicesOfAChunk);
+}
+
+TEST(FileHasherFaults, AdviceThatIsRefusedChangesNothing) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    const test::ScopedFault fault(Call::Advise);
+    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFileToHash(path); });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+    EXPECT_TRUE(fault.Struck());
+}
+
+#endif
+
+TEST(FileHasherFaults, FileOfANegativeSizeHasNoBytes) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    const test::ScopedFault fault(Call::Fstat, 0, test::ScopedFault::Reach::Once, -1);
+    const FileToHash file = OpenFileToHash(path);
+    EXPECT_TRUE(fault.Struck());
+    ASSERT_NE(file.reader, nullptr);
+    EXPECT_EQ(file.status.sizeBytes, -1);
+    EXPECT_EQ(file.sizeBytes, 0U);
+    EXPECT_EQ(file.chunkCount, 0U);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,62 @@
+#include "platform/input_file.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "fault/fault_injection.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::Call;
+using test::ScopedFault;
+using test::TempDirectory;
+using Reach = ScopedFault::Reach;
+
+// A file of eight bytes.
+class InputFileFaults : public testing::Test {
+  protected:
+    InputFileFaults() { EXPECT_TRUE(file_.Open(directory_.WriteFile("f", "abcdefgh"))); }
+
+    [[nodiscard]] std::string ReadText(std::uint64_t offset, std::size_t size) const {
+        std::vector<std::uint8_t> bytes(size);
+        bytes.resize(file_.ReadAt(offset, bytes));
+        return {bytes.begin(), bytes.end()};
+    }
+
+    TempDirectory directory_;
+    InputFile file_;
+};
+
+TEST_F(InputFileFaults, InterruptedReadIsDoneAgain) {
+    const ScopedFault fault(Call::ReadInterrupted, 0, Reach::Twice);
+    EXPECT_EQ(ReadText(1, 7), "bcdefgh");
+    EXPECT_TRUE(fault.Struck());
+}
+
+TEST_F(InputFileFaults, ShortReadGoesOnWhereItStopped) {
+    const ScopedFault fault(Call::ReadShort, 0, Reach::Onwards, 3);
+    EXPECT_EQ(ReadText(0, 8), "abcdefgh");
+    EXPECT_EQ(ReadText(5, 8), "fgh");
+    EXPECT_TRUE(fault.Struck());
+}
+
+TEST_F(InputFileFaults, ReadThatIsShortAndThenInterruptedGoesOn) {
+    const ScopedFault brief(Call::ReadShort, 0, Reach::Once, 3);
+    const ScopedFault interrupted(Call::ReadInterrupted, 1, Reach::Once);
+    EXPECT_EQ(ReadText(0, 8), "abcdefgh");
+    EXPECT_TRUE(interrupted.Struck());
+}
+
+// The error of the interruption is what was left when the end is found.
+TEST_F(InputFileFaults, InterruptedReadEndsWhereTheFileDoes) {
+    const ScopedFault fault(Call::ReadInterrupted, 0, Reach::Once);
+    EXPECT_EQ(ReadText(6, 5), "gh");
+    EXPECT_TRUE(fault.Struck());
+}
+
+}  // namespace
+}  // namespace sealkeeper
