@@ -14,7 +14,7 @@
 namespace sealkeeper {
 namespace {
 
-void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes) {
+void AppendRecord(const CatalogueEntry& entry, LzwCompressor& compressor) {
     std::array<std::uint8_t, entry_record::kFixedBytes> fixed{};
     const std::span<std::uint8_t> record(fixed);
     StoreLittleEndian(entry.fileSizeBytes, record.subspan(entry_record::kFileSizeOffset));
@@ -25,9 +25,9 @@ void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes)
     }
     StoreLittleEndian(static_cast<std::uint32_t>(entry.digests.size()),
                       record.subspan(entry_record::kDigestCountOffset));
-    bytes.insert(bytes.end(), fixed.begin(), fixed.end());
+    compressor.Append(fixed);
     for (const Sha256Digest& digest : entry.digests) {
-        bytes.insert(bytes.end(), digest.begin(), digest.end());
+        compressor.Append(digest);
     }
 }
 
@@ -49,8 +49,8 @@ void StoreHeader(std::span<std::uint8_t> image, std::size_t crlLength, const Ent
     StoreLittleEndian(header::kFormatVersion, image.subspan(header::kFormatVersionOffset));
     StoreLittleEndian(header::kSignatureLayout, image.subspan(header::kSignatureLayoutOffset));
     storeLength(crlLength, header::kCrlLengthOffset);
-    storeLength(image.size() - header::kSizeBytes - crlLength, header::kCompressedLengthOffset);
-    storeLength(block.bytes.size(), header::kRawLengthOffset);
+    storeLength(block.compressed.size(), header::kCompressedLengthOffset);
+    storeLength(block.uncompressedBytes, header::kRawLengthOffset);
     storeLength(block.entryCount, header::kEntryCountOffset);
 }
 
@@ -69,8 +69,7 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block) {
-    // Most files have one chunk. Growing step by step would need the old room and the new at once.
-    block.bytes.reserve(files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
+    LzwCompressor compressor(block.compressed);
     FileHasher hasher(files.size(),
                       [&files](std::size_t index) { return OpenCollectedFile(files[index]); });
     CatalogueEntry entry;
@@ -82,14 +81,17 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
         if (const ResultCode code = ApplyPathAlias(aliases, entry); code != ResultCode::Ok) {
             return code;
         }
-        AppendRecord(entry, block.bytes);
+        AppendRecord(entry, compressor);
+        block.uncompressedBytes +=
+            entry_record::kFixedBytes + entry.digests.size() * entry_record::kDigestBytes;
         ++block.entryCount;
         if (const ResultCode code = RequireStorable(
-                block.bytes.size(), "Too large for the catalogue: the entry block.\n");
+                block.uncompressedBytes, "Too large for the catalogue: the entry block.\n");
             code != ResultCode::Ok) {
             return code;
         }
     }
+    compressor.Finish();
     return ResultCode::Ok;
 }
 
@@ -102,16 +104,16 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
         code != ResultCode::Ok) {
         return code;
     }
-    image.assign(catalogue_header::kSizeBytes, 0);
-    image.insert(image.end(), crlBlock.begin(), crlBlock.end());
-    CompressLzw(block.bytes, image);
-    const std::size_t compressedLength =
-        image.size() - catalogue_header::kSizeBytes - crlBlock.size();
     if (const ResultCode code = RequireStorable(
-            compressedLength, "Too large for the catalogue: the compressed entry block.\n");
+            block.compressed.size(), "Too large for the catalogue: the compressed entry block.\n");
         code != ResultCode::Ok) {
         return code;
     }
+    // At once: growing step by step would need the old room and the new.
+    image.assign(catalogue_header::kSizeBytes + crlBlock.size() + block.compressed.size(), 0);
+    const auto body = image.begin() + catalogue_header::kSizeBytes;
+    std::copy(block.compressed.begin(), block.compressed.end(),
+              std::copy(crlBlock.begin(), crlBlock.end(), body));
     StoreHeader(image, crlBlock.size(), block);
     return SignImage(privateKey, image);
 }

@@ -15,18 +15,21 @@
 
 namespace sealkeeper {
 
-// The uncompressed entry block: the records of all files, one after the other.
+// The entry block: the records of all files, one after the other, compressed.
 struct EntryBlock {
-    std::vector<std::uint8_t> bytes;
+    std::vector<std::uint8_t> compressed;
+    std::size_t uncompressedBytes = 0;
     std::size_t entryCount = 0;
 };
 
-// Hashes `files` in the order given and appends their records to `block`. The first failure ends
-// it.
+// Hashes `files`, of which there is at least one, in the order given and puts their records into
+// `block`, which is empty. Only the compressed form is ever in memory. The first failure ends it;
+// `CatalogueError`, logged, when the uncompressed block has more bytes than a 32-bit field can
+// tell. `block` is then incomplete.
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block);
 
-// Builds the signed file: header, `crlBlock` as it stands, compressed `block`. `CatalogueError`,
+// Builds the signed file: header, `crlBlock` as it stands, `block`. `CatalogueError`,
 // logged, when a length or a count does not fit its 32-bit field; the signing error when signing
 // fails.
 ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,

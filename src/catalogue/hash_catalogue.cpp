@@ -23,7 +23,7 @@ ResultCode WriteCatalogueOf(std::vector<std::wstring> files, const AliasMap& ali
     if (const ResultCode code = BuildEntryBlock(files, aliases, block); code != ResultCode::Ok) {
         return code;
     }
-    // With many files the list takes a third of what the block does; it makes room for the image.
+    // With many files the list takes more than the block; it makes room for the image.
     files.clear();
     files.shrink_to_fit();
     std::vector<std::uint8_t> image;

@@ -6,7 +6,6 @@
 #include <cstring>
 
 #include "catalogue/lzw_format.h"
-#include "platform/large_pages.h"
 
 namespace sealkeeper {
 namespace {
@@ -99,24 +98,32 @@ class CompressorDictionary {
     std::size_t longestZeros_ = 1;
 };
 
-class Compressor {
-  public:
-    Compressor(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output)
-        : next_(input.data()), end_(input.data() + input.size()), writer_(output) {}
+}  // namespace
 
-    void Run() {
-        while (next_ != end_) {
-            if (*next_ == 0 && StartsManyZeros()) {
-                MatchZeros();
-            } else {
-                matched_ = *next_++;
-            }
-            MatchOn();
-            writer_.Write(matched_);
-            if (next_ != end_) {
-                dictionary_.Add(matched_, *next_);
-            }
+// Finds the longest strings of the dictionary in the input and writes their codes.
+class LzwCompressor::Matcher {
+  public:
+    explicit Matcher(std::vector<std::uint8_t>& output) : writer_(output) {}
+
+    void Append(std::span<const std::uint8_t> input) {
+        next_ = input.data();
+        end_ = next_ + input.size();
+        if (next_ == end_) {
+            return;
         }
+        if (!hasMatch_) {
+            StartMatch();
+            hasMatch_ = true;
+        }
+        for (MatchOn(); next_ != end_; MatchOn()) {
+            writer_.Write(matched_);
+            dictionary_.Add(matched_, *next_);
+            StartMatch();
+        }
+    }
+
+    void Finish() {
+        writer_.Write(matched_);
         writer_.Finish();
     }
 
@@ -135,6 +142,14 @@ class Compressor {
     }
 
     [[nodiscard]] bool StartsManyZeros() const { return StartsWord(next_) && WordAt(next_) == 0; }
+
+    void StartMatch() {
+        if (*next_ == 0 && StartsManyZeros()) {
+            MatchZeros();
+        } else {
+            matched_ = *next_++;
+        }
+    }
 
     // Takes all zero bytes from here on; the last ones that have a string stay matched.
     void MatchZeros() {
@@ -167,23 +182,28 @@ class Compressor {
         }
     }
 
-    const std::uint8_t* next_;
-    const std::uint8_t* end_;
+    const std::uint8_t* next_ = nullptr;
+    const std::uint8_t* end_ = nullptr;
     CodeWriter writer_;
     CompressorDictionary dictionary_;
+    bool hasMatch_ = false;
+    // The code of the string that the input so far ends in and no code was written for.
     std::uint16_t matched_ = 0;
 };
 
-}  // namespace
-
-void CompressLzw(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output) {
-    // An entry block becomes smaller than half of it unless most of it is digests.
-    const std::size_t before = output.size();
-    const std::size_t expected = lzw::kPrefix.size() + input.size() / 2;
-    output.reserve(before + expected);
-    PreferLargePages(output.data() + before, expected);
+LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output) {
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
-    Compressor(input, output).Run();
+    matcher_ = std::make_unique<Matcher>(output);
+}
+
+LzwCompressor::~LzwCompressor() = default;
+
+void LzwCompressor::Append(std::span<const std::uint8_t> input) {
+    matcher_->Append(input);
+}
+
+void LzwCompressor::Finish() {
+    matcher_->Finish();
 }
 
 }  // namespace sealkeeper

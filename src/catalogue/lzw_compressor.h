@@ -3,13 +3,30 @@
 #define SEALKEEPER_CATALOGUE_LZW_COMPRESSOR_H
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
 namespace sealkeeper {
 
-// Appends the compressed form of `input`, which is not empty, to `output`.
-void CompressLzw(std::span<const std::uint8_t> input, std::vector<std::uint8_t>& output);
+class LzwCompressor {
+  public:
+    // Appends to `output`, which is nobody else's until `Finish`.
+    explicit LzwCompressor(std::vector<std::uint8_t>& output);
+    LzwCompressor(const LzwCompressor&) = delete;
+    LzwCompressor& operator=(const LzwCompressor&) = delete;
+    ~LzwCompressor();
+
+    // Takes in more bytes. How they are divided over calls makes no difference.
+    void Append(std::span<const std::uint8_t> input);
+
+    // Ends the compressed form of what was appended, which is at least one byte. Once.
+    void Finish();
+
+  private:
+    class Matcher;
+    std::unique_ptr<Matcher> matcher_;
+};
 
 }  // namespace sealkeeper
 

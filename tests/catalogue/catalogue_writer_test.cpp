@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
+#include "catalogue/lzw_decompressor.h"
 #include "platform/text_encoding.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
@@ -36,6 +37,13 @@ using test::WithoutProgressDots;
 
 using Bytes = std::vector<std::uint8_t>;
 
+Bytes RecordsIn(const EntryBlock& block) {
+    Bytes records;
+    EXPECT_TRUE(DecompressLzw(block.compressed, block.uncompressedBytes, records));
+    EXPECT_EQ(records.size(), block.uncompressedBytes);
+    return records;
+}
+
 TEST(CatalogueWriter, RecordOfOneFile) {
     const TempDirectory directory;
     const ScopedCurrentDirectory here(directory.Path());
@@ -43,8 +51,9 @@ TEST(CatalogueWriter, RecordOfOneFile) {
     EntryBlock block;
     EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, block), ResultCode::Ok);
     EXPECT_EQ(block.entryCount, 1U);
-    ASSERT_EQ(block.bytes.size(), 560U);
-    const std::span<const std::uint8_t> record(block.bytes);
+    const Bytes records = RecordsIn(block);
+    ASSERT_EQ(records.size(), 560U);
+    const std::span<const std::uint8_t> record(records);
     EXPECT_EQ(Hex(record.first(12)), "050000000000000004000000");
     EXPECT_EQ(Hex(record.subspan(12, 18)), "620069006e002f0061002e00640061007400");
     EXPECT_TRUE(IsAllZero(record.subspan(30, 494)));
@@ -63,8 +72,9 @@ TEST(CatalogueWriter, RecordsFollowEachOtherWithoutAGap) {
     EXPECT_EQ(WithoutProgressDots(output.Take()),
               "[Info] Hashing a...\n[Warn] [Warning] Empty file: 'b'.\n[Info] Hashing c...\n");
     EXPECT_EQ(block.entryCount, 3U);
-    ASSERT_EQ(block.bytes.size(), 560U + 528U + 560U);
-    const std::span<const std::uint8_t> bytes(block.bytes);
+    const Bytes records = RecordsIn(block);
+    ASSERT_EQ(records.size(), 560U + 528U + 560U);
+    const std::span<const std::uint8_t> bytes(records);
     EXPECT_EQ(Hex(bytes.subspan(560, 16)), "00000000000000000000000062000000");
     EXPECT_TRUE(IsAllZero(bytes.subspan(574, 514)));
     EXPECT_EQ(Hex(bytes.subspan(1088, 18)), "050000000000000000000000640000000000");
@@ -165,9 +175,9 @@ TEST(CatalogueWriter, SigningFailureIsPassedOnInSilence) {
     MakeUnusableKey(key);
     Bytes image;
     CapturedOutput output;
-    EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, {BytesOf("x"), 1}, image),
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, EntryBlock{BytesOf("x"), 1, 1}, image),
               ResultCode::MbedTlsGenericError);
-    EXPECT_EQ(BuildCatalogueImage(nullptr, {}, {BytesOf("x"), 1}, image),
+    EXPECT_EQ(BuildCatalogueImage(nullptr, {}, EntryBlock{BytesOf("x"), 1, 1}, image),
               ResultCode::MbedTlsRandNumGenError);
     EXPECT_EQ(output.Take(), "");
 }
@@ -226,7 +236,7 @@ TEST(CatalogueWriter, RejectsARevocationListBeyondItsLengthField) {
     PrivateKey key;
     std::vector<std::uint8_t> image;
     CapturedOutput output;
-    EXPECT_EQ(BuildCatalogueImage(key.Get(), list.View(), EntryBlock{{0}, 1}, image),
+    EXPECT_EQ(BuildCatalogueImage(key.Get(), list.View(), EntryBlock{{0}, 1, 1}, image),
               ResultCode::CatalogueError);
     EXPECT_EQ(output.Take(),
               "[Err!] Too large for the catalogue: the certificate revocation list.\n");

@@ -68,8 +68,7 @@ TEST(HostileCatalogue, EveryTruncationOfTheEntryBlockIsInvalid) {
 }
 
 TEST(HostileCatalogue, EveryTruncationOfTheCompressedBlockIsInvalid) {
-    Bytes compressed;
-    CompressLzw(RecordOfFile(u"a", "hello"), compressed);
+    const Bytes compressed = test::Compressed(RecordOfFile(u"a", "hello"));
     for (std::size_t size = 0; size < compressed.size(); ++size) {
         const Bytes some(compressed.begin(),
                          compressed.begin() + static_cast<std::ptrdiff_t>(size));

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -14,16 +16,11 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 using test::BytesOf;
+using test::Compressed;
 using test::Hex;
 using test::Sha256Hex;
 
 // Every expected value here was made with tests/independent/fixed_width_lzw.py.
-
-Bytes Compressed(const Bytes& input) {
-    Bytes output;
-    CompressLzw(input, output);
-    return output;
-}
 
 // The high bytes of a linear congruential generator, ANSI C's example of `rand`.
 Bytes PseudoRandom(std::size_t count, std::uint32_t mask) {
@@ -165,8 +162,29 @@ TEST(LzwCompressor, BytesThatGrow) {
 
 TEST(LzwCompressor, AppendsToWhatTheBufferHolds) {
     Bytes output = {1, 2};
-    CompressLzw(BytesOf("A"), output);
+    LzwCompressor compressor(output);
+    compressor.Append(BytesOf("A"));
+    compressor.Finish();
     EXPECT_EQ(Hex(output), "01021f9d8c4100");
+}
+
+// Cut in places that are no record's: within a string, within a run of zeros, with nothing between.
+TEST(LzwCompressor, ItMakesNoDifferenceHowTheInputIsCut) {
+    Bytes input = test::RecordLikeBytes(40'000);
+    input.insert(input.begin(), 5'000, 0);
+    input.insert(input.end(), 3'000, 0);
+    const Bytes expected = Compressed(input);
+    for (const std::size_t pieceBytes : std::vector<std::size_t>{1, 2, 7, 8, 9, 33, 528, 4'999}) {
+        Bytes output;
+        LzwCompressor compressor(output);
+        for (std::size_t start = 0; start < input.size(); start += pieceBytes) {
+            compressor.Append({});
+            compressor.Append(
+                std::span(input).subspan(start, std::min(pieceBytes, input.size() - start)));
+        }
+        compressor.Finish();
+        EXPECT_EQ(output, expected) << pieceBytes;
+    }
 }
 
 }  // namespace

@@ -78,9 +78,7 @@ TEST(LzwDecompressor, GivesBackWhatWasCompressed) {
     cases.push_back({"zeros that end in the longest string", Bytes(7'370'880 + 20 * 3'839, 0)});
     cases.push_back({"10 MB of records", test::RecordLikeBytes(10'000'000)});
     for (const RoundTrip& given : cases) {
-        Bytes compressed;
-        CompressLzw(given.bytes, compressed);
-        EXPECT_TRUE(Decompressed(compressed) == given.bytes) << given.name;
+        EXPECT_TRUE(Decompressed(test::Compressed(given.bytes)) == given.bytes) << given.name;
     }
 }
 
@@ -204,8 +202,7 @@ TEST(LzwDecompressor, BitsBehindTheLastWholeCodeAreNotLookedAt) {
 
 TEST(LzwDecompressor, EveryTruncationGivesTheFirstBytes) {
     const std::string text = "she sells sea shells by the sea shore";
-    Bytes whole;
-    CompressLzw(BytesOf(text), whole);
+    const Bytes whole = test::Compressed(BytesOf(text));
     for (std::size_t size = 3; size < whole.size(); ++size) {
         const std::string some =
             TextOf(Bytes(whole.begin(), whole.begin() + static_cast<int>(size)));

@@ -8,7 +8,18 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/lzw_compressor.h"
+
 namespace sealkeeper::test {
+
+// The compressed form of `bytes`, which are not none.
+[[nodiscard]] inline std::vector<std::uint8_t> Compressed(const std::vector<std::uint8_t>& bytes) {
+    std::vector<std::uint8_t> output;
+    LzwCompressor compressor(output);
+    compressor.Append(bytes);
+    compressor.Finish();
+    return output;
+}
 
 // The container with `flags` and the codes, each `width` bits wide, least-significant bit first;
 // the last byte is filled with zero bits.

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_signature.h"
-#include "catalogue/lzw_compressor.h"
+#include "catalogue/lzw_test_support.h"
 #include "catalogue/stored_entry.h"
 #include "platform/little_endian.h"
 #include "runtime/mbedtls_contexts.h"
@@ -101,11 +101,7 @@ void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {
 [[nodiscard]] inline Bytes CatalogueOf(const Bytes& raw, std::uint32_t entryCount,
                                        const Bytes& crl = {}) {
     // The compressor is for at least one byte.
-    Bytes compressed = {0x1F, 0x9D, 0x8C};
-    if (!raw.empty()) {
-        compressed.clear();
-        CompressLzw(raw, compressed);
-    }
+    const Bytes compressed = raw.empty() ? Bytes{0x1F, 0x9D, 0x8C} : Compressed(raw);
     return CatalogueOfCompressed(compressed, entryCount, crl);
 }
 
