@@ -1,6 +1,7 @@
 #include "catalogue/catalogue_reader.h"
 
 #include <cstddef>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -59,10 +60,18 @@ std::optional<std::span<const std::uint8_t>> TakeRecord(std::span<const std::uin
     return record;
 }
 
+// The entries of a catalogue and what they view, which they own together: with an owner for each of
+// them, small files would take a quarter more memory.
+struct SharedEntries {
+    std::vector<std::uint8_t> block;
+    // A deque, so that references to its elements last.
+    std::deque<StoredEntry> entries;
+};
+
 // What the block holds behind its last record is not looked at.
-ResultCode ReadEntries(const SharedEntryBlock& block, std::uint32_t entryCount,
+ResultCode ReadEntries(const std::shared_ptr<SharedEntries>& shared, std::uint32_t entryCount,
                        EntryList& entries) {
-    std::span<const std::uint8_t> unread(*block);
+    std::span<const std::uint8_t> unread(shared->block);
     // The block is known to have room for so many.
     entries.reserve(entryCount);
     for (std::uint32_t i = 0; i < entryCount; ++i) {
@@ -70,7 +79,7 @@ ResultCode ReadEntries(const SharedEntryBlock& block, std::uint32_t entryCount,
         if (!record) {
             return ResultCode::FileInvalid;
         }
-        entries.push_back(std::make_shared<StoredEntry>(block, *record));
+        entries.emplace_back(shared, &shared->entries.emplace_back(*record));
     }
     return ResultCode::Ok;
 }
@@ -79,12 +88,12 @@ ResultCode ReadBody(std::span<const std::uint8_t> file, const Header& header,
                     ParsedCatalogue& catalogue) {
     const auto body = file.subspan(catalogue_header::kSizeBytes);
     const std::uint64_t minimumBytes = std::uint64_t{header.entryCount} * entry_record::kFixedBytes;
-    auto block = std::make_shared<std::vector<std::uint8_t>>();
-    if (!DecompressLzw(body.last(header.compressedLength), minimumBytes, *block)) {
+    const auto shared = std::make_shared<SharedEntries>();
+    if (!DecompressLzw(body.last(header.compressedLength), minimumBytes, shared->block)) {
         return ResultCode::FileInvalid;
     }
     EntryList entries;
-    if (const ResultCode code = ReadEntries(std::move(block), header.entryCount, entries);
+    if (const ResultCode code = ReadEntries(shared, header.entryCount, entries);
         code != ResultCode::Ok) {
         return code;
     }

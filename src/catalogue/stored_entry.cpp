@@ -1,16 +1,13 @@
 #include "catalogue/stored_entry.h"
 
-#include <utility>
-
 #include "catalogue/catalogue_format.h"
 #include "platform/little_endian.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
 
-StoredEntry::StoredEntry(SharedEntryBlock block, std::span<const std::uint8_t> record,
-                         CheckExtent extent)
-    : block_(std::move(block)), record_(record), extent_(extent) {}
+StoredEntry::StoredEntry(std::span<const std::uint8_t> record, CheckExtent extent)
+    : record_(record), extent_(extent) {}
 
 std::uint64_t StoredEntry::FileSizeBytes() const {
     return LoadLittleEndian<std::uint64_t>(record_.subspan(entry_record::kFileSizeOffset));

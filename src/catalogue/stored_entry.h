@@ -23,17 +23,14 @@ class StoredEntry;
 using MismatchHandler = bool (*)(const StoredEntry& entry, std::uint64_t positionBytes,
                                  void* context);
 
-// The decompressed entry block, which the entries of a catalogue share and keep alive.
-using SharedEntryBlock = std::shared_ptr<const std::vector<std::uint8_t>>;
-
-// A view of one record of an entry block. Never changes.
+// A view of one record of an entry block, which must outlive it. Never changes.
 class StoredEntry {
   public:
     enum class CheckExtent { SizeAndChunks, SizeOnly };
 
-    // `record` lies in `block` and is as long as its number of digests makes it.
-    StoredEntry(SharedEntryBlock block, std::span<const std::uint8_t> record,
-                CheckExtent extent = CheckExtent::SizeAndChunks);
+    // `record` is as long as its number of digests makes it.
+    explicit StoredEntry(std::span<const std::uint8_t> record,
+                         CheckExtent extent = CheckExtent::SizeAndChunks);
     StoredEntry(const StoredEntry&) = delete;
     StoredEntry& operator=(const StoredEntry&) = delete;
     virtual ~StoredEntry() = default;
@@ -68,12 +65,12 @@ class StoredEntry {
     [[nodiscard]] std::span<const std::uint8_t, kSha256Bytes> Digest(std::uint32_t index) const;
 
   private:
-    SharedEntryBlock block_;
     std::span<const std::uint8_t> record_;
     CheckExtent extent_;
 };
 
-// The entries of a catalogue, in file order.
+// The entries of a catalogue, in file order. Each keeps what it views alive, and with it all of its
+// catalogue.
 using EntryList = std::vector<std::shared_ptr<const StoredEntry>>;
 
 }  // namespace sealkeeper

@@ -79,8 +79,14 @@ void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {
 [[nodiscard]] inline std::shared_ptr<const StoredEntry> EntryOf(
     const Bytes& record,
     StoredEntry::CheckExtent extent = StoredEntry::CheckExtent::SizeAndChunks) {
-    const auto block = std::make_shared<Bytes>(record);
-    return std::make_shared<StoredEntry>(block, std::span<const std::uint8_t>(*block), extent);
+    struct OwnedEntry {
+        OwnedEntry(const Bytes& bytes, StoredEntry::CheckExtent checked)
+            : block(bytes), entry(block, checked) {}
+        Bytes block;
+        StoredEntry entry;
+    };
+    const auto owned = std::make_shared<OwnedEntry>(record, extent);
+    return {owned, &owned->entry};
 }
 
 // An unsigned catalogue around `compressed`, whatever that is.

@@ -67,16 +67,5 @@ TEST(StoredEntry, PathIsGivenAsItStands) {
     EXPECT_EQ(EntryOf(RecordOf(0, u"./../a\\b//C", {}))->Path(), L"./../a\\b//C");
 }
 
-TEST(StoredEntry, KeepsItsBlockAlive) {
-    auto block = std::make_shared<const Bytes>(RecordOf(5, u"a", {DigestOf("hello")}));
-    const std::weak_ptr<const Bytes> watched = block;
-    auto entry = std::make_shared<const StoredEntry>(block, std::span(*block));
-    block.reset();
-    EXPECT_FALSE(watched.expired());
-    EXPECT_EQ(Hex(entry->Digest(0)), test::kDigestOfHello);
-    entry.reset();
-    EXPECT_TRUE(watched.expired());
-}
-
 }  // namespace
 }  // namespace sealkeeper
