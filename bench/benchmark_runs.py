@@ -4,10 +4,11 @@ import re
 import shutil
 import subprocess
 from dataclasses import dataclass, field
+from functools import partial
 from pathlib import Path
-from typing import Dict, List
+from typing import Callable, Dict, List
 
-from measure import Command, Times, run
+from measure import Command, Times, rotated, run
 from tree_runs import say
 
 COMPRESS = "compress"
@@ -77,9 +78,12 @@ def run_lzw(build: Path, scratch: Path, rounds: int) -> LzwResult:
         run(commands[1], back)
         if back.read_bytes() != block.read_bytes():
             raise RuntimeError("compress did not give its input back")
-    for number in range(1, rounds + 1):
-        say(f"lzw: round {number} of {rounds}")
-        add_own_round(build, result)
-        for command in commands:
-            run(command, Path("/dev/null"), result.peer.setdefault(command.name, Times()))
+    steps: List[Callable[[], None]] = [partial(add_own_round, build, result)]
+    for command in commands:
+        times = result.peer.setdefault(command.name, Times())
+        steps.append(partial(run, command, Path("/dev/null"), times))
+    for number in range(rounds):
+        say(f"lzw: round {number + 1} of {rounds}")
+        for step in rotated(steps, number):
+            step()
     return result

@@ -13,17 +13,24 @@ from typing import List
 
 import report
 from benchmark_runs import run_benchmark, run_lzw
+from cold_runs import run_cold
 from machine import describe
 from make_tree import GIB, MIB
 from measure import CommandFailed
 from tree_runs import Place, TreeResult, run_tree, say
 
 TREES = ("one", "mixed", "small")
-PARTS = ("kernels", "conversions", "lzw", *TREES, "scaling")
+COLD_TREES = ("small-2000", f"bytes-{512 * MIB}")
+PARTS = ("kernels", "conversions", "lzw", *TREES, "cold", "scaling")
 
 FILE_COUNTS = (1, 1000, 10_000, 100_000)
 MANY_FILES = 1_000_000
+# Trees of as many files that differ from the others.
+OTHER_FILES = ("deep", "larger")
+OTHER_FILES_COUNT = 100_000
 FILE_SIZES = (256 * MIB, GIB, 4 * GIB)
+
+MEMORY_EXCEEDED = 3
 
 
 def parse_options() -> argparse.Namespace:
@@ -49,18 +56,24 @@ def parse_options() -> argparse.Namespace:
     return options
 
 
-def compare_scaling(place: Place, options: argparse.Namespace) -> None:
+def compare_scaling(place: Place, options: argparse.Namespace) -> List[TreeResult]:
     def measure(trees: List[str], scale: float) -> List[TreeResult]:
         return [run_tree(place, tree, scale, options.rounds, with_peers=False) for tree in trees]
 
     counts = [*FILE_COUNTS, MANY_FILES] if options.million else [*FILE_COUNTS]
     # The first is one file, whatever the scale.
     counts = [max(1, int(count * options.scale)) for count in counts]
-    report.print_per_file(measure([f"files-{count}" for count in sorted(set(counts))], 1.0))
-    report.print_per_byte(measure([f"bytes-{size}" for size in FILE_SIZES], options.scale))
+    other_count = max(1, int(OTHER_FILES_COUNT * options.scale))
+    per_file = measure([*(f"files-{count}" for count in sorted(set(counts))),
+                        *(f"{kind}-{other_count}" for kind in OTHER_FILES)], 1.0)
+    report.print_per_file(per_file)
+    per_byte = measure([f"bytes-{size}" for size in FILE_SIZES], options.scale)
+    report.print_per_byte(per_byte)
+    return per_file + per_byte
 
 
-def compare(options: argparse.Namespace, place: Place) -> None:
+def compare(options: argparse.Namespace, place: Place) -> List[TreeResult]:
+    """Returns the results that tell memory."""
     parts = options.only or PARTS
     print("## Machine\n\n" + describe(options.build_dir, options.rounds) + "\n")
     if options.scale != 1:
@@ -80,8 +93,10 @@ def compare(options: argparse.Namespace, place: Place) -> None:
         report.print_tree(trees[-1])
     if trees:
         report.print_summary(trees)
-    if "scaling" in parts:
-        compare_scaling(place, options)
+    if "cold" in parts:
+        for tree in COLD_TREES:
+            report.print_cold(run_cold(place, tree, options.scale, options.rounds))
+    return trees + (compare_scaling(place, options) if "scaling" in parts else [])
 
 
 def tree_directory(options: argparse.Namespace, scratch: Path) -> Path:
@@ -99,12 +114,17 @@ def main() -> int:
         try:
             place = Place(options.build_dir / "sealkeeper", options.build_dir / "credentials",
                           tree_directory(options, scratch), scratch, options.keep)
-            compare(options, place)
+            results = compare(options, place)
         except (CommandFailed, RuntimeError, OSError, subprocess.CalledProcessError) as error:
             print(f"compare.sh: {error}", file=sys.stderr)
             return 1
         if options.keep:
             say(f"The trees are in {place.trees}")
+    # What a trial uses says nothing about the real trees.
+    if options.scale == 1 and any(result.exceeds_memory(command) for result in results
+                                  for command in report.OWN):
+        say("compare.sh: more memory was used than is allowed; see the figures in bold")
+        return MEMORY_EXCEEDED
     return 0
 
 

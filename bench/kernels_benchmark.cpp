@@ -57,18 +57,11 @@ void RegisterStreams(const std::string& name, const StreamsMaker& makeStreams) {
     }
 }
 
-[[maybe_unused]] void RegisterKernel(const Sha256Kernel& kernel) {
-    if (kernel.isSupported()) {
-        RegisterStreams(kernel.name, [&kernel] { return MakeKernelSha256Streams(kernel); });
-    }
-}
-
 void RegisterAll() {
-#if defined(__x86_64__)
-    RegisterKernel(kX86Sha256Kernel);
-#elif defined(__aarch64__)
-    RegisterKernel(kArmSha256Kernel);
-#endif
+    const Sha256Kernel* const kernel = CompiledSha256Kernel();
+    if (kernel != nullptr && kernel->isSupported()) {
+        RegisterStreams(kernel->name, [kernel] { return MakeKernelSha256Streams(*kernel); });
+    }
     RegisterStreams("mbed TLS", MakeMbedTlsSha256Streams);
 #if defined(SEALKEEPER_HAS_OPENSSL)
     RegisterOpenSslBenchmark(kPieceBytes);

@@ -11,7 +11,7 @@ import random
 import shutil
 import sys
 from pathlib import Path
-from typing import Dict, Iterator, Tuple
+from typing import Callable, Dict, Iterator, Tuple
 
 KIB = 1024
 MIB = 1024 * KIB
@@ -20,6 +20,11 @@ GIB = 1024 * MIB
 BLOCK_BYTES = 8 * MIB
 COUNTER_BYTES = 8
 FILES_PER_DIRECTORY = 1000
+SMALL_FILES = 30_000
+# Paths in it are of 100 characters.
+DEEP_FOLDER = "content/environments/northern_district/architecture/modular_facades/weathered_brick"
+# Hashed as two chunks.
+TWO_CHUNKS_BYTES = 5 * MIB
 # Raised when a tree of the same name and scale gets other files.
 VERSION = 1
 
@@ -45,30 +50,50 @@ def mixed(scale: float) -> Iterator[File]:
     yield "game", int(80_000_000 * scale)
 
 
-def small(scale: float) -> Iterator[File]:
+def small(count: int) -> Iterator[File]:
     numbers = random.Random(2)
-    for index in range(max(1, int(30_000 * scale))):
+    for index in range(count):
         yield numbered("assets", index), numbers.randint(KIB, 32 * KIB)
 
 
-def many(count: int) -> Iterator[File]:
+def many(count: int, folder: str = "assets") -> Iterator[File]:
     for index in range(count):
-        yield numbered("assets", index), KIB
+        yield numbered(folder, index), KIB
+
+
+def many_deep(count: int) -> Iterator[File]:
+    yield from many(count, DEEP_FOLDER)
+
+
+def many_and_a_larger(count: int) -> Iterator[File]:
+    yield from many(count)
+    yield "world.pak", TWO_CHUNKS_BYTES
 
 
 def one_of_bytes(size: int) -> Iterator[File]:
     yield "world.pak", size
 
 
+def whole_small(scale: float) -> Iterator[File]:
+    yield from small(max(1, int(SMALL_FILES * scale)))
+
+
+TREES: Dict[str, Callable[[float], Iterator[File]]] = {
+    "one": one, "mixed": mixed, "small": whole_small}
+# By number of files or bytes.
+KINDS: Dict[str, Callable[[int], Iterator[File]]] = {
+    "files": many, "deep": many_deep, "larger": many_and_a_larger, "small": small,
+    "bytes": one_of_bytes}
+
+
 def files_of(tree: str, scale: float) -> Iterator[File]:
-    """The files of "one", "mixed", "small", "files-N" or "bytes-N"."""
-    if tree in ("one", "mixed", "small"):
-        return {"one": one, "mixed": mixed, "small": small}[tree](scale)
+    """The files of a tree of TREES, or of one of KINDS that is followed by "-N"."""
+    if tree in TREES:
+        return TREES[tree](scale)
     kind, _, number = tree.partition("-")
-    if kind not in ("files", "bytes") or not number.isdigit():
+    if kind not in KINDS or not number.isdigit():
         raise ValueError(f"no such tree: {tree}")
-    amount = max(1, int(int(number) * scale))
-    return many(amount) if kind == "files" else one_of_bytes(amount)
+    return KINDS[kind](max(1, int(int(number) * scale)))
 
 
 class Contents:
@@ -135,7 +160,7 @@ def remove(directory: Path) -> None:
 
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("tree", help="one, mixed, small, files-N (of 1 KiB) or bytes-N (one file)")
+    parser.add_argument("tree", help=", ".join([*TREES, *(f"{kind}-N" for kind in KINDS)]))
     parser.add_argument("directory", type=Path)
     parser.add_argument("--scale", type=float, default=1.0, help="a part of it, to try things out")
     options = parser.parse_args()

@@ -6,7 +6,9 @@ import subprocess
 import time
 from dataclasses import dataclass, field
 from pathlib import Path
-from typing import List, Optional
+from typing import List, Optional, Sequence, TypeVar
+
+T = TypeVar("T")
 
 
 @dataclass(frozen=True)
@@ -61,6 +63,12 @@ def run(command: Command, log: Path, times: Optional[Times] = None) -> None:
     if times is not None:
         times.wall.append(wall)
         times.cpu.append(usage.ru_utime + usage.ru_stime)
+
+
+def rotated(commands: Sequence[T], number: int) -> List[T]:
+    """What runs in round `number`: in each round, another of them is the first."""
+    start = number % len(commands)
+    return [*commands[start:], *commands[:start]]
 
 
 def gnu_time() -> Optional[str]:

@@ -2,9 +2,16 @@
 from typing import Dict, List, Optional, Sequence
 
 from benchmark_runs import COMPRESS, DECOMPRESS, LzwResult
-from tree_runs import GENERATE, PEERS, VERIFY, TreeResult
+from cold_runs import ColdResult
+from peers import PEERS
+from tree_runs import GENERATE, VERIFY, TreeResult
 
 MIB = 2**20
+
+OWN = (GENERATE, VERIFY)
+TIME_COLUMNS = ("command", "median s", "lowest s", "highest s", "times as fast as the fastest peer")
+# What differs from files of 1 KiB with short paths, by the kind of tree.
+FILE_KINDS = {"files": "", "deep": ", paths of 100 characters", "larger": ", one of them of 5 MiB"}
 
 
 def print_table(header: Sequence[str], rows: Sequence[Sequence[str]]) -> None:
@@ -19,6 +26,18 @@ def mebibytes(size: Optional[int]) -> str:
     return "not measured" if size is None else f"{size / MIB:.1f}"
 
 
+def peak_memory(result: TreeResult, command: str) -> str:
+    peak = mebibytes(result.peak_memory[command])
+    return f"**{peak}**" if result.exceeds_memory(command) else peak
+
+
+def print_exceeded_memory(results: Sequence[TreeResult]) -> None:
+    exceeded = [f"{result.tree} ({', '.join(commands)})" for result in results
+                for commands in [list(filter(result.exceeds_memory, OWN))] if commands]
+    if exceeded:
+        print("**More memory than is allowed:** " + ", ".join(exceeded) + ".\n", flush=True)
+
+
 def ratio(result: TreeResult, command: str) -> str:
     """How many times as fast as the fastest peer."""
     peer = result.fastest_peer()
@@ -27,21 +46,37 @@ def ratio(result: TreeResult, command: str) -> str:
     return f"{result.times[peer].median / result.times[command].median:.2f}"
 
 
+def time_columns(result: TreeResult, name: str, missing: str) -> List[str]:
+    times = result.times.get(name)
+    if times is None:
+        return [name, missing, "", "", ""]
+    return [name, f"{times.median:.3f}", f"{min(times.wall):.3f}", f"{max(times.wall):.3f}",
+            ratio(result, name) if name in OWN else ""]
+
+
 def print_tree(result: TreeResult) -> None:
     print(f"### {result.tree}: files {result.file_count:,}, bytes {result.size_bytes:,}\n")
-    rows: List[Sequence[str]] = []
-    for name in (GENERATE, VERIFY, *PEERS):
-        times = result.times.get(name)
-        if times is None:
-            rows.append((name, "not installed", "", "", "", "", ""))
-            continue
-        is_own = name in (GENERATE, VERIFY)
-        rows.append((name, f"{times.median:.3f}", f"{min(times.wall):.3f}", f"{max(times.wall):.3f}",
-                     ratio(result, name) if is_own else "",
-                     mebibytes(result.peak_memory[name]) if is_own else "",
-                     mebibytes(result.allowed_memory) if is_own else ""))
-    print_table(("command", "median s", "lowest s", "highest s", "times as fast as the fastest peer",
-                 "peak MiB", "allowed MiB"), rows)
+    print_table((*TIME_COLUMNS, "peak MiB", "allowed MiB"),
+                [[*time_columns(result, name, "not installed"),
+                  peak_memory(result, name) if name in OWN else "",
+                  mebibytes(result.allowed_memory) if name in OWN else ""]
+                 for name in (*OWN, *PEERS)])
+    print_exceeded_memory([result])
+
+
+def print_cold(cold: ColdResult) -> None:
+    result = cold.result
+    print(f"### Cold page cache, {result.tree}: files {result.file_count:,}, "
+          f"bytes {result.size_bytes:,}\n")
+    missing = "not measured" if cold.obstacle else "not installed"
+    print_table(TIME_COLUMNS, [time_columns(result, name, missing) for name in (*OWN, *PEERS)])
+    if cold.obstacle:
+        print(f"Not measured: {cold.obstacle}.\n", flush=True)
+        return
+    proof = ("fincore found none of their pages there" if cold.is_proven
+             else "whether it worked is unknown")
+    print("These figures depend on the disk. The files were evicted from the page cache before "
+          f"each command; {proof}.\n", flush=True)
 
 
 def print_summary(results: Sequence[TreeResult]) -> None:
@@ -89,18 +124,19 @@ def print_per_file(results: Sequence[TreeResult]) -> None:
     print("### Cost per file of 1 KiB\n")
     rows = []
     for result in results:
-        row = [f"{result.file_count:,}"]
-        for command in (GENERATE, VERIFY):
+        row = [f"{result.file_count:,}" + FILE_KINDS[result.tree.partition("-")[0]]]
+        for command in OWN:
             seconds = result.times[command].median
             above = seconds - base.times[command].median
             added = result.file_count - base.file_count
             row += [f"{seconds:.3f}", f"{seconds / result.file_count * 1e6:.1f}",
                     f"{above / added * 1e6:.1f}" if added else "",
-                    mebibytes(result.peak_memory[command])]
+                    peak_memory(result, command)]
         rows.append(row + [mebibytes(result.allowed_memory)])
     print_table(("files", "generate s", "µs per file", "without the run on one file", "peak MiB",
                  "verify s", "µs per file", "without the run on one file", "peak MiB", "allowed MiB"),
                 rows)
+    print_exceeded_memory(results)
 
 
 def print_per_byte(results: Sequence[TreeResult]) -> None:
@@ -108,10 +144,11 @@ def print_per_byte(results: Sequence[TreeResult]) -> None:
     rows = []
     for result in results:
         row = [f"{result.size_bytes / MIB:,.0f}"]
-        for command in (GENERATE, VERIFY):
+        for command in OWN:
             seconds = result.times[command].median
             row += [f"{seconds:.3f}", f"{seconds / result.size_bytes * 1e9:.3f}",
-                    mebibytes(result.peak_memory[command])]
+                    peak_memory(result, command)]
         rows.append(row + [mebibytes(result.allowed_memory)])
     print_table(("MiB", "generate s", "ns per byte", "peak MiB", "verify s", "ns per byte", "peak MiB",
                  "allowed MiB"), rows)
+    print_exceeded_memory(results)

@@ -1,33 +1,29 @@
 """Runs this program and the others over one tree, in turn, and checks that they did the same work."""
 import os
-import shutil
 import struct
 import sys
 from dataclasses import dataclass, field
 from pathlib import Path
-from typing import Dict, List, Optional, Tuple
+from typing import Callable, Dict, List, Optional, Tuple
 
 import make_tree
-from measure import Command, CommandFailed, Times, run, run_for_peak_memory
+from measure import Command, CommandFailed, Times, rotated, run, run_for_peak_memory
+from peers import PEERS, SameDigests, peer_commands
 
 PRODUCT = "sealkeeper-bench"
 OUTPUT = Path("Quorvane/Certificates")
 
 GENERATE = "generate"
 VERIFY = "verify"
-PEERS: Dict[str, List[str]] = {
-    "openssl dgst -sha256": ["openssl", "dgst", "-sha256"],
-    "rhash --sha256": ["rhash", "--sha256"],
-    "sha256sum": ["sha256sum"],
-    "hashdeep -c sha256 -l": ["hashdeep", "-c", "sha256", "-l"],
-}
 
-CONFIGURATION = """config_info { version = 2; }
-search_options {
+CONFIGURATION = """config_info {{ version = 2; }}
+search_options {{
     exclude_paths = ["Quorvane"]
-    exclude_size_threshold = 0;
-}
+{size_threshold}}}
 """
+NO_SIZE_THRESHOLD = "    exclude_size_threshold = 0;\n"
+# Larger files are not hashed unless the configuration says so.
+DEFAULT_SIZE_THRESHOLD_BYTES = 1_024_000_000
 
 # Compressed length, length and number of the entries (docs/catalogue-format.md).
 COUNTS_OFFSET = 1040
@@ -52,12 +48,18 @@ class Place:
     def log(self) -> Path:
         return self.scratch / "output.log"
 
+    @property
+    def listing(self) -> Path:
+        """The files of the tree that is measured."""
+        return self.scratch / "files"
+
 
 @dataclass
 class TreeResult:
     tree: str
     file_count: int
     size_bytes: int
+    largest_bytes: int
     times: Dict[str, Times] = field(default_factory=dict)
     # Bytes, of generate and verify; None when it cannot be told.
     peak_memory: Dict[str, Optional[int]] = field(default_factory=dict)
@@ -68,15 +70,19 @@ class TreeResult:
         peers = [name for name in self.times if name in PEERS]
         return min(peers, key=lambda name: self.times[name].median, default=None)
 
+    def exceeds_memory(self, command: str) -> bool:
+        peak = self.peak_memory[command]
+        return peak is not None and peak > self.allowed_memory
+
 
 def say(text: str) -> None:
     print(text, file=sys.stderr, flush=True)
 
 
-def list_files(game: Path, listing: Path) -> Tuple[int, int]:
+def list_files(game: Path, listing: Path) -> Tuple[int, int, int]:
     """Writes the paths below `game`, relative and each ended by a zero, and returns how many there
-    are and their bytes."""
-    count = size = 0
+    are, their bytes and those of the largest."""
+    count = total = largest = 0
     with open(listing, "wb") as output:
         for folder, folders, names in os.walk(game):
             if Path(folder) == game and "Quorvane" in folders:
@@ -84,10 +90,18 @@ def list_files(game: Path, listing: Path) -> Tuple[int, int]:
             folders.sort()
             for name in sorted(names):
                 path = os.path.join(folder, name)
-                size += os.stat(path).st_size
+                size = os.stat(path).st_size
+                total += size
+                largest = max(largest, size)
                 count += 1
                 output.write(os.fsencode(os.path.relpath(path, game)) + b"\0")
-    return count, size
+    return count, total, largest
+
+
+def configuration_for(largest_bytes: int) -> str:
+    """The default one where it leaves no file out."""
+    return CONFIGURATION.format(size_threshold=NO_SIZE_THRESHOLD
+                                if largest_bytes > DEFAULT_SIZE_THRESHOLD_BYTES else "")
 
 
 def own_commands(place: Place, game: Path, configuration: Path) -> List[Command]:
@@ -98,14 +112,6 @@ def own_commands(place: Place, game: Path, configuration: Path) -> List[Command]
         Command(GENERATE, program + sign + ["-target_game_dir", str(game), str(configuration)], game),
         Command(VERIFY, program + ["verify", str(game)], game),
     ]
-
-
-def peer_commands(game: Path, listing: Path) -> List[Command]:
-    """Those that are installed, each with as many files in one call as the system takes."""
-    environment = sum(len(name) + len(value) + 2 for name, value in os.environb.items())
-    longest = os.sysconf("SC_ARG_MAX") - environment - 8192
-    return [Command(name, ["xargs", "-0", "-s", str(longest)] + arguments, game, listing)
-            for name, arguments in PEERS.items() if shutil.which(arguments[0])]
 
 
 def check_catalogue(result: TreeResult, catalogue: Path) -> None:
@@ -119,28 +125,39 @@ def check_catalogue(result: TreeResult, catalogue: Path) -> None:
     result.allowed_memory = raw + compressed + catalogue.stat().st_size + ALLOWED_EXTRA_BYTES
 
 
-def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: bool) -> TreeResult:
-    """A round that is not measured brings the files into the page cache and tells peak memory."""
+def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: bool,
+             before_each: Callable[[], bool] = lambda: True) -> TreeResult:
+    """A round that is not measured brings the files into the page cache and tells peak memory.
+
+    `before_each` is called before each command that is measured, and ends it all, without any
+    times, when it returns false.
+    """
     game = place.trees / tree
     say(f"{tree}: making the files")
     made = make_tree.make(tree, game, scale)
     try:
-        listing = place.scratch / "files"
         configuration = place.scratch / "bench.cfg"
-        configuration.write_text(CONFIGURATION)
-        result = TreeResult(tree, *list_files(game, listing))
+        result = TreeResult(tree, *list_files(game, place.listing))
+        configuration.write_text(configuration_for(result.largest_bytes))
         own = own_commands(place, game, configuration)
-        peers = peer_commands(game, listing) if with_peers else []
+        peers = peer_commands(game, place.listing) if with_peers else []
+        same_digests = SameDigests(result.file_count)
         say(f"{tree}: warming up")
         for command in own:
             result.peak_memory[command.name] = run_for_peak_memory(command, place.log)
         check_catalogue(result, game / OUTPUT / "base.bin")
         for command in peers:
             run(command, place.log)
-        for number in range(1, rounds + 1):
-            say(f"{tree}: round {number} of {rounds}")
-            for command in own + peers:
+            same_digests.check(command, place.log)
+        for number in range(rounds):
+            say(f"{tree}: round {number + 1} of {rounds}")
+            for command in rotated(own + peers, number):
+                if not before_each():
+                    result.times.clear()
+                    return result
                 run(command, place.log, result.times.setdefault(command.name, Times()))
+                if command.name in PEERS:
+                    same_digests.check(command, place.log)
     finally:
         if made and not place.keep_trees:
             make_tree.remove(game)

@@ -7,16 +7,18 @@ cd "$(dirname "$0")/.."
 case "$(uname -s) $(uname -m)" in
     "Linux x86_64")
         kernel="ARMv8 SHA-2"
+        symbol=kArmSha256Kernel
         source=src/catalogue/sha256_kernel_arm.cpp
-        flags="-O3 -march=armv8-a+crypto"
+        flags_variable=arm_sha256_flags
         compiler=aarch64-linux-gnu-g++
         compiler_package=g++-aarch64-linux-gnu
         emulator=qemu-aarch64
         ;;
     "Linux aarch64")
         kernel="x86-64 SHA extensions"
+        symbol=kX86Sha256Kernel
         source=src/catalogue/sha256_kernel_x86.cpp
-        flags="-O3 -msha -msse4.1"
+        flags_variable=x86_sha256_flags
         compiler=x86_64-linux-gnu-g++
         compiler_package=g++-x86-64-linux-gnu
         emulator=qemu-x86_64
@@ -62,12 +64,17 @@ work_dir=$(mktemp -d)
 trap 'rm -rf "$work_dir"' EXIT
 compile="$compiler -std=c++20 -O2 -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
     -Wold-style-cast -Werror -Isrc"
-# The kernel has flags of its own, as in the build.
+# The kernel has flags of its own, which are those of the build.
+flags=$(sed -n "s/^set($flags_variable \(.*\))\$/\1/p" src/CMakeLists.txt)
+if [ -z "$flags" ]; then
+    echo "$kernel: src/CMakeLists.txt does not set $flags_variable in a line of its own" >&2
+    exit 1
+fi
 # shellcheck disable=SC2086 # a list of flags
 $compile $flags -c "$source" -o "$work_dir/kernel.o"
 # shellcheck disable=SC2086 # a list of flags
-$compile -static tests/kernel_emulation/kernel_states.cpp "$work_dir/kernel.o" \
-    -o "$work_dir/kernel_states"
+$compile -static -DSEALKEEPER_SHA256_KERNEL=$symbol tests/kernel_emulation/kernel_states.cpp \
+    src/catalogue/sha256_constants.cpp "$work_dir/kernel.o" -o "$work_dir/kernel_states"
 echo "Testing under $emulator:"
 python3 -B tests/kernel_emulation/check_kernel_states.py \
     "$emulator" -cpu max "$work_dir/kernel_states"

@@ -36,7 +36,8 @@ void Log(LogLevel level, const char* format, ...) {
         return;
     }
 
-    std::array<char, kMessageBufferBytes> message{};
+    // Not filled: the message ends with a zero.
+    std::array<char, kMessageBufferBytes> message;  // NOLINT: member initialisation
     std::va_list arguments;
     va_start(arguments, format);
     const int formattedLength = std::vsnprintf(message.data(), message.size(), format, arguments);

@@ -69,6 +69,7 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block) {
+    const AliasMatcher matcher(aliases);
     LzwCompressor compressor(block.compressed);
     FileHasher hasher(files.size(),
                       [&files](std::size_t index) { return OpenCollectedFile(files[index]); });
@@ -78,7 +79,7 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
             code != ResultCode::Ok) {
             return code;
         }
-        if (const ResultCode code = ApplyPathAlias(aliases, entry); code != ResultCode::Ok) {
+        if (const ResultCode code = ApplyPathAlias(matcher, entry); code != ResultCode::Ok) {
             return code;
         }
         AppendRecord(entry, compressor);

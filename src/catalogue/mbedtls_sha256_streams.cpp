@@ -9,6 +9,8 @@ namespace {
 
 class MbedTlsSha256Streams : public Sha256Streams {
   public:
+    [[nodiscard]] const char* Name() const override { return "mbed TLS"; }
+
     void Start(std::size_t stream) override {
         contexts_[stream].Reset();
         errors_[stream] = StartSha256(contexts_[stream].Get());

@@ -13,14 +13,20 @@ std::wstring WidePath(const PathField& field) {
     return Utf16ToWide(std::u16string(field.begin(), end));
 }
 
-// Scans from left to right and goes on behind each inserted value. `key` is not empty.
-void ReplaceEveryOccurrence(std::wstring& path, const std::wstring& key,
-                            const std::wstring& value) {
-    std::size_t position = path.find(key);
-    while (position != std::wstring::npos) {
-        path.replace(position, key.size(), value);
-        position = path.find(key, position + value.size());
+// Scans `path` from left to right. The values put in are not searched, and nothing that reaches
+// into one is an occurrence. `key` is not empty.
+std::wstring ReplaceEveryOccurrence(const std::wstring& path, const std::wstring& key,
+                                    const std::wstring& value) {
+    std::wstring replaced;
+    replaced.reserve(path.size());
+    std::size_t copied = 0;
+    for (std::size_t found = path.find(key); found != std::wstring::npos;
+         found = path.find(key, copied)) {
+        replaced.append(path, copied, found - copied);
+        replaced += value;
+        copied = found + key.size();
     }
+    return replaced.append(path, copied);
 }
 
 void StoreFourBytesPerCharacter(const std::wstring& path, PathField& field) {
@@ -35,19 +41,16 @@ void StoreFourBytesPerCharacter(const std::wstring& path, PathField& field) {
 
 }  // namespace
 
-ResultCode ApplyPathAlias(const AliasMap& aliases, CatalogueEntry& entry) {
-    if (aliases.empty()) {
+ResultCode ApplyPathAlias(const AliasMatcher& aliases, CatalogueEntry& entry) {
+    if (aliases.IsEmpty()) {
         return ResultCode::Ok;
     }
-    std::wstring path = WidePath(entry.path);
-    const auto alias = std::find_if(aliases.begin(), aliases.end(), [&path](const auto& candidate) {
-        // An empty name occurs everywhere and stands for nothing.
-        return !candidate.first.empty() && path.find(candidate.first) != std::wstring::npos;
-    });
-    if (alias == aliases.end()) {
+    const std::wstring collectedPath = WidePath(entry.path);
+    const AliasMap::value_type* alias = aliases.FirstKeyIn(collectedPath);
+    if (alias == nullptr) {
         return ResultCode::Ok;
     }
-    ReplaceEveryOccurrence(path, alias->first, alias->second);
+    const std::wstring path = ReplaceEveryOccurrence(collectedPath, alias->first, alias->second);
     if (path.size() > entry_record::kMaxAliasedPathCharacters) {
         return RejectLongPath(path);
     }

@@ -29,16 +29,14 @@ struct Sha256Kernel {
     const char* name;
     // Whether this processor has the instructions.
     bool (*isSupported)();
-    // Takes in `blockCount` blocks of each of `laneCount` streams, 1 to `kMaxSha256Streams`.
+    // Takes in `blockCount` blocks of each of `laneCount` streams, at most `kMaxSha256Streams`, all
+    // of them different. Without lanes or without blocks nothing changes, and null stands for none.
     void (*compress)(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount);
 };
 
-// The kernels that exist; each is compiled on its architecture alone.
-#if defined(__x86_64__)
+// The kernels that exist. Each is defined where the compiler targets its architecture, alone.
 extern const Sha256Kernel kX86Sha256Kernel;
-#elif defined(__aarch64__)
 extern const Sha256Kernel kArmSha256Kernel;
-#endif
 
 }  // namespace sealkeeper
 

@@ -1,8 +1,7 @@
 // SHA-256 on the SHA-2 instructions of ARMv8. Plain arrays throughout: inline functions of the
 // standard library, compiled here with these instructions, could be the copies that the linker
-// keeps for all.
-#if defined(__aarch64__)
-
+// keeps for all. For the same reason the lane loop and its switch stand in each kernel's file: a
+// template in a header would be compiled with the flags of several.
 #include "catalogue/sha256_kernel.h"
 
 #include <arm_neon.h>
@@ -11,23 +10,14 @@
 #include <sys/auxv.h>
 #endif
 
+#include "catalogue/sha256_constants.h"
+
 namespace sealkeeper {
 namespace {
 
 // Four rounds take four words of the message schedule, one vector.
-constexpr std::size_t kRoundGroups = 16;
+constexpr std::size_t kRoundGroups = kSha256Rounds / 4;
 constexpr std::size_t kMessageVectors = 4;
-
-// FIPS 180-4, 4.2.2.
-alignas(16) constexpr std::uint32_t kRoundConstants[4 * kRoundGroups] = {
-    0x428a2f98, 0x71374491, 0xb5c0fbcf, 0xe9b5dba5, 0x3956c25b, 0x59f111f1, 0x923f82a4, 0xab1c5ed5,
-    0xd807aa98, 0x12835b01, 0x243185be, 0x550c7dc3, 0x72be5d74, 0x80deb1fe, 0x9bdc06a7, 0xc19bf174,
-    0xe49b69c1, 0xefbe4786, 0x0fc19dc6, 0x240ca1cc, 0x2de92c6f, 0x4a7484aa, 0x5cb0a9dc, 0x76f988da,
-    0x983e5152, 0xa831c66d, 0xb00327c8, 0xbf597fc7, 0xc6e00bf3, 0xd5a79147, 0x06ca6351, 0x14292967,
-    0x27b70a85, 0x2e1b2138, 0x4d2c6dfc, 0x53380d13, 0x650a7354, 0x766a0abb, 0x81c2c92e, 0x92722c85,
-    0xa2bfe8a1, 0xa81a664b, 0xc24b8b70, 0xc76c51a3, 0xd192e819, 0xd6990624, 0xf40e3585, 0x106aa070,
-    0x19a4c116, 0x1e376c08, 0x2748774c, 0x34b0bcb5, 0x391c0cb3, 0x4ed8aa4a, 0x5b9cca4f, 0x682e6ff3,
-    0x748f82ee, 0x78a5636f, 0x84c87814, 0x8cc70208, 0x90befffa, 0xa4506ceb, 0xbef9a3f7, 0xc67178f2};
 
 // The eight state words, a to d and e to h.
 struct State {
@@ -51,7 +41,7 @@ uint32x4_t LoadMessage(const std::uint8_t* bytes) {
 }
 
 [[gnu::always_inline]] inline void FourRounds(State& state, uint32x4_t message, std::size_t group) {
-    const uint32x4_t input = vaddq_u32(message, vld1q_u32(kRoundConstants + 4 * group));
+    const uint32x4_t input = vaddq_u32(message, vld1q_u32(kSha256RoundConstants + 4 * group));
     const uint32x4_t abcd = state.abcd;
     state.abcd = vsha256hq_u32(abcd, state.efgh, input);
     state.efgh = vsha256h2q_u32(state.efgh, abcd, input);
@@ -104,8 +94,10 @@ void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockC
             return CompressLanes<2>(lanes, blockCount);
         case 3:
             return CompressLanes<3>(lanes, blockCount);
-        default:
+        case 4:
             return CompressLanes<4>(lanes, blockCount);
+        default:
+            return;
     }
 }
 
@@ -125,5 +117,3 @@ bool IsSupported() {
 const Sha256Kernel kArmSha256Kernel = {"ARMv8 SHA-2", IsSupported, Compress};
 
 }  // namespace sealkeeper
-
-#endif

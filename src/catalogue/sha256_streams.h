@@ -27,10 +27,15 @@ class Sha256Streams {
     Sha256Streams& operator=(const Sha256Streams&) = delete;
     virtual ~Sha256Streams() = default;
 
+    // What hashes: the name of the kernel, or "mbed TLS".
+    [[nodiscard]] virtual const char* Name() const = 0;
+
     // Begins a digest on `stream`, whatever went on there.
     virtual void Start(std::size_t stream) = 0;
 
-    // Takes in `blockCount` whole blocks of each stream of `steps`, which names a stream once.
+    // Takes in `blockCount` whole blocks of each stream of `steps`, which names up to
+    // `kMaxSha256Streams` started streams, each once. Without steps or without blocks nothing
+    // happens.
     virtual void Take(std::span<const Sha256Step> steps, std::size_t blockCount) = 0;
 
     // Takes in the last bytes of `stream`, less than a block, and ends its digest. Returns 0, or
@@ -39,8 +44,12 @@ class Sha256Streams {
                                      Sha256Digest& digest) = 0;
 };
 
-// Whether this processor supports `kernel` and the kernel, for each number of streams, reproduces a
-// known answer.
+// The kernel compiled for the architecture that the build targets; null when there is none. This
+// processor need not support it.
+[[nodiscard]] const Sha256Kernel* CompiledSha256Kernel();
+
+// Whether this processor supports `kernel` and the kernel, for each number of streams, gives known
+// answers.
 [[nodiscard]] bool IsUsable(const Sha256Kernel& kernel);
 
 // The streams of `kernel`, which is usable.
@@ -49,8 +58,8 @@ class Sha256Streams {
 // The streams of mbed TLS, which runs everywhere.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeMbedTlsSha256Streams();
 
-// The streams of the kernel compiled for this architecture if it is usable, which is found out once
-// in a process, else those of mbed TLS.
+// The streams of the compiled kernel if there is one and it is usable, which is found out once in a
+// process, else those of mbed TLS.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeSha256Streams();
 
 }  // namespace sealkeeper

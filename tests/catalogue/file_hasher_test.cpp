@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,8 +35,10 @@ std::vector<std::string> ExpectedDigests(const std::string& content) {
 // Files of the given sizes, no two alike, and a hasher over them.
 class Files {
   public:
-    explicit Files(const std::vector<std::size_t>& sizes)
-        : hasher_(sizes.size(), [this](std::size_t index) { return Open(index); }) {
+    explicit Files(const std::vector<std::size_t>& sizes,
+                   std::unique_ptr<Sha256Streams> streams = MakeSha256Streams())
+        : hasher_(
+              sizes.size(), [this](std::size_t index) { return Open(index); }, std::move(streams)) {
         for (std::size_t i = 0; i < sizes.size(); ++i) {
             contents_.push_back(PatternText(sizes[i] + i).substr(i));
             paths_.push_back(directory_.WriteFile("f" + std::to_string(i), contents_.back()));
@@ -86,6 +89,14 @@ TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
         files.ExpectNextFile(i);
     }
     EXPECT_EQ(files.OpenedCount(), sizes.size());
+}
+
+TEST(FileHasher, StreamsOfTheLibraryGiveTheSame) {
+    const std::vector<std::size_t> sizes = {5, 0, kChunkBytes + 1, 64, 300'000, 1};
+    Files files(sizes, MakeMbedTlsSha256Streams());
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+    }
 }
 
 // The shorter file decides how much is hashed of the longer one's piece, and so what is left of it.

@@ -24,6 +24,10 @@ CatalogueEntry EntryOf(const std::u16string& path) {
     return entry;
 }
 
+ResultCode Apply(const AliasMap& aliases, CatalogueEntry& entry) {
+    return ApplyPathAlias(AliasMatcher(aliases), entry);
+}
+
 // The field that `path` takes at four bytes per character.
 PathField WideFieldOf(const std::u32string& path) {
     PathField field{};
@@ -48,6 +52,8 @@ const std::vector<AliasCase>& AliasCases() {
         {"anywhere, inside a name too", {{L"in/", L"X"}}, u"bin/a", U"bXa", 0},
         {"every occurrence", {{L"a", L"bc"}}, u"a/a/a", U"bc/bc/bc", 11},
         {"goes on behind what was put in", {{L"a", L"aa"}}, u"a/ba", U"aa/baa", 5},
+        {"nothing is found across what was put in", {{L"ab", L"a"}}, u"abb/aab", U"ab/aa", 5},
+        {"occurrences side by side", {{L"ab", L"c"}}, u"abab/abab", U"cc/cc", 5},
         {"occurrences do not overlap", {{L"aa", L"b"}}, u"aaa/aa", U"ba/b", 5},
         {"first key in order, not the longest", {{L"a", L"1"}, {L"ab", L"2"}}, u"ab", U"1b", 0},
         {"first key in order, not the first in the path",
@@ -82,7 +88,7 @@ TEST(PathAlias, StoresAReplacedPathAtFourBytesPerCharacter) {
     for (const AliasCase& alias : AliasCases()) {
         CatalogueEntry entry = EntryOf(alias.path);
         CapturedOutput output;
-        EXPECT_EQ(ApplyPathAlias(alias.aliases, entry), ResultCode::Ok) << alias.name;
+        EXPECT_EQ(Apply(alias.aliases, entry), ResultCode::Ok) << alias.name;
         EXPECT_EQ(output.Take(), "") << alias.name;
         EXPECT_EQ(entry.path, WideFieldOf(alias.aliased)) << alias.name;
         EXPECT_EQ(entry.namePosition, alias.namePosition) << alias.name;
@@ -90,10 +96,11 @@ TEST(PathAlias, StoresAReplacedPathAtFourBytesPerCharacter) {
 }
 
 TEST(PathAlias, LeavesOtherEntriesUntouched) {
-    const std::vector<AliasMap> maps = {{}, {{L"x", L"y"}}, {{L"A/", L"y"}}, {{L"a/bc", L"y"}}};
+    const std::vector<AliasMap> maps = {
+        {}, {{L"", L"y"}}, {{L"x", L"y"}}, {{L"A/", L"y"}}, {{L"a/bc", L"y"}}};
     for (const AliasMap& aliases : maps) {
         CatalogueEntry entry = EntryOf(u"a/b");
-        EXPECT_EQ(ApplyPathAlias(aliases, entry), ResultCode::Ok);
+        EXPECT_EQ(Apply(aliases, entry), ResultCode::Ok);
         EXPECT_EQ(TextOf(entry.path), u"a/b");
         EXPECT_EQ(entry.namePosition, kUntouchedNamePosition);
     }
@@ -101,7 +108,7 @@ TEST(PathAlias, LeavesOtherEntriesUntouched) {
 
 TEST(PathAlias, ClearsTheRestOfALongerPath) {
     CatalogueEntry entry = EntryOf(std::u16string(255, u'a'));
-    EXPECT_EQ(ApplyPathAlias({{std::wstring(255, L'a'), L"b"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(Apply({{std::wstring(255, L'a'), L"b"}}, entry), ResultCode::Ok);
     EXPECT_EQ(entry.path, WideFieldOf(U"b"));
 }
 
@@ -109,7 +116,7 @@ TEST(PathAlias, KeepsSizeAndDigests) {
     CatalogueEntry entry = EntryOf(u"a");
     entry.fileSizeBytes = 5;
     entry.digests.resize(1);
-    EXPECT_EQ(ApplyPathAlias({{L"a", L"b"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(Apply({{L"a", L"b"}}, entry), ResultCode::Ok);
     EXPECT_EQ(entry.fileSizeBytes, 5U);
     EXPECT_EQ(entry.digests.size(), 1U);
 }
@@ -117,12 +124,12 @@ TEST(PathAlias, KeepsSizeAndDigests) {
 TEST(PathAlias, PathOfAtMost127Characters) {
     const std::u32string longest = U"b" + std::u32string(126, U'c');
     CatalogueEntry fits = EntryOf(u"a" + std::u16string(126, u'c'));
-    EXPECT_EQ(ApplyPathAlias({{L"a", L"b"}}, fits), ResultCode::Ok);
+    EXPECT_EQ(Apply({{L"a", L"b"}}, fits), ResultCode::Ok);
     EXPECT_EQ(fits.path, WideFieldOf(longest));
 
     CatalogueEntry tooLong = EntryOf(u"a" + std::u16string(127, u'c'));
     CapturedOutput output;
-    EXPECT_EQ(ApplyPathAlias({{L"a", L"\u00E4"}}, tooLong), ResultCode::CatalogueError);
+    EXPECT_EQ(Apply({{L"a", L"\u00E4"}}, tooLong), ResultCode::CatalogueError);
     EXPECT_EQ(output.Take(),
               "[Err!] Path too long for the catalogue: '\xC3\xA4" + std::string(127, 'c') + "'.\n");
 }
@@ -136,13 +143,13 @@ TEST(PathAlias, CountsCharactersAndNotUnits) {
         aliased += U'\U0001F3AE';
     }
     CatalogueEntry entry = EntryOf(u"a" + path);
-    EXPECT_EQ(ApplyPathAlias({{L"a", L"b"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(Apply({{L"a", L"b"}}, entry), ResultCode::Ok);
     EXPECT_EQ(entry.path, WideFieldOf(aliased));
 }
 
 TEST(PathAlias, LongPathWithoutAnAliasInItIsNoFailure) {
     CatalogueEntry entry = EntryOf(std::u16string(255, u'a'));
-    EXPECT_EQ(ApplyPathAlias({{L"b", L"c"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(Apply({{L"b", L"c"}}, entry), ResultCode::Ok);
     EXPECT_EQ(TextOf(entry.path), std::u16string(255, u'a'));
 }
 

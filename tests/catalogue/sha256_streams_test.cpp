@@ -37,14 +37,11 @@ void PrintTo(const Implementation& implementation, std::ostream* out) {
 }
 
 std::vector<Implementation> Implementations() {
-    return {
-#if defined(__x86_64__)
-        {"X86Kernel", &kX86Sha256Kernel},
-#elif defined(__aarch64__)
-        {"ArmKernel", &kArmSha256Kernel},
-#endif
-            {"MbedTls", nullptr},
-    };
+    std::vector<Implementation> implementations = {{"MbedTls", nullptr}};
+    if (const Sha256Kernel* kernel = CompiledSha256Kernel(); kernel != nullptr) {
+        implementations.push_back({"Kernel", kernel});
+    }
+    return implementations;
 }
 
 // Another message for each number. No two blocks of it are alike.
@@ -258,6 +255,29 @@ TEST_P(Sha256StreamsTest, StepsNameStreamsInAnyOrder) {
     } while (std::next_permutation(chosen.begin(), chosen.end()));
 }
 
+TEST_P(Sha256StreamsTest, TakesNothingWithoutStepsOrBlocks) {
+    const std::vector<Bytes> messages(StreamCount(), Message(2 * kSha256BlockBytes, 0));
+    std::vector<Sha256Step> steps;
+    for (std::size_t stream = 0; stream < StreamCount(); ++stream) {
+        streams_->Start(stream);
+        steps.push_back({stream, messages[stream].data()});
+    }
+    streams_->Take({}, 2);
+    streams_->Take(steps, 0);
+    streams_->Take(steps, 2);
+    streams_->Take({}, 2);
+    for (Sha256Step& step : steps) {
+        step.blocks = nullptr;
+    }
+    streams_->Take(steps, 0);
+
+    Digests digests;
+    for (std::size_t stream = 0; stream < StreamCount(); ++stream) {
+        digests.push_back(FinishText(*streams_, stream, {}));
+    }
+    EXPECT_EQ(digests, ExpectedDigests(messages));
+}
+
 // The examples of the Secure Hash Standard.
 TEST_P(Sha256StreamsTest, GivesTheKnownAnswers) {
     ExpectKnownAnswer("", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
@@ -276,6 +296,19 @@ INSTANTIATE_TEST_SUITE_P(EveryImplementation, Sha256StreamsTest,
                          testing::Combine(testing::ValuesIn(Implementations()),
                                           testing::Range<std::size_t>(1, kMaxSha256Streams + 1)),
                          CaseName);
+
+// Linux builds are for one architecture each.
+#if defined(__linux__) && defined(__GNUC__) && (defined(__x86_64__) || defined(__aarch64__))
+TEST(Sha256Streams, HaveAKernelOnArchitecturesThatThereIsOneFor) {
+    EXPECT_NE(CompiledSha256Kernel(), nullptr);
+}
+#endif
+
+TEST(Sha256Streams, BestOnesAreOfTheKernelWhereItIsSupported) {
+    const Sha256Kernel* kernel = CompiledSha256Kernel();
+    const bool isSupported = kernel != nullptr && kernel->isSupported();
+    EXPECT_STREQ(MakeSha256Streams()->Name(), isSupported ? kernel->name : "mbed TLS");
+}
 
 TEST(Sha256Streams, BestOnesOfThisProcessorGiveRightDigests) {
     std::vector<Bytes> messages;

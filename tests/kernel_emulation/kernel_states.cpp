@@ -1,5 +1,6 @@
-// Runs the SHA-256 kernel of the architecture that it is compiled for on the jobs of its standard
-// input, and prints the hash values. Links nothing but the kernel, so that it runs under emulation.
+// Runs the SHA-256 kernel that SEALKEEPER_SHA256_KERNEL names on the jobs of its standard input,
+// and prints the hash values. Links nothing but the kernel and its constants, so that it runs under
+// emulation.
 //
 // A job is the number of streams (1 byte), the offset of the blocks from the start of an
 // allocation (1 byte), the most blocks of one call (2 bytes, little-endian), the blocks of each
@@ -8,6 +9,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "catalogue/sha256_constants.h"
 #include "catalogue/sha256_kernel.h"
 
 namespace sealkeeper {
@@ -17,18 +19,11 @@ namespace {
 constexpr int kUnsupported = 77;
 constexpr std::uint32_t kGuard = 0xA5C3F00D;
 
-constexpr std::array<std::uint32_t, kSha256StateWords> kInitialState = {
-    0x6a09e667, 0xbb67ae85, 0x3c6ef372, 0xa54ff53a, 0x510e527f, 0x9b05688c, 0x1f83d9ab, 0x5be0cd19};
-
-#if defined(__x86_64__)
-const Sha256Kernel& kernel = kX86Sha256Kernel;
-#elif defined(__aarch64__)
-const Sha256Kernel& kernel = kArmSha256Kernel;
-#endif
+const Sha256Kernel& kernel = SEALKEEPER_SHA256_KERNEL;
 
 struct Stream {
     std::uint32_t guardBefore = kGuard;
-    std::array<std::uint32_t, kSha256StateWords> state = kInitialState;
+    std::array<std::uint32_t, kSha256StateWords> state = std::to_array(kSha256InitialState);
     std::uint32_t guardBehind = kGuard;
     std::vector<std::uint8_t> storage;
     const std::uint8_t* blocks = nullptr;

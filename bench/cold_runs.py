@@ -1,0 +1,77 @@
+"""Runs over files that are not in the page cache."""
+import os
+import shutil
+import subprocess
+from dataclasses import dataclass
+from pathlib import Path
+from typing import Optional
+
+from tree_runs import Place, TreeResult, run_tree
+
+
+@dataclass
+class ColdResult:
+    # Without times when there is an obstacle.
+    result: TreeResult
+    obstacle: str
+    is_proven: bool
+
+
+def resident_pages(game: Path, listing: Path) -> Optional[int]:
+    """How many pages of the listed files are in the page cache; None when it cannot be told."""
+    if shutil.which("fincore") is None:
+        return None
+    with open(listing, "rb") as source:
+        result = subprocess.run(["xargs", "-0", "fincore", "--noheadings", "--output", "PAGES"],
+                                cwd=game, stdin=source, stdout=subprocess.PIPE,
+                                stderr=subprocess.DEVNULL, check=False)
+    if result.returncode != 0:
+        return None
+    return sum(int(line) for line in result.stdout.split())
+
+
+class Eviction:
+    """Takes the listed files out of the page cache, and looks whether they are."""
+
+    def __init__(self, game: Path, listing: Path) -> None:
+        self._game = game
+        self._listing = listing
+        self.obstacle = ""
+        self._was_cached = False
+        self._has_looked_each_time = True
+
+    @property
+    def is_proven(self) -> bool:
+        """That pages of the files were seen in it, and none whenever they were evicted."""
+        return not self.obstacle and self._was_cached and self._has_looked_each_time
+
+    def run(self) -> bool:
+        """Returns whether the files can be taken to be out of it."""
+        if not hasattr(os, "posix_fadvise"):
+            self.obstacle = "this system has no posix_fadvise"
+            return False
+        before = resident_pages(self._game, self._listing)
+        self._evict()
+        after = resident_pages(self._game, self._listing)
+        if after:
+            self.obstacle = f"{after:,} pages stayed in the page cache"
+            return False
+        self._was_cached = self._was_cached or bool(before)
+        self._has_looked_each_time = self._has_looked_each_time and after is not None
+        return True
+
+    def _evict(self) -> None:
+        # What is not written out yet stays.
+        os.sync()
+        for name in self._listing.read_bytes().split(b"\0")[:-1]:
+            descriptor = os.open(os.path.join(os.fsencode(self._game), name), os.O_RDONLY)
+            try:
+                os.posix_fadvise(descriptor, 0, 0, os.POSIX_FADV_DONTNEED)
+            finally:
+                os.close(descriptor)
+
+
+def run_cold(place: Place, tree: str, scale: float, rounds: int) -> ColdResult:
+    eviction = Eviction(place.trees / tree, place.listing)
+    result = run_tree(place, tree, scale, rounds, with_peers=True, before_each=eviction.run)
+    return ColdResult(result, eviction.obstacle, eviction.is_proven)
