@@ -364,13 +364,26 @@ void* Allocate(std::size_t size, std::size_t alignment) {
 
 }  // namespace
 
-// The library's own forms without exceptions end in these, too.
+// All forms, those without exceptions too: what one allocates another may give back, and some
+// sanitizers have forms of their own for those that are left out.
 void* operator new(std::size_t size) {
     return Allocate(size, alignof(std::max_align_t));
 }
 
 void* operator new[](std::size_t size) {
     return Allocate(size, alignof(std::max_align_t));
+}
+
+void* operator new(std::size_t size, const std::nothrow_t& /*unused*/) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*unused*/) noexcept {
+    return operator new(size, std::nothrow);
 }
 
 void* operator new(std::size_t size, std::align_val_t alignment) {
