@@ -17,7 +17,7 @@ constexpr std::size_t kMaxOpenFiles = 64;
 constexpr std::size_t kSpareDescriptors = 4;
 
 // How much the system is told to bring in. Enough for a disk to work on for some milliseconds.
-constexpr std::uint64_t kMaxAdvisedBytes = 16 * 1024 * 1024;
+constexpr std::uint64_t kMaxAdvisedBytes = std::uint64_t{16} << 20U;
 
 // Chunks behind the end of a file have no bytes and take no time, and a catalogue can list any
 // number of them: without a limit all would be done while the first chunk is being hashed.
