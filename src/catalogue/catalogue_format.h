@@ -17,6 +17,9 @@ namespace sealkeeper {
 // Lengths and counts are stored in 32 bits.
 inline constexpr std::uint64_t kMaxStoredLength = std::numeric_limits<std::uint32_t>::max();
 
+// Two of them add up, and one counted in bits fits, without a check.
+static_assert(sizeof(std::size_t) == sizeof(std::uint64_t));
+
 // A catalogue's file name, and that of the certificate that it is verified with, differ in these.
 inline constexpr const char* kCatalogueExtension = ".bin";
 inline constexpr const char* kCertificateExtension = ".cer";

@@ -14,7 +14,11 @@
 namespace sealkeeper {
 namespace {
 
-void AppendRecord(const CatalogueEntry& entry, LzwCompressor& compressor) {
+// Records are compressed so many bytes at a time, since hashing in between drives the compressor's
+// tables out of the nearer caches.
+constexpr std::size_t kRecordsAtOnceBytes = 262'144;
+
+void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes) {
     std::array<std::uint8_t, entry_record::kFixedBytes> fixed{};
     const std::span<std::uint8_t> record(fixed);
     StoreLittleEndian(entry.fileSizeBytes, record.subspan(entry_record::kFileSizeOffset));
@@ -25,9 +29,9 @@ void AppendRecord(const CatalogueEntry& entry, LzwCompressor& compressor) {
     }
     StoreLittleEndian(static_cast<std::uint32_t>(entry.digests.size()),
                       record.subspan(entry_record::kDigestCountOffset));
-    compressor.Append(fixed);
+    bytes.insert(bytes.end(), fixed.begin(), fixed.end());
     for (const Sha256Digest& digest : entry.digests) {
-        compressor.Append(digest);
+        bytes.insert(bytes.end(), digest.begin(), digest.end());
     }
 }
 
@@ -73,6 +77,7 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
     LzwCompressor compressor(block.compressed);
     FileHasher hasher(files.size(),
                       [&files](std::size_t index) { return OpenCollectedFile(files[index]); });
+    std::vector<std::uint8_t> records;
     CatalogueEntry entry;
     for (const std::wstring& file : files) {
         if (const ResultCode code = BuildCatalogueEntry(file, hasher, entry);
@@ -82,16 +87,21 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
         if (const ResultCode code = ApplyPathAlias(matcher, entry); code != ResultCode::Ok) {
             return code;
         }
-        AppendRecord(entry, compressor);
+        AppendRecord(entry, records);
         block.uncompressedBytes +=
             entry_record::kFixedBytes + entry.digests.size() * entry_record::kDigestBytes;
         ++block.entryCount;
+        if (records.size() >= kRecordsAtOnceBytes) {
+            compressor.Append(records);
+            records.clear();
+        }
         if (const ResultCode code = RequireStorable(
                 block.uncompressedBytes, "Too large for the catalogue: the entry block.\n");
             code != ResultCode::Ok) {
             return code;
         }
     }
+    compressor.Append(records);
     compressor.Finish();
     return ResultCode::Ok;
 }
