@@ -97,8 +97,11 @@ bool ChunkHasher::ReadPiece(std::size_t lane) {
         return false;
     }
     const auto piece = std::span(pieces_[lane].bytes).first(wantedBytes);
-    if (reading.chunk.file->ReadAt(reading.chunk.offset + reading.readBytes, piece) !=
-        wantedBytes) {
+    const auto begun = std::chrono::steady_clock::now();
+    const std::size_t readBytes =
+        reading.chunk.file->ReadAt(reading.chunk.offset + reading.readBytes, piece);
+    source_.OnRead(std::chrono::steady_clock::now() - begun);
+    if (readBytes != wantedBytes) {
         return false;
     }
     reading.readBytes += wantedBytes;

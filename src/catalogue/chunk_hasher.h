@@ -5,6 +5,7 @@
 #define SEALKEEPER_CATALOGUE_CHUNK_HASHER_H
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -43,6 +44,9 @@ class ChunkSource {
 
     // The next chunk; nothing when there is none for now.
     virtual std::optional<ChunkToHash> NextChunk() = 0;
+
+    // A read of some of a chunk's bytes took so long.
+    virtual void OnRead(std::chrono::nanoseconds duration) = 0;
 
     // Not all bytes of `chunk`, given before, could be read.
     virtual void OnUnreadChunk(const ChunkToHash& chunk) = 0;

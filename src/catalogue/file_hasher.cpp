@@ -106,7 +106,7 @@ FileHasher::FileAhead* FileHasher::FileToGiveFrom() {
     return ahead.hasUnreadChunk && ahead.givenChunks >= ahead.takenChunks ? nullptr : &ahead;
 }
 
-// Tells the system of the chunks that come next, so that it can read them meanwhile.
+// Opens what comes next, and tells the system of its chunks, so that it can read them meanwhile.
 void FileHasher::LookAhead() {
     while (advisedBytes_ < kMaxAdvisedBytes && advisedChunks_ < kMaxChunksAhead) {
         FileAhead& last = files_.back();
@@ -123,7 +123,9 @@ void FileHasher::LookAhead() {
 void FileHasher::AdviseNextChunk(FileAhead& ahead) {
     const std::uint64_t index = ahead.advisedChunks++;
     const std::size_t lengthBytes = ChunkLength(index, ahead.file.sizeBytes);
-    ahead.file.reader->File().ReadAhead(ChunkOffset(index, ahead.file.sizeBytes), lengthBytes);
+    if (advice_.TakeAdvice()) {
+        ahead.file.reader->File().ReadAhead(ChunkOffset(index, ahead.file.sizeBytes), lengthBytes);
+    }
     advisedBytes_ += lengthBytes;
     ++advisedChunks_;
 }

@@ -3,6 +3,7 @@
 #ifndef SEALKEEPER_CATALOGUE_FILE_HASHER_H
 #define SEALKEEPER_CATALOGUE_FILE_HASHER_H
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -12,6 +13,7 @@
 
 #include "catalogue/chunk_hasher.h"
 #include "catalogue/chunked_file_reader.h"
+#include "catalogue/read_ahead_policy.h"
 
 namespace sealkeeper {
 
@@ -60,6 +62,7 @@ class FileHasher : private ChunkSource {
     };
 
     std::optional<ChunkToHash> NextChunk() override;
+    void OnRead(std::chrono::nanoseconds duration) override { advice_.OnRead(duration); }
     void OnUnreadChunk(const ChunkToHash& chunk) override;
     FileAhead* FileToGiveFrom();
     void LookAhead();
@@ -75,7 +78,8 @@ class FileHasher : private ChunkSource {
     std::deque<FileAhead> files_;
     // The files of which all chunks were given, counted from the current one.
     std::size_t givenFiles_ = 0;
-    // What the system was told of and the streams were not given yet.
+    ReadAheadPolicy advice_;
+    // What the system was told of, if it is to be told at all, and the streams were not given yet.
     std::uint64_t advisedBytes_ = 0;
     std::uint64_t advisedChunks_ = 0;
     bool hasCurrentFile_ = false;
