@@ -63,7 +63,8 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
         return code;
     }
     std::copy(stored.begin(), stored.end(), entry.path.begin());
-    entry.namePosition = NamePositionOf(entry.path);
+    // 0 when there is no separator.
+    entry.namePosition = static_cast<std::uint32_t>(stored.rfind(u'/') + 1);
     return ResultCode::Ok;
 }
 

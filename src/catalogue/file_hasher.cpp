@@ -140,6 +140,7 @@ void FileHasher::GiveUpCurrentFile() {
     const std::uint64_t sizeBytes = current.file.sizeBytes;
     advisedBytes_ -=
         ChunkOffset(current.advisedChunks, sizeBytes) - ChunkOffset(current.givenChunks, sizeBytes);
+    advisedChunks_ -= current.advisedChunks - current.givenChunks;
     // No more of its chunks are begun; those that were must end before the file is closed.
     current.advisedChunks = current.givenChunks;
     current.file.chunkCount = current.givenChunks;

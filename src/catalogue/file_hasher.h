@@ -18,7 +18,7 @@
 namespace sealkeeper {
 
 struct FileToHash {
-    // Open; null when the file cannot be opened or is not to be read.
+    // Open; null when the file cannot be opened or is not to be read, and it then has no chunks.
     std::unique_ptr<ChunkedFileReader> reader;
     // What the open file is; without a reader, what the caller found out otherwise.
     FileStatus status;
