@@ -4,7 +4,6 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -143,34 +142,6 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
     // Without a single digest taken.
     EXPECT_EQ(files.Hasher().NextFile().chunkCount, 2U);
     files.ExpectNextFile(3);
-}
-
-// What was looked ahead to in a file that is given up no longer counts.
-TEST(FileHasher, LooksAsFarAheadAfterFilesWereGivenUp) {
-    constexpr std::size_t kGivenUp = 20;
-    constexpr std::size_t kFiles = kGivenUp + 300;
-    const TempDirectory directory;
-    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
-    std::size_t openedCount = 0;
-    FileHasher hasher(kFiles, [&](std::size_t index) {
-        ++openedCount;
-        FileToHash file = OpenFileToHash(path);
-        // Those behind the file's end have no bytes.
-        file.chunkCount = index < kGivenUp ? 100 : 1;
-        return file;
-    });
-    for (std::size_t i = 0; i < kGivenUp; ++i) {
-        static_cast<void>(hasher.NextFile());
-        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
-    }
-    std::size_t mostAhead = 0;
-    for (std::size_t i = kGivenUp; i < kFiles; ++i) {
-        static_cast<void>(hasher.NextFile());
-        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
-        // Not before those have gone that were opened while files were given up.
-        mostAhead = std::max(mostAhead, i > kGivenUp + 100 ? openedCount - i : 0);
-    }
-    EXPECT_GE(mostAhead, 60U);
 }
 
 // Leaves the process room for a few more descriptors than it has open.
