@@ -21,11 +21,11 @@ const Bytes& EntryBlock() {
     return block;
 }
 
-// In pieces of about the size of a record, as the program does.
+// In pieces, as the program does.
 Bytes Compressed(const Bytes& block) {
-    constexpr std::size_t kPieceBytes = 560;
+    constexpr std::size_t kPieceBytes = 262'144;
     Bytes compressed;
-    LzwCompressor compressor(compressed);
+    LzwCompressor compressor(compressed, block.size());
     for (auto left = std::span(block); !left.empty();) {
         const std::size_t pieceBytes = std::min(left.size(), kPieceBytes);
         compressor.Append(left.first(pieceBytes));

@@ -74,7 +74,9 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            EntryBlock& block) {
     const AliasMatcher matcher(aliases);
-    LzwCompressor compressor(block.compressed);
+    // Most files have one chunk.
+    LzwCompressor compressor(
+        block.compressed, files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
     FileHasher hasher(files.size(),
                       [&files](std::size_t index) { return OpenCollectedFile(files[index]); });
     std::vector<std::uint8_t> records;

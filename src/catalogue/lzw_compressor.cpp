@@ -4,8 +4,10 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
+#include <utility>
 
 #include "catalogue/lzw_format.h"
+#include "platform/large_pages.h"
 
 namespace sealkeeper {
 namespace {
@@ -111,14 +113,16 @@ class LzwCompressor::Matcher {
         if (next_ == end_) {
             return;
         }
-        if (!hasMatch_) {
-            StartMatch();
-            hasMatch_ = true;
-        }
-        for (MatchOn(); next_ != end_; MatchOn()) {
+        for (bool isBegun = std::exchange(hasMatch_, true);; isBegun = false) {
+            if (!isBegun) {
+                StartMatch();
+            }
+            MatchOn();
+            if (next_ == end_) {
+                return;
+            }
             writer_.Write(matched_);
             dictionary_.Add(matched_, *next_);
-            StartMatch();
         }
     }
 
@@ -191,7 +195,12 @@ class LzwCompressor::Matcher {
     std::uint16_t matched_ = 0;
 };
 
-LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output) {
+LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes) {
+    // An entry block becomes smaller than half of it unless most of it is digests.
+    const std::size_t before = output.size();
+    const std::size_t expected = lzw::kPrefix.size() + expectedBytes / 2;
+    output.reserve(before + expected);
+    PreferLargePages(output.data() + before, expected);
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
     matcher_ = std::make_unique<Matcher>(output);
 }

@@ -2,6 +2,7 @@
 #ifndef SEALKEEPER_CATALOGUE_LZW_COMPRESSOR_H
 #define SEALKEEPER_CATALOGUE_LZW_COMPRESSOR_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -11,8 +12,9 @@ namespace sealkeeper {
 
 class LzwCompressor {
   public:
-    // Appends to `output`, which is nobody else's until `Finish`.
-    explicit LzwCompressor(std::vector<std::uint8_t>& output);
+    // Appends to `output`, which is nobody else's until `Finish`, and makes room there for about
+    // `expectedBytes` bytes of input; more may come, or less.
+    explicit LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes = 0);
     LzwCompressor(const LzwCompressor&) = delete;
     LzwCompressor& operator=(const LzwCompressor&) = delete;
     ~LzwCompressor();
