@@ -4,7 +4,6 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
-#include <utility>
 
 #include "catalogue/lzw_format.h"
 #include "platform/large_pages.h"
@@ -16,19 +15,19 @@ namespace {
 class CodeWriter {
   public:
     explicit CodeWriter(std::vector<std::uint8_t>& output)
-        : output_(output), written_(output.size()) {}
+        : output_(&output), written_(output.size()) {}
 
     void Write(std::uint16_t code) {
-        if (output_.size() - written_ < sizeof(pending_)) {
+        if (output_->size() - written_ < sizeof(pending_)) {
             // In pieces, so that the zeros which a piece starts with never leave the cache.
-            output_.resize(output_.size() + kPieceBytes);
+            output_->resize(output_->size() + kPieceBytes);
         }
         pending_ |= static_cast<std::uint64_t>(code) << pendingBits_;
         pendingBits_ += lzw::kCodeBits;
         // All pending bits as a number of this machine; what is behind the whole bytes is written
         // again.
         static_assert(std::endian::native == std::endian::little);
-        std::memcpy(output_.data() + written_, &pending_, sizeof(pending_));
+        std::memcpy(output_->data() + written_, &pending_, sizeof(pending_));
         const unsigned wholeBytes = pendingBits_ / kByteBits;
         written_ += wholeBytes;
         pending_ >>= wholeBytes * kByteBits;
@@ -36,13 +35,13 @@ class CodeWriter {
     }
 
     // Cuts the buffer behind the last code, which is padded with zero bits.
-    void Finish() { output_.resize(written_ + (pendingBits_ > 0 ? 1 : 0)); }
+    void Finish() { output_->resize(written_ + (pendingBits_ > 0 ? 1 : 0)); }
 
   private:
     static constexpr unsigned kByteBits = 8;
     static constexpr std::size_t kPieceBytes = 65536;
 
-    std::vector<std::uint8_t>& output_;
+    std::vector<std::uint8_t>* output_;
     std::size_t written_;
     std::uint64_t pending_ = 0;
     unsigned pendingBits_ = 0;
@@ -102,34 +101,55 @@ class CompressorDictionary {
 
 }  // namespace
 
-// Finds the longest strings of the dictionary in the input and writes their codes.
-class LzwCompressor::Matcher {
-  public:
-    explicit Matcher(std::vector<std::uint8_t>& output) : writer_(output) {}
+// What is known between two pieces of input.
+struct LzwCompressor::State {
+    explicit State(std::vector<std::uint8_t>& output) : writer(output) {}
 
-    void Append(std::span<const std::uint8_t> input) {
-        next_ = input.data();
-        end_ = next_ + input.size();
-        if (next_ == end_) {
-            return;
+    CodeWriter writer;
+    CompressorDictionary dictionary;
+    bool hasMatch = false;
+    // The code of the string that the input so far ends in and no code was written for.
+    std::uint16_t matched = 0;
+};
+
+namespace {
+
+// Finds the longest strings of the dictionary in one piece of input and writes their codes.
+//
+// Works on copies of the small parts of the state: to the compiler, the bytes that are written
+// could be part of anything that others can reach, and it would load that again for every code.
+class Matcher {
+  public:
+    Matcher(CompressorDictionary& dictionary, const CodeWriter& writer, std::uint16_t matched,
+            std::span<const std::uint8_t> input)
+        : dictionary_(dictionary),
+          writer_(writer),
+          matched_(matched),
+          next_(input.data()),
+          end_(input.data() + input.size()) {}
+
+    // Begins a match with what is next; the input has not ended.
+    void StartMatch() {
+        if (*next_ == 0 && StartsManyZeros()) {
+            MatchZeros();
+        } else {
+            matched_ = *next_++;
         }
-        for (bool isBegun = std::exchange(hasMatch_, true);; isBegun = false) {
-            if (!isBegun) {
-                StartMatch();
-            }
-            MatchOn();
-            if (next_ == end_) {
-                return;
-            }
+    }
+
+    // Goes on with the match to the end of the input, whose last match is left to what follows.
+    void Run() {
+        MatchOn();
+        while (next_ != end_) {
             writer_.Write(matched_);
             dictionary_.Add(matched_, *next_);
+            StartMatch();
+            MatchOn();
         }
     }
 
-    void Finish() {
-        writer_.Write(matched_);
-        writer_.Finish();
-    }
+    [[nodiscard]] const CodeWriter& Writer() const { return writer_; }
+    [[nodiscard]] std::uint16_t Matched() const { return matched_; }
 
   private:
     // Zero bytes are told eight at a time.
@@ -146,14 +166,6 @@ class LzwCompressor::Matcher {
     }
 
     [[nodiscard]] bool StartsManyZeros() const { return StartsWord(next_) && WordAt(next_) == 0; }
-
-    void StartMatch() {
-        if (*next_ == 0 && StartsManyZeros()) {
-            MatchZeros();
-        } else {
-            matched_ = *next_++;
-        }
-    }
 
     // Takes all zero bytes from here on; the last ones that have a string stay matched.
     void MatchZeros() {
@@ -186,14 +198,14 @@ class LzwCompressor::Matcher {
         }
     }
 
-    const std::uint8_t* next_ = nullptr;
-    const std::uint8_t* end_ = nullptr;
+    CompressorDictionary& dictionary_;
     CodeWriter writer_;
-    CompressorDictionary dictionary_;
-    bool hasMatch_ = false;
-    // The code of the string that the input so far ends in and no code was written for.
-    std::uint16_t matched_ = 0;
+    std::uint16_t matched_;
+    const std::uint8_t* next_;
+    const std::uint8_t* const end_;
 };
+
+}  // namespace
 
 LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes) {
     // An entry block becomes smaller than half of it unless most of it is digests.
@@ -202,17 +214,28 @@ LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expe
     output.reserve(before + expected);
     PreferLargePages(output.data() + before, expected);
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
-    matcher_ = std::make_unique<Matcher>(output);
+    state_ = std::make_unique<State>(output);
 }
 
 LzwCompressor::~LzwCompressor() = default;
 
 void LzwCompressor::Append(std::span<const std::uint8_t> input) {
-    matcher_->Append(input);
+    if (input.empty()) {
+        return;
+    }
+    Matcher matcher(state_->dictionary, state_->writer, state_->matched, input);
+    if (!state_->hasMatch) {
+        matcher.StartMatch();
+        state_->hasMatch = true;
+    }
+    matcher.Run();
+    state_->writer = matcher.Writer();
+    state_->matched = matcher.Matched();
 }
 
 void LzwCompressor::Finish() {
-    matcher_->Finish();
+    state_->writer.Write(state_->matched);
+    state_->writer.Finish();
 }
 
 }  // namespace sealkeeper

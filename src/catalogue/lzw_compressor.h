@@ -26,8 +26,8 @@ class LzwCompressor {
     void Finish();
 
   private:
-    class Matcher;
-    std::unique_ptr<Matcher> matcher_;
+    struct State;
+    std::unique_ptr<State> state_;
 };
 
 }  // namespace sealkeeper
