@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <cstddef>
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -142,6 +144,48 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
     // Without a single digest taken.
     EXPECT_EQ(files.Hasher().NextFile().chunkCount, 2U);
     files.ExpectNextFile(3);
+}
+
+// What the system was told of in vain must not count against the files behind two that have more
+// chunks than are looked ahead to.
+void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
+    const TempDirectory directory;
+    // Small enough that all those files are looked ahead to, and large enough that few are hashed
+    // meanwhile.
+    const std::string content = PatternText(kChunkBytes / 8);
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", content));
+    constexpr std::size_t kFileCount = 30;
+    std::size_t openedCount = 0;
+    FileHasher hasher(kFileCount, [&](std::size_t index) {
+        ++openedCount;
+        return index < 2 ? openGivenUp() : OpenFileToHash(path);
+    });
+    for (std::size_t givenUp = 1; givenUp <= 2; ++givenUp) {
+        static_cast<void>(hasher.NextFile());
+        EXPECT_TRUE(hasher.NextDigest().isRead);
+        EXPECT_EQ(openedCount, givenUp);
+    }
+    EXPECT_EQ(hasher.NextFile().chunkCount, 1U);
+    EXPECT_EQ(test::Hex(hasher.NextDigest().digest), Sha256Hex(test::BytesOf(content)));
+    EXPECT_EQ(openedCount, kFileCount);
+}
+
+TEST(FileHasher, LooksAheadAsFarBehindBytesThatWereGivenUp) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("f", "");
+    std::filesystem::resize_file(path, 20 * kChunkBytes);
+    ExpectToLookAheadBehind([&] { return OpenFileToHash(Utf8ToWide(path)); });
+}
+
+TEST(FileHasher, LooksAheadAsFarBehindChunksThatWereGivenUp) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    ExpectToLookAheadBehind([&] {
+        FileToHash file = OpenFileToHash(path);
+        // Behind the end, where they have no bytes.
+        file.chunkCount = 1000;
+        return file;
+    });
 }
 
 // Leaves the process room for a few more descriptors than it has open.
