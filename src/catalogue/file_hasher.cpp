@@ -29,6 +29,13 @@ std::size_t FilesToOpenAtOnce(std::size_t fileCount) {
     return free > kSpareDescriptors ? free - kSpareDescriptors : 1;
 }
 
+// Whether to open a file again that was opened ahead. Whatever is done to an open file, its removal
+// and its replacement by another included, changes its status; what is done to the directories and
+// links on the way to it goes unseen.
+bool IsOutdated(const FileToHash& file) {
+    return !file.reader || file.reader->File().Status() != file.status;
+}
+
 // In bytes; 0 for a chunk behind the end of the file.
 std::size_t ChunkLength(std::uint64_t index, std::uint64_t sizeBytes) {
     return static_cast<std::size_t>(ChunkOffset(index + 1, sizeBytes) -
@@ -53,17 +60,23 @@ FileHasher::FileHasher(std::size_t fileCount, OpenFile open, std::unique_ptr<Sha
       chunks_(*this, std::move(streams)) {}
 
 FileToHash& FileHasher::NextFile() {
+    again_.reset();
     if (hasCurrentFile_) {
         GiveUpCurrentFile();
     }
-    if (files_.empty()) {
+    const bool isOpenedAhead = !files_.empty();
+    if (!isOpenedAhead) {
         OpenNextFile();
     }
     hasCurrentFile_ = true;
-    return files_.front().file;
+    FileToHash& file = files_.front().file;
+    return isOpenedAhead && IsOutdated(file) ? OpenCurrentFileAgain() : file;
 }
 
 HashedChunk FileHasher::NextDigest() {
+    if (again_) {
+        return again_->NextDigest();
+    }
     ++files_.front().takenChunks;
     return chunks_.Take();
 }
@@ -133,6 +146,13 @@ void FileHasher::AdviseNextChunk(FileAhead& ahead) {
 void FileHasher::OpenNextFile() {
     files_.emplace_back().file = open_(openedCount_);
     ++openedCount_;
+}
+
+FileToHash& FileHasher::OpenCurrentFileAgain() {
+    const std::size_t index = openedCount_ - files_.size();
+    GiveUpCurrentFile();
+    again_ = std::make_unique<FileHasher>(1, [this, index](std::size_t) { return open_(index); });
+    return again_->NextFile();
 }
 
 void FileHasher::GiveUpCurrentFile() {

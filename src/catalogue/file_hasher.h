@@ -39,12 +39,15 @@ class FileHasher : private ChunkSource {
     using OpenFile = std::function<FileToHash(std::size_t index)>;
 
     // `open` is called once for each of `fileCount` files, in order, but some files ahead, as far
-    // as that leaves descriptors for the rest of the program. An exception from it, or for lack of
-    // memory, comes out of the operations below; the hasher can then only be destroyed.
+    // as that leaves descriptors for the rest of the program; and once more for a file that was
+    // opened ahead when its turn comes, if it has changed since or could not be opened. An
+    // exception from it, or for lack of memory, comes out of the operations below; the hasher can
+    // then only be destroyed.
     FileHasher(std::size_t fileCount, OpenFile open,
                std::unique_ptr<Sha256Streams> streams = MakeSha256Streams());
 
-    // Goes on to the next file, of which there is one, and gives up what is left of the one before.
+    // Goes on to the next file, of which there is one, and gives up what is left of the one before,
+    // which is then closed. What was read of the file ahead counts only if it is still the same.
     FileToHash& NextFile();
 
     // The digest of the next chunk of that file, of which there is one.
@@ -68,6 +71,7 @@ class FileHasher : private ChunkSource {
     void LookAhead();
     void AdviseNextChunk(FileAhead& ahead);
     void OpenNextFile();
+    FileToHash& OpenCurrentFileAgain();
     void GiveUpCurrentFile();
 
     std::size_t fileCount_;
@@ -83,6 +87,8 @@ class FileHasher : private ChunkSource {
     std::uint64_t advisedBytes_ = 0;
     std::uint64_t advisedChunks_ = 0;
     bool hasCurrentFile_ = false;
+    // Hashes the current file alone when what was read ahead of it does not count.
+    std::unique_ptr<FileHasher> again_;
     ChunkHasher chunks_;
 };
 

@@ -32,12 +32,22 @@ FileType TypeFrom(mode_t mode) {
     return S_ISFIFO(mode) ? FileType::Fifo : FileType::Other;
 }
 
+const timespec& ChangeTimeOf(const struct stat& status) {
+#if defined(__APPLE__)
+    return status.st_ctimespec;
+#else
+    return status.st_ctim;
+#endif
+}
+
 FileStatus StatusFrom(const struct stat& status) {
     const FileType type = TypeFrom(status.st_mode);
     // POSIX leaves st_size undefined for other types; some systems put the bytes waiting in a FIFO
     // there.
     const bool hasSize = type == FileType::Regular || type == FileType::Directory;
-    return {type, hasSize ? status.st_size : 0};
+    const timespec& changeTime = ChangeTimeOf(status);
+    return {type, hasSize ? status.st_size : 0, status.st_nlink, changeTime.tv_sec,
+            changeTime.tv_nsec};
 }
 
 }  // namespace

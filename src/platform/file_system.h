@@ -16,6 +16,14 @@ enum class FileType { Missing, Regular, Directory, Fifo, Other };
 struct FileStatus {
     FileType type = FileType::Missing;
     std::int64_t sizeBytes = 0;
+    // How many names it has in its file system: none once it was removed or replaced.
+    std::uint64_t linkCount = 0;
+    // When the content, the names or the permissions last changed, as finely as the system tells
+    // times apart (POSIX `st_ctim`).
+    std::int64_t changeSeconds = 0;
+    std::int64_t changeNanoseconds = 0;
+
+    bool operator==(const FileStatus&) const = default;
 };
 
 // The status of the open file `descriptor`, `Missing` when it cannot be told.
