@@ -29,13 +29,6 @@ std::size_t FilesToOpenAtOnce(std::size_t fileCount) {
     return free > kSpareDescriptors ? free - kSpareDescriptors : 1;
 }
 
-// Whether to open a file again that was opened ahead. Whatever is done to an open file, its removal
-// and its replacement by another included, changes its status; what is done to the directories and
-// links on the way to it goes unseen.
-bool IsOutdated(const FileToHash& file) {
-    return !file.reader || file.reader->File().Status() != file.status;
-}
-
 // In bytes; 0 for a chunk behind the end of the file.
 std::size_t ChunkLength(std::uint64_t index, std::uint64_t sizeBytes) {
     return static_cast<std::size_t>(ChunkOffset(index + 1, sizeBytes) -
@@ -69,8 +62,8 @@ FileToHash& FileHasher::NextFile() {
         OpenNextFile();
     }
     hasCurrentFile_ = true;
-    FileToHash& file = files_.front().file;
-    return isOpenedAhead && IsOutdated(file) ? OpenCurrentFileAgain() : file;
+    FileAhead& current = files_.front();
+    return isOpenedAhead && IsOutdated(current) ? OpenCurrentFileAgain() : current.file;
 }
 
 HashedChunk FileHasher::NextDigest() {
@@ -144,8 +137,21 @@ void FileHasher::AdviseNextChunk(FileAhead& ahead) {
 }
 
 void FileHasher::OpenNextFile() {
-    files_.emplace_back().file = open_(openedCount_);
+    FileAhead& ahead = files_.emplace_back();
+    ahead.openedAt = Clock::now();
+    ahead.file = open_(openedCount_);
     ++openedCount_;
+}
+
+// Whether to open a file again that was opened ahead. Whatever is done to an open file, its removal
+// and its replacement by another included, changes its status; what is done to the directories and
+// links on the way to it goes unseen.
+bool FileHasher::IsOutdated(const FileAhead& ahead) {
+    if (!ahead.file.reader) {
+        return true;
+    }
+    return Clock::now() - ahead.openedAt > kFreshTime &&
+           ahead.file.reader->File().Status() != ahead.file.status;
 }
 
 FileToHash& FileHasher::OpenCurrentFileAgain() {

@@ -38,24 +38,31 @@ class FileHasher : private ChunkSource {
   public:
     using OpenFile = std::function<FileToHash(std::size_t index)>;
 
+    // A file that was opened so long before its turn, or less, counts as opened then. More than it
+    // takes to hash the small files that are opened ahead of it.
+    static constexpr std::chrono::milliseconds kFreshTime{5};
+
     // `open` is called once for each of `fileCount` files, in order, but some files ahead, as far
-    // as that leaves descriptors for the rest of the program; and once more for a file that was
-    // opened ahead when its turn comes, if it has changed since or could not be opened. An
+    // as that leaves descriptors for the rest of the program; and once more when the turn comes of
+    // a file that could not be opened ahead, or has changed since and is not fresh any more. An
     // exception from it, or for lack of memory, comes out of the operations below; the hasher can
     // then only be destroyed.
     FileHasher(std::size_t fileCount, OpenFile open,
                std::unique_ptr<Sha256Streams> streams = MakeSha256Streams());
 
     // Goes on to the next file, of which there is one, and gives up what is left of the one before,
-    // which is then closed. What was read of the file ahead counts only if it is still the same.
+    // which is then closed.
     FileToHash& NextFile();
 
     // The digest of the next chunk of that file, of which there is one.
     [[nodiscard]] HashedChunk NextDigest();
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     struct FileAhead {
         FileToHash file;
+        Clock::time_point openedAt;
         // How many chunks the system was told of, how many the streams were given, and how many
         // digests were asked for.
         std::uint64_t advisedChunks = 0;
@@ -63,6 +70,8 @@ class FileHasher : private ChunkSource {
         std::uint64_t takenChunks = 0;
         bool hasUnreadChunk = false;
     };
+
+    static bool IsOutdated(const FileAhead& ahead);
 
     std::optional<ChunkToHash> NextChunk() override;
     void OnRead(std::chrono::nanoseconds duration) override { advice_.OnRead(duration); }

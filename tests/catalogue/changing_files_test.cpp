@@ -1,11 +1,13 @@
 // Files that change after they were opened ahead and before their turn comes.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "catalogue/catalogue_format.h"
@@ -35,6 +37,11 @@ struct Change {
 
 void PrintTo(const Change& change, std::ostream* stream) {
     *stream << change.name;
+}
+
+// Until what was opened ahead is not taken to be unchanged any more.
+void WaitUntilNotFresh() {
+    std::this_thread::sleep_for(FileHasher::kFreshTime + std::chrono::milliseconds(1));
 }
 
 const std::string& Before() {
@@ -84,6 +91,7 @@ class ChangingFile : public testing::TestWithParam<Change> {
 TEST_P(ChangingFile, IsHashedAsItIsWhenItsTurnComes) {
     HashFirstFile();
     GetParam().make(directory_, paths_[2]);
+    WaitUntilNotFresh();
     ExpectNextFile(Before());
     EXPECT_EQ(openedCount_, 4U);
     if (GetParam().content) {
@@ -100,6 +108,7 @@ TEST_P(ChangingFile, IsHashedAsItIsWhenItsTurnComes) {
 TEST_P(ChangingFile, MayBeGivenUp) {
     HashFirstFile();
     GetParam().make(directory_, paths_[2]);
+    WaitUntilNotFresh();
     static_cast<void>(hasher_.NextFile());
     static_cast<void>(hasher_.NextFile());
     ExpectNextFile(Before());
@@ -163,6 +172,7 @@ TEST(ChangingLargeFile, IsHashedAsItIsWhenItsTurnComes) {
     EXPECT_TRUE(hasher.NextDigest().isRead);
     std::filesystem::resize_file(paths[1], 2 * kChunkBytes + 1);
     const std::string content = ReadFile(paths[1]);
+    WaitUntilNotFresh();
     ASSERT_EQ(hasher.NextFile().chunkCount, 3U);
     for (std::size_t at = 0; at < content.size(); at += kChunkBytes) {
         EXPECT_EQ(Hex(hasher.NextDigest().digest),
