@@ -45,7 +45,7 @@ class ChunkSource {
     // The next chunk; nothing when there is none for now.
     virtual std::optional<ChunkToHash> NextChunk() = 0;
 
-    // A read of some of a chunk's bytes took so long.
+    // `duration` is what one read of a chunk's bytes took.
     virtual void OnRead(std::chrono::nanoseconds duration) = 0;
 
     // Not all bytes of `chunk`, given before, could be read.

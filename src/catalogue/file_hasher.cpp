@@ -16,8 +16,9 @@ constexpr std::size_t kMaxOpenFiles = 64;
 // system's converter.
 constexpr std::size_t kSpareDescriptors = 4;
 
-// How much the system is told to bring in. Enough for a disk to work on for some milliseconds.
-constexpr std::uint64_t kMaxAdvisedBytes = std::uint64_t{16} << 20U;
+// How much the system is told to bring in, into its own memory: what a fast disk delivers in some
+// hundredths of a second, so that it does not stand still while the processor does something else.
+constexpr std::uint64_t kMaxAdvisedBytes = std::uint64_t{64} << 20U;
 
 // Chunks behind the end of a file have no bytes and take no time, and a catalogue can list any
 // number of them: without a limit all would be done while the first chunk is being hashed.
@@ -129,7 +130,7 @@ void FileHasher::LookAhead() {
 void FileHasher::AdviseNextChunk(FileAhead& ahead) {
     const std::uint64_t index = ahead.advisedChunks++;
     const std::size_t lengthBytes = ChunkLength(index, ahead.file.sizeBytes);
-    if (advice_.TakeAdvice()) {
+    if (advice_.ShouldAdvise(InputFile::ReadAheadSteps(lengthBytes))) {
         ahead.file.reader->File().ReadAhead(ChunkOffset(index, ahead.file.sizeBytes), lengthBytes);
     }
     advisedBytes_ += lengthBytes;

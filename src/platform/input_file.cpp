@@ -9,6 +9,13 @@
 
 namespace sealkeeper {
 
+namespace {
+
+// Some systems take no more of one advice than what they give a disk in one request.
+constexpr std::size_t kReadAheadStepBytes = 262'144;
+
+}  // namespace
+
 static_assert(sizeof(off_t) == sizeof(std::int64_t), "positions in files have 64 bits");
 
 std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
@@ -27,11 +34,13 @@ std::size_t InputFile::ReadAt(std::uint64_t offset, std::span<std::uint8_t> byte
 }
 
 void InputFile::ReadAhead(std::uint64_t offset, std::size_t lengthBytes) const {
-    // Some systems take no more of one advice than what they give a disk in one request.
-    constexpr std::size_t kStepBytes = 262'144;
-    for (std::size_t advised = 0; advised < lengthBytes; advised += kStepBytes) {
-        Advise(offset + advised, std::min(kStepBytes, lengthBytes - advised));
+    for (std::size_t advised = 0; advised < lengthBytes; advised += kReadAheadStepBytes) {
+        Advise(offset + advised, std::min(kReadAheadStepBytes, lengthBytes - advised));
     }
+}
+
+std::size_t InputFile::ReadAheadSteps(std::size_t lengthBytes) {
+    return lengthBytes / kReadAheadStepBytes + (lengthBytes % kReadAheadStepBytes != 0 ? 1 : 0);
 }
 
 // A hint: that it cannot be given changes nothing.

@@ -29,6 +29,9 @@ class InputFile {
     // Tells the system that these bytes will be read soon, so that a disk can fetch them meanwhile.
     void ReadAhead(std::uint64_t offset, std::size_t lengthBytes) const;
 
+    // How many system calls that takes.
+    [[nodiscard]] static std::size_t ReadAheadSteps(std::size_t lengthBytes);
+
   private:
     void Advise(std::uint64_t offset, std::size_t lengthBytes) const;
 

@@ -125,6 +125,22 @@ TEST(FileHasher, ManySmallFiles) {
     }
 }
 
+TEST(FileHasher, LooksAheadToSomeLargeFilesOnly) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("f", "");
+    std::filesystem::resize_file(path, kChunkBytes);
+    std::size_t openedCount = 0;
+    FileHasher hasher(60, [&](std::size_t /*index*/) {
+        ++openedCount;
+        return OpenFileToHash(Utf8ToWide(path));
+    });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    // Those that are being hashed, and behind them some more to read meanwhile.
+    EXPECT_GE(openedCount, 2 * kMaxSha256Streams);
+    EXPECT_LE(openedCount, 6 * kMaxSha256Streams);
+}
+
 // They keep no stream busy, so it is their number alone that stops the look ahead.
 TEST(FileHasher, ManyEmptyFiles) {
     std::vector<std::size_t> sizes(300);
@@ -173,7 +189,7 @@ void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
 TEST(FileHasher, LooksAheadAsFarBehindBytesThatWereGivenUp) {
     const TempDirectory directory;
     const std::string path = directory.WriteFile("f", "");
-    std::filesystem::resize_file(path, 20 * kChunkBytes);
+    std::filesystem::resize_file(path, 40 * kChunkBytes);
     ExpectToLookAheadBehind([&] { return OpenFileToHash(Utf8ToWide(path)); });
 }
 

@@ -1,5 +1,6 @@
 #include "platform/input_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -57,6 +58,22 @@ TEST_F(InputFileFaults, InterruptedReadEndsWhereTheFileDoes) {
     EXPECT_EQ(ReadText(6, 5), "gh");
     EXPECT_TRUE(fault.Struck());
 }
+
+// The other systems' advice cannot be counted here.
+#ifdef POSIX_FADV_WILLNEED
+
+TEST_F(InputFileFaults, ReadingAheadTakesTheStepsThatItIsSaidTo) {
+    EXPECT_EQ(InputFile::ReadAheadSteps(0), 0U);
+    EXPECT_EQ(InputFile::ReadAheadSteps(1), 1U);
+    for (const std::size_t lengthBytes :
+         std::vector<std::size_t>{0, 1, 262'144, 262'145, 4'194'304}) {
+        test::ResetCallCount(Call::Advise);
+        file_.ReadAhead(0, lengthBytes);
+        EXPECT_EQ(test::CallCount(Call::Advise), InputFile::ReadAheadSteps(lengthBytes));
+    }
+}
+
+#endif
 
 }  // namespace
 }  // namespace sealkeeper
