@@ -1,4 +1,5 @@
-// Reads one file chunk by chunk through a single buffer.
+// One file of the game, open under its path or the one that the index has for it. What reads it
+// without a buffer goes by `File`; chunk by chunk, it is read through a single buffer.
 #ifndef SEALKEEPER_CATALOGUE_CHUNKED_FILE_READER_H
 #define SEALKEEPER_CATALOGUE_CHUNKED_FILE_READER_H
 
@@ -17,7 +18,7 @@ class ChunkedFileReader {
     ChunkedFileReader(std::wstring path, std::size_t chunkBytes);
 
     // Opens the file at the path or, where that fails, at the path that the process's game-file
-    // index has for it, which becomes the reader's path. False when neither can be opened.
+    // index has for it, which becomes the reader's path. Once. False when neither can be opened.
     [[nodiscard]] bool Open();
 
     [[nodiscard]] const std::wstring& Path() const { return path_; }
@@ -37,7 +38,7 @@ class ChunkedFileReader {
     // Moves a reader that has its buffer to `positionBytes`, which is at most the expected size.
     void SeekTo(std::uint64_t positionBytes);
 
-    // The open file, for reading past the buffer and the position.
+    // The open file, for reading past the buffer and the position. Lives as long as the reader.
     [[nodiscard]] const InputFile& File() const { return file_; }
 
     // The bytes that the last `ReadNextChunk` read; good until the next one.

@@ -18,7 +18,7 @@ constexpr std::size_t kSpareDescriptors = 4;
 
 // How much the system is told to bring in, into its own memory: what a fast disk delivers in some
 // hundredths of a second, so that it does not stand still while the processor does something else.
-constexpr std::uint64_t kMaxAdvisedBytes = std::uint64_t{64} << 20U;
+constexpr std::uint64_t kMaxBytesAhead = std::uint64_t{64} << 20U;
 
 // Chunks behind the end of a file have no bytes and take no time, and a catalogue can list any
 // number of them: without a limit all would be done while the first chunk is being hashed.
@@ -71,7 +71,11 @@ HashedChunk FileHasher::NextDigest() {
     if (again_) {
         return again_->NextDigest();
     }
-    ++files_.front().takenChunks;
+    FileAhead& current = files_.front();
+    if (current.takenChunks == current.file.chunkCount) {
+        return {};
+    }
+    ++current.takenChunks;
     return chunks_.Take();
 }
 
@@ -86,8 +90,8 @@ std::optional<ChunkToHash> FileHasher::NextChunk() {
     }
     const std::uint64_t index = ahead->givenChunks++;
     const std::size_t lengthBytes = ChunkLength(index, ahead->file.sizeBytes);
-    advisedBytes_ -= lengthBytes;
-    --advisedChunks_;
+    bytesAhead_ -= lengthBytes;
+    --chunksAhead_;
     return ChunkToHash{&ahead->file.reader->File(), ChunkOffset(index, ahead->file.sizeBytes),
                        lengthBytes};
 }
@@ -113,12 +117,13 @@ FileHasher::FileAhead* FileHasher::FileToGiveFrom() {
     return ahead.hasUnreadChunk && ahead.givenChunks >= ahead.takenChunks ? nullptr : &ahead;
 }
 
-// Opens what comes next, and tells the system of its chunks, so that it can read them meanwhile.
+// Opens what comes next, and tells the system of its chunks, so that it can read them meanwhile,
+// unless it seems to have them in memory.
 void FileHasher::LookAhead() {
-    while (advisedBytes_ < kMaxAdvisedBytes && advisedChunks_ < kMaxChunksAhead) {
+    while (bytesAhead_ < kMaxBytesAhead && chunksAhead_ < kMaxChunksAhead) {
         FileAhead& last = files_.back();
-        if (last.advisedChunks < last.file.chunkCount) {
-            AdviseNextChunk(last);
+        if (last.seenChunks < last.file.chunkCount) {
+            LookAtNextChunk(last);
         } else if (openedCount_ < fileCount_ && files_.size() < maxOpenFiles_) {
             OpenNextFile();
         } else {
@@ -127,14 +132,14 @@ void FileHasher::LookAhead() {
     }
 }
 
-void FileHasher::AdviseNextChunk(FileAhead& ahead) {
-    const std::uint64_t index = ahead.advisedChunks++;
+void FileHasher::LookAtNextChunk(FileAhead& ahead) {
+    const std::uint64_t index = ahead.seenChunks++;
     const std::size_t lengthBytes = ChunkLength(index, ahead.file.sizeBytes);
     if (advice_.ShouldAdvise(InputFile::ReadAheadSteps(lengthBytes))) {
         ahead.file.reader->File().ReadAhead(ChunkOffset(index, ahead.file.sizeBytes), lengthBytes);
     }
-    advisedBytes_ += lengthBytes;
-    ++advisedChunks_;
+    bytesAhead_ += lengthBytes;
+    ++chunksAhead_;
 }
 
 void FileHasher::OpenNextFile() {
@@ -165,11 +170,11 @@ FileToHash& FileHasher::OpenCurrentFileAgain() {
 void FileHasher::GiveUpCurrentFile() {
     FileAhead& current = files_.front();
     const std::uint64_t sizeBytes = current.file.sizeBytes;
-    advisedBytes_ -=
-        ChunkOffset(current.advisedChunks, sizeBytes) - ChunkOffset(current.givenChunks, sizeBytes);
-    advisedChunks_ -= current.advisedChunks - current.givenChunks;
+    bytesAhead_ -=
+        ChunkOffset(current.seenChunks, sizeBytes) - ChunkOffset(current.givenChunks, sizeBytes);
+    chunksAhead_ -= current.seenChunks - current.givenChunks;
     // No more of its chunks are begun; those that were must end before the file is closed.
-    current.advisedChunks = current.givenChunks;
+    current.seenChunks = current.givenChunks;
     current.file.chunkCount = current.givenChunks;
     while (current.takenChunks < current.givenChunks) {
         static_cast<void>(NextDigest());

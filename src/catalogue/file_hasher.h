@@ -51,10 +51,10 @@ class FileHasher : private ChunkSource {
                std::unique_ptr<Sha256Streams> streams = MakeSha256Streams());
 
     // Goes on to the next file, of which there is one, and gives up what is left of the one before,
-    // which is then closed.
+    // which is then closed. The file stays where it is until the next call.
     FileToHash& NextFile();
 
-    // The digest of the next chunk of that file, of which there is one.
+    // The digest of the next chunk of that file; behind the last one, a chunk that was not read.
     [[nodiscard]] HashedChunk NextDigest();
 
   private:
@@ -63,9 +63,9 @@ class FileHasher : private ChunkSource {
     struct FileAhead {
         FileToHash file;
         Clock::time_point openedAt;
-        // How many chunks the system was told of, how many the streams were given, and how many
+        // How many chunks were looked ahead to, how many the streams were given, and how many
         // digests were asked for.
-        std::uint64_t advisedChunks = 0;
+        std::uint64_t seenChunks = 0;
         std::uint64_t givenChunks = 0;
         std::uint64_t takenChunks = 0;
         bool hasUnreadChunk = false;
@@ -78,7 +78,7 @@ class FileHasher : private ChunkSource {
     void OnUnreadChunk(const ChunkToHash& chunk) override;
     FileAhead* FileToGiveFrom();
     void LookAhead();
-    void AdviseNextChunk(FileAhead& ahead);
+    void LookAtNextChunk(FileAhead& ahead);
     void OpenNextFile();
     FileToHash& OpenCurrentFileAgain();
     void GiveUpCurrentFile();
@@ -92,9 +92,9 @@ class FileHasher : private ChunkSource {
     // The files of which all chunks were given, counted from the current one.
     std::size_t givenFiles_ = 0;
     ReadAheadPolicy advice_;
-    // What the system was told of, if it is to be told at all, and the streams were not given yet.
-    std::uint64_t advisedBytes_ = 0;
-    std::uint64_t advisedChunks_ = 0;
+    // What was looked ahead to and the streams were not given yet.
+    std::uint64_t bytesAhead_ = 0;
+    std::uint64_t chunksAhead_ = 0;
     bool hasCurrentFile_ = false;
     // Hashes the current file alone when what was read ahead of it does not count.
     std::unique_ptr<FileHasher> again_;

@@ -39,22 +39,26 @@ class ChunkJudge {
 
   private:
     bool ReadOnceMore(std::uint32_t index, HashedChunk& chunk) {
-        if (!hasBuffer_ && !AllocateBuffer(reader_)) {
+        if (!HasBuffer()) {
             return false;
         }
-        hasBuffer_ = true;
         chunk = ReadChunk(reader_, index);
         return chunk.isRead;
+    }
+
+    bool HasBuffer() {
+        try {
+            hasBuffer_ = hasBuffer_ || reader_.AllocateBuffer(entry_.FileSizeBytes());
+        } catch (const std::bad_alloc&) {
+            // To have no memory for another reading fails this file alone.
+        }
+        return hasBuffer_;
     }
 
     // A chunk that differs is read afresh, because a read may have gone wrong; what differs still
     // is up to the handler.
     ResultCode RecoverChunk(std::uint32_t index) {
-        ChunkedFileReader second(reader_.Path(), kChunkBytes);
-        if (!second.Open() || !AllocateBuffer(second)) {
-            return ResultCode::FileVerificationIOError;
-        }
-        const HashedChunk chunk = ReadChunk(second, index);
+        const HashedChunk chunk = ReadAfresh(index);
         if (!chunk.isRead) {
             return ResultCode::FileVerificationIOError;
         }
@@ -65,12 +69,16 @@ class ChunkJudge {
         return ResultCode::Ok;
     }
 
-    // To have no memory for another reading fails this file alone.
-    bool AllocateBuffer(ChunkedFileReader& reader) const {
+    // With a reader of its own. Without the memory for it the chunk is not read.
+    [[nodiscard]] HashedChunk ReadAfresh(std::uint32_t index) const {
         try {
-            return reader.AllocateBuffer(entry_.FileSizeBytes());
+            ChunkedFileReader second(reader_.Path(), kChunkBytes);
+            if (!second.Open() || !second.AllocateBuffer(entry_.FileSizeBytes())) {
+                return {};
+            }
+            return ReadChunk(second, index);
         } catch (const std::bad_alloc&) {
-            return false;
+            return {};
         }
     }
 

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
+#include <new>
 
 #include "catalogue/lzw_format.h"
 #include "platform/large_pages.h"
@@ -205,14 +206,22 @@ class Matcher {
     const std::uint8_t* const end_;
 };
 
+// Behind what `output` holds. What there is no memory for at once may be more than is needed.
+void MakeRoom(std::vector<std::uint8_t>& output, std::size_t bytes) {
+    const std::size_t before = output.size();
+    try {
+        output.reserve(before + bytes);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+    PreferLargePages(output.data() + before, bytes);
+}
+
 }  // namespace
 
 LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes) {
     // An entry block becomes smaller than half of it unless most of it is digests.
-    const std::size_t before = output.size();
-    const std::size_t expected = lzw::kPrefix.size() + expectedBytes / 2;
-    output.reserve(before + expected);
-    PreferLargePages(output.data() + before, expected);
+    MakeRoom(output, lzw::kPrefix.size() + expectedBytes / 2);
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
     state_ = std::make_unique<State>(output);
 }

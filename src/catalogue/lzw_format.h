@@ -21,8 +21,7 @@ inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
 // Codes 0 to 255 are the one-byte strings.
 inline constexpr std::uint16_t kOneByteStrings = 256;
 
-// Code 256 would clear the dictionary in the classic
-// program and is never used here.
+// Code 256 would clear the dictionary in the classic program and is never used here.
 inline constexpr std::uint16_t kFirstFreeCode = 257;
 
 // The first code that is never assigned: once the next code would be this one, the dictionary stays

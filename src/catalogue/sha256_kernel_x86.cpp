@@ -100,6 +100,9 @@ void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     }
 }
 
+// A case for each number of streams.
+static_assert(kMaxSha256Streams == 4);
+
 void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
     switch (laneCount) {
         case 1:

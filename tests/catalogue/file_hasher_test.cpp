@@ -307,6 +307,16 @@ TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
     }
 }
 
+TEST(FileHasher, BehindTheLastChunkNothingIsRead) {
+    Files files({5, 6, 7});
+    files.ExpectNextFile(0);
+    EXPECT_FALSE(files.Hasher().NextDigest().isRead);
+    EXPECT_FALSE(files.Hasher().NextDigest().isRead);
+    files.ExpectNextFile(1);
+    files.ExpectNextFile(2);
+    EXPECT_FALSE(files.Hasher().NextDigest().isRead);
+}
+
 TEST(FileHasher, ChunkCounts) {
     EXPECT_EQ(ChunkCountOf(0), 0U);
     EXPECT_EQ(ChunkCountOf(1), 1U);
