@@ -6,7 +6,7 @@ import subprocess
 from dataclasses import dataclass, field
 from functools import partial
 from pathlib import Path
-from typing import Callable, Dict, List
+from typing import Callable, Dict, List, Optional
 
 from measure import Command, Times, rotated, run
 from tree_runs import say
@@ -21,6 +21,9 @@ MIN_SECONDS = 0.5
 @dataclass
 class LzwResult:
     size_bytes: int
+    own_compressed_bytes: int = 0
+    # None when there is no such program.
+    peer_compressed_bytes: Optional[int] = None
     # By direction; empty when there is no such program.
     peer: Dict[str, Times] = field(default_factory=dict)
     own: Dict[str, Times] = field(default_factory=lambda: {COMPRESS: Times(), DECOMPRESS: Times()})
@@ -60,6 +63,8 @@ def add_own_round(build: Path, result: LzwResult) -> None:
             raise RuntimeError(f"{entry['name']}: expected milliseconds")
         result.own[direction].wall.append(float(str(entry["real_time"])) / 1000)
         result.own[direction].cpu.append(float(str(entry["cpu_time"])) / 1000)
+        if direction == COMPRESS:
+            result.own_compressed_bytes = int(float(str(entry["compressedBytes"])))
 
 
 def run_lzw(build: Path, scratch: Path, rounds: int) -> LzwResult:
@@ -78,6 +83,7 @@ def run_lzw(build: Path, scratch: Path, rounds: int) -> LzwResult:
         run(commands[1], back)
         if back.read_bytes() != block.read_bytes():
             raise RuntimeError("compress did not give its input back")
+        result.peer_compressed_bytes = compressed.stat().st_size
     steps: List[Callable[[], None]] = [partial(add_own_round, build, result)]
     for command in commands:
         times = result.peer.setdefault(command.name, Times())

@@ -6,7 +6,12 @@ from dataclasses import dataclass
 from pathlib import Path
 from typing import Optional
 
+from measure import Command
+from peers import called_with_files
 from tree_runs import Place, TreeResult, run_tree
+
+# Reads the files one after another and does nothing with them.
+READING = "cat"
 
 
 @dataclass
@@ -71,7 +76,15 @@ class Eviction:
                 os.close(descriptor)
 
 
+def reading_command(game: Path, listing: Path) -> Command:
+    """The log is a file, and writing that would be measured, too."""
+    arguments = ["sh", "-c", 'exec "$@" > /dev/null', "sh", *called_with_files(["cat"])]
+    return Command(READING, arguments, game, listing)
+
+
 def run_cold(place: Place, tree: str, scale: float, rounds: int) -> ColdResult:
-    eviction = Eviction(place.trees / tree, place.listing)
-    result = run_tree(place, tree, scale, rounds, with_peers=True, before_each=eviction.run)
+    game = place.trees / tree
+    eviction = Eviction(game, place.listing)
+    result = run_tree(place, tree, scale, rounds, with_peers=True,
+                      others=[reading_command(game, place.listing)], before_each=eviction.run)
     return ColdResult(result, eviction.obstacle, eviction.is_proven)

@@ -7,9 +7,12 @@ import re
 import shutil
 import subprocess
 from pathlib import Path
-from typing import List
+from typing import List, Optional
 
 MISSING = "not installed"
+UNKNOWN = "unknown"
+
+ROOT = Path(__file__).resolve().parent.parent
 
 
 def first_line_of(arguments: List[str]) -> str:
@@ -19,7 +22,7 @@ def first_line_of(arguments: List[str]) -> str:
     result = subprocess.run(arguments, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                             stderr=subprocess.STDOUT, text=True, errors="replace", check=False)
     lines = result.stdout.strip().splitlines()
-    return lines[0] if lines else "unknown"
+    return lines[0] if lines else UNKNOWN
 
 
 def processor() -> str:
@@ -40,10 +43,33 @@ def memory() -> str:
     return f"{pages * os.sysconf('SC_PAGE_SIZE') / 2**30:.0f} GiB"
 
 
+def output_of_git(tree: Path, *arguments: str) -> Optional[str]:
+    """None when it fails. Without locks, it disturbs nobody who works in the same repository."""
+    result = subprocess.run(["git", "--no-optional-locks", "-C", str(tree), *arguments],
+                            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                            stderr=subprocess.DEVNULL, text=True, errors="replace", check=False)
+    return result.stdout.strip() if result.returncode == 0 else None
+
+
+def commit_of(tree: Path) -> str:
+    """The one that `tree` is at, and whether there is anything in it that is not in the commit."""
+    if shutil.which("git") is None:
+        return MISSING
+    # Sources that were unpacked below a repository of something else are not at its commit.
+    if output_of_git(tree, "ls-files", "--error-unmatch", "--", ".") is None:
+        return UNKNOWN
+    commit = output_of_git(tree, "rev-parse", "--short", "HEAD")
+    changes = output_of_git(tree, "status", "--porcelain", "--", ".")
+    if commit is None or changes is None:
+        return UNKNOWN
+    return commit + (", modified" if changes else "")
+
+
 def describe(build: Path, rounds: int) -> str:
     description = json.loads((build / "bench" / "build_description.json").read_text())
     rows = [
         ("Date", datetime.date.today().isoformat()),
+        ("Commit", commit_of(ROOT)),
         ("Processor", processor()),
         ("Cores", str(os.cpu_count())),
         ("Memory", memory()),

@@ -2,6 +2,7 @@
 import os
 import re
 import shutil
+from collections import Counter
 from pathlib import Path
 from typing import Dict, List, Optional
 
@@ -18,11 +19,16 @@ PEERS: Dict[str, List[str]] = {
 DIGEST = re.compile(rb"\b[0-9a-f]{64}\b")
 
 
-def peer_commands(game: Path, listing: Path) -> List[Command]:
-    """Those that are installed, each with as many files in one call as the system takes."""
+def called_with_files(arguments: List[str]) -> List[str]:
+    """Takes the files from standard input, as many in one call as the system takes."""
     environment = sum(len(name) + len(value) + 2 for name, value in os.environb.items())
     longest = os.sysconf("SC_ARG_MAX") - environment - 8192
-    return [Command(name, ["xargs", "-0", "-s", str(longest)] + arguments, game, listing)
+    return ["xargs", "-0", "-s", str(longest)] + arguments
+
+
+def peer_commands(game: Path, listing: Path) -> List[Command]:
+    """Those that are installed."""
+    return [Command(name, called_with_files(arguments), game, listing)
             for name, arguments in PEERS.items() if shutil.which(arguments[0])]
 
 
@@ -43,3 +49,10 @@ class SameDigests:
             self._digests = digests
         if digests != self._digests:
             raise CommandFailed(f"{command.name}: printed other digests than the command before")
+
+    def check_printed(self, name: str, digests: List[bytes]) -> None:
+        """That the `digests`, each of another file, are among those that were printed."""
+        others = Counter(digests) - Counter(self._digests or [])
+        if others:
+            raise CommandFailed(f"{name}: {sum(others.values())} of {len(digests)} digests are not "
+                                "among those that the others printed")

@@ -2,7 +2,7 @@
 from typing import Dict, List, Optional, Sequence
 
 from benchmark_runs import COMPRESS, DECOMPRESS, LzwResult
-from cold_runs import ColdResult
+from cold_runs import READING, ColdResult
 from peers import PEERS
 from tree_runs import GENERATE, VERIFY, TreeResult
 
@@ -69,7 +69,8 @@ def print_cold(cold: ColdResult) -> None:
     print(f"### Cold page cache, {result.tree}: files {result.file_count:,}, "
           f"bytes {result.size_bytes:,}\n")
     missing = "not measured" if cold.obstacle else "not installed"
-    print_table(TIME_COLUMNS, [time_columns(result, name, missing) for name in (*OWN, *PEERS)])
+    print_table(TIME_COLUMNS, [time_columns(result, name, missing)
+                               for name in (*OWN, *PEERS, READING)])
     if cold.obstacle:
         print(f"Not measured: {cold.obstacle}.\n", flush=True)
         return
@@ -86,6 +87,12 @@ def print_summary(results: Sequence[TreeResult]) -> None:
                   result.fastest_peer() or "none installed") for result in results])
 
 
+def compressed_columns(name: str, compressed_bytes: Optional[int], size_bytes: int) -> List[str]:
+    if compressed_bytes is None:
+        return [name, "not installed", ""]
+    return [name, f"{compressed_bytes:,}", f"{100 * compressed_bytes / size_bytes:.1f}"]
+
+
 def print_lzw(result: LzwResult) -> None:
     print(f"### LZW: an entry block of {result.size_bytes:,} bytes\n")
     rows = []
@@ -97,6 +104,9 @@ def print_lzw(result: LzwResult) -> None:
         rows.append((direction, f"{own.median:.3f}", f"{own.median_cpu:.3f}", *peer_columns))
     print_table(("direction", "ours s", "ours CPU s", "compress s", "compress user+sys s",
                  "ours times as fast, by CPU"), rows)
+    print_table(("compressed by", "bytes", "% of the block"),
+                [compressed_columns("ours", result.own_compressed_bytes, result.size_bytes),
+                 compressed_columns("compress", result.peer_compressed_bytes, result.size_bytes)])
 
 
 def print_kernels(results: Sequence[Dict[str, object]]) -> None:

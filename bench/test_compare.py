@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+from dataclasses import replace
 from pathlib import Path
 from typing import List, Optional, Tuple
 from unittest import mock
@@ -15,8 +16,11 @@ from unittest import mock
 import compare
 import make_tree
 import tree_runs
-from cold_runs import Eviction, resident_pages, run_cold
-from measure import Times
+from catalogue_digests import catalogue_format
+from cold_runs import READING, Eviction, reading_command, resident_pages, run_cold
+from measure import CommandFailed, Times, run
+from peers import PEERS
+# Run with the tests of this module.
 from tree_runs import GENERATE, VERIFY, Place, TreeResult
 
 HERE = Path(__file__).resolve().parent
@@ -25,7 +29,7 @@ BUILD = Path(os.environ["SEALKEEPER_BENCH_BUILD_DIR"])
 HEADINGS = ("## Machine", "### SHA-256 in the L2 cache", "### Text conversions of one path",
             "### LZW: ", "### one: files 1,", "### mixed: files ", "### small: files ",
             "### Times as fast as the fastest peer", "### Cold page cache, small-2000: files 1,",
-            "### Cold page cache, bytes-536870912: files 1,", "### Cost per file of 1 KiB",
+            "### Cold page cache, one: files 1,", "### Cost per file of 1 KiB",
             "### Cost per byte of one file")
 
 
@@ -72,6 +76,10 @@ class Comparison(unittest.TestCase):
         self.assertEqual(found, sorted(found), trial.stdout)
         for row in ("| 50 | ", "| 50, paths of 100 characters | ", "| 51, one of them of 5 MiB | "):
             self.assertEqual(len([line for line in lines if line.startswith(row)]), 1, trial.stdout)
+        self.assertRegex(trial.stdout,
+                         r"\n- Commit: (unknown|not installed|[0-9a-f]{4,}(, modified)?)\n")
+        self.assertRegex(trial.stdout, r"\n\| ours \| [1-9][0-9,]* \| [0-9.]+ \|\n\| compress \| ")
+        self.assertEqual(len([line for line in lines if line.startswith("| cat | ")]), 2)
 
     def test_ends_when_a_command_fails(self) -> None:
         broken = run_comparison("--scale", "0.0005", "--rounds", "1", "--only", "one",
@@ -100,6 +108,23 @@ class Comparison(unittest.TestCase):
                                                   "mixed")
         self.assertEqual(status, 1)
         self.assertIn("compare.sh: sha256sum: printed other digests than ", complaint)
+
+    @unittest.skipUnless(any(shutil.which(peer[0]) for peer in PEERS.values()), "needs a peer")
+    def test_ends_when_a_digest_in_the_catalogue_is_another(self) -> None:
+        def check_and_spoil(result: TreeResult, catalogue: Path) -> None:
+            check_catalogue(result, catalogue)
+            parsed = catalogue_format.parse(catalogue.read_bytes())
+            last = parsed.entries[-1]
+            entries = [*parsed.entries[:-1], replace(last, digests=(bytes(32),))]
+            catalogue.write_bytes(catalogue_format.build(entries, parsed.crl))
+
+        check_catalogue = tree_runs.check_catalogue
+        with mock.patch.object(tree_runs, "check_catalogue", check_and_spoil):
+            status, _, complaint = compare_in_process("--scale", "0.0005", "--rounds", "1", "--only",
+                                                      "mixed")
+        self.assertEqual(status, 1)
+        self.assertIn("compare.sh: generate: 1 of 7 digests are not among those that the others "
+                      "printed\n", complaint)
 
     def use_own_sha256sum(self, script: str) -> None:
         program = shutil.which("sha256sum")
@@ -158,7 +183,7 @@ class Runs(unittest.TestCase):
                 names.append(command.name)
 
         with mock.patch.object(tree_runs, "run", record), \
-                mock.patch.object(tree_runs.SameDigests, "check"), \
+                mock.patch.object(tree_runs, "SameDigests"), \
                 contextlib.redirect_stderr(io.StringIO()):
             result = tree_runs.run_tree(self.place, "one", 0.0001, 3, with_peers=True)
         count = len(result.times)
@@ -211,7 +236,23 @@ class Runs(unittest.TestCase):
             compare.report.print_cold(cold)
         self.assertIn("| generate | not measured |", printed.getvalue())
         self.assertIn("Not measured: 7 pages stayed in the page cache.", printed.getvalue())
+        self.assertIn("| cat | not measured |", printed.getvalue())
         self.assertEqual(cold.result.times, {})
+
+    def test_reading_is_measured_beside_cold_runs(self) -> None:
+        with mock.patch.object(Eviction, "run", return_value=True), \
+                contextlib.redirect_stderr(io.StringIO()):
+            cold = run_cold(self.place, "small-2000", 0.0005, 3)
+        self.assertEqual(len(cold.result.times[READING].wall), 3)
+
+    def test_reading_reads_the_listed_files_and_writes_nothing(self) -> None:
+        self.write_listed_file()
+        command = reading_command(self.place.trees, self.place.listing)
+        run(command, self.place.log)
+        self.assertEqual(self.place.log.read_bytes(), b"")
+        (self.place.trees / "file").unlink()
+        with self.assertRaises(CommandFailed):
+            run(command, self.place.log)
 
 
 if __name__ == "__main__":

@@ -4,9 +4,10 @@ import struct
 import sys
 from dataclasses import dataclass, field
 from pathlib import Path
-from typing import Callable, Dict, List, Optional, Tuple
+from typing import Callable, Dict, List, Optional, Sequence, Tuple
 
 import make_tree
+from catalogue_digests import whole_file_digests
 from measure import Command, CommandFailed, Times, rotated, run, run_for_peak_memory
 from peers import PEERS, SameDigests, peer_commands
 
@@ -125,12 +126,21 @@ def check_catalogue(result: TreeResult, catalogue: Path) -> None:
     result.allowed_memory = raw + compressed + catalogue.stat().st_size + ALLOWED_EXTRA_BYTES
 
 
+def check_digests(result: TreeResult, catalogue: Path, same_digests: SameDigests) -> None:
+    """That they are what the peers printed, as far as the peers print such ones: they hash no chunks."""
+    digests = whole_file_digests(catalogue, result.size_bytes)
+    same_digests.check_printed(GENERATE, digests)
+    say(f"{result.tree}: the digests of {len(digests)} of {result.file_count} files were compared with "
+        "the catalogue")
+
+
 def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: bool,
+             others: Sequence[Command] = (),
              before_each: Callable[[], bool] = lambda: True) -> TreeResult:
     """A round that is not measured brings the files into the page cache and tells peak memory.
 
-    `before_each` is called before each command that is measured, and ends it all, without any
-    times, when it returns false.
+    `others` are measured beside ours and the peers. `before_each` is called before each command that
+    is measured, and ends it all, without any times, when it returns false.
     """
     game = place.trees / tree
     say(f"{tree}: making the files")
@@ -145,13 +155,20 @@ def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: boo
         say(f"{tree}: warming up")
         for command in own:
             result.peak_memory[command.name] = run_for_peak_memory(command, place.log)
-        check_catalogue(result, game / OUTPUT / "base.bin")
+        catalogue = game / OUTPUT / "base.bin"
+        check_catalogue(result, catalogue)
         for command in peers:
             run(command, place.log)
             same_digests.check(command, place.log)
+        if peers:
+            check_digests(result, catalogue, same_digests)
+        elif with_peers:
+            say(f"{tree}: no peer is installed that our digests could be compared with")
+        for command in others:
+            run(command, place.log)
         for number in range(rounds):
             say(f"{tree}: round {number + 1} of {rounds}")
-            for command in rotated(own + peers, number):
+            for command in rotated([*own, *peers, *others], number):
                 if not before_each():
                     result.times.clear()
                     return result

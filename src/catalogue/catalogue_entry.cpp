@@ -13,9 +13,20 @@ namespace {
 
 // The stored form: UTF-16, relative to the game directory without "./", '/' as the only separator.
 std::u16string StoredPath(const std::wstring& path) {
-    std::u16string stored = WideToUtf16(path.starts_with(L"./") ? path.substr(2) : path);
+    std::u16string stored = WideToUtf16(path);
+    if (stored.starts_with(u"./")) {
+        stored.erase(0, 2);
+    }
     std::replace(stored.begin(), stored.end(), u'\\', u'/');
     return stored;
+}
+
+// Keeps the room for digests.
+void Clear(CatalogueEntry& entry) {
+    entry.fileSizeBytes = 0;
+    entry.namePosition = 0;
+    entry.path.fill(u'\0');
+    entry.digests.clear();
 }
 
 ResultCode SizeAndHash(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry) {
@@ -50,7 +61,7 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry) 
 
 ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
                                CatalogueEntry& entry) {
-    entry = {};
+    Clear(entry);
     if (path.empty()) {
         return ResultCode::CatalogueIOError;
     }

@@ -35,7 +35,8 @@ struct CatalogueEntry {
 // does.
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 
-// The same for the next file of `hasher`, which `OpenCollectedFile` opened.
+// The same for the next file of `hasher`, which `OpenCollectedFile` opened. After a failure the
+// hasher may not have gone on to that file, and is of no use any more.
 ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry);
 
 // Opens the file at the collected `path` to be hashed in full. Where that fails, the status is that

@@ -18,14 +18,18 @@ std::uint32_t StoredEntry::NamePosition() const {
 }
 
 std::wstring StoredEntry::Path() const {
-    std::u16string path;
-    auto field = record_.subspan(entry_record::kPathOffset, entry_record::kPathBytes);
-    for (; !field.empty(); field = field.subspan(sizeof(std::uint16_t))) {
-        const auto unit = LoadLittleEndian<std::uint16_t>(field);
-        if (unit == 0) {
-            break;
-        }
-        path += static_cast<char16_t>(unit);
+    const auto field = record_.subspan(entry_record::kPathOffset, entry_record::kPathBytes);
+    const auto unitAt = [field](std::size_t index) {
+        return static_cast<char16_t>(
+            LoadLittleEndian<std::uint16_t>(field.subspan(index * sizeof(std::uint16_t))));
+    };
+    std::size_t length = 0;
+    while (length < entry_record::kPathUnits && unitAt(length) != 0) {
+        ++length;
+    }
+    std::u16string path(length, u'\0');
+    for (std::size_t index = 0; index < length; ++index) {
+        path[index] = unitAt(index);
     }
     return Utf16ToWide(path);
 }
