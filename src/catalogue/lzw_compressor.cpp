@@ -53,11 +53,17 @@ class CompressorDictionary {
   public:
     static constexpr std::uint16_t kNone = 0;
 
-    CompressorDictionary() : codes_(std::size_t{lzw::kEndOfCodes} * kByteValues) {}
+    CompressorDictionary()
+        : codes_(std::size_t{lzw::kEndOfCodes} * kByteValues),
+          assigned_(codes_.size() / kWordBits) {}
 
     // `kNone` for a string that is not in the dictionary.
     [[nodiscard]] std::uint16_t Find(std::uint16_t prefix, std::uint8_t next) const {
-        return next == 0 ? zeroCodes_[prefix] : codes_[IndexOf(prefix, next)];
+        if (next == 0) {
+            return zeroCodes_[prefix];
+        }
+        const std::size_t index = IndexOf(prefix, next);
+        return IsAssigned(index) ? codes_[index] : kNone;
     }
 
     // Gives the string the next code, unless all codes are assigned.
@@ -66,7 +72,9 @@ class CompressorDictionary {
             return;
         }
         if (next != 0) {
-            codes_[IndexOf(prefix, next)] = nextCode_++;
+            const std::size_t index = IndexOf(prefix, next);
+            assigned_[index / kWordBits] |= std::uint64_t{1} << index % kWordBits;
+            codes_[index] = nextCode_++;
             return;
         }
         if (prefix == zeroStrings_[longestZeros_ - 1]) {
@@ -85,12 +93,20 @@ class CompressorDictionary {
 
   private:
     static constexpr std::size_t kByteValues = 256;
+    static constexpr std::size_t kWordBits = 64;
+
+    [[nodiscard]] bool IsAssigned(std::size_t index) const {
+        return (assigned_[index / kWordBits] >> index % kWordBits & 1U) != 0;
+    }
 
     static std::size_t IndexOf(std::uint16_t prefix, std::uint8_t next) {
         return prefix * kByteValues + next;
     }
 
     std::vector<std::uint16_t> codes_;
+    // A bit for each of them. Most bytes of a digest go on from no string, and a table of bits
+    // tells so from nearer caches than the codes are in.
+    std::vector<std::uint64_t> assigned_;
     // Strings that end in a zero byte are half of what a path gives. Together they stay in the
     // nearest cache.
     std::array<std::uint16_t, lzw::kEndOfCodes> zeroCodes_{};
