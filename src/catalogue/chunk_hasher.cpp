@@ -24,10 +24,7 @@ struct alignas(kPieceAlignment) ChunkHasher::PieceBuffer {
 };
 
 ChunkHasher::ChunkHasher(ChunkSource& source, std::unique_ptr<Sha256Streams> streams)
-    : source_(source),
-      streams_(std::move(streams)),
-      // Not filled: every byte is read over before it is hashed.
-      pieces_(new PieceBuffer[kMaxSha256Streams]) {}
+    : source_(source), streams_(std::move(streams)) {}
 
 ChunkHasher::~ChunkHasher() = default;
 
@@ -95,6 +92,10 @@ bool ChunkHasher::ReadPiece(std::size_t lane) {
         std::min(kPieceBytes, reading.chunk.lengthBytes - reading.readBytes);
     if (wantedBytes == 0) {
         return false;
+    }
+    if (!pieces_) {
+        // Not filled: every byte is read over before it is hashed.
+        pieces_.reset(new PieceBuffer[kMaxSha256Streams]);
     }
     const auto piece = std::span(pieces_[lane].bytes).first(wantedBytes);
     const auto begun = std::chrono::steady_clock::now();

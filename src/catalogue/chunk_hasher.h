@@ -90,6 +90,7 @@ class ChunkHasher {
 
     ChunkSource& source_;
     std::unique_ptr<Sha256Streams> streams_;
+    // One for each lane, once there is something to read.
     std::unique_ptr<PieceBuffer[]> pieces_;
     std::array<Lane, kMaxSha256Streams> lanes_{};
     // In the order of the source. A deque, so that what lanes point to stays where it is.

@@ -53,7 +53,7 @@ FileHasher::FileHasher(std::size_t fileCount, OpenFile open, std::unique_ptr<Sha
       maxOpenFiles_(FilesToOpenAtOnce(fileCount)),
       chunks_(*this, std::move(streams)) {}
 
-FileToHash& FileHasher::NextFile() {
+const FileToHash& FileHasher::NextFile() {
     again_.reset();
     if (hasCurrentFile_) {
         GiveUpCurrentFile();
@@ -149,9 +149,10 @@ void FileHasher::OpenNextFile() {
     ++openedCount_;
 }
 
-// Whether to open a file again that was opened ahead. Whatever is done to an open file, its removal
-// and its replacement by another included, changes its status; what is done to the directories and
-// links on the way to it goes unseen.
+// Whether to open a file again that was opened ahead. Its status tells of what was done to it, its
+// removal and its replacement by another included. Unseen goes what is done to the directories and
+// links on the way to it, what is written through a mapping of a page that has been written to
+// before, and what keeps the size within the same tick of the file system's clock.
 bool FileHasher::IsOutdated(const FileAhead& ahead) {
     if (!ahead.file.reader) {
         return true;
@@ -160,7 +161,7 @@ bool FileHasher::IsOutdated(const FileAhead& ahead) {
            ahead.file.reader->File().Status() != ahead.file.status;
 }
 
-FileToHash& FileHasher::OpenCurrentFileAgain() {
+const FileToHash& FileHasher::OpenCurrentFileAgain() {
     const std::size_t index = openedCount_ - files_.size();
     GiveUpCurrentFile();
     again_ = std::make_unique<FileHasher>(1, [this, index](std::size_t) { return open_(index); });

@@ -52,7 +52,7 @@ class FileHasher : private ChunkSource {
 
     // Goes on to the next file, of which there is one, and gives up what is left of the one before,
     // which is then closed. The file stays where it is until the next call.
-    FileToHash& NextFile();
+    const FileToHash& NextFile();
 
     // The digest of the next chunk of that file; behind the last one, a chunk that was not read.
     [[nodiscard]] HashedChunk NextDigest();
@@ -80,7 +80,7 @@ class FileHasher : private ChunkSource {
     void LookAhead();
     void LookAtNextChunk(FileAhead& ahead);
     void OpenNextFile();
-    FileToHash& OpenCurrentFileAgain();
+    const FileToHash& OpenCurrentFileAgain();
     void GiveUpCurrentFile();
 
     std::size_t fileCount_;
