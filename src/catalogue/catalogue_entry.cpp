@@ -74,12 +74,11 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
         return code;
     }
     std::copy(stored.begin(), stored.end(), entry.path.begin());
-    // 0 when there is no separator.
-    entry.namePosition = static_cast<std::uint32_t>(stored.rfind(u'/') + 1);
+    entry.namePosition = NamePositionOf(stored);
     return ResultCode::Ok;
 }
 
-std::uint32_t NamePositionOf(const PathField& path) {
+std::uint32_t NamePositionOf(std::span<const char16_t> path) {
     const auto separator = std::find(path.rbegin(), path.rend(), u'/');
     return static_cast<std::uint32_t>(std::distance(separator, path.rend()));
 }

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -44,7 +45,7 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, Cat
 [[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path);
 
 // The index of the first unit after the last '/' of `path`, 0 when there is none.
-[[nodiscard]] std::uint32_t NamePositionOf(const PathField& path);
+[[nodiscard]] std::uint32_t NamePositionOf(std::span<const char16_t> path);
 
 // Logs that `path` has no room in its field and returns `CatalogueError`.
 ResultCode RejectLongPath(const std::wstring& path);

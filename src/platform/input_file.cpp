@@ -8,7 +8,6 @@
 #include <cerrno>
 
 namespace sealkeeper {
-
 namespace {
 
 // Some systems take no more of one advice than what they give a disk in one request.
