@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/sha256_kernel.h"
-#include "catalogue/sha256_streams.h"
+#include "catalogue/hashing/sha256_kernel.h"
+#include "catalogue/hashing/sha256_streams.h"
 #include "sample_data.h"
 #if defined(SEALKEEPER_HAS_OPENSSL)
 #include "openssl_benchmark.h"

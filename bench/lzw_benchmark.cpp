@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
-#include "catalogue/lzw_compressor.h"
-#include "catalogue/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_compressor.h"
+#include "catalogue/lzw/lzw_decompressor.h"
 #include "sample_entry_block.h"
 
 namespace sealkeeper::bench {

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "catalogue/catalogue_format.h"
+#include "catalogue/hashing/chunks.h"
 #include "platform/little_endian.h"
 
 namespace sealkeeper::bench {

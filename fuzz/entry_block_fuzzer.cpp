@@ -6,8 +6,8 @@
 
 #include "catalogue/catalogue_format.h"
 #include "catalogue/hash_catalogue.h"
-#include "catalogue/lzw_compressor.h"
-#include "catalogue/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_compressor.h"
+#include "catalogue/lzw/lzw_decompressor.h"
 #include "fuzzer.h"
 #include "platform/little_endian.h"
 

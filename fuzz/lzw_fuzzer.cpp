@@ -2,7 +2,7 @@
 #include <span>
 #include <vector>
 
-#include "catalogue/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_decompressor.h"
 #include "fuzzer.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -8,7 +8,7 @@ case "$(uname -s) $(uname -m)" in
     "Linux x86_64")
         kernel="ARMv8 SHA-2"
         symbol=kArmSha256Kernel
-        source=src/catalogue/sha256_kernel_arm.cpp
+        source=src/catalogue/hashing/sha256_kernel_arm.cpp
         flags_variable=arm_sha256_flags
         compiler=aarch64-linux-gnu-g++
         compiler_package=g++-aarch64-linux-gnu
@@ -17,7 +17,7 @@ case "$(uname -s) $(uname -m)" in
     "Linux aarch64")
         kernel="x86-64 SHA extensions"
         symbol=kX86Sha256Kernel
-        source=src/catalogue/sha256_kernel_x86.cpp
+        source=src/catalogue/hashing/sha256_kernel_x86.cpp
         flags_variable=x86_sha256_flags
         compiler=x86_64-linux-gnu-g++
         compiler_package=g++-x86-64-linux-gnu
@@ -74,7 +74,7 @@ fi
 $compile $flags -c "$source" -o "$work_dir/kernel.o"
 # shellcheck disable=SC2086 # a list of flags
 $compile -static -DSEALKEEPER_SHA256_KERNEL=$symbol tests/kernel_emulation/kernel_states.cpp \
-    src/catalogue/sha256_constants.cpp "$work_dir/kernel.o" -o "$work_dir/kernel_states"
+    src/catalogue/hashing/sha256_constants.cpp "$work_dir/kernel.o" -o "$work_dir/kernel_states"
 echo "Testing under $emulator:"
 python3 -B tests/kernel_emulation/check_kernel_states.py \
     "$emulator" -cpu max "$work_dir/kernel_states"

@@ -11,7 +11,7 @@
 
 #include "app/result_code.h"
 #include "catalogue/catalogue_format.h"
-#include "catalogue/file_hasher.h"
+#include "catalogue/hashing/file_hasher.h"
 #include "runtime/sha256.h"
 
 namespace sealkeeper {

@@ -68,9 +68,6 @@ inline constexpr std::size_t kMaxAliasedPathCharacters = kPathBytes / sizeof(cha
 
 }  // namespace entry_record
 
-// Every digest is SHA-256 (FIPS 180-4) of one chunk; the last chunk of a file may be short.
-inline constexpr std::size_t kChunkBytes = 4'194'304;
-
 }  // namespace sealkeeper
 
 #endif

@@ -7,12 +7,15 @@
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
-#include "catalogue/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_format.h"
 #include "platform/file_io.h"
 #include "platform/little_endian.h"
 
 namespace sealkeeper {
 namespace {
+
+static_assert(lzw::kMaxUncompressedBytes == kMaxStoredLength);
 
 struct Header {
     std::size_t crlLength;

@@ -6,7 +6,7 @@
 #include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_signature.h"
-#include "catalogue/lzw_compressor.h"
+#include "catalogue/lzw/lzw_compressor.h"
 #include "platform/file_io.h"
 #include "platform/little_endian.h"
 #include "platform/text_encoding.h"

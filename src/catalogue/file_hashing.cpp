@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/console_log.h"
-#include "catalogue/catalogue_format.h"
+#include "catalogue/hashing/chunks.h"
 #include "catalogue/progress.h"
 #include "platform/text_encoding.h"
 

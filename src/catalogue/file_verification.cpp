@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
+#include "catalogue/hashing/chunks.h"
 #include "catalogue/progress.h"
 #include "catalogue/stored_entry.h"
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/result_code.h"
-#include "catalogue/file_hasher.h"
+#include "catalogue/hashing/file_hasher.h"
 #include "runtime/sha256.h"
 
 namespace sealkeeper {

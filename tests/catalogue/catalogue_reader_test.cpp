@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
-#include "catalogue/lzw_test_support.h"
+#include "catalogue/lzw/lzw_test_support.h"
 #include "catalogue/parsed_catalogue_support.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "support/temp_directory.h"

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
-#include "catalogue/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_decompressor.h"
 #include "platform/text_encoding.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"

@@ -11,7 +11,7 @@
 
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/hash_catalogue.h"
-#include "catalogue/lzw_test_support.h"
+#include "catalogue/lzw/lzw_test_support.h"
 #include "catalogue/signed_catalogue_support.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "runtime/signing_test_support.h"

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "catalogue/lzw_compressor.h"
-#include "catalogue/lzw_test_support.h"
+#include "catalogue/lzw/lzw_compressor.h"
+#include "catalogue/lzw/lzw_test_support.h"
 #include "catalogue/parsed_catalogue_support.h"
 #include "catalogue/stored_catalogue_support.h"
 

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_signature.h"
-#include "catalogue/lzw_test_support.h"
+#include "catalogue/lzw/lzw_test_support.h"
 #include "catalogue/stored_entry.h"
 #include "platform/little_endian.h"
 #include "runtime/mbedtls_contexts.h"

@@ -1,4 +1,4 @@
-#include "catalogue/file_hasher.h"
+#include "catalogue/hashing/file_hasher.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/file_hashing.h"
+#include "catalogue/hashing/chunks.h"
 #include "fault/fault_injection.h"
 #include "platform/text_encoding.h"
 #include "support/temp_directory.h"

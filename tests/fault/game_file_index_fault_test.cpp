@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "catalogue/game_file_index.h"
+#include "catalogue/hashing/game_file_index.h"
 #include "fault/fault_injection.h"
 #include "platform/text_encoding.h"
 #include "support/temp_directory.h"

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/file_hashing.h"
+#include "catalogue/hashing/chunks.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "catalogue/stored_entry.h"
 #include "fault/fault_injection.h"

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "catalogue/hash_catalogue.h"
-#include "catalogue/lzw_decompressor.h"
-#include "catalogue/lzw_test_support.h"
+#include "catalogue/lzw/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_test_support.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "fault/fault_injection.h"
 #include "support/captured_output.h"

@@ -1,4 +1,4 @@
-#include "catalogue/sha256_streams.h"
+#include "catalogue/hashing/sha256_streams.h"
 
 #include <gtest/gtest.h>
 

@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <vector>
 
-#include "catalogue/sha256_constants.h"
-#include "catalogue/sha256_kernel.h"
+#include "catalogue/hashing/sha256_constants.h"
+#include "catalogue/hashing/sha256_kernel.h"
 
 namespace sealkeeper {
 namespace {

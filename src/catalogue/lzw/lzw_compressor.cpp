@@ -1,0 +1,266 @@
+#include "catalogue/lzw/lzw_compressor.h"
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstring>
+#include <new>
+
+#include "catalogue/lzw/lzw_format.h"
+#include "platform/large_pages.h"
+
+namespace sealkeeper {
+namespace {
+
+// Packs codes least-significant bit first behind what a buffer holds.
+class CodeWriter {
+  public:
+    explicit CodeWriter(std::vector<std::uint8_t>& output)
+        : output_(&output), written_(output.size()) {}
+
+    void Write(std::uint16_t code) {
+        if (output_->size() - written_ < sizeof(pending_)) {
+            // In pieces, so that the zeros which a piece starts with never leave the cache.
+            output_->resize(output_->size() + kPieceBytes);
+        }
+        pending_ |= static_cast<std::uint64_t>(code) << pendingBits_;
+        pendingBits_ += lzw::kCodeBits;
+        // All pending bits as a number of this machine; what is behind the whole bytes is written
+        // again.
+        static_assert(std::endian::native == std::endian::little);
+        std::memcpy(output_->data() + written_, &pending_, sizeof(pending_));
+        const unsigned wholeBytes = pendingBits_ / kByteBits;
+        written_ += wholeBytes;
+        pending_ >>= wholeBytes * kByteBits;
+        pendingBits_ %= kByteBits;
+    }
+
+    // Cuts the buffer behind the last code, which is padded with zero bits.
+    void Finish() { output_->resize(written_ + (pendingBits_ > 0 ? 1 : 0)); }
+
+  private:
+    static constexpr unsigned kByteBits = 8;
+    static constexpr std::size_t kPieceBytes = 65536;
+
+    std::vector<std::uint8_t>* output_;
+    std::size_t written_;
+    std::uint64_t pending_ = 0;
+    unsigned pendingBits_ = 0;
+};
+
+// The strings of two bytes and more, each as a shorter string's code and the byte that follows it.
+class CompressorDictionary {
+  public:
+    static constexpr std::uint16_t kNone = 0;
+
+    CompressorDictionary()
+        : codes_(std::size_t{lzw::kEndOfCodes} * kByteValues),
+          assigned_(codes_.size() / kWordBits) {}
+
+    // `kNone` for a string that is not in the dictionary.
+    [[nodiscard]] std::uint16_t Find(std::uint16_t prefix, std::uint8_t next) const {
+        if (next == 0) {
+            return zeroCodes_[prefix];
+        }
+        const std::size_t index = IndexOf(prefix, next);
+        return IsAssigned(index) ? codes_[index] : kNone;
+    }
+
+    // Gives the string the next code, unless all codes are assigned.
+    void Add(std::uint16_t prefix, std::uint8_t next) {
+        if (nextCode_ == lzw::kEndOfCodes) {
+            return;
+        }
+        if (next != 0) {
+            const std::size_t index = IndexOf(prefix, next);
+            assigned_[index / kWordBits] |= std::uint64_t{1} << index % kWordBits;
+            codes_[index] = nextCode_++;
+            return;
+        }
+        if (prefix == zeroStrings_[longestZeros_ - 1]) {
+            zeroStrings_[longestZeros_++] = nextCode_;
+        }
+        zeroCodes_[prefix] = nextCode_++;
+    }
+
+    // How many zero bytes the longest string of nothing else has; at least 1.
+    [[nodiscard]] std::size_t LongestZeros() const { return longestZeros_; }
+
+    // The code of `count` zero bytes, 1 to `LongestZeros()`.
+    [[nodiscard]] std::uint16_t ZerosCode(std::size_t count) const {
+        return zeroStrings_[count - 1];
+    }
+
+  private:
+    static constexpr std::size_t kByteValues = 256;
+    static constexpr std::size_t kWordBits = 64;
+
+    [[nodiscard]] bool IsAssigned(std::size_t index) const {
+        return (assigned_[index / kWordBits] >> index % kWordBits & 1U) != 0;
+    }
+
+    static std::size_t IndexOf(std::uint16_t prefix, std::uint8_t next) {
+        return prefix * kByteValues + next;
+    }
+
+    std::vector<std::uint16_t> codes_;
+    // A bit for each of them. Most bytes of a digest go on from no string, and a table of bits
+    // tells so from nearer caches than the codes are in.
+    std::vector<std::uint64_t> assigned_;
+    // Strings that end in a zero byte are half of what a path gives. Together they stay in the
+    // nearest cache.
+    std::array<std::uint16_t, lzw::kEndOfCodes> zeroCodes_{};
+    std::uint16_t nextCode_ = lzw::kFirstFreeCode;
+    // The strings of nothing but zero bytes, by their length; the first is code 0.
+    std::array<std::uint16_t, 1 + lzw::kEndOfCodes - lzw::kFirstFreeCode> zeroStrings_{};
+    std::size_t longestZeros_ = 1;
+};
+
+}  // namespace
+
+// What is known between two pieces of input.
+struct LzwCompressor::State {
+    explicit State(std::vector<std::uint8_t>& output) : writer(output) {}
+
+    CodeWriter writer;
+    CompressorDictionary dictionary;
+    bool hasMatch = false;
+    // The code of the string that the input so far ends in and no code was written for.
+    std::uint16_t matched = 0;
+};
+
+namespace {
+
+// Finds the longest strings of the dictionary in one piece of input and writes their codes.
+//
+// Works on copies of the small parts of the state: to the compiler, the bytes that are written
+// could be part of anything that others can reach, and it would load that again for every code.
+class Matcher {
+  public:
+    Matcher(CompressorDictionary& dictionary, const CodeWriter& writer, std::uint16_t matched,
+            std::span<const std::uint8_t> input)
+        : dictionary_(dictionary),
+          writer_(writer),
+          matched_(matched),
+          next_(input.data()),
+          end_(input.data() + input.size()) {}
+
+    // Begins a match with what is next; the input has not ended.
+    void StartMatch() {
+        if (*next_ == 0 && StartsManyZeros()) {
+            MatchZeros();
+        } else {
+            matched_ = *next_++;
+        }
+    }
+
+    // Goes on with the match to the end of the input, whose last match is left to what follows.
+    void Run() {
+        MatchOn();
+        while (next_ != end_) {
+            writer_.Write(matched_);
+            dictionary_.Add(matched_, *next_);
+            StartMatch();
+            MatchOn();
+        }
+    }
+
+    [[nodiscard]] const CodeWriter& Writer() const { return writer_; }
+    [[nodiscard]] std::uint16_t Matched() const { return matched_; }
+
+  private:
+    // Zero bytes are told eight at a time.
+    using Word = std::uint64_t;
+
+    [[nodiscard]] bool StartsWord(const std::uint8_t* from) const {
+        return static_cast<std::size_t>(end_ - from) >= sizeof(Word);
+    }
+
+    static Word WordAt(const std::uint8_t* from) {
+        Word word;
+        std::memcpy(&word, from, sizeof(word));
+        return word;
+    }
+
+    [[nodiscard]] bool StartsManyZeros() const { return StartsWord(next_) && WordAt(next_) == 0; }
+
+    // Takes all zero bytes from here on; the last ones that have a string stay matched.
+    void MatchZeros() {
+        const std::uint8_t* zerosEnd = next_;
+        while (StartsWord(zerosEnd) && WordAt(zerosEnd) == 0) {
+            zerosEnd += sizeof(Word);
+        }
+        while (zerosEnd != end_ && *zerosEnd == 0) {
+            ++zerosEnd;
+        }
+        auto left = static_cast<std::size_t>(zerosEnd - next_);
+        next_ = zerosEnd;
+        while (left > dictionary_.LongestZeros()) {
+            matched_ = dictionary_.ZerosCode(dictionary_.LongestZeros());
+            left -= dictionary_.LongestZeros();
+            writer_.Write(matched_);
+            dictionary_.Add(matched_, 0);
+        }
+        matched_ = dictionary_.ZerosCode(left);
+    }
+
+    // As far as the matched string with the byte behind it is in the dictionary.
+    void MatchOn() {
+        for (; next_ != end_; ++next_) {
+            const std::uint16_t longer = dictionary_.Find(matched_, *next_);
+            if (longer == CompressorDictionary::kNone) {
+                return;
+            }
+            matched_ = longer;
+        }
+    }
+
+    CompressorDictionary& dictionary_;
+    CodeWriter writer_;
+    std::uint16_t matched_;
+    const std::uint8_t* next_;
+    const std::uint8_t* const end_;
+};
+
+// Behind what `output` holds. What there is no memory for at once may be more than is needed.
+void MakeRoom(std::vector<std::uint8_t>& output, std::size_t bytes) {
+    const std::size_t before = output.size();
+    try {
+        output.reserve(before + bytes);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+    PreferLargePages(output.data() + before, bytes);
+}
+
+}  // namespace
+
+LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes) {
+    // An entry block becomes smaller than half of it unless most of it is digests.
+    MakeRoom(output, lzw::kPrefix.size() + expectedBytes / 2);
+    output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
+    state_ = std::make_unique<State>(output);
+}
+
+LzwCompressor::~LzwCompressor() = default;
+
+void LzwCompressor::Append(std::span<const std::uint8_t> input) {
+    if (input.empty()) {
+        return;
+    }
+    Matcher matcher(state_->dictionary, state_->writer, state_->matched, input);
+    if (!state_->hasMatch) {
+        matcher.StartMatch();
+        state_->hasMatch = true;
+    }
+    matcher.Run();
+    state_->writer = matcher.Writer();
+    state_->matched = matcher.Matched();
+}
+
+void LzwCompressor::Finish() {
+    state_->writer.Write(state_->matched);
+    state_->writer.Finish();
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,37 @@
+// The compressed form of the entry block: LZW in the container of the classic Unix compress, but
+// with codes of one fixed width from first to last and no clear code. Shared by compressor and
+// decompressor.
+#ifndef SEALKEEPER_CATALOGUE_LZW_LZW_FORMAT_H
+#define SEALKEEPER_CATALOGUE_LZW_LZW_FORMAT_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+
+namespace sealkeeper::lzw {
+
+inline constexpr unsigned kCodeBits = 12;
+inline constexpr std::uint8_t kBlockModeFlag = 0x80;
+
+// The container's magic and its flag byte, whose low bits hold the width of a code.
+inline constexpr std::array<std::uint8_t, 3> kPrefix = {0x1F, 0x9D, kBlockModeFlag | kCodeBits};
+inline constexpr std::size_t kMagicBytes = 2;
+inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
+
+// Codes 0 to 255 are the one-byte strings.
+inline constexpr std::uint16_t kOneByteStrings = 256;
+
+// Code 256 would clear the dictionary in the classic program and is never used here.
+inline constexpr std::uint16_t kFirstFreeCode = 257;
+
+// The first code that is never assigned: once the next code would be this one, the dictionary stays
+// as it is.
+inline constexpr std::uint16_t kEndOfCodes = 4095;
+
+// The length of what is compressed is told in 32 bits.
+inline constexpr std::uint64_t kMaxUncompressedBytes = std::numeric_limits<std::uint32_t>::max();
+
+}  // namespace sealkeeper::lzw
+
+#endif

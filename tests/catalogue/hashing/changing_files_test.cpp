@@ -1,0 +1,186 @@
+// Files that change after they were opened ahead and before their turn comes.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/file_hashing.h"
+#include "catalogue/hashing/chunks.h"
+#include "catalogue/hashing/file_hasher.h"
+#include "platform/file_system.h"
+#include "platform/text_encoding.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::BytesOf;
+using test::Hex;
+using test::PatternText;
+using test::ReadFile;
+using test::Sha256Hex;
+using test::TempDirectory;
+
+struct Change {
+    const char* name;
+    std::function<void(const TempDirectory& directory, const std::string& path)> make;
+    // Nothing where the file cannot be opened any more.
+    std::optional<std::string> content;
+};
+
+void PrintTo(const Change& change, std::ostream* stream) {
+    *stream << change.name;
+}
+
+// Until what was opened ahead is not taken to be unchanged any more.
+void WaitUntilNotFresh() {
+    std::this_thread::sleep_for(FileHasher::kFreshTime + std::chrono::milliseconds(1));
+}
+
+const std::string& Before() {
+    static const std::string content = PatternText(1000);
+    return content;
+}
+
+// The same size and, where the system's clock for files is coarse, more than once: until it tells
+// the difference.
+void RewriteInPlace(const TempDirectory& directory, const std::string& path) {
+    const FileStatus before = StatusOfPath(path);
+    do {
+        directory.WriteFile("changing", std::string(Before().size(), 'r'));
+    } while (StatusOfPath(path) == before);
+}
+
+class ChangingFile : public testing::TestWithParam<Change> {
+  protected:
+    // Every file is opened ahead while the first one is hashed.
+    void HashFirstFile() {
+        static_cast<void>(hasher_.NextFile());
+        EXPECT_EQ(Hex(hasher_.NextDigest().digest), Sha256Hex(BytesOf(Before())));
+        ASSERT_EQ(openedCount_, paths_.size());
+    }
+
+    void ExpectNextFile(const std::string& content) {
+        const FileToHash& file = hasher_.NextFile();
+        ASSERT_NE(file.reader, nullptr);
+        EXPECT_EQ(file.sizeBytes, content.size());
+        ASSERT_EQ(file.chunkCount, content.empty() ? 0U : 1U);
+        if (file.chunkCount > 0) {
+            EXPECT_EQ(Hex(hasher_.NextDigest().digest), Sha256Hex(BytesOf(content)));
+        }
+    }
+
+    TempDirectory directory_;
+    std::vector<std::string> paths_ = {
+        directory_.WriteFile("first", Before()), directory_.WriteFile("second", Before()),
+        directory_.WriteFile("changing", Before()), directory_.WriteFile("last", Before())};
+    std::size_t openedCount_ = 0;
+    FileHasher hasher_{paths_.size(), [this](std::size_t index) {
+                           ++openedCount_;
+                           return OpenFileToHash(Utf8ToWide(paths_[index]));
+                       }};
+};
+
+TEST_P(ChangingFile, IsHashedAsItIsWhenItsTurnComes) {
+    HashFirstFile();
+    GetParam().make(directory_, paths_[2]);
+    WaitUntilNotFresh();
+    ExpectNextFile(Before());
+    EXPECT_EQ(openedCount_, 4U);
+    if (GetParam().content) {
+        ExpectNextFile(*GetParam().content);
+    } else {
+        EXPECT_EQ(hasher_.NextFile().reader, nullptr);
+    }
+    EXPECT_EQ(openedCount_, 5U);
+    // Those behind it are not opened again.
+    ExpectNextFile(Before());
+    EXPECT_EQ(openedCount_, 5U);
+}
+
+TEST_P(ChangingFile, MayBeGivenUp) {
+    HashFirstFile();
+    GetParam().make(directory_, paths_[2]);
+    WaitUntilNotFresh();
+    static_cast<void>(hasher_.NextFile());
+    static_cast<void>(hasher_.NextFile());
+    ExpectNextFile(Before());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EveryChange, ChangingFile,
+    testing::Values(Change{"Shrunk",
+                           [](const TempDirectory& /*directory*/, const std::string& path) {
+                               std::filesystem::resize_file(path, 500);
+                           },
+                           PatternText(500)},
+                    Change{"Emptied",
+                           [](const TempDirectory& /*directory*/, const std::string& path) {
+                               std::filesystem::resize_file(path, 0);
+                           },
+                           ""},
+                    Change{"Grown",
+                           [](const TempDirectory& directory, const std::string& /*path*/) {
+                               directory.WriteFile("changing", PatternText(2000));
+                           },
+                           PatternText(2000)},
+                    Change{"Removed",
+                           [](const TempDirectory& /*directory*/, const std::string& path) {
+                               std::filesystem::remove(path);
+                           },
+                           std::nullopt},
+                    Change{"ReplacedByAnother",
+                           [](const TempDirectory& directory, const std::string& path) {
+                               std::filesystem::rename(
+                                   directory.WriteFile("new", std::string(Before().size(), 'n')),
+                                   path);
+                           },
+                           std::string(Before().size(), 'n')},
+                    Change{"RewrittenInPlace", RewriteInPlace, std::string(Before().size(), 'r')}),
+    [](const auto& instance) { return instance.param.name; });
+
+TEST(AppearingFile, IsHashedWhenItIsThereByItsTurn) {
+    const TempDirectory directory;
+    const std::vector<std::string> paths = {directory.WriteFile("first", Before()),
+                                            directory / "late"};
+    FileHasher hasher(paths.size(),
+                      [&](std::size_t index) { return OpenFileToHash(Utf8ToWide(paths[index])); });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    directory.WriteFile("late", Before());
+    ASSERT_NE(hasher.NextFile().reader, nullptr);
+    EXPECT_EQ(Hex(hasher.NextDigest().digest), Sha256Hex(BytesOf(Before())));
+}
+
+// Some of its chunks were hashed ahead; the others never are.
+TEST(ChangingLargeFile, IsHashedAsItIsWhenItsTurnComes) {
+    const TempDirectory directory;
+    const std::vector<std::string> paths = {
+        directory.WriteFile("first", Before()),
+        directory.WriteFile("large", PatternText(6 * kChunkBytes)),
+        directory.WriteFile("last", Before())};
+    FileHasher hasher(paths.size(),
+                      [&](std::size_t index) { return OpenFileToHash(Utf8ToWide(paths[index])); });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    std::filesystem::resize_file(paths[1], 2 * kChunkBytes + 1);
+    const std::string content = ReadFile(paths[1]);
+    WaitUntilNotFresh();
+    ASSERT_EQ(hasher.NextFile().chunkCount, 3U);
+    for (std::size_t at = 0; at < content.size(); at += kChunkBytes) {
+        EXPECT_EQ(Hex(hasher.NextDigest().digest),
+                  Sha256Hex(BytesOf(content.substr(at, kChunkBytes))));
+    }
+    static_cast<void>(hasher.NextFile());
+    EXPECT_EQ(Hex(hasher.NextDigest().digest), Sha256Hex(BytesOf(Before())));
+}
+
+}  // namespace
+}  // namespace sealkeeper

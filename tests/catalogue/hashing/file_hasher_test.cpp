@@ -1,0 +1,343 @@
+#include "catalogue/hashing/file_hasher.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/file_hashing.h"
+#include "catalogue/hashing/chunks.h"
+#include "platform/text_encoding.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::DigestTexts;
+using test::PatternText;
+using test::Sha256Hex;
+using test::TempDirectory;
+
+std::vector<std::string> ExpectedDigests(const std::string& content) {
+    std::vector<std::string> digests;
+    for (std::size_t at = 0; at < content.size(); at += kChunkBytes) {
+        digests.push_back(Sha256Hex(test::BytesOf(content.substr(at, kChunkBytes))));
+    }
+    return digests;
+}
+
+// Files of the given sizes, no two alike, and a hasher over them.
+class Files {
+  public:
+    explicit Files(const std::vector<std::size_t>& sizes,
+                   std::unique_ptr<Sha256Streams> streams = MakeSha256Streams())
+        : hasher_(
+              sizes.size(), [this](std::size_t index) { return Open(index); }, std::move(streams)) {
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            contents_.push_back(PatternText(sizes[i] + i).substr(i));
+            paths_.push_back(directory_.WriteFile("f" + std::to_string(i), contents_.back()));
+        }
+    }
+
+    [[nodiscard]] FileHasher& Hasher() { return hasher_; }
+    [[nodiscard]] std::size_t OpenedCount() const { return openedCount_; }
+    [[nodiscard]] const std::string& PathOf(std::size_t index) const { return paths_[index]; }
+
+    // Goes on to the next file, number `index`, and compares all its digests.
+    void ExpectNextFile(std::size_t index) {
+        const FileToHash& file = hasher_.NextFile();
+        ASSERT_NE(file.reader, nullptr) << index;
+        std::vector<Sha256Digest> digests;
+        for (std::uint64_t chunk = 0; chunk < file.chunkCount; ++chunk) {
+            const HashedChunk hashed = hasher_.NextDigest();
+            ASSERT_TRUE(hashed.isRead) << index;
+            ASSERT_EQ(hashed.hashError, 0);
+            digests.push_back(hashed.digest);
+        }
+        EXPECT_EQ(DigestTexts(digests), ExpectedDigests(contents_[index])) << index;
+    }
+
+  private:
+    FileToHash Open(std::size_t index) {
+        // Each once, in order.
+        EXPECT_EQ(index, openedCount_++);
+        return OpenFileToHash(Utf8ToWide(paths_[index]));
+    }
+
+    TempDirectory directory_;
+    std::vector<std::string> contents_;
+    std::vector<std::string> paths_;
+    std::size_t openedCount_ = 0;
+    FileHasher hasher_;
+};
+
+TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
+    std::vector<std::size_t> sizes = {1, 0, 63, 64, 65, kChunkBytes, 3, kChunkBytes + 1, 0};
+    // Around where a piece may end, whatever size pieces have.
+    for (std::size_t size = 1U << 12U; size <= 1U << 20U; size *= 2) {
+        sizes.insert(sizes.end(), {size - 1, size, size + 1});
+    }
+    sizes.insert(sizes.end(), {5 * kChunkBytes + 65'537, kChunkBytes - 1, 127});
+    Files files(sizes);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+    }
+    EXPECT_EQ(files.OpenedCount(), sizes.size());
+}
+
+TEST(FileHasher, StreamsOfTheLibraryGiveTheSame) {
+    const std::vector<std::size_t> sizes = {5, 0, kChunkBytes + 1, 64, 300'000, 1};
+    Files files(sizes, MakeMbedTlsSha256Streams());
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+    }
+}
+
+// The shorter file decides how much is hashed of the longer one's piece, and so what is left of it.
+TEST(FileHasher, ShortFileBesideALongOne) {
+    for (std::size_t size = 1U << 12U; size <= 1U << 20U; size *= 2) {
+        for (const std::size_t missing : std::vector<std::size_t>{1, 64, 65, 128, 129}) {
+            Files files({size - missing, 3 * size + 17});
+            files.ExpectNextFile(0);
+            files.ExpectNextFile(1);
+        }
+    }
+}
+
+TEST(FileHasher, ManySmallFiles) {
+    std::vector<std::size_t> sizes;
+    for (std::size_t i = 0; i < 1000; ++i) {
+        sizes.push_back(i * 37 % 3000);
+    }
+    Files files(sizes);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+        // Some are open ahead, and not all that there are.
+        EXPECT_LE(files.OpenedCount(), i + 65);
+    }
+}
+
+TEST(FileHasher, LooksAheadToSomeLargeFilesOnly) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("f", "");
+    std::filesystem::resize_file(path, kChunkBytes);
+    std::size_t openedCount = 0;
+    FileHasher hasher(60, [&](std::size_t /*index*/) {
+        ++openedCount;
+        return OpenFileToHash(Utf8ToWide(path));
+    });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    // Those that are being hashed, and behind them some more to read meanwhile.
+    EXPECT_GE(openedCount, 2 * kMaxSha256Streams);
+    EXPECT_LE(openedCount, 6 * kMaxSha256Streams);
+}
+
+// They keep no stream busy, so it is their number alone that stops the look ahead.
+TEST(FileHasher, ManyEmptyFiles) {
+    std::vector<std::size_t> sizes(300);
+    sizes.front() = 5;
+    Files files(sizes);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        files.ExpectNextFile(i);
+        EXPECT_LE(files.OpenedCount(), i + 64);
+    }
+}
+
+TEST(FileHasher, GivesUpTheRestOfAFile) {
+    Files files({9 * kChunkBytes, 5, 2 * kChunkBytes, 7});
+    EXPECT_EQ(files.Hasher().NextFile().chunkCount, 9U);
+    EXPECT_TRUE(files.Hasher().NextDigest().isRead);
+    files.ExpectNextFile(1);
+    // Without a single digest taken.
+    EXPECT_EQ(files.Hasher().NextFile().chunkCount, 2U);
+    files.ExpectNextFile(3);
+}
+
+// What the system was told of in vain must not count against the files behind two that have more
+// chunks than are looked ahead to.
+void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
+    const TempDirectory directory;
+    // Small enough that all those files are looked ahead to, and large enough that few are hashed
+    // meanwhile.
+    const std::string content = PatternText(kChunkBytes / 8);
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", content));
+    constexpr std::size_t kFileCount = 30;
+    std::size_t openedCount = 0;
+    FileHasher hasher(kFileCount, [&](std::size_t index) {
+        ++openedCount;
+        return index < 2 ? openGivenUp() : OpenFileToHash(path);
+    });
+    for (std::size_t givenUp = 1; givenUp <= 2; ++givenUp) {
+        static_cast<void>(hasher.NextFile());
+        EXPECT_TRUE(hasher.NextDigest().isRead);
+        EXPECT_EQ(openedCount, givenUp);
+    }
+    EXPECT_EQ(hasher.NextFile().chunkCount, 1U);
+    EXPECT_EQ(test::Hex(hasher.NextDigest().digest), Sha256Hex(test::BytesOf(content)));
+    EXPECT_EQ(openedCount, kFileCount);
+}
+
+TEST(FileHasher, LooksAheadAsFarBehindBytesThatWereGivenUp) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("f", "");
+    std::filesystem::resize_file(path, 40 * kChunkBytes);
+    ExpectToLookAheadBehind([&] { return OpenFileToHash(Utf8ToWide(path)); });
+}
+
+TEST(FileHasher, LooksAheadAsFarBehindChunksThatWereGivenUp) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    ExpectToLookAheadBehind([&] {
+        FileToHash file = OpenFileToHash(path);
+        // Behind the end, where they have no bytes.
+        file.chunkCount = 1000;
+        return file;
+    });
+}
+
+// Leaves the process room for a few more descriptors than it has open.
+class ScopedDescriptorLimit {
+  public:
+    ScopedDescriptorLimit() {
+        EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &before_), 0);
+        const int lowestFree = dup(STDOUT_FILENO);
+        EXPECT_EQ(close(lowestFree), 0);
+        rlimit limited = before_;
+        limited.rlim_cur = static_cast<rlim_t>(lowestFree) + 3;
+        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &limited), 0);
+    }
+    ScopedDescriptorLimit(const ScopedDescriptorLimit&) = delete;
+    ScopedDescriptorLimit& operator=(const ScopedDescriptorLimit&) = delete;
+    ~ScopedDescriptorLimit() { EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &before_), 0); }
+
+  private:
+    rlimit before_{};
+};
+
+TEST(FileHasher, FewDescriptorsAreEnough) {
+    const TempDirectory directory;
+    std::vector<std::string> paths;
+    for (int i = 0; i < 40; ++i) {
+        paths.push_back(directory.WriteFile("f" + std::to_string(i), "hello"));
+    }
+    const ScopedDescriptorLimit limit;
+    FileHasher hasher(paths.size(),
+                      [&](std::size_t index) { return OpenFileToHash(Utf8ToWide(paths[index])); });
+    for (const std::string& path : paths) {
+        ASSERT_NE(hasher.NextFile().reader, nullptr) << path;
+        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+    }
+}
+
+TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {
+    FileHasher hasher(2, [](std::size_t index) {
+        return OpenFileToHash(index == 0 ? L"/no/such/file" : L"/no/other");
+    });
+    EXPECT_EQ(hasher.NextFile().reader, nullptr);
+    EXPECT_EQ(hasher.NextFile().reader, nullptr);
+}
+
+// Those that cannot be opened ahead are tried again when their turn comes.
+TEST(FileHasher, OpensEachFileOnceInOrder) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    std::vector<std::size_t> asked;
+    FileHasher hasher(5, [&](std::size_t index) {
+        asked.push_back(index);
+        return OpenFileToHash(index == 1 || index == 4 ? L"/no/such/file" : path);
+    });
+    for (const std::size_t index : std::vector<std::size_t>{0, 1, 2, 3, 4}) {
+        const bool isThere = hasher.NextFile().reader != nullptr;
+        EXPECT_EQ(isThere, index != 1 && index != 4);
+        EXPECT_TRUE(!isThere || hasher.NextDigest().isRead);
+    }
+    EXPECT_EQ(asked, (std::vector<std::size_t>{0, 1, 2, 3, 4, 1, 4}));
+}
+
+// The parameter is how many bytes there are of two chunks.
+class FileHasherOfAShortFile : public testing::TestWithParam<std::size_t> {};
+
+TEST_P(FileHasherOfAShortFile, ChunkThatCannotBeReadLeavesTheOthersAlone) {
+    TempDirectory directory;
+    const std::string content = PatternText(2 * kChunkBytes);
+    const std::vector<std::string> paths = {
+        directory.WriteFile("short", content.substr(0, GetParam())),
+        directory.WriteFile("whole", content)};
+    FileHasher hasher(2, [&](std::size_t index) {
+        FileToHash file = OpenFileToHash(Utf8ToWide(paths[index]));
+        file.sizeBytes = content.size();
+        file.chunkCount = 2;
+        return file;
+    });
+    EXPECT_EQ(hasher.NextFile().chunkCount, 2U);
+    EXPECT_FALSE(hasher.NextDigest().isRead);
+    EXPECT_FALSE(hasher.NextDigest().isRead);
+    EXPECT_EQ(hasher.NextFile().chunkCount, 2U);
+    const std::vector<Sha256Digest> digests = {hasher.NextDigest().digest,
+                                               hasher.NextDigest().digest};
+    EXPECT_EQ(DigestTexts(digests), ExpectedDigests(content));
+}
+
+// Within a chunk's first piece, within a later one, and where a piece may end.
+INSTANTIATE_TEST_SUITE_P(EverySize, FileHasherOfAShortFile,
+                         testing::Values(0, 70'000, 1'048'576, 3'000'001, kChunkBytes - 1));
+
+// Their number comes from a catalogue, so they must not be asked for all at once.
+TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    FileHasher hasher(1, [&](std::size_t /*index*/) {
+        FileToHash file = OpenFileToHash(path);
+        file.chunkCount = 0xFFFFFFFF;
+        return file;
+    });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+    for (int i = 0; i < 200; ++i) {
+        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), Sha256Hex({}));
+    }
+}
+
+TEST(FileHasher, BehindTheLastChunkNothingIsRead) {
+    Files files({5, 6, 7});
+    files.ExpectNextFile(0);
+    EXPECT_FALSE(files.Hasher().NextDigest().isRead);
+    EXPECT_FALSE(files.Hasher().NextDigest().isRead);
+    files.ExpectNextFile(1);
+    files.ExpectNextFile(2);
+    EXPECT_FALSE(files.Hasher().NextDigest().isRead);
+}
+
+TEST(FileHasher, ChunkCounts) {
+    EXPECT_EQ(ChunkCountOf(0), 0U);
+    EXPECT_EQ(ChunkCountOf(1), 1U);
+    EXPECT_EQ(ChunkCountOf(kChunkBytes), 1U);
+    EXPECT_EQ(ChunkCountOf(kChunkBytes + 1), 2U);
+    EXPECT_EQ(ChunkCountOf(~std::uint64_t{0}), std::uint64_t{1} << 42U);
+}
+
+TEST(FileHasher, ChunkOffsets) {
+    EXPECT_EQ(ChunkOffset(0, 5), 0U);
+    EXPECT_EQ(ChunkOffset(1, 5), 5U);
+    EXPECT_EQ(ChunkOffset(1, kChunkBytes), kChunkBytes);
+    EXPECT_EQ(ChunkOffset(1, kChunkBytes + 1), kChunkBytes);
+    EXPECT_EQ(ChunkOffset(2, kChunkBytes + 1), kChunkBytes + 1);
+    EXPECT_EQ(ChunkOffset(~std::uint64_t{0}, 2 * kChunkBytes), 2 * kChunkBytes);
+    // The first whose product with the size of a chunk does not fit in 64 bits.
+    constexpr std::uint64_t kTooFar = std::uint64_t{1} << 42U;
+    EXPECT_EQ(ChunkOffset(kTooFar, 5), 5U);
+    EXPECT_EQ(ChunkOffset(kTooFar, ~std::uint64_t{0}), ~std::uint64_t{0});
+    EXPECT_EQ(ChunkOffset(kTooFar - 1, ~std::uint64_t{0}), (kTooFar - 1) * kChunkBytes);
+}
+
+}  // namespace
+}  // namespace sealkeeper

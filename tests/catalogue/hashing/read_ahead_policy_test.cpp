@@ -1,0 +1,70 @@
+#include "catalogue/hashing/read_ahead_policy.h"
+
+#include <gtest/gtest.h>
+
+namespace sealkeeper {
+namespace {
+
+using Policy = ReadAheadPolicy;
+
+std::size_t StepsOf(Policy& policy) {
+    std::size_t steps = 0;
+    while (policy.ShouldAdvise(1)) {
+        ++steps;
+    }
+    return steps;
+}
+
+TEST(ReadAheadPolicy, AdvisesAtFirstAndAsFarAsReadsWaited) {
+    Policy policy;
+    EXPECT_EQ(StepsOf(policy), Policy::kStepsAtFirst);
+    policy.OnRead(Policy::kWait);
+    EXPECT_EQ(StepsOf(policy), 0U);
+    policy.OnRead(100 * Policy::kStepTime);
+    EXPECT_EQ(StepsOf(policy), 100U);
+    policy.OnRead(30 * Policy::kStepTime);
+    policy.OnRead(std::chrono::nanoseconds(1));
+    policy.OnRead(50 * Policy::kStepTime);
+    EXPECT_EQ(StepsOf(policy), 80U);
+}
+
+TEST(ReadAheadPolicy, WaitingForLongIsRememberedForAWhile) {
+    Policy policy;
+    policy.OnRead(std::chrono::hours(1));
+    policy.OnRead(std::chrono::hours(1));
+    EXPECT_EQ(StepsOf(policy), Policy::kMaxSteps);
+}
+
+TEST(ReadAheadPolicy, AdviceIsGivenAsAWhole) {
+    Policy policy;
+    EXPECT_FALSE(policy.ShouldAdvise(Policy::kStepsAtFirst + 1));
+    EXPECT_TRUE(policy.ShouldAdvise(Policy::kStepsAtFirst));
+    EXPECT_FALSE(policy.ShouldAdvise(1));
+    EXPECT_TRUE(policy.ShouldAdvise(0));
+}
+
+// How many of a thousand chunks the system is told of where one read of `readCount` takes
+// `duration`.
+std::size_t AdvisedOfAThousandChunks(std::size_t readCount, std::chrono::microseconds duration) {
+    constexpr std::size_t kReadsOfAChunk = 32;
+    constexpr std::size_t kStepsOfAChunk = 16;
+    Policy policy;
+    static_cast<void>(StepsOf(policy));
+    std::size_t advisedChunks = 0;
+    for (std::size_t read = 0; read < 1000 * kReadsOfAChunk; ++read) {
+        policy.OnRead(read % readCount == 0 ? duration : std::chrono::microseconds(15));
+        if (read % kReadsOfAChunk == 0 && policy.ShouldAdvise(kStepsOfAChunk)) {
+            ++advisedChunks;
+        }
+    }
+    return advisedChunks;
+}
+
+TEST(ReadAheadPolicy, TellsMemoryFromADisk) {
+    EXPECT_LT(AdvisedOfAThousandChunks(150, std::chrono::microseconds(70)), 250U);
+    EXPECT_GT(AdvisedOfAThousandChunks(150, std::chrono::microseconds(1000)), 900U);
+    EXPECT_GT(AdvisedOfAThousandChunks(32, std::chrono::microseconds(100)), 900U);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,114 @@
+// Compressed input written code by code, so that tests can store what no compressor sends.
+#ifndef SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
+#define SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "catalogue/lzw/lzw_compressor.h"
+
+namespace sealkeeper::test {
+
+// The compressed form of `bytes`, which are not none.
+[[nodiscard]] inline std::vector<std::uint8_t> Compressed(const std::vector<std::uint8_t>& bytes) {
+    std::vector<std::uint8_t> output;
+    LzwCompressor compressor(output);
+    compressor.Append(bytes);
+    compressor.Finish();
+    return output;
+}
+
+// The container with `flags` and the codes, each `width` bits wide, least-significant bit first;
+// the last byte is filled with zero bits.
+[[nodiscard]] inline std::vector<std::uint8_t> PackedCodes(const std::vector<std::uint32_t>& codes,
+                                                           unsigned width, std::uint8_t flags) {
+    std::vector<std::uint8_t> packed = {0x1F, 0x9D, flags};
+    std::uint64_t pending = 0;
+    unsigned pendingBits = 0;
+    for (const std::uint32_t code : codes) {
+        pending |= static_cast<std::uint64_t>(code) << pendingBits;
+        for (pendingBits += width; pendingBits >= 8; pendingBits -= 8) {
+            packed.push_back(static_cast<std::uint8_t>(pending));
+            pending >>= 8U;
+        }
+    }
+    if (pendingBits > 0) {
+        packed.push_back(static_cast<std::uint8_t>(pending));
+    }
+    return packed;
+}
+
+[[nodiscard]] inline std::vector<std::uint8_t> PackedCodes(
+    const std::vector<std::uint32_t>& codes) {
+    return PackedCodes(codes, 12, 0x8C);
+}
+
+inline constexpr std::uint32_t kLastCode = 4094;
+
+// Codes for `count` bytes of one value in as few codes as can be: each string is one byte longer
+// than the one before, until the dictionary is full; then the longest again and again.
+[[nodiscard]] inline std::vector<std::uint32_t> CodesOfRun(std::uint64_t count) {
+    constexpr std::uint64_t kLongestString = kLastCode - 255;
+    std::vector<std::uint32_t> codes;
+    std::uint64_t left = count;
+    for (std::uint64_t length = 1; left > 0; ++length) {
+        const std::uint64_t taken = length < kLongestString ? length : kLongestString;
+        const std::uint64_t used = taken < left ? taken : left;
+        codes.push_back(used == 1 ? 'A' : static_cast<std::uint32_t>(255 + used));
+        left -= used;
+    }
+    return codes;
+}
+
+// The codes that the format asks for, found in the plainest way: the longest string that the
+// dictionary holds, again and again.
+[[nodiscard]] inline std::vector<std::uint32_t> CodesOf(const std::vector<std::uint8_t>& bytes) {
+    std::map<std::pair<std::uint32_t, std::uint8_t>, std::uint32_t> dictionary;
+    std::vector<std::uint32_t> codes;
+    std::uint32_t nextCode = 257;
+    std::uint32_t matched = bytes.front();
+    for (std::size_t i = 1; i < bytes.size(); ++i) {
+        const auto longer = dictionary.find({matched, bytes[i]});
+        if (longer != dictionary.end()) {
+            matched = longer->second;
+            continue;
+        }
+        codes.push_back(matched);
+        if (nextCode <= kLastCode) {
+            dictionary[{matched, bytes[i]}] = nextCode++;
+        }
+        matched = bytes[i];
+    }
+    codes.push_back(matched);
+    return codes;
+}
+
+// Bytes as an entry block has them: short text with zeros between its bytes, a run of zeros, and
+// bytes at random.
+[[nodiscard]] inline std::vector<std::uint8_t> RecordLikeBytes(std::size_t count) {
+    std::vector<std::uint8_t> bytes;
+    std::uint32_t state = 3;
+    const auto random = [&state](std::uint32_t below) {
+        state = state * 1664525U + 1013904223U;
+        return (state >> 8U) % below;
+    };
+    while (bytes.size() < count) {
+        for (std::uint32_t left = random(60); left > 0; --left) {
+            bytes.push_back(static_cast<std::uint8_t>('a' + random(6)));
+            bytes.push_back(0);
+        }
+        bytes.insert(bytes.end(), random(500), 0);
+        for (std::uint32_t left = random(97); left > 0; --left) {
+            bytes.push_back(static_cast<std::uint8_t>(random(256)));
+        }
+    }
+    bytes.resize(count);
+    return bytes;
+}
+
+}  // namespace sealkeeper::test
+
+#endif
