@@ -86,8 +86,8 @@ void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     }
 }
 
-// A case for each number of streams.
-static_assert(kMaxSha256Streams == 4);
+// A case for each number of lanes.
+constexpr std::size_t kMaxLanes = 4;
 
 void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
     switch (laneCount) {
@@ -117,6 +117,6 @@ bool IsSupported() {
 
 }  // namespace
 
-const Sha256Kernel kArmSha256Kernel = {"ARMv8 SHA-2", IsSupported, Compress};
+const Sha256Kernel kArmSha256Kernel = {"ARMv8 SHA-2", kMaxLanes, IsSupported, Compress};
 
 }  // namespace sealkeeper

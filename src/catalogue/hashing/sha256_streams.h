@@ -13,6 +13,8 @@
 
 namespace sealkeeper {
 
+inline constexpr std::size_t kMaxSha256Streams = 4;
+
 // One stream's part in a step.
 struct Sha256Step {
     std::size_t stream;
@@ -44,22 +46,14 @@ class Sha256Streams {
                                      Sha256Digest& digest) = 0;
 };
 
-// The kernel compiled for the architecture that the build targets; null when there is none. This
-// processor need not support it.
-[[nodiscard]] const Sha256Kernel* CompiledSha256Kernel();
-
-// Whether this processor supports `kernel` and the kernel, for each number of streams, gives known
-// answers.
-[[nodiscard]] bool IsUsable(const Sha256Kernel& kernel);
-
 // The streams of `kernel`, which is usable.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeKernelSha256Streams(const Sha256Kernel& kernel);
 
 // The streams of mbed TLS, which runs everywhere.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeMbedTlsSha256Streams();
 
-// The streams of the compiled kernel if there is one and it is usable, which is found out once in a
-// process, else those of mbed TLS.
+// The streams of a compiled kernel of as many lanes, where one is usable, which is found out once
+// in a process, else those of mbed TLS.
 [[nodiscard]] std::unique_ptr<Sha256Streams> MakeSha256Streams();
 
 }  // namespace sealkeeper

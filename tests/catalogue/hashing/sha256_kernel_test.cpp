@@ -1,54 +1,163 @@
+// Each compiled kernel for each number of lanes, whichever of them the engine would choose.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <ostream>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "catalogue/catalogue_test_support.h"
-#include "catalogue/hashing/sha256_streams.h"
+#include "catalogue/hashing/sha256_kernels.h"
+#include "catalogue/hashing/sha256_test_support.h"
 
 namespace sealkeeper {
 namespace {
 
-// Where there is none, everything here is skipped.
-const Sha256Kernel& Kernel() {
-    return *CompiledSha256Kernel();
+using Bytes = std::vector<std::uint8_t>;
+using test::NumberedMessage;
+
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
+
+struct KernelCase {
+    const Sha256Kernel* kernel;
+    std::size_t laneCount;
+};
+
+void PrintTo(const KernelCase& kernelCase, std::ostream* out) {
+    *out << kernelCase.kernel->name << ", " << kernelCase.laneCount;
 }
 
-class CompiledSha256KernelTest : public testing::Test {
+std::vector<KernelCase> KernelCases() {
+    std::vector<KernelCase> cases;
+    for (const Sha256Kernel* kernel : CompiledSha256Kernels()) {
+        for (std::size_t laneCount = 1; laneCount <= kernel->maxLanes; ++laneCount) {
+            cases.push_back({kernel, laneCount});
+        }
+    }
+    return cases;
+}
+
+class Sha256KernelTest : public testing::TestWithParam<KernelCase> {
   protected:
     void SetUp() override {
-        if (CompiledSha256Kernel() == nullptr) {
-            GTEST_SKIP() << "there is no kernel for what this build targets";
-        }
         if (!Kernel().isSupported()) {
             GTEST_SKIP() << "this processor does not have the instructions: " << Kernel().name;
         }
     }
+
+    [[nodiscard]] static const Sha256Kernel& Kernel() { return *GetParam().kernel; }
+
+    [[nodiscard]] static std::size_t LaneCount() { return GetParam().laneCount; }
+
+    // Hashes messages of these sizes, one a lane, whose first bytes are at each of these offsets
+    // from the start of an allocation, and whose last bytes end it.
+    static void ExpectDigests(const std::vector<std::size_t>& sizesBytes,
+                              const std::vector<std::size_t>& offsets, std::size_t mostBlocks) {
+        std::vector<Bytes> allocations;
+        std::vector<std::span<const std::uint8_t>> messages;
+        for (std::size_t lane = 0; lane < sizesBytes.size(); ++lane) {
+            const Bytes message = NumberedMessage(sizesBytes[lane], lane);
+            Bytes allocation(offsets[lane] + message.size());
+            std::copy(message.rbegin(), message.rend(), allocation.rbegin());
+            allocations.push_back(std::move(allocation));
+            messages.push_back(std::span(allocations.back()).subspan(offsets[lane]));
+        }
+        const auto compress = [](std::span<const Sha256Lane> lanes, std::size_t blockCount) {
+            Kernel().compress(lanes.data(), lanes.size(), blockCount);
+        };
+        EXPECT_EQ(test::DigestsBy(compress, messages, mostBlocks), test::ReferenceDigests(messages))
+            << "sizes " << testing::PrintToString(sizesBytes) << ", offsets "
+            << testing::PrintToString(offsets) << ", blocks a call " << mostBlocks;
+    }
+
+    static void ExpectDigests(const std::vector<std::size_t>& sizesBytes, std::size_t mostBlocks) {
+        ExpectDigests(sizesBytes, std::vector<std::size_t>(sizesBytes.size()), mostBlocks);
+    }
+
+    [[nodiscard]] static std::vector<std::size_t> ForEachLane(std::size_t value) {
+        return std::vector<std::size_t>(LaneCount(), value);
+    }
+
+    // The value of `function` for each lane.
+    template <typename Function>
+    [[nodiscard]] static std::vector<std::size_t> ForEachLane(Function function) {
+        std::vector<std::size_t> values;
+        for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
+            values.push_back(function(lane));
+        }
+        return values;
+    }
 };
 
-// The parameter is the number of streams.
-class Sha256KernelTest : public CompiledSha256KernelTest,
-                         public testing::WithParamInterface<std::size_t> {};
+TEST_P(Sha256KernelTest, HashesEveryLengthUpTo300) {
+    for (std::size_t length = 0; length <= 300; ++length) {
+        ExpectDigests(ForEachLane(length), kNoLimit);
+    }
+}
+
+TEST_P(Sha256KernelTest, HashesDifferentLengthsSideBySide) {
+    for (std::size_t length = 0; length <= 300; length += 7) {
+        ExpectDigests(ForEachLane([=](std::size_t lane) { return (length + 97 * lane) % 301; }),
+                      kNoLimit);
+    }
+    constexpr std::array<std::size_t, 4> kSizes = {0, 20003, 63, 65536};
+    ExpectDigests(ForEachLane([&](std::size_t lane) { return kSizes[lane % kSizes.size()]; }),
+                  kNoLimit);
+}
+
+TEST_P(Sha256KernelTest, HashesAnyNumberOfBlocksACall) {
+    for (std::size_t mostBlocks = 1; mostBlocks <= 9; ++mostBlocks) {
+        ExpectDigests(ForEachLane(std::size_t{20 * kSha256BlockBytes + 5}), mostBlocks);
+    }
+}
+
+TEST_P(Sha256KernelTest, ReadsFromAnyAlignment) {
+    for (std::size_t offset = 0; offset < kSha256BlockBytes; ++offset) {
+        const auto sizes = ForEachLane(std::size_t{3 * kSha256BlockBytes + 17});
+        ExpectDigests(sizes, ForEachLane(offset), kNoLimit);
+        ExpectDigests(sizes, ForEachLane([=](std::size_t lane) {
+                          return (offset + 5 * lane) % kSha256BlockBytes;
+                      }),
+                      2);
+    }
+}
+
+TEST_P(Sha256KernelTest, TakesLanesInAnyPlace) {
+    std::vector<Bytes> messages;
+    std::vector<std::array<std::uint32_t, kSha256StateWords>> states(LaneCount());
+    std::vector<Sha256Lane> lanes;
+    for (std::size_t lane = 0; lane < LaneCount(); ++lane) {
+        messages.push_back(NumberedMessage(2 * kSha256BlockBytes, lane));
+        lanes.push_back({states[lane].data(), messages[lane].data()});
+    }
+    Kernel().compress(lanes.data(), lanes.size(), 2);
+    const auto inOrder = states;
+    for (std::size_t shift = 1; shift < LaneCount(); ++shift) {
+        std::fill(states.begin(), states.end(), std::array<std::uint32_t, kSha256StateWords>{});
+        std::rotate(lanes.begin(), lanes.begin() + 1, lanes.end());
+        Kernel().compress(lanes.data(), lanes.size(), 2);
+        EXPECT_EQ(states, inOrder) << "shifted by " << shift;
+    }
+}
 
 TEST_P(Sha256KernelTest, WritesTheStatesAlone) {
     constexpr std::uint32_t kGuard = 0xA5C3F00D;
     constexpr std::size_t kGuardWords = 8;
     constexpr std::size_t kBlocks = 3;
     using GuardedState = std::array<std::uint32_t, kGuardWords + kSha256StateWords + kGuardWords>;
-    std::array<GuardedState, kMaxSha256Streams> states{};
-    std::array<Sha256Lane, kMaxSha256Streams> lanes{};
-    const auto message = test::BytesOf(test::PatternText(kBlocks * kSha256BlockBytes));
+    std::array<GuardedState, kMaxSha256Lanes> states{};
+    std::array<Sha256Lane, kMaxSha256Lanes> lanes{};
+    const auto message = NumberedMessage(kBlocks * kSha256BlockBytes, 0);
     for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
         states[lane].fill(kGuard);
         lanes[lane] = {states[lane].data() + kGuardWords, message.data()};
     }
 
-    Kernel().compress(lanes.data(), GetParam(), kBlocks);
+    Kernel().compress(lanes.data(), LaneCount(), kBlocks);
 
     const auto isGuard = [](std::uint32_t word) { return word == kGuard; };
     for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
@@ -56,135 +165,67 @@ TEST_P(Sha256KernelTest, WritesTheStatesAlone) {
         const std::span<const std::uint32_t> words = states[lane];
         const auto before = words.first(kGuardWords);
         const auto state = words.subspan(kGuardWords, kSha256StateWords);
-        const auto behind = words.last(kGuardWords);
+        const auto after = words.last(kGuardWords);
         EXPECT_TRUE(std::all_of(before.begin(), before.end(), isGuard));
-        EXPECT_TRUE(std::all_of(behind.begin(), behind.end(), isGuard));
-        EXPECT_EQ(std::none_of(state.begin(), state.end(), isGuard), lane < GetParam());
-        EXPECT_EQ(std::all_of(state.begin(), state.end(), isGuard), lane >= GetParam());
+        EXPECT_TRUE(std::all_of(after.begin(), after.end(), isGuard));
+        EXPECT_EQ(std::none_of(state.begin(), state.end(), isGuard), lane < LaneCount());
+        EXPECT_EQ(std::all_of(state.begin(), state.end(), isGuard), lane >= LaneCount());
     }
 }
 
-TEST_P(Sha256KernelTest, KeepsTheStatesWithoutBlocks) {
+TEST_P(Sha256KernelTest, KeepsTheStatesWithoutLanesOrBlocks) {
     constexpr std::uint32_t kAnyWord = 0x01234567;
-    std::array<std::array<std::uint32_t, kSha256StateWords>, kMaxSha256Streams> states{};
-    std::array<Sha256Lane, kMaxSha256Streams> lanes{};
+    const std::array<std::uint8_t, kSha256BlockBytes> block{};
+    std::array<std::array<std::uint32_t, kSha256StateWords>, kMaxSha256Lanes> states{};
+    std::array<Sha256Lane, kMaxSha256Lanes> lanes{};
     for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
         states[lane].fill(kAnyWord);
         lanes[lane] = {states[lane].data(), nullptr};
     }
     const auto before = states;
 
-    Kernel().compress(lanes.data(), GetParam(), 0);
-
+    Kernel().compress(lanes.data(), LaneCount(), 0);
     EXPECT_EQ(states, before);
-}
 
-TEST_F(CompiledSha256KernelTest, DoesNothingWithoutLanes) {
-    constexpr std::uint32_t kAnyWord = 0x01234567;
-    const std::array<std::uint8_t, kSha256BlockBytes> block{};
-    std::array<std::array<std::uint32_t, kSha256StateWords>, kMaxSha256Streams> states{};
-    std::array<Sha256Lane, kMaxSha256Streams> lanes{};
-    for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
-        states[lane].fill(kAnyWord);
-        lanes[lane] = {states[lane].data(), block.data()};
+    for (Sha256Lane& lane : lanes) {
+        lane.blocks = block.data();
     }
-    const auto before = states;
-
     Kernel().compress(lanes.data(), 0, 1);
-
+    Kernel().compress(nullptr, 0, 1);
     EXPECT_EQ(states, before);
 }
 
-TEST_F(CompiledSha256KernelTest, IsUsable) {
-    EXPECT_TRUE(IsUsable(Kernel()));
-}
-
-TEST_F(CompiledSha256KernelTest, IsNotUsableOnAProcessorWithoutTheInstructions) {
-    const Sha256Kernel unsupported{"unsupported", [] { return false; }, Kernel().compress};
-    EXPECT_FALSE(IsUsable(unsupported));
-}
-
-using Compress = decltype(Sha256Kernel::compress);
-
-struct Fault {
-    const char* description;
-    // With fewer there is no fault.
-    std::size_t leastLanes;
-    Compress compress;
-};
-
-void SwapFirstAndLastState(const Sha256Lane* lanes, std::size_t laneCount) {
-    std::uint32_t* const first = lanes[0].state;
-    std::swap_ranges(first, first + kSha256StateWords, lanes[laneCount - 1].state);
-}
-
-constexpr std::array kFaults = {
-    Fault{"a bit of the last lane's state is wrong", 1,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              Kernel().compress(lanes, laneCount, blockCount);
-              lanes[laneCount - 1].state[kSha256StateWords - 1] ^= 1U;
-          }},
-    Fault{"the first block of a call is taken for all of its blocks", 1,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              for (std::size_t block = 0; block < blockCount; ++block) {
-                  Kernel().compress(lanes, laneCount, 1);
-              }
-          }},
-    Fault{"the first block of a call is the only one that is taken", 1,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              Kernel().compress(lanes, laneCount, std::min<std::size_t>(blockCount, 1));
-          }},
-    Fault{"a third block is not taken", 1,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              Kernel().compress(lanes, laneCount, std::min<std::size_t>(blockCount, 2));
-          }},
-    Fault{"two lanes begin with each other's state", 2,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              SwapFirstAndLastState(lanes, laneCount);
-              Kernel().compress(lanes, laneCount, blockCount);
-          }},
-    Fault{"two lanes end with each other's state", 2,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              Kernel().compress(lanes, laneCount, blockCount);
-              SwapFirstAndLastState(lanes, laneCount);
-          }},
-    Fault{"the last lane takes the blocks of the first", 2,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              std::array<Sha256Lane, kMaxSha256Streams> wrong{};
-              std::copy_n(lanes, laneCount, wrong.begin());
-              wrong[laneCount - 1].blocks = wrong[0].blocks;
-              Kernel().compress(wrong.data(), laneCount, blockCount);
-          }},
-    Fault{"the last lane is ignored", 1,
-          [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-              Kernel().compress(lanes, laneCount - 1, blockCount);
-          }},
-};
-
-// Kernels are functions without state, so what is wrong with this one is set from outside.
-Compress faultyCompress = nullptr;
-std::size_t faultyLaneCount = 0;
-
-void CompressWithFault(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
-    const bool isFaulty = laneCount == faultyLaneCount;
-    (isFaulty ? faultyCompress : Kernel().compress)(lanes, laneCount, blockCount);
-}
-
-TEST_P(Sha256KernelTest, IsNotUsableWithAFaultAtOneNumberOfStreams) {
-    const Sha256Kernel faulty{"faulty", Kernel().isSupported, CompressWithFault};
-    faultyLaneCount = 0;
-    ASSERT_TRUE(IsUsable(faulty));
-    faultyLaneCount = GetParam();
-    for (const Fault& fault : kFaults) {
-        if (GetParam() >= fault.leastLanes) {
-            faultyCompress = fault.compress;
-            EXPECT_FALSE(IsUsable(faulty)) << fault.description;
-        }
+// The examples of the Secure Hash Standard.
+TEST_P(Sha256KernelTest, GivesTheKnownAnswers) {
+    struct KnownAnswer {
+        std::string message;
+        const char* digest;
+    };
+    const std::vector<KnownAnswer> answers = {
+        {"", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855"},
+        {"abc", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"},
+        {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
+         "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1"},
+        {std::string(1000000, 'a'),
+         "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0"},
+    };
+    for (const KnownAnswer& answer : answers) {
+        const Bytes bytes = test::BytesOf(answer.message);
+        const std::vector<std::span<const std::uint8_t>> messages(LaneCount(), bytes);
+        const auto compress = [](std::span<const Sha256Lane> lanes, std::size_t blockCount) {
+            Kernel().compress(lanes.data(), lanes.size(), blockCount);
+        };
+        EXPECT_EQ(test::DigestsBy(compress, messages, kNoLimit),
+                  std::vector<std::string>(LaneCount(), answer.digest));
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryNumberOfStreams, Sha256KernelTest,
-                         testing::Range<std::size_t>(1, kMaxSha256Streams + 1));
+std::string CaseName(const testing::TestParamInfo<KernelCase>& info) {
+    return test::TestNameOf(*info.param.kernel) + "x" + std::to_string(info.param.laneCount);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKernelAndLaneCount, Sha256KernelTest,
+                         testing::ValuesIn(KernelCases()), CaseName);
 
 }  // namespace
 }  // namespace sealkeeper

@@ -4,10 +4,10 @@
 // template in a header would be compiled with the flags of several.
 #include "catalogue/hashing/sha256_kernel.h"
 
-#include <cpuid.h>
 #include <immintrin.h>
 
 #include "catalogue/hashing/sha256_constants.h"
+#include "catalogue/hashing/x86_features.h"
 
 namespace sealkeeper {
 namespace {
@@ -100,8 +100,8 @@ void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     }
 }
 
-// A case for each number of streams.
-static_assert(kMaxSha256Streams == 4);
+// A case for each number of lanes.
+constexpr std::size_t kMaxLanes = 4;
 
 void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
     switch (laneCount) {
@@ -119,25 +119,12 @@ void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockC
 }
 
 bool IsSupported() {
-    constexpr unsigned kFeatures = 1;
-    constexpr unsigned kSsse3Bit = 1U << 9U;
-    constexpr unsigned kSse41Bit = 1U << 19U;
-    constexpr unsigned kExtendedFeatures = 7;
-    constexpr unsigned kShaBit = 1U << 29U;
-    unsigned eax = 0;
-    unsigned ebx = 0;
-    unsigned ecx = 0;
-    unsigned edx = 0;
-    if (__get_cpuid(kFeatures, &eax, &ebx, &ecx, &edx) == 0 || (ecx & kSsse3Bit) == 0 ||
-        (ecx & kSse41Bit) == 0) {
-        return false;
-    }
-    return __get_cpuid_count(kExtendedFeatures, 0, &eax, &ebx, &ecx, &edx) != 0 &&
-           (ebx & kShaBit) != 0;
+    return ProcessorX86Features().shaExtensions;
 }
 
 }  // namespace
 
-const Sha256Kernel kX86Sha256Kernel = {"x86-64 SHA extensions", IsSupported, Compress};
+const Sha256Kernel kShaExtensionsSha256Kernel = {"SHA extensions", kMaxLanes, IsSupported,
+                                                 Compress};
 
 }  // namespace sealkeeper

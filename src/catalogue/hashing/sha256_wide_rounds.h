@@ -1,0 +1,134 @@
+// SHA-256 (FIPS 180-4, 6.2) of as many messages as a vector has elements: each is one element of
+// every vector.
+//
+// A kernel's file gives its vectors as a type of its anonymous namespace. What is made of these
+// templates for such a type has internal linkage, so the linker cannot pick code that was compiled
+// with one kernel's flags for anybody else. For the same reason the arrays are plain ones: inline
+// functions of the standard library have no such protection.
+//
+// `Vector` has
+//   Type                          the vector
+//   kLanes                        how many elements of 32 bits it has
+//   Load, Store                   from and to aligned words
+//   LoadMessage(lanes, offset, message)
+//                                 the 16 words of the block at `offset` of each lane
+//   Broadcast                     a word in every element
+//   Add, RotateRight, ShiftRight  of each element
+//   Xor3, Choose, Majority        of each bit
+#ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_WIDE_ROUNDS_H
+#define SEALKEEPER_CATALOGUE_HASHING_SHA256_WIDE_ROUNDS_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "catalogue/hashing/sha256_constants.h"
+#include "catalogue/hashing/sha256_kernel.h"
+
+namespace sealkeeper {
+
+inline constexpr std::size_t kSha256MessageWords = 16;
+
+// The next word of the message schedule, in the place of the word 16 before it.
+template <typename Vector>
+[[gnu::always_inline]] inline void ScheduleNextWord(typename Vector::Type* message,
+                                                    std::size_t round) {
+    using Type = typename Vector::Type;
+    const Type word15 = message[(round + 1) % kSha256MessageWords];
+    const Type word7 = message[(round + 9) % kSha256MessageWords];
+    const Type word2 = message[(round + 14) % kSha256MessageWords];
+    const Type sigma0 = Vector::Xor3(Vector::template RotateRight<7>(word15),
+                                     Vector::template RotateRight<18>(word15),
+                                     Vector::template ShiftRight<3>(word15));
+    const Type sigma1 = Vector::Xor3(Vector::template RotateRight<17>(word2),
+                                     Vector::template RotateRight<19>(word2),
+                                     Vector::template ShiftRight<10>(word2));
+    Type& word = message[round % kSha256MessageWords];
+    word = Vector::Add(Vector::Add(word, word7), Vector::Add(sigma0, sigma1));
+}
+
+// One round. The eight state words change their names from round to round, not their places.
+template <typename Vector>
+[[gnu::always_inline]] inline void OneRound(typename Vector::Type* state, std::size_t round,
+                                            typename Vector::Type word) {
+    using Type = typename Vector::Type;
+    constexpr std::size_t kWords = kSha256StateWords;
+    const std::size_t first = kWords - round % kWords;
+    const Type a = state[first % kWords];
+    const Type b = state[(first + 1) % kWords];
+    const Type c = state[(first + 2) % kWords];
+    Type& d = state[(first + 3) % kWords];
+    const Type e = state[(first + 4) % kWords];
+    const Type f = state[(first + 5) % kWords];
+    const Type g = state[(first + 6) % kWords];
+    Type& h = state[(first + 7) % kWords];
+
+    const Type sum1 =
+        Vector::Xor3(Vector::template RotateRight<6>(e), Vector::template RotateRight<11>(e),
+                     Vector::template RotateRight<25>(e));
+    const Type input = Vector::Add(word, Vector::Broadcast(kSha256RoundConstants[round]));
+    const Type temporary1 =
+        Vector::Add(Vector::Add(h, input), Vector::Add(sum1, Vector::Choose(e, f, g)));
+    const Type sum0 =
+        Vector::Xor3(Vector::template RotateRight<2>(a), Vector::template RotateRight<13>(a),
+                     Vector::template RotateRight<22>(a));
+    const Type temporary2 = Vector::Add(sum0, Vector::Majority(a, b, c));
+    d = Vector::Add(d, temporary1);
+    h = Vector::Add(temporary1, temporary2);
+}
+
+template <typename Vector>
+[[gnu::always_inline]] inline void CompressBlock(typename Vector::Type* state,
+                                                 typename Vector::Type* message) {
+    typename Vector::Type before[kSha256StateWords];
+    for (std::size_t word = 0; word < kSha256StateWords; ++word) {
+        before[word] = state[word];
+    }
+#pragma GCC unroll 64
+    for (std::size_t round = 0; round < kSha256Rounds; ++round) {
+        if (round >= kSha256MessageWords) {
+            ScheduleNextWord<Vector>(message, round);
+        }
+        OneRound<Vector>(state, round, message[round % kSha256MessageWords]);
+    }
+    for (std::size_t word = 0; word < kSha256StateWords; ++word) {
+        state[word] = Vector::Add(state[word], before[word]);
+    }
+}
+
+// The `compress` of a kernel. With fewer lanes than elements, the idle elements go through the
+// blocks of the first lane, and what they come to is dropped.
+template <typename Vector>
+void CompressWide(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
+    if (laneCount == 0 || blockCount == 0) {
+        return;
+    }
+    Sha256Lane all[Vector::kLanes];
+    alignas(typename Vector::Type) std::uint32_t words[kSha256StateWords][Vector::kLanes];
+    for (std::size_t lane = 0; lane < Vector::kLanes; ++lane) {
+        all[lane] = lanes[lane < laneCount ? lane : 0];
+        for (std::size_t word = 0; word < kSha256StateWords; ++word) {
+            words[word][lane] = all[lane].state[word];
+        }
+    }
+    typename Vector::Type state[kSha256StateWords];
+    for (std::size_t word = 0; word < kSha256StateWords; ++word) {
+        state[word] = Vector::Load(words[word]);
+    }
+    for (std::size_t block = 0; block < blockCount; ++block) {
+        typename Vector::Type message[kSha256MessageWords];
+        Vector::LoadMessage(all, block * kSha256BlockBytes, message);
+        CompressBlock<Vector>(state, message);
+    }
+    for (std::size_t word = 0; word < kSha256StateWords; ++word) {
+        Vector::Store(words[word], state[word]);
+    }
+    for (std::size_t lane = 0; lane < laneCount; ++lane) {
+        for (std::size_t word = 0; word < kSha256StateWords; ++word) {
+            lanes[lane].state[word] = words[word][lane];
+        }
+    }
+}
+
+}  // namespace sealkeeper
+
+#endif
