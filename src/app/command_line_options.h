@@ -2,6 +2,7 @@
 #ifndef SEALKEEPER_APP_COMMAND_LINE_OPTIONS_H
 #define SEALKEEPER_APP_COMMAND_LINE_OPTIONS_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -37,6 +38,8 @@ struct CommandLineOptions {
     // The same, and ending in '/'.
     std::string verifyDir;
     std::string productId;
+    // How many threads hash; with 1 none is started.
+    std::size_t jobs = 1;
     std::string programPath;
 
     SigningMaterial signingMaterial;

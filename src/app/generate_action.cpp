@@ -113,7 +113,7 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
         return code;
     }
 
-    HashCatalogue catalogue(options.productId);
+    HashCatalogue catalogue(options.productId, options.jobs);
     if (!options.targetFile.empty()) {
         const ResultCode code = CreateCatalogueFile(paths, options.signingMaterial, catalogue,
                                                     {Utf8ToWide(options.targetFile)}, {});

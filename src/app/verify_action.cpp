@@ -87,7 +87,7 @@ ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, E
 ResultCode VerifyEntry(const StoredEntry& entry, FileHasher& hasher) {
     constexpr MismatchHandler kNoHandler = nullptr;
     const std::wstring path = entry.Path();
-    const ResultCode code = entry.VerifyNextFile(hasher, kNoHandler, nullptr);
+    const ResultCode code = entry.VerifyNextFile(path, hasher, kNoHandler, nullptr);
     // Ends the progress line or the verdict before: neither message below has a line feed.
     EndConsoleLine();
     if (code != ResultCode::Ok) {
@@ -99,11 +99,12 @@ ResultCode VerifyEntry(const StoredEntry& entry, FileHasher& hasher) {
     return code;
 }
 
-ResultCode VerifyEntries(const EntryList& entries) {
+ResultCode VerifyEntries(const EntryList& entries, std::size_t jobs) {
     Log(LogLevel::Info, "Will begin the validation of %zu files:\n", entries.size());
-    FileHasher hasher(entries.size(), [&entries](std::size_t index) {
-        return entries[index]->OpenFile(entries[index]->Path());
-    });
+    FileHasher hasher(
+        entries.size(),
+        [&entries](std::size_t index) { return entries[index]->OpenFile(entries[index]->Path()); },
+        MakeChunkHasher(jobs));
     VerificationSummary summary;
     for (const auto& entry : entries) {
         summary.Add(VerifyEntry(*entry, hasher));
@@ -136,7 +137,7 @@ ResultCode RunVerifyAction(const CommandLineOptions& options) {
             return code;
         }
     }
-    const ResultCode filesCode = VerifyEntries(entries);
+    const ResultCode filesCode = VerifyEntries(entries, options.jobs);
     const ResultCode runtimeCode =
         CheckRuntimeConfiguration(options, *gameDirectory + kCertificatesDirectory);
     return runtimeCode != ResultCode::Ok ? runtimeCode : filesCode;

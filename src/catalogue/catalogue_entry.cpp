@@ -4,8 +4,9 @@
 #include <iterator>
 
 #include "app/console_log.h"
-#include "catalogue/file_hashing.h"
-#include "platform/file_system.h"
+#include "catalogue/hashing/chunks.h"
+#include "catalogue/hashing/game_file.h"
+#include "catalogue/progress.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
@@ -29,29 +30,76 @@ void Clear(CatalogueEntry& entry) {
     entry.digests.clear();
 }
 
-ResultCode SizeAndHash(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry) {
-    const FileToHash& file = hasher.NextFile();
+ResultCode HashOnce(const std::wstring& path, const FileToHash& file, FileHasher& hasher,
+                    CatalogueEntry& entry) {
     if (file.status.sizeBytes < 0) {
         Log(LogLevel::Error, "[Error] Inaccessible file: '%s'.\n", WideToUtf8(path).c_str());
         return ResultCode::CatalogueIOError;
     }
     entry.fileSizeBytes = static_cast<std::uint64_t>(file.status.sizeBytes);
+    entry.digests.clear();
     if (entry.fileSizeBytes == 0) {
         Log(LogLevel::Warning, "[Warning] Empty file: '%s'.\n", WideToUtf8(path).c_str());
         return ResultCode::Ok;
     }
-    return HashFileChunks(hasher, file, path, entry.digests);
+    return HashFileChunks(path, file, hasher, entry.digests);
+}
+
+// A file that changes meanwhile would be sealed in a state that it never had.
+ResultCode HashUnchanged(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry) {
+    ResultCode code = HashOnce(path, hasher.NextFile(), hasher, entry);
+    if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
+        return code;
+    }
+    code = HashOnce(path, hasher.OpenFileAgain(), hasher, entry);
+    if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
+        return code;
+    }
+    Log(LogLevel::Error, "File changed while it was being hashed: '%s'.\n",
+        WideToUtf8(path).c_str());
+    return ResultCode::CatalogueIOError;
+}
+
+FileToHash FirstBytesOf(const GameFile& found, std::uint64_t sizeBytes) {
+    return {found.file, found.status, sizeBytes, found.file ? ChunkCountOf(sizeBytes) : 0};
 }
 
 }  // namespace
 
 FileToHash OpenCollectedFile(const std::wstring& path) {
-    FileToHash file = OpenFileToHash(path);
-    if (!file.reader) {
-        // Deliberately: one that is missing counts as empty, one that cannot be read does not.
-        file.status = StatusOfPath(WideToUtf8(path));
+    const GameFile found = OpenGameFile(path);
+    return FirstBytesOf(
+        found, static_cast<std::uint64_t>(std::max<std::int64_t>(found.status.sizeBytes, 0)));
+}
+
+ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
+                          std::vector<Sha256Digest>& digests) {
+    if (path.empty() || sizeBytes == 0) {
+        return ResultCode::FileVerificationIOError;
     }
-    return file;
+    FileHasher hasher(
+        1, [&](std::size_t /*index*/) { return FirstBytesOf(OpenGameFile(path), sizeBytes); });
+    return HashFileChunks(path, hasher.NextFile(), hasher, digests);
+}
+
+ResultCode HashFileChunks(const std::wstring& path, const FileToHash& file, FileHasher& hasher,
+                          std::vector<Sha256Digest>& digests) {
+    digests.clear();
+    // The line is ended by the last progress tick.
+    Log(LogLevel::Info, "Hashing %s...", WideToUtf8(path).c_str());
+    if (!file.file) {
+        return ResultCode::CatalogueError;
+    }
+    for (std::uint64_t chunk = 0; chunk < file.chunkCount; ++chunk) {
+        const HashedChunk hashed = hasher.NextDigest();
+        if (!hashed.isRead) {
+            return ResultCode::CatalogueIOError;
+        }
+        digests.push_back(hashed.digest);
+        ProgressTick(false);
+    }
+    ProgressTick(true);
+    return ResultCode::Ok;
 }
 
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry) {
@@ -70,7 +118,7 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
     if (stored.size() > entry_record::kMaxPathUnits) {
         return RejectLongPath(path);
     }
-    if (const ResultCode code = SizeAndHash(path, hasher, entry); code != ResultCode::Ok) {
+    if (const ResultCode code = HashUnchanged(path, hasher, entry); code != ResultCode::Ok) {
         return code;
     }
     std::copy(stored.begin(), stored.end(), entry.path.begin());

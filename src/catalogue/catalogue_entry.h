@@ -31,18 +31,30 @@ struct CatalogueEntry {
 };
 
 // Fills `entry` from the file at the collected `path`, reporting on the console while it hashes. A
-// file that is missing counts, deliberately, as an empty one. Fails with `CatalogueIOError` for an
-// empty path, with `CatalogueError` for one that does not fit its field, and as `HashFileChunks`
-// does.
+// file that is missing counts, deliberately, as an empty one. One that changes while it is being
+// hashed is hashed once more, as it is then. Fails with `CatalogueIOError` for an empty path and,
+// logged, for a file that changed both times; with `CatalogueError` for a path that does not fit
+// its field; and as `HashFileChunks` does.
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 
 // The same for the next file of `hasher`, which `OpenCollectedFile` opened. After a failure the
 // hasher may not have gone on to that file, and is of no use any more.
 ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry);
 
-// Opens the file at the collected `path` to be hashed in full. Where that fails, the status is that
-// of the path.
+// Opens the file at the collected `path` to be hashed in full.
 [[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path);
+
+// Replaces `digests` by those of the first `sizeBytes` bytes of the file, one for each chunk, and
+// shows the progress on one console line. A file that grew in the meantime is hashed up to
+// `sizeBytes`. Fails with `FileVerificationIOError` for an empty path or no bytes, `CatalogueError`
+// when the file cannot be opened, `CatalogueIOError` when it ends too early; `digests` is then
+// incomplete.
+ResultCode HashFileChunks(const std::wstring& path, std::uint64_t sizeBytes,
+                          std::vector<Sha256Digest>& digests);
+
+// The same for `file`, the current one of `hasher`.
+ResultCode HashFileChunks(const std::wstring& path, const FileToHash& file, FileHasher& hasher,
+                          std::vector<Sha256Digest>& digests);
 
 // The index of the first unit after the last '/' of `path`, 0 when there is none.
 [[nodiscard]] std::uint32_t NamePositionOf(std::span<const char16_t> path);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
@@ -72,13 +73,14 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 }  // namespace
 
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
-                           EntryBlock& block) {
+                           std::unique_ptr<ChunkHasher> chunks, EntryBlock& block) {
     const AliasMatcher matcher(aliases);
     // Most files have one chunk.
     LzwCompressor compressor(
         block.compressed, files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
-    FileHasher hasher(files.size(),
-                      [&files](std::size_t index) { return OpenCollectedFile(files[index]); });
+    FileHasher hasher(
+        files.size(), [&files](std::size_t index) { return OpenCollectedFile(files[index]); },
+        std::move(chunks));
     std::vector<std::uint8_t> records;
     CatalogueEntry entry;
     for (const std::wstring& file : files) {

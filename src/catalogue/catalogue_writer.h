@@ -6,11 +6,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "app/result_code.h"
+#include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/path_alias.h"
 
 namespace sealkeeper {
@@ -22,12 +24,12 @@ struct EntryBlock {
     std::size_t entryCount = 0;
 };
 
-// Hashes `files`, of which there is at least one, in the order given and puts their records into
-// `block`, which is empty. Only the compressed form is ever in memory. The first failure ends it;
-// `CatalogueError`, logged, when the uncompressed block has more bytes than a 32-bit field can
-// tell. `block` is then incomplete.
+// Hashes `files`, of which there is at least one, by `chunks` in the order given and puts their
+// records into `block`, which is empty. Only the compressed form is ever in memory. The first
+// failure ends it; `CatalogueError`, logged, when the uncompressed block has more bytes than a
+// 32-bit field can tell. `block` is then incomplete.
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
-                           EntryBlock& block);
+                           std::unique_ptr<ChunkHasher> chunks, EntryBlock& block);
 
 // Builds the signed file: header, `crlBlock` as it stands, `block`. `CatalogueError`,
 // logged, when a length or a count does not fit its 32-bit field; the signing error when signing

@@ -1,11 +1,15 @@
 // The check of one file of the game against its entry.
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <new>
+#include <string>
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
+#include "catalogue/hashing/chunked_file_reader.h"
 #include "catalogue/hashing/chunks.h"
+#include "catalogue/hashing/game_file.h"
 #include "catalogue/progress.h"
 #include "catalogue/stored_entry.h"
 
@@ -15,9 +19,14 @@ namespace {
 // Judges the chunks of a file one after the other.
 class ChunkJudge {
   public:
-    ChunkJudge(const StoredEntry& entry, ChunkedFileReader& reader, MismatchHandler handler,
-               void* context)
-        : entry_(entry), reader_(reader), handler_(handler), context_(context) {}
+    // `path` is that of `file`, which is open.
+    ChunkJudge(const StoredEntry& entry, const std::wstring& path,
+               const std::shared_ptr<const InputFile>& file, MismatchHandler handler, void* context)
+        : entry_(entry),
+          path_(path),
+          reader_(file, kChunkBytes),
+          handler_(handler),
+          context_(context) {}
 
     // `chunk` is what the first reading of chunk `index` gave.
     ResultCode Judge(std::uint32_t index, HashedChunk chunk) {
@@ -73,7 +82,7 @@ class ChunkJudge {
     // With a reader of its own. Without the memory for it the chunk is not read.
     [[nodiscard]] HashedChunk ReadAfresh(std::uint32_t index) const {
         try {
-            ChunkedFileReader second(reader_.Path(), kChunkBytes);
+            ChunkedFileReader second(path_, kChunkBytes);
             if (!second.Open() || !second.AllocateBuffer(entry_.FileSizeBytes())) {
                 return {};
             }
@@ -83,19 +92,19 @@ class ChunkJudge {
         }
     }
 
+    // One that the library fails to hash gives a digest of zeros, which is no file's.
     HashedChunk ReadChunk(ChunkedFileReader& reader, std::uint32_t index) const {
         HashedChunk chunk;
         reader.SeekTo(ChunkOffset(index, entry_.FileSizeBytes()));
         chunk.isRead = reader.ReadNextChunk();
-        if (chunk.isRead) {
-            chunk.hashError = ComputeSha256(reader.Chunk(), chunk.digest);
+        if (chunk.isRead && ComputeSha256(reader.Chunk(), chunk.digest) != 0) {
+            chunk.digest = {};
         }
         return chunk;
     }
 
     [[nodiscard]] bool Matches(std::uint32_t index, const HashedChunk& chunk) const {
-        return chunk.hashError == 0 &&
-               std::equal(chunk.digest.begin(), chunk.digest.end(), entry_.Digest(index).begin());
+        return std::equal(chunk.digest.begin(), chunk.digest.end(), entry_.Digest(index).begin());
     }
 
     bool HandlerAccepts(std::uint32_t index) {
@@ -105,7 +114,9 @@ class ChunkJudge {
     }
 
     const StoredEntry& entry_;
-    ChunkedFileReader& reader_;
+    const std::wstring& path_;
+    // Of the open file.
+    ChunkedFileReader reader_;
     MismatchHandler handler_;
     void* context_;
     // For reading a chunk once more with the first reader.
@@ -120,31 +131,21 @@ ResultCode CheckStatus(const StoredEntry& entry, const FileStatus& status) {
     if (static_cast<std::uint64_t>(status.sizeBytes) != entry.FileSizeBytes()) {
         return ResultCode::FileVerificationSizeMismatch;
     }
-    // What is neither a file nor unknown has no content to check, whatever size it tells.
-    return status.type == FileType::Directory || status.type == FileType::Other
-               ? ResultCode::FileVerificationIOError
-               : ResultCode::Ok;
+    // What is no regular file has no content to check, even where its size agrees.
+    return status.type == FileType::Regular ? ResultCode::Ok : ResultCode::FileVerificationIOError;
 }
 
-}  // namespace
-
-ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
-                                            void* context) const {
-    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFile(path); });
-    return VerifyNextFile(hasher, handler, context);
-}
-
-ResultCode StoredEntry::VerifyNextFile(FileHasher& hasher, MismatchHandler handler,
-                                       void* context) const {
-    const FileToHash& file = hasher.NextFile();
-    if (!file.reader) {
+ResultCode CheckFile(const StoredEntry& entry, const std::wstring& path, const FileToHash& file,
+                     FileHasher& hasher, MismatchHandler handler, void* context) {
+    // A device is not opened, but has a size.
+    if (!file.file && file.status.type != FileType::Other) {
         return ResultCode::FileVerificationIOError;
     }
-    if (const ResultCode code = CheckStatus(*this, file.status); code != ResultCode::Ok) {
+    if (const ResultCode code = CheckStatus(entry, file.status); code != ResultCode::Ok) {
         return code;
     }
     // None for an empty file, for one whose size alone is checked, and for one without digests.
-    ChunkJudge judge(*this, *file.reader, handler, context);
+    ChunkJudge judge(entry, path, file.file, handler, context);
     for (std::uint32_t index = 0; index < file.chunkCount; ++index) {
         if (const ResultCode code = judge.Judge(index, hasher.NextDigest());
             code != ResultCode::Ok) {
@@ -154,22 +155,33 @@ ResultCode StoredEntry::VerifyNextFile(FileHasher& hasher, MismatchHandler handl
     return ResultCode::Ok;
 }
 
+}  // namespace
+
+ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
+                                            void* context) const {
+    FileHasher hasher(1, [&](std::size_t /*index*/) { return OpenFile(path); });
+    return VerifyNextFile(path, hasher, handler, context);
+}
+
+// What matched while the file changed may never have been there at one time, so it is checked once
+// more.
+ResultCode StoredEntry::VerifyNextFile(const std::wstring& path, FileHasher& hasher,
+                                       MismatchHandler handler, void* context) const {
+    ResultCode code = CheckFile(*this, path, hasher.NextFile(), hasher, handler, context);
+    if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
+        return code;
+    }
+    code = CheckFile(*this, path, hasher.OpenFileAgain(), hasher, handler, context);
+    return code == ResultCode::Ok && hasher.HasFileChanged() ? ResultCode::FileVerificationIOError
+                                                             : code;
+}
+
 FileToHash StoredEntry::OpenFile(const std::wstring& path) const {
-    FileToHash file;
-    auto reader = std::make_unique<ChunkedFileReader>(path, kChunkBytes);
-    if (!reader->Open()) {
-        return file;
-    }
-    file.status = reader->File().Status();
-    if (file.status.type == FileType::Fifo) {
-        return file;
-    }
-    file.reader = std::move(reader);
-    file.sizeBytes = FileSizeBytes();
-    const bool isCompared = file.sizeBytes > 0 && extent_ == CheckExtent::SizeAndChunks &&
-                            CheckStatus(*this, file.status) == ResultCode::Ok;
-    file.chunkCount = isCompared ? DigestCount() : 0;
-    return file;
+    const GameFile found = OpenGameFile(path);
+    const bool isCompared = found.file && FileSizeBytes() > 0 &&
+                            extent_ == CheckExtent::SizeAndChunks &&
+                            CheckStatus(*this, found.status) == ResultCode::Ok;
+    return {found.file, found.status, FileSizeBytes(), isCompared ? DigestCount() : 0};
 }
 
 }  // namespace sealkeeper

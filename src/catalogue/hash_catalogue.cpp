@@ -15,17 +15,18 @@
 namespace sealkeeper {
 namespace {
 
-ResultCode WriteCatalogueOf(std::vector<std::wstring> files, const AliasMap& aliases,
-                            mbedtls_pk_context* privateKey, ByteView crlBlock,
-                            const std::wstring& outputPath) {
-    std::sort(files.begin(), files.end());
-    EntryBlock block;
-    if (const ResultCode code = BuildEntryBlock(files, aliases, block); code != ResultCode::Ok) {
-        return code;
+// The names in `block` are those of the files only where they could be converted.
+ResultCode RequireConverter(std::size_t failuresBefore) {
+    if (ConverterOpenFailures() != failuresBefore) {
+        Log(LogLevel::Error,
+            "The system's character-set converter could not be opened, so names would be wrong.\n");
+        return ResultCode::CatalogueError;
     }
-    // With many files the list takes more than the block; it makes room for the image.
-    files.clear();
-    files.shrink_to_fit();
+    return ResultCode::Ok;
+}
+
+ResultCode WriteCatalogueOf(const EntryBlock& block, mbedtls_pk_context* privateKey,
+                            ByteView crlBlock, const std::wstring& outputPath) {
     std::vector<std::uint8_t> image;
     if (const ResultCode code = BuildCatalogueImage(privateKey, crlBlock, block, image);
         code != ResultCode::Ok) {
@@ -47,7 +48,10 @@ ResultCode ReportLackOfMemory(Operation operation) {
 
 }  // namespace
 
-HashCatalogue::HashCatalogue(std::string productId) : productId_(std::move(productId)) {}
+HashCatalogue::HashCatalogue(std::string productId, std::size_t jobs)
+    : productId_(std::move(productId)),
+      jobs_(jobs),
+      converterFailuresBefore_(ConverterOpenFailures()) {}
 
 ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
                                           const std::vector<std::uint8_t>& crlBlock,
@@ -57,7 +61,20 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
         return ResultCode::CatalogueError;
     }
     return ReportLackOfMemory([&] {
-        return WriteCatalogueOf(std::move(files), aliases, privateKey, crlBlock, outputPath);
+        std::sort(files.begin(), files.end());
+        EntryBlock block;
+        if (const ResultCode code = BuildEntryBlock(files, aliases, MakeChunkHasher(jobs_), block);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        if (const ResultCode code = RequireConverter(converterFailuresBefore_);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        // With many files the list takes more than the block; it makes room for the image.
+        files.clear();
+        files.shrink_to_fit();
+        return WriteCatalogueOf(block, privateKey, crlBlock, outputPath);
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include <mbedtls/pk.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -26,18 +27,22 @@ struct CatalogueContents {
     std::vector<std::uint8_t> certificateBytes;
 };
 
-// Holds nothing between calls but the product id that signing certificates must name.
+// Holds nothing between calls but the product id that signing certificates must name, and how many
+// threads hash.
 class HashCatalogue {
   public:
-    explicit HashCatalogue(std::string productId);
+    // `jobs` are those of `MakeChunkHasher`.
+    explicit HashCatalogue(std::string productId, std::size_t jobs = 1);
     HashCatalogue(const HashCatalogue&) = delete;
     HashCatalogue& operator=(const HashCatalogue&) = delete;
     virtual ~HashCatalogue() = default;
 
     // Hashes `files`, which are sorted first by the code points of their paths, and writes the
     // signed catalogue to `outputPath`, with `crlBlock` in it as it stands. Fails with
-    // `CatalogueError` when `files` is empty or memory runs out, otherwise as the steps in
-    // catalogue_writer.h do; unless writing itself fails, nothing is written then.
+    // `CatalogueError` when `files` is empty and, logged, when memory runs out or some text could
+    // not be converted since this object was made because the system has no converter for it;
+    // otherwise as the steps in catalogue_writer.h do. Unless writing itself fails, nothing is
+    // written then.
     virtual ResultCode CreateCatalogue(mbedtls_pk_context* privateKey,
                                        const std::vector<std::uint8_t>& crlBlock,
                                        std::vector<std::wstring> files,
@@ -74,6 +79,9 @@ class HashCatalogue {
                               std::vector<std::uint8_t>& certificateBytes);
 
     std::string productId_;
+    std::size_t jobs_;
+    // What `ConverterOpenFailures` told when this was made, before the files were collected.
+    std::size_t converterFailuresBefore_;
 };
 
 }  // namespace sealkeeper

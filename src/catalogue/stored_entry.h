@@ -36,20 +36,21 @@ class StoredEntry {
     virtual ~StoredEntry() = default;
 
     // Checks the file at `path`: its size and, unless that is all to check, the digests of its
-    // first `DigestCount` chunks, of which those behind the end of the file have no bytes. Shows
-    // progress dots and prints nothing else. Returns `Ok` for a file that matches;
-    // `FileVerificationIOError` when `path` is empty, the file cannot be opened or has no content
-    // (a directory, a FIFO, a device), or a chunk cannot be read twice;
-    // `FileVerificationSizeMismatch`; `FileVerificationHashMismatch` when a chunk differs on two
-    // reads and `handler`, which may be null, does not accept it. After a chunk that matched only
-    // on its second read, or was accepted, the next one is deliberately not compared, nor missed
-    // when there is nothing of it to read. This one and the next two are defined in
-    // file_verification.cpp.
+    // first `DigestCount` chunks, of which those past the end of the file have no bytes. A file
+    // that matches but changed meanwhile is checked once more. Shows progress dots and prints
+    // nothing else. Returns `Ok` for a file that matches; `FileVerificationIOError` when `path` is
+    // empty, the file cannot be opened or has no content (a directory, a FIFO, a device), a chunk
+    // cannot be read twice, or the file changed both times; `FileVerificationSizeMismatch`;
+    // `FileVerificationHashMismatch` when a chunk differs on two reads and `handler`, which may be
+    // null, does not accept it. After a chunk that matched only on its second read, or was
+    // accepted, the next one is deliberately not compared, nor missed when there is nothing of it
+    // to read. This one and the next two are defined in file_verification.cpp.
     virtual ResultCode VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
                                            void* context) const;
 
-    // The same for the next file of `hasher`, which `OpenFile` opened.
-    ResultCode VerifyNextFile(FileHasher& hasher, MismatchHandler handler, void* context) const;
+    // The same for the next file of `hasher`, which `OpenFile` opened at `path`.
+    ResultCode VerifyNextFile(const std::wstring& path, FileHasher& hasher, MismatchHandler handler,
+                              void* context) const;
 
     // Opens the file at `path` and tells which of its chunks are to be hashed for the check.
     [[nodiscard]] FileToHash OpenFile(const std::wstring& path) const;

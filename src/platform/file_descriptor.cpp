@@ -3,7 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <deque>
+
+#include "platform/file_system.h"
 
 namespace sealkeeper {
 
@@ -14,8 +17,14 @@ FileDescriptor::~FileDescriptor() {
 }
 
 bool FileDescriptor::OpenForReading(const std::string& path) {
-    // Non-blocking, which regular files know nothing of: to open a FIFO would wait for a writer.
-    descriptor_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    constexpr int kFlags = O_RDONLY | O_CLOEXEC;
+    // Non-blocking: to open a FIFO would wait for a writer.
+    descriptor_ = open(path.c_str(), kFlags | O_NONBLOCK);
+    // A file under a lease, as network file servers hand them out, is there for those who wait
+    // until its holder gives it up.
+    if (!IsOpen() && errno == EWOULDBLOCK && GetFileType(path) == FileType::Regular) {
+        descriptor_ = open(path.c_str(), kFlags);
+    }
     return IsOpen();
 }
 

@@ -46,7 +46,12 @@ FileStatus StatusFrom(const struct stat& status) {
     // there.
     const bool hasSize = type == FileType::Regular || type == FileType::Directory;
     const timespec& changeTime = ChangeTimeOf(status);
-    return {type, hasSize ? status.st_size : 0, status.st_nlink, changeTime.tv_sec,
+    return {type,
+            hasSize ? status.st_size : 0,
+            static_cast<std::uint64_t>(status.st_dev),
+            status.st_ino,
+            status.st_nlink,
+            changeTime.tv_sec,
             changeTime.tv_nsec};
 }
 

@@ -16,6 +16,9 @@ enum class FileType { Missing, Regular, Directory, Fifo, Other };
 struct FileStatus {
     FileType type = FileType::Missing;
     std::int64_t sizeBytes = 0;
+    // Which file it is, as long as it exists (POSIX `st_dev`, `st_ino`).
+    std::uint64_t device = 0;
+    std::uint64_t serial = 0;
     // How many names it has in its file system: none once it was removed or replaced.
     std::uint64_t linkCount = 0;
     // When the content, the names or the permissions last changed, as finely as the system tells

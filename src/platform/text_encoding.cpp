@@ -42,6 +42,8 @@ struct ConversionOutcome {
     int systemError = 0;
 };
 
+std::size_t g_openFailures = 0;
+
 Converter OpenConverter(const ConverterNames& names) {
     const iconv_t opened = iconv_open(names.to, names.from);
     // POSIX gives the failure as this cast of -1.
@@ -80,6 +82,7 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
     }
     const Converter converter = OpenConverter(names);
     if (!converter) {
+        ++g_openFailures;
         return {ConversionFailure::Open, errno};
     }
 
@@ -101,6 +104,10 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
 }
 
 }  // namespace
+
+std::size_t ConverterOpenFailures() {
+    return g_openFailures;
+}
 
 std::string WideToUtf8(const std::wstring& wide) {
     std::string utf8;

@@ -8,9 +8,15 @@
 #ifndef SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 #define SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 
+#include <cstddef>
 #include <string>
 
 namespace sealkeeper {
+
+// How many conversions of this process so far gave an error text because the system's converter
+// could not be opened: for want of descriptors, of memory or of its modules, whatever the text was.
+// Not for use by several threads at a time.
+[[nodiscard]] std::size_t ConverterOpenFailures();
 
 // "W2U8_ERROR" for a code point that Unicode does not have or that belongs to the surrogate range.
 [[nodiscard]] std::string WideToUtf8(const std::wstring& wide);

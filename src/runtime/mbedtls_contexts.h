@@ -6,7 +6,6 @@
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/entropy.h>
 #include <mbedtls/pk.h>
-#include <mbedtls/sha256.h>
 #include <mbedtls/x509_crl.h>
 #include <mbedtls/x509_crt.h>
 
@@ -39,8 +38,6 @@ using CtrDrbg =
     MbedTlsContext<mbedtls_ctr_drbg_context, mbedtls_ctr_drbg_init, mbedtls_ctr_drbg_free>;
 using PrivateKey = MbedTlsContext<mbedtls_pk_context, mbedtls_pk_init, mbedtls_pk_free>;
 using Certificate = MbedTlsContext<mbedtls_x509_crt, mbedtls_x509_crt_init, mbedtls_x509_crt_free>;
-using Sha256Context =
-    MbedTlsContext<mbedtls_sha256_context, mbedtls_sha256_init, mbedtls_sha256_free>;
 using RevocationList =
     MbedTlsContext<mbedtls_x509_crl, mbedtls_x509_crl_init, mbedtls_x509_crl_free>;
 

@@ -1,4 +1,5 @@
-// SHA-256 (FIPS 180-4) of mbed TLS.
+// SHA-256 (FIPS 180-4) of mbed TLS, for what is signed and for second readings. Chunks are hashed
+// by kernels of our own, see catalogue/hashing/.
 #ifndef SEALKEEPER_RUNTIME_SHA256_H
 #define SEALKEEPER_RUNTIME_SHA256_H
 
@@ -23,34 +24,6 @@ using Sha256Digest = std::array<std::uint8_t, kSha256Bytes>;
     return mbedtls_sha256_ret(data.data(), data.size(), digest.data(), kNot224);
 #else
     return mbedtls_sha256(data.data(), data.size(), digest.data(), kNot224);
-#endif
-}
-
-// The same piece by piece: start, update as often as there are pieces, finish. Each returns 0 or
-// the library's error.
-[[nodiscard]] inline int StartSha256(mbedtls_sha256_context* context) {
-    constexpr int kNot224 = 0;
-#if MBEDTLS_VERSION_MAJOR < 3
-    return mbedtls_sha256_starts_ret(context, kNot224);
-#else
-    return mbedtls_sha256_starts(context, kNot224);
-#endif
-}
-
-[[nodiscard]] inline int UpdateSha256(mbedtls_sha256_context* context,
-                                      std::span<const std::uint8_t> piece) {
-#if MBEDTLS_VERSION_MAJOR < 3
-    return mbedtls_sha256_update_ret(context, piece.data(), piece.size());
-#else
-    return mbedtls_sha256_update(context, piece.data(), piece.size());
-#endif
-}
-
-[[nodiscard]] inline int FinishSha256(mbedtls_sha256_context* context, Sha256Digest& digest) {
-#if MBEDTLS_VERSION_MAJOR < 3
-    return mbedtls_sha256_finish_ret(context, digest.data());
-#else
-    return mbedtls_sha256_finish(context, digest.data());
 #endif
 }
 

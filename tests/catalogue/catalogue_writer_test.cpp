@@ -49,7 +49,7 @@ TEST(CatalogueWriter, RecordOfOneFile) {
     const ScopedCurrentDirectory here(directory.Path());
     directory.WriteFile("bin/a.dat", "hello");
     EntryBlock block;
-    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, MakeChunkHasher(), block), ResultCode::Ok);
     EXPECT_EQ(block.entryCount, 1U);
     const Bytes records = RecordsIn(block);
     ASSERT_EQ(records.size(), 560U);
@@ -68,7 +68,8 @@ TEST(CatalogueWriter, RecordsFollowEachOtherWithoutAGap) {
     directory.WriteFile("c", "hello");
     EntryBlock block;
     CapturedOutput output;
-    EXPECT_EQ(BuildEntryBlock({L"a", L"b", L"c"}, {{L"c", L"d"}}, block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock({L"a", L"b", L"c"}, {{L"c", L"d"}}, MakeChunkHasher(), block),
+              ResultCode::Ok);
     EXPECT_EQ(WithoutProgressDots(output.Take()),
               "[Info] Hashing a...\n[Warn] [Warning] Empty file: 'b'.\n[Info] Hashing c...\n");
     EXPECT_EQ(block.entryCount, 3U);
@@ -87,7 +88,8 @@ TEST(CatalogueWriter, FirstFailureEndsTheBlock) {
     directory.WriteFile("z", "hello");
     EntryBlock block;
     CapturedOutput output;
-    EXPECT_EQ(BuildEntryBlock({L"", L"z"}, {}, block), ResultCode::CatalogueIOError);
+    EXPECT_EQ(BuildEntryBlock({L"", L"z"}, {}, MakeChunkHasher(), block),
+              ResultCode::CatalogueIOError);
     EXPECT_EQ(output.Take(), "");
     EXPECT_EQ(block.entryCount, 0U);
 }
@@ -97,7 +99,7 @@ TEST(CatalogueWriter, AliasThatDoesNotFitEndsTheBlock) {
     const ScopedCurrentDirectory here(directory.Path());
     EntryBlock block;
     CapturedOutput output;
-    EXPECT_EQ(BuildEntryBlock({L"a"}, {{L"a", std::wstring(128, L'b')}}, block),
+    EXPECT_EQ(BuildEntryBlock({L"a"}, {{L"a", std::wstring(128, L'b')}}, MakeChunkHasher(), block),
               ResultCode::CatalogueError);
     EXPECT_EQ(output.Take(),
               "[Warn] [Warning] Empty file: 'a'.\n[Err!] Path too long for the catalogue: '" +
@@ -111,7 +113,7 @@ EntryBlock ExampleBlock() {
     directory.WriteFile("bin/a.dat", "hello");
     EntryBlock block;
     const CapturedOutput quiet;
-    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, MakeChunkHasher(), block), ResultCode::Ok);
     return block;
 }
 
@@ -161,7 +163,7 @@ TEST(CatalogueWriter, ImageOfAnEmptyFile) {
     const ScopedCurrentDirectory here(directory.Path());
     directory.WriteFile("empty", "");
     EntryBlock block;
-    EXPECT_EQ(BuildEntryBlock({L"./empty"}, {}, block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock({L"./empty"}, {}, MakeChunkHasher(), block), ResultCode::Ok);
     Bytes image;
     EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, block, image), ResultCode::Ok);
     ASSERT_EQ(image.size(), 1052U + 66U);

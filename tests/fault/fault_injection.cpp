@@ -156,6 +156,15 @@ int chdir(const char* path) SEALKEEPER_NOTHROW {
 }
 
 // Strikes by reporting another size.
+int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
+    const int result = Real<int(const char*, struct stat*)>("stat")(path, status);
+    if (Strikes(Call::Stat)) {
+        status->st_size = FaultOf(Call::Stat).value;
+    }
+    return result;
+}
+
+// Strikes by reporting another size.
 int fstat(int descriptor, struct stat* status) SEALKEEPER_NOTHROW {
     const int result = Real<int(int, struct stat*)>("fstat")(descriptor, status);
     if (Strikes(Call::Fstat)) {
@@ -327,26 +336,6 @@ int SEALKEEPER_RESULT(mbedtls_sha256)(const unsigned char* data, size_t size, un
     const int result = Real<int(const unsigned char*, size_t, unsigned char*, int)>(
         SEALKEEPER_RESULT_TEXT(mbedtls_sha256))(data, size, digest, is224);
     return Strikes(Call::Sha256) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
-}
-
-int SEALKEEPER_RESULT(mbedtls_sha256_starts)(mbedtls_sha256_context* context, int is224) {
-    const int result = Real<int(mbedtls_sha256_context*, int)>(
-        SEALKEEPER_RESULT_TEXT(mbedtls_sha256_starts))(context, is224);
-    return Strikes(Call::Sha256Start) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
-}
-
-int SEALKEEPER_RESULT(mbedtls_sha256_update)(mbedtls_sha256_context* context,
-                                             const unsigned char* data, size_t size) {
-    const int result = Real<int(mbedtls_sha256_context*, const unsigned char*, size_t)>(
-        SEALKEEPER_RESULT_TEXT(mbedtls_sha256_update))(context, data, size);
-    return Strikes(Call::Sha256Update) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
-}
-
-int SEALKEEPER_RESULT(mbedtls_sha256_finish)(mbedtls_sha256_context* context,
-                                             unsigned char* digest) {
-    const int result = Real<int(mbedtls_sha256_context*, unsigned char*)>(
-        SEALKEEPER_RESULT_TEXT(mbedtls_sha256_finish))(context, digest);
-    return Strikes(Call::Sha256Finish) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
 }
 
 }  // extern "C"

@@ -12,6 +12,7 @@ enum class Call {
     IconvOpen,
     GetCwd,
     Chdir,
+    Stat,
     Fstat,
     Open,
     Fdopen,
@@ -38,9 +39,6 @@ enum class Call {
     SeedGenerator,
     // The digest is made all the same where there is one to make.
     Sha256,
-    Sha256Start,
-    Sha256Update,
-    Sha256Finish,
     Allocation,
     Count
 };
@@ -51,7 +49,7 @@ class ScopedFault {
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
     // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
     // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
-    // result of `glob`, the size that `fstat` reports, and the bytes that `fread`
+    // result of `glob`, the size that `stat` or `fstat` reports, and the bytes that `fread`
     // and `ReadShort` deliver.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,

@@ -117,23 +117,24 @@ TEST_F(FileVerificationFaults, ReadThatFailsTwiceIsAnError) {
 TEST_F(FileVerificationFaults, FileThatShrankIsReadTwice) {
     directory_.WriteFile("a", "1234");
     const auto entry = EntryOf(test::RecordOfFile(u"a", "12345"));
-    const ScopedFault fault(Call::Fstat, 0, Reach::Once, 5);
+    const ScopedFault fault(Call::Stat, 0, Reach::Once, 5);
     ResetCallCount(Call::ReadChunk);
     EXPECT_EQ(entry->VerifyCatalogueFile(L"a", AcceptEvery, nullptr), kIoError);
     EXPECT_EQ(CallCount(Call::ReadChunk), 2U);
 }
 
-TEST_F(FileVerificationFaults, FileThatGrewIsReadUpToItsSizeBefore) {
+TEST_F(FileVerificationFaults, FileThatGrewMeanwhileIsCheckedOnceMore) {
     directory_.WriteFile("a", "123456");
     const auto entry = EntryOf(test::RecordOfFile(u"a", "12345"));
-    const ScopedFault fault(Call::Fstat, 0, Reach::Once, 5);
-    EXPECT_EQ(entry->VerifyCatalogueFile(L"a", nullptr, nullptr), ResultCode::Ok);
+    const ScopedFault fault(Call::Stat, 0, Reach::Once, 5);
+    EXPECT_EQ(entry->VerifyCatalogueFile(L"a", nullptr, nullptr),
+              ResultCode::FileVerificationSizeMismatch);
 }
 
 TEST_F(FileVerificationFaults, NegativeSize) {
     for (const std::uint64_t size : {std::uint64_t{5}, ~std::uint64_t{0}, std::uint64_t{0}}) {
         const auto entry = EntryOf(test::RecordOf(size, u"a", {}));
-        const ScopedFault fault(Call::Fstat, 0, Reach::Once, -1);
+        const ScopedFault fault(Call::Stat, 0, Reach::Once, -1);
         EXPECT_EQ(entry->VerifyCatalogueFile(L"a", nullptr, nullptr), kIoError);
         EXPECT_TRUE(fault.Struck());
     }

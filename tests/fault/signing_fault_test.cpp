@@ -171,7 +171,7 @@ TEST_F(SigningFaults, NegativeSizeIsAnInaccessibleFile) {
     directory_.WriteFile("\xC3\xA4", "x");
     CatalogueEntry entry;
     CapturedOutput output;
-    const ScopedFault fault(Call::Fstat, 0, ScopedFault::Reach::Once, -1);
+    const ScopedFault fault(Call::Stat, 0, ScopedFault::Reach::Once, -1);
     EXPECT_EQ(BuildCatalogueEntry(L"./\u00E4", entry), ResultCode::CatalogueIOError);
     EXPECT_EQ(output.Take(), "[Err!] [Error] Inaccessible file: './\xC3\xA4'.\n");
 }

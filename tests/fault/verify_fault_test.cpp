@@ -194,8 +194,7 @@ TEST_F(VerifyFaults, FileThatCannotBeOpened) {
 }
 
 TEST_F(VerifyFaults, FileWithANegativeSize) {
-    // When it is opened ahead, when its turn comes, and when it is opened again.
-    const ScopedFault fault(Call::Fstat, FileB, Reach::Onwards, -1);
+    const ScopedFault fault(Call::Stat, 0, Reach::Onwards, -1);
     EXPECT_EQ(Run(), 23);
     EXPECT_NE(output_.find("[Failure] Failed to verify 'b.dat' - Code 23"), std::string::npos)
         << output_;

@@ -1,101 +1,48 @@
-// Hashes chunks as several interleaved streams in one thread: reading each in short pieces that
-// stay in the processor's cache, and giving their digests in the order in which they were asked
-// for.
+// Hashes chunks, several at a time, and gives their digests back in the order in which they were
+// added.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_CHUNK_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_CHUNK_HASHER_H
 
-#include <array>
-#include <chrono>
 #include <cstddef>
-#include <cstdint>
-#include <deque>
 #include <memory>
-#include <optional>
-#include <span>
 
-#include "catalogue/hashing/sha256_streams.h"
-#include "platform/input_file.h"
+#include "catalogue/hashing/pending_chunk.h"
+#include "catalogue/hashing/sha256_engine.h"
 
 namespace sealkeeper {
 
-struct ChunkToHash {
-    // Open, and stays so until the chunk's digest is taken.
-    const InputFile* file = nullptr;
-    std::uint64_t offset = 0;
-    // May be 0.
-    std::size_t lengthBytes = 0;
-};
-
-struct HashedChunk {
-    // Whether all bytes of the chunk were read. Without them there is no digest.
-    bool isRead = false;
-    // 0, or the error of the library that made the digest.
-    int hashError = 0;
-    Sha256Digest digest{};
-};
-
-// Where the chunks come from, in order.
-class ChunkSource {
-  public:
-    ChunkSource() = default;
-    ChunkSource(const ChunkSource&) = delete;
-    ChunkSource& operator=(const ChunkSource&) = delete;
-    virtual ~ChunkSource() = default;
-
-    // The next chunk; nothing when there is none for now.
-    virtual std::optional<ChunkToHash> NextChunk() = 0;
-
-    // `duration` is what one read of a chunk's bytes took.
-    virtual void OnRead(std::chrono::nanoseconds duration) = 0;
-
-    // Not all bytes of `chunk`, given before, could be read.
-    virtual void OnUnreadChunk(const ChunkToHash& chunk) = 0;
-};
-
+// After a chunk that cannot be read, those of the same file that were not begun yet wait until they
+// are the oldest: most likely they cannot be read, either, and each try may take long.
 class ChunkHasher {
   public:
-    ChunkHasher(ChunkSource& source, std::unique_ptr<Sha256Streams> streams);
-    ~ChunkHasher();
+    ChunkHasher() = default;
     ChunkHasher(const ChunkHasher&) = delete;
     ChunkHasher& operator=(const ChunkHasher&) = delete;
+    virtual ~ChunkHasher() = default;
 
-    // The digest of the next chunk of the source, in its order. Hashes on, and ahead, until that
-    // one is there. The source must have given it, or give it when asked.
-    [[nodiscard]] HashedChunk Take();
+    // How many chunks can be hashed at a time.
+    [[nodiscard]] virtual std::size_t LaneCount() const = 0;
 
-    // How many chunks were taken from the source and not yet from here.
-    [[nodiscard]] std::size_t PendingCount() const { return pending_.size(); }
+    // Takes in a chunk, which is hashed sooner or later.
+    virtual void Add(ChunkToHash chunk) = 0;
 
-  private:
-    struct PieceBuffer;
-    struct Pending {
-        HashedChunk result;
-        bool isDone = false;
-    };
-    // What a stream works on, a piece at a time.
-    struct Lane {
-        ChunkToHash chunk;
-        // Null when the lane is idle.
-        Pending* pending = nullptr;
-        std::size_t readBytes = 0;
-        std::span<const std::uint8_t> unhashed;
-    };
+    // The chunks that were added and neither taken nor dropped.
+    [[nodiscard]] virtual std::size_t PendingCount() const = 0;
 
-    void Advance();
-    // Lanes are named by their index.
-    bool Prepare(std::size_t lane);
-    bool Assign(std::size_t lane);
-    bool ReadPiece(std::size_t lane);
-    void EndChunk(std::size_t lane);
+    // Returns once the oldest pending chunk, of which there is one, is done.
+    virtual void AwaitOldest() = 0;
 
-    ChunkSource& source_;
-    std::unique_ptr<Sha256Streams> streams_;
-    // One for each lane, once there is something to read.
-    std::unique_ptr<PieceBuffer[]> pieces_;
-    std::array<Lane, kMaxSha256Streams> lanes_{};
-    // In the order of the source. A deque, so that what lanes point to stays where it is.
-    std::deque<Pending> pending_;
+    // The result of the oldest pending chunk, awaited.
+    [[nodiscard]] virtual HashedChunk Take() = 0;
+
+    // Gives up the oldest `count` pending chunks. What was not begun of them never is.
+    virtual void Drop(std::size_t count) = 0;
 };
+
+// A hasher on `engine`, which outlives it. With one job everything is done by the calls above; with
+// more, that many threads read and hash, or as many as the system gives, if only the caller's own.
+[[nodiscard]] std::unique_ptr<ChunkHasher> MakeChunkHasher(
+    std::size_t jobs = 1, const Sha256Engine& engine = ProcessSha256Engine());
 
 }  // namespace sealkeeper
 

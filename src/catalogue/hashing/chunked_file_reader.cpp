@@ -3,24 +3,26 @@
 #include <algorithm>
 #include <utility>
 
-#include "catalogue/hashing/game_file_index.h"
-#include "platform/text_encoding.h"
+#include "catalogue/hashing/game_file.h"
 
 namespace sealkeeper {
 
 ChunkedFileReader::ChunkedFileReader(std::wstring path, std::size_t chunkBytes)
     : path_(std::move(path)), chunkBytes_(chunkBytes) {}
 
+ChunkedFileReader::ChunkedFileReader(std::shared_ptr<const InputFile> file, std::size_t chunkBytes)
+    : file_(std::move(file)), chunkBytes_(chunkBytes) {}
+
 bool ChunkedFileReader::Open() {
-    if (file_.Open(WideToUtf8(path_))) {
-        return true;
-    }
-    std::wstring realPath;
-    if (!FindGameFile(ProcessGameFileIndex(), path_, realPath)) {
+    GameFile found = OpenGameFile(path_);
+    file_ = std::move(found.file);
+    if (!file_) {
         return false;
     }
-    path_ = realPath;
-    return file_.Open(WideToUtf8(path_));
+    if (!found.indexedPath.empty()) {
+        path_ = std::move(found.indexedPath);
+    }
+    return true;
 }
 
 bool ChunkedFileReader::AllocateBuffer(std::uint64_t sizeBytes) {
@@ -35,12 +37,12 @@ bool ChunkedFileReader::AllocateBuffer(std::uint64_t sizeBytes) {
 bool ChunkedFileReader::ReadNextChunk() {
     chunkLength_ = 0;
     lastReadBytes_ = 0;
-    if (!file_.IsOpen()) {
+    if (!file_) {
         return false;
     }
     const auto wantedBytes =
         static_cast<std::size_t>(std::min<std::uint64_t>(buffer_.size(), expectedBytes_));
-    lastReadBytes_ = file_.ReadAt(positionBytes_, std::span(buffer_).first(wantedBytes));
+    lastReadBytes_ = file_->ReadAt(positionBytes_, std::span(buffer_).first(wantedBytes));
     if (lastReadBytes_ != wantedBytes) {
         return false;
     }

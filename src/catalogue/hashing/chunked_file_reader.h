@@ -1,10 +1,11 @@
-// One file of the game, open under its path or the one that the index has for it. What reads it
-// without a buffer goes by `File`; chunk by chunk, it is read through a single buffer.
+// Reads one file of the game chunk by chunk through a single buffer: what a chunk's first reading
+// gave is checked with it once more.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_CHUNKED_FILE_READER_H
 #define SEALKEEPER_CATALOGUE_HASHING_CHUNKED_FILE_READER_H
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,10 +16,13 @@ namespace sealkeeper {
 
 class ChunkedFileReader {
   public:
+    // Of a file still to be opened.
     ChunkedFileReader(std::wstring path, std::size_t chunkBytes);
+    // Of a file that is open.
+    ChunkedFileReader(std::shared_ptr<const InputFile> file, std::size_t chunkBytes);
 
-    // Opens the file at the path or, where that fails, at the path that the process's game-file
-    // index has for it, which becomes the reader's path. Once. False when neither can be opened.
+    // Opens the file at the path as `OpenGameFile` does, and takes the path that the index has for
+    // it where it was opened there. Once. False when it cannot be opened.
     [[nodiscard]] bool Open();
 
     [[nodiscard]] const std::wstring& Path() const { return path_; }
@@ -38,9 +42,6 @@ class ChunkedFileReader {
     // Moves a reader that has its buffer to `positionBytes`, which is at most the expected size.
     void SeekTo(std::uint64_t positionBytes);
 
-    // The open file, for reading past the buffer and the position. Lives as long as the reader.
-    [[nodiscard]] const InputFile& File() const { return file_; }
-
     // The bytes that the last `ReadNextChunk` read; good until the next one.
     [[nodiscard]] std::span<const std::uint8_t> Chunk() const;
 
@@ -49,8 +50,8 @@ class ChunkedFileReader {
 
   private:
     std::wstring path_;
+    std::shared_ptr<const InputFile> file_;
     std::size_t chunkBytes_;
-    InputFile file_;
     std::vector<std::uint8_t> buffer_;
     std::uint64_t positionBytes_ = 0;
     std::uint64_t expectedBytes_ = 0;

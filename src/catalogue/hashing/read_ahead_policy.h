@@ -1,4 +1,4 @@
-// Decides when the system is told of bytes that will be read soon.
+// Token bucket: reads that had to wait earn advice calls.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_READ_AHEAD_POLICY_H
 #define SEALKEEPER_CATALOGUE_HASHING_READ_AHEAD_POLICY_H
 
@@ -8,21 +8,27 @@
 
 namespace sealkeeper {
 
-// Where the files come from a disk, advice lets it work while the processor hashes. Where they are
-// in memory already, it is a system call and a look at each page for nothing. Reads that have to
-// wait tell the two apart: each pays, by its length, for some steps of advice
-// (`InputFile::ReadAheadSteps`). Now and then one takes long in memory, too, because the processor
-// does something else meanwhile; it pays for few. What is read is the same either way.
+// Decides when the system is told of bytes that will be read soon. Where files come from a disk,
+// advice lets it work while the processor hashes. Where they are in memory already, advice is a
+// system call and a look at each page for nothing. The time that reads had to wait tells the two
+// apart, and pays for some steps of advice (`InputFile::ReadAheadSteps`). What is read is the same
+// either way.
 class ReadAheadPolicy {
   public:
-    // Much longer than it takes to copy a piece from memory, and shorter than most disks answer.
+    // Much longer than it takes to copy a piece from memory, and shorter than most disks answer. A
+    // read in memory takes longer only when the processor did something else meanwhile.
     static constexpr std::chrono::microseconds kWait{50};
 
-    // About what a step takes in vain.
+    // What a step of advice costs where the pages are in memory.
     static constexpr std::chrono::microseconds kStepTime{4};
 
     static constexpr std::size_t kStepsAtFirst = 256;
     static constexpr std::size_t kMaxSteps = 4096;
+
+    // What a read of this duration counts as having waited.
+    [[nodiscard]] static std::chrono::nanoseconds WaitOf(std::chrono::nanoseconds duration) {
+        return duration > kWait ? duration : std::chrono::nanoseconds::zero();
+    }
 
     // Whether to give advice of so many steps.
     [[nodiscard]] bool ShouldAdvise(std::size_t steps) {
@@ -33,12 +39,10 @@ class ReadAheadPolicy {
         return true;
     }
 
-    // `duration` is what one read took.
-    void OnRead(std::chrono::nanoseconds duration) {
-        if (duration > kWait) {
-            const auto steps = static_cast<std::size_t>(duration / kStepTime);
-            stepsLeft_ = std::min(stepsLeft_ + steps, kMaxSteps);
-        }
+    // `waited` is the sum of `WaitOf` over some reads.
+    void Earn(std::chrono::nanoseconds waited) {
+        const auto steps = static_cast<std::size_t>(waited / kStepTime);
+        stepsLeft_ = std::min(stepsLeft_ + steps, kMaxSteps);
     }
 
   private:

@@ -25,12 +25,16 @@ void Sha256Engine::Compress(std::span<const Sha256Lane> lanes, std::size_t block
         FirstUsable().compress(lanes.data(), 1, blockCount);
         return;
     }
-    std::call_once(planIsMade_, [this] { plan_ = MakePlan(); });
+    Prepare();
     while (!lanes.empty()) {
         const Sha256PlannedCall& call = plan_.at(lanes.size());
         call.kernel->compress(lanes.data(), call.laneCount, blockCount);
         lanes = lanes.subspan(call.laneCount);
     }
+}
+
+void Sha256Engine::Prepare() const {
+    std::call_once(planIsMade_, [this] { plan_ = MakePlan(); });
 }
 
 std::size_t Sha256Engine::LaneCount() const {

@@ -30,6 +30,10 @@ class Sha256Engine {
     // Without lanes or without blocks nothing changes.
     void Compress(std::span<const Sha256Lane> lanes, std::size_t blockCount) const;
 
+    // Proves and times the kernels now rather than when they are first needed for more than one
+    // lane; nothing above allocates afterwards. Lack of memory is an exception.
+    void Prepare() const;
+
     // The lanes of the widest kernel that this processor supports, known without measuring: how
     // many messages are worth having under way.
     [[nodiscard]] std::size_t LaneCount() const;

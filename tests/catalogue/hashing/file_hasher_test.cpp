@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_test_support.h"
-#include "catalogue/file_hashing.h"
 #include "catalogue/hashing/chunks.h"
 #include "platform/text_encoding.h"
 #include "support/temp_directory.h"
@@ -38,9 +38,9 @@ std::vector<std::string> ExpectedDigests(const std::string& content) {
 class Files {
   public:
     explicit Files(const std::vector<std::size_t>& sizes,
-                   std::unique_ptr<Sha256Streams> streams = MakeSha256Streams())
+                   std::unique_ptr<ChunkHasher> chunks = MakeChunkHasher())
         : hasher_(
-              sizes.size(), [this](std::size_t index) { return Open(index); }, std::move(streams)) {
+              sizes.size(), [this](std::size_t index) { return Open(index); }, std::move(chunks)) {
         for (std::size_t i = 0; i < sizes.size(); ++i) {
             contents_.push_back(PatternText(sizes[i] + i).substr(i));
             paths_.push_back(directory_.WriteFile("f" + std::to_string(i), contents_.back()));
@@ -54,12 +54,11 @@ class Files {
     // Goes on to the next file, number `index`, and compares all its digests.
     void ExpectNextFile(std::size_t index) {
         const FileToHash& file = hasher_.NextFile();
-        ASSERT_NE(file.reader, nullptr) << index;
+        ASSERT_NE(file.file, nullptr) << index;
         std::vector<Sha256Digest> digests;
         for (std::uint64_t chunk = 0; chunk < file.chunkCount; ++chunk) {
             const HashedChunk hashed = hasher_.NextDigest();
             ASSERT_TRUE(hashed.isRead) << index;
-            ASSERT_EQ(hashed.hashError, 0);
             digests.push_back(hashed.digest);
         }
         EXPECT_EQ(DigestTexts(digests), ExpectedDigests(contents_[index])) << index;
@@ -69,7 +68,7 @@ class Files {
     FileToHash Open(std::size_t index) {
         // Each once, in order.
         EXPECT_EQ(index, openedCount_++);
-        return OpenFileToHash(Utf8ToWide(paths_[index]));
+        return OpenCollectedFile(Utf8ToWide(paths_[index]));
     }
 
     TempDirectory directory_;
@@ -91,14 +90,6 @@ TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
         files.ExpectNextFile(i);
     }
     EXPECT_EQ(files.OpenedCount(), sizes.size());
-}
-
-TEST(FileHasher, StreamsOfTheLibraryGiveTheSame) {
-    const std::vector<std::size_t> sizes = {5, 0, kChunkBytes + 1, 64, 300'000, 1};
-    Files files(sizes, MakeMbedTlsSha256Streams());
-    for (std::size_t i = 0; i < sizes.size(); ++i) {
-        files.ExpectNextFile(i);
-    }
 }
 
 // The shorter file decides how much is hashed of the longer one's piece, and so what is left of it.
@@ -132,13 +123,13 @@ TEST(FileHasher, LooksAheadToSomeLargeFilesOnly) {
     std::size_t openedCount = 0;
     FileHasher hasher(60, [&](std::size_t /*index*/) {
         ++openedCount;
-        return OpenFileToHash(Utf8ToWide(path));
+        return OpenCollectedFile(Utf8ToWide(path));
     });
     static_cast<void>(hasher.NextFile());
     EXPECT_TRUE(hasher.NextDigest().isRead);
-    // Those that are being hashed, and behind them some more to read meanwhile.
-    EXPECT_GE(openedCount, 2 * kMaxSha256Streams);
-    EXPECT_LE(openedCount, 6 * kMaxSha256Streams);
+    // Those that are being hashed, and after them some more to read meanwhile.
+    EXPECT_GE(openedCount, 16U);
+    EXPECT_LE(openedCount, 48U);
 }
 
 // They keep no stream busy, so it is their number alone that stops the look ahead.
@@ -174,7 +165,7 @@ void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
     std::size_t openedCount = 0;
     FileHasher hasher(kFileCount, [&](std::size_t index) {
         ++openedCount;
-        return index < 2 ? openGivenUp() : OpenFileToHash(path);
+        return index < 2 ? openGivenUp() : OpenCollectedFile(path);
     });
     for (std::size_t givenUp = 1; givenUp <= 2; ++givenUp) {
         static_cast<void>(hasher.NextFile());
@@ -190,14 +181,14 @@ TEST(FileHasher, LooksAheadAsFarBehindBytesThatWereGivenUp) {
     const TempDirectory directory;
     const std::string path = directory.WriteFile("f", "");
     std::filesystem::resize_file(path, 40 * kChunkBytes);
-    ExpectToLookAheadBehind([&] { return OpenFileToHash(Utf8ToWide(path)); });
+    ExpectToLookAheadBehind([&] { return OpenCollectedFile(Utf8ToWide(path)); });
 }
 
 TEST(FileHasher, LooksAheadAsFarBehindChunksThatWereGivenUp) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
     ExpectToLookAheadBehind([&] {
-        FileToHash file = OpenFileToHash(path);
+        FileToHash file = OpenCollectedFile(path);
         // Behind the end, where they have no bytes.
         file.chunkCount = 1000;
         return file;
@@ -230,20 +221,21 @@ TEST(FileHasher, FewDescriptorsAreEnough) {
         paths.push_back(directory.WriteFile("f" + std::to_string(i), "hello"));
     }
     const ScopedDescriptorLimit limit;
-    FileHasher hasher(paths.size(),
-                      [&](std::size_t index) { return OpenFileToHash(Utf8ToWide(paths[index])); });
+    FileHasher hasher(paths.size(), [&](std::size_t index) {
+        return OpenCollectedFile(Utf8ToWide(paths[index]));
+    });
     for (const std::string& path : paths) {
-        ASSERT_NE(hasher.NextFile().reader, nullptr) << path;
+        ASSERT_NE(hasher.NextFile().file, nullptr) << path;
         EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
     }
 }
 
 TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {
     FileHasher hasher(2, [](std::size_t index) {
-        return OpenFileToHash(index == 0 ? L"/no/such/file" : L"/no/other");
+        return OpenCollectedFile(index == 0 ? L"/no/such/file" : L"/no/other");
     });
-    EXPECT_EQ(hasher.NextFile().reader, nullptr);
-    EXPECT_EQ(hasher.NextFile().reader, nullptr);
+    EXPECT_EQ(hasher.NextFile().file, nullptr);
+    EXPECT_EQ(hasher.NextFile().file, nullptr);
 }
 
 // Those that cannot be opened ahead are tried again when their turn comes.
@@ -253,10 +245,10 @@ TEST(FileHasher, OpensEachFileOnceInOrder) {
     std::vector<std::size_t> asked;
     FileHasher hasher(5, [&](std::size_t index) {
         asked.push_back(index);
-        return OpenFileToHash(index == 1 || index == 4 ? L"/no/such/file" : path);
+        return OpenCollectedFile(index == 1 || index == 4 ? L"/no/such/file" : path);
     });
     for (const std::size_t index : std::vector<std::size_t>{0, 1, 2, 3, 4}) {
-        const bool isThere = hasher.NextFile().reader != nullptr;
+        const bool isThere = hasher.NextFile().file != nullptr;
         EXPECT_EQ(isThere, index != 1 && index != 4);
         EXPECT_TRUE(!isThere || hasher.NextDigest().isRead);
     }
@@ -273,7 +265,7 @@ TEST_P(FileHasherOfAShortFile, ChunkThatCannotBeReadLeavesTheOthersAlone) {
         directory.WriteFile("short", content.substr(0, GetParam())),
         directory.WriteFile("whole", content)};
     FileHasher hasher(2, [&](std::size_t index) {
-        FileToHash file = OpenFileToHash(Utf8ToWide(paths[index]));
+        FileToHash file = OpenCollectedFile(Utf8ToWide(paths[index]));
         file.sizeBytes = content.size();
         file.chunkCount = 2;
         return file;
@@ -296,7 +288,7 @@ TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
     FileHasher hasher(1, [&](std::size_t /*index*/) {
-        FileToHash file = OpenFileToHash(path);
+        FileToHash file = OpenCollectedFile(path);
         file.chunkCount = 0xFFFFFFFF;
         return file;
     });

@@ -18,20 +18,20 @@ std::size_t StepsOf(Policy& policy) {
 TEST(ReadAheadPolicy, AdvisesAtFirstAndAsFarAsReadsWaited) {
     Policy policy;
     EXPECT_EQ(StepsOf(policy), Policy::kStepsAtFirst);
-    policy.OnRead(Policy::kWait);
+    policy.Earn(Policy::WaitOf(Policy::kWait));
     EXPECT_EQ(StepsOf(policy), 0U);
-    policy.OnRead(100 * Policy::kStepTime);
+    policy.Earn(100 * Policy::kStepTime);
     EXPECT_EQ(StepsOf(policy), 100U);
-    policy.OnRead(30 * Policy::kStepTime);
-    policy.OnRead(std::chrono::nanoseconds(1));
-    policy.OnRead(50 * Policy::kStepTime);
+    policy.Earn(30 * Policy::kStepTime);
+    policy.Earn(Policy::WaitOf(std::chrono::nanoseconds(1)));
+    policy.Earn(50 * Policy::kStepTime);
     EXPECT_EQ(StepsOf(policy), 80U);
 }
 
 TEST(ReadAheadPolicy, WaitingForLongIsRememberedForAWhile) {
     Policy policy;
-    policy.OnRead(std::chrono::hours(1));
-    policy.OnRead(std::chrono::hours(1));
+    policy.Earn(std::chrono::hours(1));
+    policy.Earn(std::chrono::hours(1));
     EXPECT_EQ(StepsOf(policy), Policy::kMaxSteps);
 }
 
@@ -52,7 +52,8 @@ std::size_t AdvisedOfAThousandChunks(std::size_t readCount, std::chrono::microse
     static_cast<void>(StepsOf(policy));
     std::size_t advisedChunks = 0;
     for (std::size_t read = 0; read < 1000 * kReadsOfAChunk; ++read) {
-        policy.OnRead(read % readCount == 0 ? duration : std::chrono::microseconds(15));
+        policy.Earn(
+            Policy::WaitOf(read % readCount == 0 ? duration : std::chrono::microseconds(15)));
         if (read % kReadsOfAChunk == 0 && policy.ShouldAdvise(kStepsOfAChunk)) {
             ++advisedChunks;
         }

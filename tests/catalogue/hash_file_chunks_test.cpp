@@ -1,4 +1,4 @@
-#include "catalogue/file_hashing.h"
+#include "catalogue/catalogue_entry.h"
 
 #include <gtest/gtest.h>
 

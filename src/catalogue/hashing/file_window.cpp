@@ -1,0 +1,67 @@
+#include "catalogue/hashing/file_window.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "catalogue/hashing/chunks.h"
+#include "platform/file_descriptor.h"
+
+namespace sealkeeper {
+namespace {
+
+// Well below the 256 files that some systems let a process have open.
+constexpr std::size_t kMaxOpenFiles = 64;
+
+// Left for what else is opened beside the files: the second reading of a chunk, the tables of the
+// system's converter.
+constexpr std::size_t kSpareDescriptors = 4;
+
+std::size_t FilesToOpenAtOnce(std::size_t fileCount) {
+    const std::size_t wanted = std::min(fileCount, kMaxOpenFiles);
+    const std::size_t free = wanted > 1 ? CountFreeDescriptors(wanted + kSpareDescriptors) : 0;
+    return free > kSpareDescriptors ? free - kSpareDescriptors : 1;
+}
+
+}  // namespace
+
+FileWindow::FileWindow(std::size_t fileCount, OpenFile open)
+    : fileCount_(fileCount), open_(std::move(open)), maxFiles_(FilesToOpenAtOnce(fileCount)) {}
+
+void FileWindow::OpenNext() {
+    files_.push_back({open_(openedCount_), 0});
+    ++openedCount_;
+}
+
+void FileWindow::RetryCurrent() {
+    files_.front().file = open_(CurrentIndex());
+}
+
+void FileWindow::StartOver() {
+    openedCount_ = CurrentIndex();
+    files_.clear();
+    OpenNext();
+}
+
+std::optional<ChunkToHash> FileWindow::NextChunk() {
+    // Only the last file can have chunks left: the next one is opened when there are none.
+    while (files_.empty() || files_.back().givenChunks == files_.back().file.chunkCount) {
+        if (openedCount_ == fileCount_ || files_.size() == maxFiles_) {
+            return std::nullopt;
+        }
+        OpenNext();
+    }
+    OpenedFile& last = files_.back();
+    const std::uint64_t index = last.givenChunks++;
+    return ChunkToHash{last.file.file, ChunkOffset(index, last.file.sizeBytes),
+                       ChunkLength(index, last.file.sizeBytes)};
+}
+
+std::uint64_t FileWindow::GivenBytes() const {
+    std::uint64_t bytes = 0;
+    for (const OpenedFile& opened : files_) {
+        bytes += ChunkOffset(opened.givenChunks, opened.file.sizeBytes);
+    }
+    return bytes;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,37 @@
+#include "catalogue/hashing/game_file.h"
+
+#include <utility>
+
+#include "catalogue/hashing/game_file_index.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+// The status comes first: it tells whether to open at all, and costs no call more than to ask for
+// that of the open file.
+GameFile OpenAt(const std::string& path) {
+    GameFile found{StatusOfPath(path), nullptr, {}};
+    if (found.status.type != FileType::Regular && found.status.type != FileType::Directory) {
+        return found;
+    }
+    auto file = std::make_shared<InputFile>();
+    if (file->Open(path)) {
+        found.file = std::move(file);
+    }
+    return found;
+}
+
+}  // namespace
+
+GameFile OpenGameFile(const std::wstring& path) {
+    GameFile found = OpenAt(WideToUtf8(path));
+    std::wstring realPath;
+    if (!found.file && FindGameFile(ProcessGameFileIndex(), path, realPath)) {
+        found = OpenAt(WideToUtf8(realPath));
+        found.indexedPath = std::move(realPath);
+    }
+    return found;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,40 @@
+// A chunk on its way from a file to its digest.
+#ifndef SEALKEEPER_CATALOGUE_HASHING_PENDING_CHUNK_H
+#define SEALKEEPER_CATALOGUE_HASHING_PENDING_CHUNK_H
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "platform/input_file.h"
+#include "runtime/sha256.h"
+
+namespace sealkeeper {
+
+struct ChunkToHash {
+    // Open, and kept so until the chunk is hashed.
+    std::shared_ptr<const InputFile> file;
+    std::uint64_t offset = 0;
+    // May be 0.
+    std::size_t lengthBytes = 0;
+};
+
+struct HashedChunk {
+    // Whether all bytes of the chunk were read. Without them there is no digest.
+    bool isRead = false;
+    Sha256Digest digest{};
+    // How long those of its reads took together that had to wait for a disk.
+    std::chrono::nanoseconds waited{0};
+};
+
+struct PendingChunk {
+    ChunkToHash chunk;
+    HashedChunk result;
+    // Whether `result` is final.
+    bool isDone = false;
+};
+
+}  // namespace sealkeeper
+
+#endif

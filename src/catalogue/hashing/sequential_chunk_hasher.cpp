@@ -1,0 +1,64 @@
+#include "catalogue/hashing/sequential_chunk_hasher.h"
+
+#include <utility>
+
+namespace sealkeeper {
+
+SequentialChunkHasher::SequentialChunkHasher(const Sha256Engine& engine)
+    : engine_(engine), lanes_(engine) {}
+
+std::size_t SequentialChunkHasher::LaneCount() const {
+    return engine_.LaneCount();
+}
+
+void SequentialChunkHasher::Add(ChunkToHash chunk) {
+    pending_.push_back({std::move(chunk), {}, false});
+}
+
+std::size_t SequentialChunkHasher::PendingCount() const {
+    return pending_.size();
+}
+
+void SequentialChunkHasher::AwaitOldest() {
+    while (!pending_.front().isDone) {
+        BeginWaiting();
+        for (PendingChunk* const ended : lanes_.Advance()) {
+            ended->isDone = true;
+            if (!ended->result.isRead) {
+                unreadFile_ = ended->chunk.file.get();
+            }
+        }
+    }
+}
+
+HashedChunk SequentialChunkHasher::Take() {
+    AwaitOldest();
+    const HashedChunk result = pending_.front().result;
+    PopOldest();
+    return result;
+}
+
+void SequentialChunkHasher::Drop(std::size_t count) {
+    for (std::size_t dropped = 0; dropped < count; ++dropped) {
+        lanes_.Cancel(pending_.front());
+        PopOldest();
+    }
+}
+
+void SequentialChunkHasher::BeginWaiting() {
+    while (begunCount_ < pending_.size() && lanes_.IdleCount() > 0) {
+        PendingChunk& next = pending_[begunCount_];
+        if (begunCount_ > 0 && next.chunk.file.get() == unreadFile_) {
+            return;
+        }
+        lanes_.Begin(next);
+        ++begunCount_;
+    }
+}
+
+void SequentialChunkHasher::PopOldest() {
+    pending_.pop_front();
+    begunCount_ -= begunCount_ > 0 ? 1 : 0;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,39 @@
+// Hashes chunks in the caller's thread.
+#ifndef SEALKEEPER_CATALOGUE_HASHING_SEQUENTIAL_CHUNK_HASHER_H
+#define SEALKEEPER_CATALOGUE_HASHING_SEQUENTIAL_CHUNK_HASHER_H
+
+#include <deque>
+
+#include "catalogue/hashing/chunk_hasher.h"
+#include "catalogue/hashing/chunk_lanes.h"
+
+namespace sealkeeper {
+
+class SequentialChunkHasher : public ChunkHasher {
+  public:
+    explicit SequentialChunkHasher(const Sha256Engine& engine);
+
+    [[nodiscard]] std::size_t LaneCount() const override;
+    void Add(ChunkToHash chunk) override;
+    [[nodiscard]] std::size_t PendingCount() const override;
+    void AwaitOldest() override;
+    [[nodiscard]] HashedChunk Take() override;
+    void Drop(std::size_t count) override;
+
+  private:
+    void BeginWaiting();
+    void PopOldest();
+
+    const Sha256Engine& engine_;
+    ChunkLanes lanes_;
+    // The oldest first. A deque, so that what lanes point to stays where it is.
+    std::deque<PendingChunk> pending_;
+    // How many of the oldest were begun.
+    std::size_t begunCount_ = 0;
+    // That of the last chunk that could not be read.
+    const InputFile* unreadFile_ = nullptr;
+};
+
+}  // namespace sealkeeper
+
+#endif

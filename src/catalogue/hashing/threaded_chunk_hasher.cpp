@@ -1,0 +1,146 @@
+#include "catalogue/hashing/threaded_chunk_hasher.h"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+#include <utility>
+
+namespace sealkeeper {
+
+ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount)
+    : engine_(engine) {
+    // Before there are threads, which would disturb the timing and could not report a failure.
+    engine_.Prepare();
+    workers_.reserve(workerCount);
+    for (std::size_t worker = 0; worker < workerCount; ++worker) {
+        lanes_.emplace_back(engine);
+    }
+    // Held until all are there: workers ask how many they are.
+    const std::scoped_lock lock(mutex_);
+    try {
+        for (ChunkLanes& lanes : lanes_) {
+            workers_.emplace_back([this, &lanes] { Work(lanes); });
+        }
+    } catch (const std::exception&) {
+        // The system has no more threads, or no memory for them: those that there are do it all.
+    }
+}
+
+ThreadedChunkHasher::~ThreadedChunkHasher() {
+    {
+        const std::scoped_lock lock(mutex_);
+        isStopping_ = true;
+    }
+    workAdded_.notify_all();
+    for (std::thread& worker : workers_) {
+        worker.join();
+    }
+}
+
+std::size_t ThreadedChunkHasher::LaneCount() const {
+    return engine_.LaneCount() * WorkerCount();
+}
+
+// A worker is not woken for each chunk, but when there is enough to fill its lanes, or when the
+// caller has to wait.
+void ThreadedChunkHasher::Add(ChunkToHash chunk) {
+    bool isShareComplete = false;
+    {
+        const std::scoped_lock lock(mutex_);
+        pending_.push_back({std::move(chunk), {}, false});
+        if (waitingCount_++ == 0) {
+            waiting_ = std::prev(pending_.end());
+        }
+        isShareComplete = waitingCount_ % engine_.LaneCount() == 0;
+    }
+    if (isShareComplete) {
+        workAdded_.notify_one();
+    }
+}
+
+void ThreadedChunkHasher::AwaitOldest() {
+    std::unique_lock lock(mutex_);
+    if (pending_.front().isDone) {
+        return;
+    }
+    workAdded_.notify_all();
+    oldestDone_.wait(lock, [this] { return pending_.front().isDone; });
+}
+
+HashedChunk ThreadedChunkHasher::Take() {
+    AwaitOldest();
+    const std::scoped_lock lock(mutex_);
+    const HashedChunk result = pending_.front().result;
+    PopOldest();
+    return result;
+}
+
+void ThreadedChunkHasher::Drop(std::size_t count) {
+    const std::scoped_lock lock(mutex_);
+    for (std::size_t dropped = 0; dropped < count; ++dropped) {
+        const bool isBegun = waiting_ != pending_.begin();
+        if (isBegun && !pending_.front().isDone) {
+            dropped_.splice(dropped_.end(), pending_, pending_.begin());
+        } else {
+            PopOldest();
+        }
+    }
+}
+
+void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
+    std::unique_lock lock(mutex_);
+    while (!isStopping_) {
+        BeginShare(lanes);
+        if (lanes.IsIdle()) {
+            workAdded_.wait(lock, [this] { return isStopping_ || HasWork(); });
+            continue;
+        }
+        lock.unlock();
+        std::span<PendingChunk* const> ended;
+        while (ended.empty()) {
+            ended = lanes.Advance();
+        }
+        lock.lock();
+        End(ended);
+    }
+}
+
+// Whether the first chunk that was not begun may be begun now.
+bool ThreadedChunkHasher::HasWork() const {
+    return waitingCount_ > 0 &&
+           (waiting_ == pending_.begin() || waiting_->chunk.file.get() != unreadFile_);
+}
+
+// Begins what falls to one of all workers, so that none has everything while another has nothing.
+void ThreadedChunkHasher::BeginShare(ChunkLanes& lanes) {
+    const std::size_t workers = WorkerCount();
+    std::size_t share = std::min(lanes.IdleCount(), (waitingCount_ + workers - 1) / workers);
+    for (; share > 0 && HasWork(); --share) {
+        lanes.Begin(*waiting_);
+        ++waiting_;
+        --waitingCount_;
+    }
+}
+
+void ThreadedChunkHasher::End(std::span<PendingChunk* const> ended) {
+    for (PendingChunk* const chunk : ended) {
+        chunk->isDone = true;
+        if (!chunk->result.isRead) {
+            unreadFile_ = chunk->chunk.file.get();
+        }
+    }
+    dropped_.remove_if([](const PendingChunk& chunk) { return chunk.isDone; });
+    if (!pending_.empty() && pending_.front().isDone) {
+        oldestDone_.notify_one();
+    }
+}
+
+void ThreadedChunkHasher::PopOldest() {
+    if (waiting_ == pending_.begin()) {
+        ++waiting_;
+        --waitingCount_;
+    }
+    pending_.pop_front();
+}
+
+}  // namespace sealkeeper

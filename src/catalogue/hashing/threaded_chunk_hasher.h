@@ -1,0 +1,70 @@
+// Hashes chunks in threads of its own. The caller's thread adds and takes.
+#ifndef SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
+#define SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <list>
+#include <mutex>
+#include <span>
+#include <thread>
+#include <vector>
+
+#include "catalogue/hashing/chunk_hasher.h"
+#include "catalogue/hashing/chunk_lanes.h"
+
+namespace sealkeeper {
+
+// Which worker hashes a chunk, and when, differs from run to run; what `Take` returns does not.
+class ThreadedChunkHasher : public ChunkHasher {
+  public:
+    // Starts `workerCount` threads, or fewer where the system refuses more; see `WorkerCount`.
+    ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount);
+    // Waits until every worker has let go of its chunks, which are not hashed any further.
+    ~ThreadedChunkHasher() override;
+
+    [[nodiscard]] std::size_t WorkerCount() const { return workers_.size(); }
+
+    [[nodiscard]] std::size_t LaneCount() const override;
+    void Add(ChunkToHash chunk) override;
+    [[nodiscard]] std::size_t PendingCount() const override { return pending_.size(); }
+    void AwaitOldest() override;
+    [[nodiscard]] HashedChunk Take() override;
+    void Drop(std::size_t count) override;
+
+  private:
+    // A list, so that a chunk stays where it is when it is moved to another list.
+    using Chunks = std::list<PendingChunk>;
+
+    void Work(ChunkLanes& lanes);
+    [[nodiscard]] bool HasWork() const;
+    void BeginShare(ChunkLanes& lanes);
+    void End(std::span<PendingChunk* const> ended);
+    void PopOldest();
+
+    const Sha256Engine& engine_;
+
+    // Guards all below but the workers themselves. Of the list of pending chunks the caller's
+    // thread alone changes the length, so it reads that without.
+    std::mutex mutex_;
+    std::condition_variable workAdded_;
+    std::condition_variable oldestDone_;
+    Chunks pending_;
+    // The first that was not begun, and how many there are from there on.
+    Chunks::iterator waiting_ = pending_.end();
+    std::size_t waitingCount_ = 0;
+    // Given up while a worker is at them, which removes them when it ends.
+    Chunks dropped_;
+    // That of the last chunk that could not be read.
+    const InputFile* unreadFile_ = nullptr;
+    bool isStopping_ = false;
+
+    // One for each worker; a deque, since they are not moved.
+    std::deque<ChunkLanes> lanes_;
+    std::vector<std::thread> workers_;
+};
+
+}  // namespace sealkeeper
+
+#endif
