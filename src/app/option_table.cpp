@@ -24,6 +24,7 @@ constexpr std::array kOptions = {
            "Parsed target game directory: '%s'.\n"},
     Option{"verify", OptionKind::StoresText, &CommandLineOptions::verifyDir},
     Option{"list", OptionKind::StoresText, &CommandLineOptions::listPath},
+    Option{"-jobs", OptionKind::SetsJobs},
     Option{"-gamedev", OptionKind::TurnsOnGameDevMode},
     Option{"-?", OptionKind::PrintsHelp},
     Option{"--help", OptionKind::PrintsHelp},

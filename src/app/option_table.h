@@ -10,7 +10,14 @@
 
 namespace sealkeeper {
 
-enum class OptionKind { StoresText, TurnsOnGameDevMode, TurnsOnVerbose, PrintsHelp, PrintsVersion };
+enum class OptionKind {
+    StoresText,
+    SetsJobs,
+    TurnsOnGameDevMode,
+    TurnsOnVerbose,
+    PrintsHelp,
+    PrintsVersion
+};
 
 struct Option {
     std::string_view name;
@@ -20,7 +27,9 @@ struct Option {
     // Logged with the value; null when nothing is said.
     const char* parsedMessage = nullptr;
 
-    [[nodiscard]] bool TakesValue() const { return kind == OptionKind::StoresText; }
+    [[nodiscard]] bool TakesValue() const {
+        return kind == OptionKind::StoresText || kind == OptionKind::SetsJobs;
+    }
 };
 
 enum class ArgumentKind { OptionName, Positional, Faulty };
