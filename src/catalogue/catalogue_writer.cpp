@@ -74,7 +74,6 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block) {
-    const AliasMatcher matcher(aliases);
     // Most files have one chunk.
     LzwCompressor compressor(
         block.compressed, files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
@@ -88,7 +87,7 @@ ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMa
             code != ResultCode::Ok) {
             return code;
         }
-        if (const ResultCode code = ApplyPathAlias(matcher, entry); code != ResultCode::Ok) {
+        if (const ResultCode code = ApplyPathAlias(aliases, entry); code != ResultCode::Ok) {
             return code;
         }
         AppendRecord(entry, records);

@@ -41,12 +41,19 @@ void StoreFourBytesPerCharacter(const std::wstring& path, PathField& field) {
 
 }  // namespace
 
-ResultCode ApplyPathAlias(const AliasMatcher& aliases, CatalogueEntry& entry) {
-    if (aliases.IsEmpty()) {
+const AliasMap::value_type* FirstAliasIn(const AliasMap& aliases, std::wstring_view path) {
+    const auto found = std::find_if(aliases.begin(), aliases.end(), [path](const auto& alias) {
+        return !alias.first.empty() && path.find(alias.first) != std::wstring_view::npos;
+    });
+    return found == aliases.end() ? nullptr : &*found;
+}
+
+ResultCode ApplyPathAlias(const AliasMap& aliases, CatalogueEntry& entry) {
+    if (aliases.empty()) {
         return ResultCode::Ok;
     }
     const std::wstring collectedPath = WidePath(entry.path);
-    const AliasMap::value_type* alias = aliases.FirstKeyIn(collectedPath);
+    const AliasMap::value_type* alias = FirstAliasIn(aliases, collectedPath);
     if (alias == nullptr) {
         return ResultCode::Ok;
     }

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +18,79 @@ using test::CapturedOutput;
 using test::FieldOf;
 using test::TextOf;
 
+AliasMap AliasesOf(const std::vector<std::wstring>& keys) {
+    AliasMap aliases;
+    for (const std::wstring& key : keys) {
+        aliases.emplace(key, L"value of " + key);
+    }
+    return aliases;
+}
+
+struct MatchCase {
+    const char* name;
+    std::vector<std::wstring> keys;
+    std::wstring path;
+    std::optional<std::wstring> firstKey;
+};
+
+const std::vector<MatchCase>& MatchCases() {
+    static const std::vector<MatchCase> cases = {
+        {"no keys", {}, L"a", {}},
+        {"empty key alone", {L""}, L"a", {}},
+        {"empty key alone, empty path", {L""}, L"", {}},
+        {"empty key and one that occurs", {L"", L"b"}, L"ab", L"b"},
+        {"empty key and one that does not occur", {L"", L"b"}, L"a", {}},
+        {"empty path", {L"a"}, L"", {}},
+        {"the whole path", {L"a/b"}, L"a/b", L"a/b"},
+        {"at the start", {L"a/"}, L"a/bc", L"a/"},
+        {"in the middle", {L"/b"}, L"a/bc", L"/b"},
+        {"at the end", {L"bc"}, L"a/bc", L"bc"},
+        {"key longer than the path", {L"a/bc"}, L"a/b", {}},
+        {"key that the path ends within", {L"bcd"}, L"a/bc", {}},
+        {"one character differs", {L"abc"}, L"abd", {}},
+        {"keys are told apart by case", {L"A", L"a"}, L"a", L"a"},
+        {"smaller key past the larger one", {L"b", L"z"}, L"z/b", L"b"},
+        {"smaller key before the larger one", {L"b", L"z"}, L"b/z", L"b"},
+        {"key that is the start of another", {L"ab", L"abc"}, L"abc", L"ab"},
+        {"key that is the start of another, and one further on",
+         {L"ab", L"abcd", L"cd"},
+         L"xcd",
+         L"cd"},
+        {"key that is the end of another", {L"abc", L"bc"}, L"xbc", L"bc"},
+        {"key that is the end of a larger one", {L"bc", L"xbc"}, L"xbc", L"bc"},
+        {"key that ends in a larger one", {L"ab", L"b"}, L"ab", L"ab"},
+        {"key inside another", {L"b", L"xbx"}, L"xby", L"b"},
+        {"key inside another that occurs", {L"b", L"xbx"}, L"xbx", L"b"},
+        {"keys that overlap, smaller one first", {L"ab", L"bc"}, L"abc", L"ab"},
+        {"keys that overlap, smaller one last", {L"cb", L"ba"}, L"cba", L"ba"},
+        {"run shorter than the key", {L"aaa"}, L"aabaa", {}},
+        {"run as long as the key", {L"aaa"}, L"baaab", L"aaa"},
+        {"run longer than the key", {L"aaab"}, L"aaaaaab", L"aaab"},
+        {"not ASCII", {L"\u00E4\u20AC"}, L"a/\u00E4\u20AC", L"\u00E4\u20AC"},
+        {"not ASCII, other character", {L"\u00E4"}, L"a/\u00E5", {}},
+        {"above 0xFFFF", {L"/\U0001F3AE"}, L"a/\U0001F3AE", L"/\U0001F3AE"},
+        {"same low unit, other character",
+         {L"\U0001002F", L"\u002F"},
+         L"\U0001002F",
+         L"\U0001002F"},
+        {"separator with the low unit of the key", {L"\U0001002F"}, L"a/b", {}},
+        {"same low unit as the separator", {L"/"}, L"a\U0001002F", {}},
+        {"zero character in a key", {std::wstring(L"a\0b", 3)}, L"ab", {}},
+    };
+    return cases;
+}
+
+TEST(FirstAliasIn, GivesTheFirstKeyInOrderThatOccurs) {
+    for (const MatchCase& match : MatchCases()) {
+        const AliasMap aliases = AliasesOf(match.keys);
+        const AliasMap::value_type* found = FirstAliasIn(aliases, match.path);
+        ASSERT_EQ(found != nullptr, match.firstKey.has_value()) << match.name;
+        if (found != nullptr) {
+            EXPECT_EQ(found, &*aliases.find(*match.firstKey)) << match.name;
+        }
+    }
+}
+
 constexpr std::uint32_t kUntouchedNamePosition = 77;
 
 CatalogueEntry EntryOf(const std::u16string& path) {
@@ -22,10 +98,6 @@ CatalogueEntry EntryOf(const std::u16string& path) {
     entry.path = FieldOf(path);
     entry.namePosition = kUntouchedNamePosition;
     return entry;
-}
-
-ResultCode Apply(const AliasMap& aliases, CatalogueEntry& entry) {
-    return ApplyPathAlias(AliasMatcher(aliases), entry);
 }
 
 // The field that `path` takes at four bytes per character.
@@ -88,7 +160,7 @@ TEST(PathAlias, StoresAReplacedPathAtFourBytesPerCharacter) {
     for (const AliasCase& alias : AliasCases()) {
         CatalogueEntry entry = EntryOf(alias.path);
         CapturedOutput output;
-        EXPECT_EQ(Apply(alias.aliases, entry), ResultCode::Ok) << alias.name;
+        EXPECT_EQ(ApplyPathAlias(alias.aliases, entry), ResultCode::Ok) << alias.name;
         EXPECT_EQ(output.Take(), "") << alias.name;
         EXPECT_EQ(entry.path, WideFieldOf(alias.aliased)) << alias.name;
         EXPECT_EQ(entry.namePosition, alias.namePosition) << alias.name;
@@ -100,7 +172,7 @@ TEST(PathAlias, LeavesOtherEntriesUntouched) {
         {}, {{L"", L"y"}}, {{L"x", L"y"}}, {{L"A/", L"y"}}, {{L"a/bc", L"y"}}};
     for (const AliasMap& aliases : maps) {
         CatalogueEntry entry = EntryOf(u"a/b");
-        EXPECT_EQ(Apply(aliases, entry), ResultCode::Ok);
+        EXPECT_EQ(ApplyPathAlias(aliases, entry), ResultCode::Ok);
         EXPECT_EQ(TextOf(entry.path), u"a/b");
         EXPECT_EQ(entry.namePosition, kUntouchedNamePosition);
     }
@@ -108,7 +180,7 @@ TEST(PathAlias, LeavesOtherEntriesUntouched) {
 
 TEST(PathAlias, ClearsTheRestOfALongerPath) {
     CatalogueEntry entry = EntryOf(std::u16string(255, u'a'));
-    EXPECT_EQ(Apply({{std::wstring(255, L'a'), L"b"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(ApplyPathAlias({{std::wstring(255, L'a'), L"b"}}, entry), ResultCode::Ok);
     EXPECT_EQ(entry.path, WideFieldOf(U"b"));
 }
 
@@ -116,7 +188,7 @@ TEST(PathAlias, KeepsSizeAndDigests) {
     CatalogueEntry entry = EntryOf(u"a");
     entry.fileSizeBytes = 5;
     entry.digests.resize(1);
-    EXPECT_EQ(Apply({{L"a", L"b"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(ApplyPathAlias({{L"a", L"b"}}, entry), ResultCode::Ok);
     EXPECT_EQ(entry.fileSizeBytes, 5U);
     EXPECT_EQ(entry.digests.size(), 1U);
 }
@@ -124,12 +196,12 @@ TEST(PathAlias, KeepsSizeAndDigests) {
 TEST(PathAlias, PathOfAtMost127Characters) {
     const std::u32string longest = U"b" + std::u32string(126, U'c');
     CatalogueEntry fits = EntryOf(u"a" + std::u16string(126, u'c'));
-    EXPECT_EQ(Apply({{L"a", L"b"}}, fits), ResultCode::Ok);
+    EXPECT_EQ(ApplyPathAlias({{L"a", L"b"}}, fits), ResultCode::Ok);
     EXPECT_EQ(fits.path, WideFieldOf(longest));
 
     CatalogueEntry tooLong = EntryOf(u"a" + std::u16string(127, u'c'));
     CapturedOutput output;
-    EXPECT_EQ(Apply({{L"a", L"\u00E4"}}, tooLong), ResultCode::CatalogueError);
+    EXPECT_EQ(ApplyPathAlias({{L"a", L"\u00E4"}}, tooLong), ResultCode::CatalogueError);
     EXPECT_EQ(output.Take(),
               "[Err!] Path too long for the catalogue: '\xC3\xA4" + std::string(127, 'c') + "'.\n");
 }
@@ -143,13 +215,13 @@ TEST(PathAlias, CountsCharactersAndNotUnits) {
         aliased += U'\U0001F3AE';
     }
     CatalogueEntry entry = EntryOf(u"a" + path);
-    EXPECT_EQ(Apply({{L"a", L"b"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(ApplyPathAlias({{L"a", L"b"}}, entry), ResultCode::Ok);
     EXPECT_EQ(entry.path, WideFieldOf(aliased));
 }
 
 TEST(PathAlias, LongPathWithoutAnAliasInItIsNoFailure) {
     CatalogueEntry entry = EntryOf(std::u16string(255, u'a'));
-    EXPECT_EQ(Apply({{L"b", L"c"}}, entry), ResultCode::Ok);
+    EXPECT_EQ(ApplyPathAlias({{L"b", L"c"}}, entry), ResultCode::Ok);
     EXPECT_EQ(TextOf(entry.path), std::u16string(255, u'a'));
 }
 
