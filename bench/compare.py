@@ -14,7 +14,7 @@ from typing import List
 import report
 from benchmark_runs import run_benchmark, run_lzw
 from cold_runs import run_cold
-from machine import describe
+from machine import describe, name_of_machine
 from make_tree import GIB, MIB
 from measure import CommandFailed
 from tree_runs import Place, TreeResult, run_tree, say
@@ -75,10 +75,10 @@ def compare_scaling(place: Place, options: argparse.Namespace) -> List[TreeResul
 def compare(options: argparse.Namespace, place: Place) -> List[TreeResult]:
     """Returns the results that tell memory."""
     parts = options.only or PARTS
-    print("## Machine\n\n" + describe(options.build_dir, options.rounds) + "\n")
+    print(f"## {name_of_machine()}\n\n" + describe(options.build_dir, options.rounds) + "\n")
     if options.scale != 1:
         print(f"Sizes and numbers are {options.scale} of the real ones: a trial, not a result.\n")
-    print("## Results\n", flush=True)
+    sys.stdout.flush()
     if "kernels" in parts:
         report.print_kernels(run_benchmark(options.build_dir, "kernels", options.rounds,
                                            options.scale))

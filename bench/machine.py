@@ -7,7 +7,7 @@ import re
 import shutil
 import subprocess
 from pathlib import Path
-from typing import List, Optional
+from typing import List, Optional, Tuple
 
 MISSING = "not installed"
 UNKNOWN = "unknown"
@@ -25,17 +25,32 @@ def first_line_of(arguments: List[str]) -> str:
     return lines[0] if lines else UNKNOWN
 
 
-def processor() -> str:
+def processor() -> Tuple[str, str]:
+    """Its name, and its caches when they are known."""
     if platform.system() == "Darwin":
-        return first_line_of(["sysctl", "-n", "machdep.cpu.brand_string"])
+        return first_line_of(["sysctl", "-n", "machdep.cpu.brand_string"]), ""
     if shutil.which("lscpu") is None:
-        return platform.machine()
+        return platform.machine(), ""
     listing = subprocess.run(["lscpu"], stdout=subprocess.PIPE, text=True, check=False,
                              env={**os.environ, "LC_ALL": "C"}).stdout
     fields = dict(re.findall(r"^\s*([^:]+):\s*(.*)$", listing, re.MULTILINE))
     caches = ", ".join(f"{name} {fields[name]}" for name in ("L1d cache", "L2 cache", "L3 cache")
                        if name in fields)
-    return f"{fields.get('Model name', platform.machine())}" + (f" ({caches})" if caches else "")
+    name = fields.get("Model name", platform.machine())
+    # A virtual machine often tells no more than the maker's name for all of its kind.
+    if "CPU family" in fields and "Model" in fields:
+        name += f" family {fields['CPU family']} model {fields['Model']}"
+    return name, caches
+
+
+def processor_with_caches() -> str:
+    name, caches = processor()
+    return f"{name} ({caches})" if caches else name
+
+
+def name_of_machine() -> str:
+    """The heading of its figures, which tells it from others."""
+    return f"{processor()[0]}, {os.cpu_count()} cores"
 
 
 def memory() -> str:
@@ -70,7 +85,7 @@ def describe(build: Path, rounds: int) -> str:
     rows = [
         ("Date", datetime.date.today().isoformat()),
         ("Commit", commit_of(ROOT)),
-        ("Processor", processor()),
+        ("Processor", processor_with_caches()),
         ("Cores", str(os.cpu_count())),
         ("Memory", memory()),
         ("System", f"{platform.system()} {platform.release()} {platform.machine()}"),

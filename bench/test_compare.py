@@ -26,7 +26,7 @@ from tree_runs import GENERATE, VERIFY, Place, TreeResult
 HERE = Path(__file__).resolve().parent
 BUILD = Path(os.environ["SEALKEEPER_BENCH_BUILD_DIR"])
 
-HEADINGS = ("## Machine", "### SHA-256 in the L2 cache", "### Text conversions of one path",
+HEADINGS = ("## ", "### SHA-256 in the L2 cache", "### Text conversions of one path",
             "### LZW: ", "### one: files 1,", "### mixed: files ", "### small: files ",
             "### Times as fast as the fastest peer", "### Cold page cache, small-2000: files 1,",
             "### Cold page cache, one: files 1,", "### Cost per file of 1 KiB",
