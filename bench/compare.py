@@ -47,12 +47,17 @@ def parse_options() -> argparse.Namespace:
     parser.add_argument("--keep", action="store_true", help="keep the trees")
     parser.add_argument("--scale", type=float, default=1.0,
                         help="a part of each tree, such as 0.01, to try this out")
+    parser.add_argument("--jobs", type=int, metavar="N",
+                        help="also run one, mixed and small with N jobs (2 or more), beside peers that "
+                        "use N processors")
     parser.add_argument("--build-dir", type=Path, metavar="DIR",
                         default=Path(__file__).resolve().parent.parent / "build/bench",
                         help="the build to use or make (build/bench)")
     options = parser.parse_args()
     if options.rounds < 1 or not 0 < options.scale <= 1:
         parser.error("--rounds is at least 1, --scale above 0 and at most 1")
+    if options.jobs is not None and options.jobs < 2:
+        parser.error("--jobs is at least 2")
     return options
 
 
@@ -89,10 +94,13 @@ def compare(options: argparse.Namespace, place: Place) -> List[TreeResult]:
         report.print_lzw(run_lzw(options.build_dir, place.scratch, options.rounds))
     trees = []
     for tree in [tree for tree in TREES if tree in parts]:
-        trees.append(run_tree(place, tree, options.scale, options.rounds, with_peers=True))
-        report.print_tree(trees[-1])
+        trees.append(run_tree(place, tree, options.scale, options.rounds, with_peers=True,
+                              jobs=options.jobs))
+        report.print_tree(trees[-1], options.jobs)
     if trees:
         report.print_summary(trees)
+        if options.jobs is not None:
+            report.print_jobs(trees, options.jobs)
     if "cold" in parts:
         for tree in COLD_TREES:
             report.print_cold(run_cold(place, tree, options.scale, options.rounds))
@@ -121,8 +129,7 @@ def main() -> int:
         if options.keep:
             say(f"The trees are in {place.trees}")
     # What a trial uses says nothing about the real trees.
-    if options.scale == 1 and any(result.exceeds_memory(command) for result in results
-                                  for command in report.OWN):
+    if options.scale == 1 and any(result.exceeding_memory() for result in results):
         say("compare.sh: more memory was used than is allowed; see the figures in bold")
         return MEMORY_EXCEEDED
     return 0

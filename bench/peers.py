@@ -4,16 +4,21 @@ import re
 import shutil
 from collections import Counter
 from pathlib import Path
-from typing import Dict, List, Optional
+from typing import Counter as CountOf, Dict, List, Optional
 
 from measure import Command, CommandFailed
 
+OPENSSL = "openssl dgst -sha256"
+
 PEERS: Dict[str, List[str]] = {
-    "openssl dgst -sha256": ["openssl", "dgst", "-sha256"],
+    OPENSSL: ["openssl", "dgst", "-sha256"],
     "rhash --sha256": ["rhash", "--sha256"],
     "sha256sum": ["sha256sum"],
     "hashdeep -c sha256 -l": ["hashdeep", "-c", "sha256", "-l"],
 }
+
+# Few enough that all processes get some of them.
+FILES_PER_PROCESS = 64
 
 # Lines without one are headers.
 DIGEST = re.compile(rb"\b[0-9a-f]{64}\b")
@@ -32,16 +37,44 @@ def peer_commands(game: Path, listing: Path) -> List[Command]:
             for name, arguments in PEERS.items() if shutil.which(arguments[0])]
 
 
+def openssl_with_jobs(jobs: int) -> str:
+    return f"xargs -P {jobs} -n {FILES_PER_PROCESS} {OPENSSL}"
+
+
+def hashdeep_with_jobs(jobs: int) -> str:
+    return f"hashdeep -j {jobs} -c sha256 -l"
+
+
+def peers_with_jobs(jobs: int) -> List[str]:
+    return [openssl_with_jobs(jobs), hashdeep_with_jobs(jobs)]
+
+
+def peer_commands_with_jobs(game: Path, listing: Path, jobs: int) -> List[Command]:
+    """Those that are installed and can use several processors, told to use `jobs` at a time."""
+    processes = ["xargs", "-0", "-P", str(jobs), "-n", str(FILES_PER_PROCESS), *PEERS[OPENSSL]]
+    threads = called_with_files(["hashdeep", "-j", str(jobs), "-c", "sha256", "-l"])
+    commands = {"openssl": Command(openssl_with_jobs(jobs), processes, game, listing),
+                "hashdeep": Command(hashdeep_with_jobs(jobs), threads, game, listing)}
+    return [command for program, command in commands.items() if shutil.which(program)]
+
+
 class SameDigests:
     """That all of them hash the same files, each of them once: no two files are equal."""
 
     def __init__(self, file_count: int) -> None:
         self._file_count = file_count
         self._digests: Optional[List[bytes]] = None
+        self._openssl_bytes: Optional[CountOf[int]] = None
 
     def check(self, command: Command, log: Path) -> None:
         """`log` holds what the command printed, in any order."""
-        digests = sorted(DIGEST.findall(log.read_bytes()))
+        output = log.read_bytes()
+        if command.name.startswith("xargs "):
+            self._check_mixed_output(command, output)
+            return
+        if command.name == OPENSSL:
+            self._openssl_bytes = Counter(output)
+        digests = sorted(DIGEST.findall(output))
         if len(digests) != self._file_count:
             raise CommandFailed(f"{command.name}: printed {len(digests)} digests of "
                                 f"{self._file_count} files")
@@ -49,6 +82,12 @@ class SameDigests:
             self._digests = digests
         if digests != self._digests:
             raise CommandFailed(f"{command.name}: printed other digests than the command before")
+
+    def _check_mixed_output(self, command: Command, output: bytes) -> None:
+        """Processes that share a file write whenever a buffer is full, and so into each other's lines.
+        All bytes together have to be those that one process prints."""
+        if Counter(output) != self._openssl_bytes:
+            raise CommandFailed(f"{command.name}: printed something else than one process alone")
 
     def check_printed(self, name: str, digests: List[bytes]) -> None:
         """That the `digests`, each of another file, are among those that were printed."""

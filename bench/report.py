@@ -3,8 +3,8 @@ from typing import Dict, List, Optional, Sequence
 
 from benchmark_runs import COMPRESS, DECOMPRESS, LzwResult
 from cold_runs import READING, ColdResult
-from peers import PEERS
-from tree_runs import GENERATE, VERIFY, TreeResult
+from peers import PEERS, peers_with_jobs
+from tree_runs import GENERATE, VERIFY, TreeResult, with_jobs
 
 MIB = 2**20
 
@@ -31,9 +31,13 @@ def peak_memory(result: TreeResult, command: str) -> str:
     return f"**{peak}**" if result.exceeds_memory(command) else peak
 
 
+def allowed_memory(result: TreeResult, command: str) -> str:
+    return mebibytes(result.allowed_memory[command])
+
+
 def print_exceeded_memory(results: Sequence[TreeResult]) -> None:
     exceeded = [f"{result.tree} ({', '.join(commands)})" for result in results
-                for commands in [list(filter(result.exceeds_memory, OWN))] if commands]
+                for commands in [result.exceeding_memory()] if commands]
     if exceeded:
         print("**More memory than is allowed:** " + ", ".join(exceeded) + ".\n", flush=True)
 
@@ -54,13 +58,16 @@ def time_columns(result: TreeResult, name: str, missing: str) -> List[str]:
             ratio(result, name) if name in OWN else ""]
 
 
-def print_tree(result: TreeResult) -> None:
+def print_tree(result: TreeResult, jobs: Optional[int]) -> None:
+    commands = [*OWN, *PEERS]
+    if jobs is not None:
+        commands = [*own_with_jobs(jobs), *PEERS, *peers_with_jobs(jobs)]
     print(f"### {result.tree}: files {result.file_count:,}, bytes {result.size_bytes:,}\n")
     print_table((*TIME_COLUMNS, "peak MiB", "allowed MiB"),
                 [[*time_columns(result, name, "not installed"),
-                  peak_memory(result, name) if name in OWN else "",
-                  mebibytes(result.allowed_memory) if name in OWN else ""]
-                 for name in (*OWN, *PEERS)])
+                  peak_memory(result, name) if name in result.peak_memory else "",
+                  allowed_memory(result, name) if name in result.peak_memory else ""]
+                 for name in commands])
     print_exceeded_memory([result])
 
 
@@ -85,6 +92,28 @@ def print_summary(results: Sequence[TreeResult]) -> None:
     print_table(("tree", "generate", "verify", "fastest peer"),
                 [(result.tree, ratio(result, GENERATE), ratio(result, VERIFY),
                   result.fastest_peer() or "none installed") for result in results])
+
+
+def own_with_jobs(jobs: int) -> List[str]:
+    """Each beside itself without."""
+    return [name for command in OWN for name in (command, with_jobs(command, jobs))]
+
+
+def ratio_to(result: TreeResult, command: str, other: str) -> str:
+    if other not in result.times:
+        return "not installed"
+    return f"{result.times[other].median / result.times[command].median:.2f}"
+
+
+def print_jobs(results: Sequence[TreeResult], jobs: int) -> None:
+    print(f"### With {jobs} jobs, times as fast as\n")
+    rows = []
+    for result in results:
+        for command in OWN:
+            name = with_jobs(command, jobs)
+            rows.append((result.tree, name, *(ratio_to(result, name, other)
+                                              for other in (command, *peers_with_jobs(jobs)))))
+    print_table(("tree", "command", "our single job", *peers_with_jobs(jobs)), rows)
 
 
 def compressed_columns(name: str, compressed_bytes: Optional[int], size_bytes: int) -> List[str]:
@@ -141,11 +170,10 @@ def print_per_file(results: Sequence[TreeResult]) -> None:
             added = result.file_count - base.file_count
             row += [f"{seconds:.3f}", f"{seconds / result.file_count * 1e6:.1f}",
                     f"{above / added * 1e6:.1f}" if added else "",
-                    peak_memory(result, command)]
-        rows.append(row + [mebibytes(result.allowed_memory)])
-    print_table(("files", "generate s", "µs per file", "without the run on one file", "peak MiB",
-                 "verify s", "µs per file", "without the run on one file", "peak MiB", "allowed MiB"),
-                rows)
+                    peak_memory(result, command), allowed_memory(result, command)]
+        rows.append(row)
+    costs = ("µs per file", "without the run on one file", "peak MiB", "allowed MiB")
+    print_table(("files", "generate s", *costs, "verify s", *costs), rows)
     print_exceeded_memory(results)
 
 
@@ -157,8 +185,8 @@ def print_per_byte(results: Sequence[TreeResult]) -> None:
         for command in OWN:
             seconds = result.times[command].median
             row += [f"{seconds:.3f}", f"{seconds / result.size_bytes * 1e9:.3f}",
-                    peak_memory(result, command)]
-        rows.append(row + [mebibytes(result.allowed_memory)])
-    print_table(("MiB", "generate s", "ns per byte", "peak MiB", "verify s", "ns per byte", "peak MiB",
-                 "allowed MiB"), rows)
+                    peak_memory(result, command), allowed_memory(result, command)]
+        rows.append(row)
+    costs = ("ns per byte", "peak MiB", "allowed MiB")
+    print_table(("MiB", "generate s", *costs, "verify s", *costs), rows)
     print_exceeded_memory(results)

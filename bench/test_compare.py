@@ -19,6 +19,7 @@ import tree_runs
 from catalogue_digests import catalogue_format
 from cold_runs import READING, Eviction, reading_command, resident_pages, run_cold
 from measure import CommandFailed, Times, run
+from memory_allowance import CatalogueSizes
 from peers import PEERS
 # Run with the tests of this module.
 from tree_runs import GENERATE, VERIFY, Place, TreeResult
@@ -51,7 +52,8 @@ def compare_in_process(*options: str) -> Tuple[int, str, str]:
 
 def result_with_peaks(generate: Optional[int], verify: Optional[int], allowed: int) -> TreeResult:
     times = {name: Times([1.0], [1.0]) for name in (GENERATE, VERIFY)}
-    return TreeResult("small", 1, 1, 1, times, {GENERATE: generate, VERIFY: verify}, allowed)
+    return TreeResult("small", 1, 1, 1, 0, times, {GENERATE: generate, VERIFY: verify},
+                      {GENERATE: allowed, VERIFY: allowed})
 
 
 class Comparison(unittest.TestCase):
@@ -88,7 +90,8 @@ class Comparison(unittest.TestCase):
         self.assertTrue(broken.stderr.splitlines()[-1].startswith("compare.sh: "), broken.stderr)
 
     def test_refuses_what_it_does_not_know(self) -> None:
-        for options in (["--only", "none"], ["--rounds", "0"], ["--scale", "2"]):
+        for options in (["--only", "none"], ["--rounds", "0"], ["--scale", "2"], ["--jobs", "1"],
+                        ["--jobs", "two"]):
             with self.subTest(options=options):
                 refused = run_comparison(*options)
                 self.assertEqual(refused.returncode, 2)
@@ -111,15 +114,16 @@ class Comparison(unittest.TestCase):
 
     @unittest.skipUnless(any(shutil.which(peer[0]) for peer in PEERS.values()), "needs a peer")
     def test_ends_when_a_digest_in_the_catalogue_is_another(self) -> None:
-        def check_and_spoil(result: TreeResult, catalogue: Path) -> None:
-            check_catalogue(result, catalogue)
+        def read_and_spoil(result: TreeResult, catalogue: Path) -> CatalogueSizes:
+            sizes = read_sizes(result, catalogue)
             parsed = catalogue_format.parse(catalogue.read_bytes())
             last = parsed.entries[-1]
             entries = [*parsed.entries[:-1], replace(last, digests=(bytes(32),))]
             catalogue.write_bytes(catalogue_format.build(entries, parsed.crl))
+            return sizes
 
-        check_catalogue = tree_runs.check_catalogue
-        with mock.patch.object(tree_runs, "check_catalogue", check_and_spoil):
+        read_sizes = tree_runs.read_sizes
+        with mock.patch.object(tree_runs, "read_sizes", read_and_spoil):
             status, _, complaint = compare_in_process("--scale", "0.0005", "--rounds", "1", "--only",
                                                       "mixed")
         self.assertEqual(status, 1)
@@ -166,6 +170,22 @@ class Comparison(unittest.TestCase):
                 self.assertNotIn("**", printed)
 
 
+# Stands in for a program that knows the option for jobs: it writes down how many there are to be, and
+# does the work without.
+PROGRAM_WITH_JOBS = """#!/bin/sh
+afterwards=:
+if [ "$3" = -jobs ]; then
+    echo "$4" >> "{directory}/jobs"
+    product=$2
+    shift 4
+    set -- -productid "$product" "$@"
+    afterwards='{afterwards}'
+fi
+"{program}" "$@" || exit
+eval "$afterwards"
+"""
+
+
 class Runs(unittest.TestCase):
     def setUp(self) -> None:
         # The usual directory for temporary files may be in memory, where nothing is evicted.
@@ -198,6 +218,35 @@ class Runs(unittest.TestCase):
 
     def test_deep_paths_are_of_100_characters(self) -> None:
         self.assertEqual({len(name) for name, _ in make_tree.files_of("deep-2000", 1.0)}, {100})
+
+    def run_with_jobs(self, afterwards: str) -> TreeResult:
+        program = self.place.scratch / "program"
+        program.write_text(PROGRAM_WITH_JOBS.format(
+            directory=self.place.scratch, program=self.place.program, afterwards=afterwards))
+        program.chmod(0o755)
+        with contextlib.redirect_stderr(io.StringIO()):
+            return tree_runs.run_tree(replace(self.place, program=program), "mixed", 0.0005, 2,
+                                      with_peers=True, jobs=3)
+
+    def test_jobs_are_measured_beside_one(self) -> None:
+        result = self.run_with_jobs(":")
+        # To warm up and in each round, generate and verify.
+        self.assertEqual((self.place.scratch / "jobs").read_text(), "3\n" * 6)
+        installed = [name for name, program in (
+            ("xargs -P 3 -n 64 openssl dgst -sha256", "openssl"),
+            ("hashdeep -j 3 -c sha256 -l", "hashdeep")) if shutil.which(program)]
+        for name in (GENERATE, VERIFY, "generate -jobs 3", "verify -jobs 3", *installed):
+            self.assertEqual(len(result.times[name].wall), 2, name)
+        self.assertEqual(set(result.peak_memory),
+                         {GENERATE, VERIFY, "generate -jobs 3", "verify -jobs 3"})
+        for command in (GENERATE, VERIFY):
+            self.assertEqual(result.allowed_memory[command + " -jobs 3"],
+                             result.allowed_memory[command] + 6 * 2**20)
+        self.assertIn(result.fastest_peer(), [*PEERS, None])
+
+    def test_jobs_that_make_another_catalogue_end_it(self) -> None:
+        with self.assertRaisesRegex(CommandFailed, "^generate -jobs 3: the catalogue is another "):
+            self.run_with_jobs(f'[ "$3" != {VERIFY} ] || printf x >> Quorvane/Certificates/base.bin')
 
     def write_listed_file(self) -> Eviction:
         (self.place.trees / "file").write_bytes(bytes(100_000))

@@ -19,7 +19,9 @@ from catalogue_digests import CHUNK_SIZE, catalogue_format, whole_file_digests
 from catalogue_entry import entry_of_bytes
 from cold_runs import READING, ColdResult
 from measure import Command, CommandFailed, Times
-from peers import SameDigests
+from memory_allowance import CatalogueSizes, long_path_bytes
+from peers import OPENSSL, SameDigests, openssl_with_jobs
+from report import MIB
 from tree_runs import GENERATE, VERIFY, TreeResult
 
 
@@ -29,7 +31,7 @@ def seconds(value: float) -> Times:
 
 class Report(unittest.TestCase):
     def test_reading_is_in_no_ratio(self) -> None:
-        result = TreeResult("small-2000", 1, 1, 1, {GENERATE: seconds(1), VERIFY: seconds(1),
+        result = TreeResult("small-2000", 1, 1, 1, 0, {GENERATE: seconds(1), VERIFY: seconds(1),
                                                     READING: seconds(0.25)})
         self.assertIsNone(result.fastest_peer())
         result.times["sha256sum"] = seconds(2)
@@ -39,6 +41,33 @@ class Report(unittest.TestCase):
         self.assertIn("| generate | 1.000 | 1.000 | 1.000 | 2.00 |\n", printed.getvalue())
         self.assertIn("| cat | 0.250 | 0.250 | 0.250 |  |\n", printed.getvalue())
 
+    def test_jobs_are_compared_with_one_and_with_peers_that_use_as_many(self) -> None:
+        result = TreeResult("small", 1, 1, 1, 0, {
+            GENERATE: seconds(3), VERIFY: seconds(6), "generate -jobs 2": seconds(2),
+            "verify -jobs 2": seconds(4), "hashdeep -j 2 -c sha256 -l": seconds(5)})
+        with contextlib.redirect_stdout(io.StringIO()) as printed:
+            report.print_jobs([result], 2)
+        self.assertIn("| generate -jobs 2 | 1.50 | not installed | 2.50 |\n", printed.getvalue())
+        self.assertIn("| verify -jobs 2 | 1.50 | not installed | 1.25 |\n", printed.getvalue())
+
+    def test_jobs_have_rows_beside_one(self) -> None:
+        times = {name: seconds(2) for name in (GENERATE, "generate -jobs 2", VERIFY, "verify -jobs 2",
+                                               "sha256sum", "hashdeep -j 2 -c sha256 -l")}
+        peaks = {name: MIB for name in times if name.startswith((GENERATE, VERIFY))}
+        allowed = {**peaks, "verify -jobs 2": MIB - 1}
+        result = TreeResult("small", 1, 1, 1, 0, times, peaks, allowed)
+        with contextlib.redirect_stdout(io.StringIO()) as printed:
+            report.print_tree(result, 2)
+        rows = [line for line in printed.getvalue().splitlines() if "2.000" in line]
+        self.assertEqual(rows, [
+            "| generate | 2.000 | 2.000 | 2.000 | 1.00 | 1.0 | 1.0 |",
+            "| generate -jobs 2 | 2.000 | 2.000 | 2.000 |  | 1.0 | 1.0 |",
+            "| verify | 2.000 | 2.000 | 2.000 | 1.00 | 1.0 | 1.0 |",
+            "| verify -jobs 2 | 2.000 | 2.000 | 2.000 |  | **1.0** | 1.0 |",
+            "| sha256sum | 2.000 | 2.000 | 2.000 |  |  |  |",
+            "| hashdeep -j 2 -c sha256 -l | 2.000 | 2.000 | 2.000 |  |  |  |"])
+        self.assertIn("small (verify -jobs 2).", printed.getvalue())
+
     def test_compressed_sizes(self) -> None:
         own = {COMPRESS: seconds(1), DECOMPRESS: seconds(1)}
         for size, row in ((None, "| compress | not installed |  |\n"),
@@ -46,6 +75,48 @@ class Report(unittest.TestCase):
             with self.subTest(size=size), contextlib.redirect_stdout(io.StringIO()) as printed:
                 report.print_lzw(LzwResult(12_500, 2500, size, own=own))
                 self.assertIn("| ours | 2,500 | 20.0 |\n" + row, printed.getvalue())
+
+
+class MemoryAllowance(unittest.TestCase):
+    def test_generate_may_hold_the_catalogue_three_times_over(self) -> None:
+        sizes = CatalogueSizes(10, 1000, 5000, 800, 60)
+        self.assertEqual(sizes.allowed_for_generate(0), 6800 + 16 * MIB)
+        self.assertEqual(sizes.allowed_for_generate(3), 6800 + 22 * MIB)
+
+    def test_verify_may_hold_the_file_and_200_bytes_of_each_file(self) -> None:
+        sizes = CatalogueSizes(10, 1000, 5000, 800, 60)
+        self.assertEqual(sizes.allowed_for_verify(0), 3060 + 16 * MIB)
+        self.assertEqual(sizes.allowed_for_verify(3), 3060 + 22 * MIB)
+
+    def test_long_paths_count_by_their_units(self) -> None:
+        for path, expected in (("", 0), ("a" * 30, 0), ("a" * 31, 2), ("ä" * 31, 2),
+                               ("\U0001F3AE" * 15, 0), ("\U0001F3AE" * 16, 4)):
+            with self.subTest(path=path):
+                self.assertEqual(long_path_bytes(os.fsencode(path)), expected)
+
+
+class PeerOutput(unittest.TestCase):
+    def setUp(self) -> None:
+        directory = tempfile.TemporaryDirectory()
+        self.addCleanup(directory.cleanup)
+        self.log = Path(directory.name) / "log"
+
+    def check(self, same_digests: SameDigests, name: str, output: bytes) -> None:
+        self.log.write_bytes(output)
+        same_digests.check(Command(name, [], self.log.parent), self.log)
+
+    def test_of_processes_may_be_mixed_but_holds_the_same(self) -> None:
+        lines = [b"SHA2-256(%d)= %s\n" % (number, hashlib.sha256(b"%d" % number).hexdigest().encode())
+                 for number in range(3)]
+        same_digests = SameDigests(3)
+        with self.assertRaises(CommandFailed):
+            self.check(same_digests, openssl_with_jobs(2), b"".join(lines))
+        self.check(same_digests, OPENSSL, b"".join(lines))
+        self.check(same_digests, openssl_with_jobs(2),
+                   lines[1][:20] + lines[2] + lines[1][20:] + lines[0])
+        for wrong in (lines[:2], [lines[0], *lines], [lines[0], lines[0], lines[2]]):
+            with self.subTest(wrong=wrong), self.assertRaisesRegex(CommandFailed, "^xargs -P 2 "):
+                self.check(same_digests, openssl_with_jobs(2), b"".join(wrong))
 
 
 class Digests(unittest.TestCase):

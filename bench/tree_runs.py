@@ -9,13 +9,21 @@ from typing import Callable, Dict, List, Optional, Sequence, Tuple
 import make_tree
 from catalogue_digests import whole_file_digests
 from measure import Command, CommandFailed, Times, rotated, run, run_for_peak_memory
-from peers import PEERS, SameDigests, peer_commands
+from memory_allowance import CatalogueSizes, long_path_bytes
+from peers import PEERS, SameDigests, peer_commands, peer_commands_with_jobs
 
 PRODUCT = "sealkeeper-bench"
 OUTPUT = Path("Quorvane/Certificates")
+CATALOGUE_NAME = "base.bin"
 
 GENERATE = "generate"
 VERIFY = "verify"
+
+
+def with_jobs(command: str, jobs: int) -> str:
+    """The name of `command`, generate or verify, that is told to use so many."""
+    return f"{command} -jobs {jobs}"
+
 
 CONFIGURATION = """config_info {{ version = 2; }}
 search_options {{
@@ -29,9 +37,6 @@ DEFAULT_SIZE_THRESHOLD_BYTES = 1_024_000_000
 # Compressed length, length and number of the entries (docs/catalogue-format.md).
 COUNTS_OFFSET = 1040
 COUNTS_FORMAT = "<III"
-
-# What the program may use beside the catalogue's own bytes.
-ALLOWED_EXTRA_BYTES = 16 * 2**20
 
 
 @dataclass
@@ -61,11 +66,12 @@ class TreeResult:
     file_count: int
     size_bytes: int
     largest_bytes: int
+    long_path_bytes: int
     times: Dict[str, Times] = field(default_factory=dict)
-    # Bytes, of generate and verify; None when it cannot be told.
+    # Bytes, of each command of our own; None when it cannot be told.
     peak_memory: Dict[str, Optional[int]] = field(default_factory=dict)
-    # Entry block, compressed block and image of the catalogue, and what is allowed beside them.
-    allowed_memory: int = 0
+    # Of the same commands.
+    allowed_memory: Dict[str, int] = field(default_factory=dict)
 
     def fastest_peer(self) -> Optional[str]:
         peers = [name for name in self.times if name in PEERS]
@@ -73,17 +79,20 @@ class TreeResult:
 
     def exceeds_memory(self, command: str) -> bool:
         peak = self.peak_memory[command]
-        return peak is not None and peak > self.allowed_memory
+        return peak is not None and peak > self.allowed_memory[command]
+
+    def exceeding_memory(self) -> List[str]:
+        return [command for command in self.peak_memory if self.exceeds_memory(command)]
 
 
 def say(text: str) -> None:
     print(text, file=sys.stderr, flush=True)
 
 
-def list_files(game: Path, listing: Path) -> Tuple[int, int, int]:
+def list_files(game: Path, listing: Path) -> Tuple[int, int, int, int]:
     """Writes the paths below `game`, relative and each ended by a zero, and returns how many there
-    are, their bytes and those of the largest."""
-    count = total = largest = 0
+    are, the bytes of the files and of the largest, and what the paths take that are long."""
+    count = total = largest = long_paths = 0
     with open(listing, "wb") as output:
         for folder, folders, names in os.walk(game):
             if Path(folder) == game and "Quorvane" in folders:
@@ -95,8 +104,10 @@ def list_files(game: Path, listing: Path) -> Tuple[int, int, int]:
                 total += size
                 largest = max(largest, size)
                 count += 1
-                output.write(os.fsencode(os.path.relpath(path, game)) + b"\0")
-    return count, total, largest
+                relative = os.fsencode(os.path.relpath(path, game))
+                long_paths += long_path_bytes(relative)
+                output.write(relative + b"\0")
+    return count, total, largest, long_paths
 
 
 def configuration_for(largest_bytes: int) -> str:
@@ -105,25 +116,56 @@ def configuration_for(largest_bytes: int) -> str:
                                 if largest_bytes > DEFAULT_SIZE_THRESHOLD_BYTES else "")
 
 
-def own_commands(place: Place, game: Path, configuration: Path) -> List[Command]:
+def own_commands(place: Place, game: Path, configuration: Path,
+                 jobs: Optional[int] = None) -> List[Command]:
+    """Generate and verify; without `jobs`, as they are when nothing is said of it."""
     sign = ["-inkey", str(place.credentials / "base_private.key"),
             "-incert", str(place.credentials / "base_public.cer")]
     program = [str(place.program), "-productid", PRODUCT]
+    names = [GENERATE, VERIFY]
+    if jobs is not None:
+        program += ["-jobs", str(jobs)]
+        names = [with_jobs(name, jobs) for name in names]
     return [
-        Command(GENERATE, program + sign + ["-target_game_dir", str(game), str(configuration)], game),
-        Command(VERIFY, program + ["verify", str(game)], game),
+        Command(names[0], program + sign + ["-target_game_dir", str(game), str(configuration)], game),
+        Command(names[1], program + ["verify", str(game)], game),
     ]
 
 
-def check_catalogue(result: TreeResult, catalogue: Path) -> None:
-    """That all files are in it; learns what memory is allowed."""
+def read_sizes(result: TreeResult, catalogue: Path) -> CatalogueSizes:
+    """Checks that all files are in it."""
     with open(catalogue, "rb") as file:
         file.seek(COUNTS_OFFSET)
         compressed, raw, entries = struct.unpack(COUNTS_FORMAT,
                                                  file.read(struct.calcsize(COUNTS_FORMAT)))
     if entries != result.file_count:
         raise CommandFailed(f"{result.tree}: {entries} of {result.file_count} files were catalogued")
-    result.allowed_memory = raw + compressed + catalogue.stat().st_size + ALLOWED_EXTRA_BYTES
+    return CatalogueSizes(entries, catalogue.stat().st_size, raw, compressed, result.long_path_bytes)
+
+
+def warm_up_own(place: Place, game: Path, configuration: Path, result: TreeResult,
+                jobs: Optional[int] = None) -> List[Command]:
+    """Runs them once and learns what memory they use and are allowed. Returns them."""
+    own = own_commands(place, game, configuration, jobs)
+    for command in own:
+        result.peak_memory[command.name] = run_for_peak_memory(command, place.log)
+    sizes = read_sizes(result, game / OUTPUT / CATALOGUE_NAME)
+    workers = 0 if jobs is None else jobs
+    result.allowed_memory.update(zip((command.name for command in own), (
+        sizes.allowed_for_generate(workers), sizes.allowed_for_verify(workers))))
+    return own
+
+
+def warm_up_with_jobs(place: Place, game: Path, configuration: Path, result: TreeResult,
+                      jobs: int) -> List[Command]:
+    """The same, and that the catalogue is what it is without: it has to be made again for that."""
+    catalogue = game / OUTPUT / CATALOGUE_NAME
+    expected = catalogue.read_bytes()
+    catalogue.unlink()
+    own = warm_up_own(place, game, configuration, result, jobs)
+    if catalogue.read_bytes() != expected:
+        raise CommandFailed(f"{own[0].name}: the catalogue is another than that of {GENERATE}")
+    return own
 
 
 def check_digests(result: TreeResult, catalogue: Path, same_digests: SameDigests) -> None:
@@ -135,11 +177,12 @@ def check_digests(result: TreeResult, catalogue: Path, same_digests: SameDigests
 
 
 def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: bool,
-             others: Sequence[Command] = (),
-             before_each: Callable[[], bool] = lambda: True) -> TreeResult:
+             others: Sequence[Command] = (), before_each: Callable[[], bool] = lambda: True,
+             jobs: Optional[int] = None) -> TreeResult:
     """A round that is not measured brings the files into the page cache and tells peak memory.
 
-    `others` are measured beside ours and the peers. `before_each` is called before each command that
+    With `jobs`, ours and the peers that can are measured with so many, too, beside themselves
+    without. `others` are measured beside ours and the peers. `before_each` is called before each command that
     is measured, and ends it all, without any times, when it returns false.
     """
     game = place.trees / tree
@@ -149,19 +192,19 @@ def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: boo
         configuration = place.scratch / "bench.cfg"
         result = TreeResult(tree, *list_files(game, place.listing))
         configuration.write_text(configuration_for(result.largest_bytes))
-        own = own_commands(place, game, configuration)
         peers = peer_commands(game, place.listing) if with_peers else []
+        if with_peers and jobs is not None:
+            peers += peer_commands_with_jobs(game, place.listing, jobs)
         same_digests = SameDigests(result.file_count)
         say(f"{tree}: warming up")
-        for command in own:
-            result.peak_memory[command.name] = run_for_peak_memory(command, place.log)
-        catalogue = game / OUTPUT / "base.bin"
-        check_catalogue(result, catalogue)
+        own = warm_up_own(place, game, configuration, result)
+        if jobs is not None:
+            own += warm_up_with_jobs(place, game, configuration, result, jobs)
         for command in peers:
             run(command, place.log)
             same_digests.check(command, place.log)
         if peers:
-            check_digests(result, catalogue, same_digests)
+            check_digests(result, game / OUTPUT / CATALOGUE_NAME, same_digests)
         elif with_peers:
             say(f"{tree}: no peer is installed that our digests could be compared with")
         for command in others:
@@ -173,7 +216,7 @@ def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: boo
                     result.times.clear()
                     return result
                 run(command, place.log, result.times.setdefault(command.name, Times()))
-                if command.name in PEERS:
+                if command in peers:
                     same_digests.check(command, place.log)
     finally:
         if made and not place.keep_trees:
