@@ -1,18 +1,20 @@
 // SHA-256 of every implementation that runs here, over data that stays in the processor's L2 cache.
-// Names are "SHA-256/implementation/streams".
+// Names are "SHA-256/implementation/lanes".
 #include <benchmark/benchmark.h>
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "catalogue/hashing/sha256_engine.h"
 #include "catalogue/hashing/sha256_kernel.h"
-#include "catalogue/hashing/sha256_streams.h"
+#include "catalogue/hashing/sha256_kernels.h"
+#include "runtime/mbedtls_contexts.h"
+#include "runtime/sha256.h"
 #include "sample_data.h"
 #if defined(SEALKEEPER_HAS_OPENSSL)
 #include "openssl_benchmark.h"
@@ -21,48 +23,78 @@
 namespace sealkeeper::bench {
 namespace {
 
-// Of each stream: beyond the L1 cache, and four of them within the L2 cache.
-constexpr std::size_t kPieceBytes = 65536;
+// Of each lane. Those of all lanes are beyond the L1 cache, and within the L2 cache.
+constexpr std::size_t kPieceBytes = 32768;
+// A block more than a piece, so that the pieces do not all want the same places of the L1 cache.
+constexpr std::size_t kPieceStride = kPieceBytes + kSha256BlockBytes;
 
-using StreamsMaker = std::function<std::unique_ptr<Sha256Streams>()>;
+using Compressor = std::function<void(std::span<const Sha256Lane> lanes, std::size_t blockCount)>;
 
-void HashStreams(benchmark::State& state, const StreamsMaker& makeStreams,
-                 std::size_t streamCount) {
-    const std::vector<std::uint8_t> pieces = SampleBytes(streamCount * kPieceBytes);
-    const std::unique_ptr<Sha256Streams> streams = makeStreams();
-    std::array<Sha256Step, kMaxSha256Streams> steps{};
-    for (std::size_t stream = 0; stream < streamCount; ++stream) {
-        streams->Start(stream);
-        steps[stream] = {stream, pieces.data() + stream * kPieceBytes};
+void HashLanes(benchmark::State& state, const Compressor& compress, std::size_t laneCount) {
+    const std::vector<std::uint8_t> pieces = SampleBytes(laneCount * kPieceStride);
+    std::array<std::array<std::uint32_t, kSha256StateWords>, kMaxSha256Lanes> states{};
+    std::array<Sha256Lane, kMaxSha256Lanes> allLanes{};
+    const auto lanes = std::span(allLanes).first(laneCount);
+    for (std::size_t lane = 0; lane < laneCount; ++lane) {
+        lanes[lane] = {states[lane].data(), pieces.data() + lane * kPieceStride};
     }
     for (auto _ : state) {
-        streams->Take(std::span(steps).first(streamCount), kPieceBytes / kSha256BlockBytes);
+        compress(lanes, kPieceBytes / kSha256BlockBytes);
     }
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(pieces.size()));
-    for (std::size_t stream = 0; stream < streamCount; ++stream) {
-        Sha256Digest digest{};
-        if (streams->Finish(stream, {}, digest) != 0) {
-            state.SkipWithError("no digest");
+    state.SetBytesProcessed(state.iterations() *
+                            static_cast<std::int64_t>(laneCount * kPieceBytes));
+}
+
+void RegisterLanes(const std::string& name, const Compressor& compress, std::size_t laneCount) {
+    benchmark::RegisterBenchmark(
+        ("SHA-256/" + name + "/" + std::to_string(laneCount)).c_str(),
+        [compress, laneCount](benchmark::State& state) { HashLanes(state, compress, laneCount); });
+}
+
+void RegisterKernel(const Sha256Kernel& kernel) {
+    const auto compress = [&kernel](std::span<const Sha256Lane> lanes, std::size_t blockCount) {
+        kernel.compress(lanes.data(), lanes.size(), blockCount);
+    };
+    for (const std::size_t laneCount : std::to_array<std::size_t>({1, 2, 3, 4, 8, 16})) {
+        if (laneCount <= kernel.maxLanes) {
+            RegisterLanes(kernel.name, compress, laneCount);
         }
     }
 }
 
-void RegisterStreams(const std::string& name, const StreamsMaker& makeStreams) {
-    for (std::size_t streamCount = 1; streamCount <= kMaxSha256Streams; ++streamCount) {
-        benchmark::RegisterBenchmark(
-            ("SHA-256/" + name + "/" + std::to_string(streamCount)).c_str(),
-            [makeStreams, streamCount](benchmark::State& state) {
-                HashStreams(state, makeStreams, streamCount);
-            });
+void RegisterEngine() {
+    const auto compress = [](std::span<const Sha256Lane> lanes, std::size_t blockCount) {
+        ProcessSha256Engine().Compress(lanes, blockCount);
+    };
+    for (std::size_t laneCount = 1; laneCount <= kMaxSha256Lanes; ++laneCount) {
+        RegisterLanes("engine", compress, laneCount);
     }
 }
 
-void RegisterAll() {
-    const Sha256Kernel* const kernel = CompiledSha256Kernel();
-    if (kernel != nullptr && kernel->isSupported()) {
-        RegisterStreams(kernel->name, [kernel] { return MakeKernelSha256Streams(*kernel); });
+void HashWithMbedTls(benchmark::State& state) {
+    const std::vector<std::uint8_t> piece = SampleBytes(kPieceBytes);
+    Sha256Context context;
+    if (StartSha256(context.Get()) != 0) {
+        state.SkipWithError("mbed TLS cannot start");
+        return;
     }
-    RegisterStreams("mbed TLS", MakeMbedTlsSha256Streams);
+    for (auto _ : state) {
+        if (UpdateSha256(context.Get(), piece) != 0) {
+            state.SkipWithError("mbed TLS cannot go on");
+            break;
+        }
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kPieceBytes));
+}
+
+void RegisterAll() {
+    for (const Sha256Kernel* kernel : CompiledSha256Kernels()) {
+        if (kernel->isSupported()) {
+            RegisterKernel(*kernel);
+        }
+    }
+    RegisterEngine();
+    benchmark::RegisterBenchmark("SHA-256/mbed TLS/1", HashWithMbedTls);
 #if defined(SEALKEEPER_HAS_OPENSSL)
     RegisterOpenSslBenchmark(kPieceBytes);
 #endif

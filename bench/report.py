@@ -142,10 +142,10 @@ def print_kernels(results: Sequence[Dict[str, object]]) -> None:
     print("### SHA-256 in the L2 cache\n")
     rows = []
     for result in results:
-        _, implementation, streams = str(result["run_name"]).split("/")
+        _, implementation, lanes = str(result["run_name"]).split("/")
         rate = float(str(result["bytes_per_second"])) / 1e9
-        rows.append((implementation, streams, f"{rate:.2f}"))
-    print_table(("implementation", "streams", "GB/s"), rows)
+        rows.append((implementation, lanes, f"{rate:.2f}"))
+    print_table(("implementation", "lanes", "GB/s"), rows)
 
 
 def print_conversions(results: Sequence[Dict[str, object]]) -> None:

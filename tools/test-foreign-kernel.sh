@@ -1,24 +1,27 @@
 #!/usr/bin/env bash
-# Tests the SHA-256 kernel of the other architecture, ARMv8 on x86-64 and the reverse, under emulation.
-# Installs the cross compiler and the emulator on Debian. Exits with 77 where the kernel cannot be run.
+# Tests the SHA-256 kernels of the other architecture, 64-bit ARM on x86-64 and the reverse, under emulation.
+# Installs the cross compiler and the emulator on Debian. Exits with 77 where a kernel cannot be run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# Each kernel is the end of its file's name, its constant, the variable of its flags, and what else it links.
 case "$(uname -s) $(uname -m)" in
     "Linux x86_64")
-        kernel="ARMv8 SHA-2"
-        symbol=kArmSha256Kernel
-        source=src/catalogue/hashing/sha256_kernel_arm.cpp
-        flags_variable=arm_sha256_flags
+        architecture="64-bit ARM"
+        kernels="
+            arm kArmSha256Kernel arm_flags
+            portable kPortableSha256Kernel portable_flags"
         compiler=aarch64-linux-gnu-g++
         compiler_package=g++-aarch64-linux-gnu
         emulator=qemu-aarch64
         ;;
     "Linux aarch64")
-        kernel="x86-64 SHA extensions"
-        symbol=kX86Sha256Kernel
-        source=src/catalogue/hashing/sha256_kernel_x86.cpp
-        flags_variable=x86_sha256_flags
+        architecture="x86-64"
+        kernels="
+            sha_extensions kShaExtensionsSha256Kernel sha_extensions_flags x86_features.cpp
+            avx512 kAvx512Sha256Kernel avx512_flags x86_features.cpp
+            avx2 kAvx2Sha256Kernel avx2_flags x86_features.cpp
+            portable kPortableSha256Kernel portable_flags"
         compiler=x86_64-linux-gnu-g++
         compiler_package=g++-x86-64-linux-gnu
         emulator=qemu-x86_64
@@ -30,7 +33,7 @@ case "$(uname -s) $(uname -m)" in
 esac
 
 not_tested() {
-    echo "$kernel: not tested, for $1"
+    echo "The kernels of $architecture: not tested, for $1"
     exit 77
 }
 
@@ -59,22 +62,50 @@ install_missing() {
     fi
 }
 
+compile="$compiler -std=c++20 -O2 -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
+    -Wold-style-cast -Werror -Isrc"
+sources=src/catalogue/hashing
+
+# Builds and tests one kernel.
+test_kernel() {
+    local file=$1 symbol=$2 flags_variable=$3
+    shift 3
+    # The kernel has flags of its own, which are those of the build.
+    local flags
+    flags=$(sed -n "s/^set($flags_variable \(.*\))\$/\1/p" src/CMakeLists.txt)
+    if [ -z "$flags" ]; then
+        echo "$file: src/CMakeLists.txt does not set $flags_variable in a line of its own" >&2
+        return 1
+    fi
+    # shellcheck disable=SC2086 # a list of flags
+    $compile $flags -c "$sources/sha256_kernel_$file.cpp" -o "$work_dir/kernel.o" || return 1
+    # shellcheck disable=SC2086 # a list of flags
+    $compile -static "-DSEALKEEPER_SHA256_KERNEL=$symbol" tests/kernel_emulation/kernel_states.cpp \
+        "$sources/sha256_constants.cpp" "${@/#/$sources/}" "$work_dir/kernel.o" \
+        -o "$work_dir/kernel_states" || return 1
+    python3 -B tests/kernel_emulation/check_kernel_states.py \
+        "$emulator" -cpu max "$work_dir/kernel_states"
+}
+
 install_missing
 work_dir=$(mktemp -d)
 trap 'rm -rf "$work_dir"' EXIT
-compile="$compiler -std=c++20 -O2 -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow
-    -Wold-style-cast -Werror -Isrc"
-# The kernel has flags of its own, which are those of the build.
-flags=$(sed -n "s/^set($flags_variable \(.*\))\$/\1/p" src/CMakeLists.txt)
-if [ -z "$flags" ]; then
-    echo "$kernel: src/CMakeLists.txt does not set $flags_variable in a line of its own" >&2
+echo "Testing the kernels of $architecture under $emulator:"
+failed=0
+skipped=0
+while read -r -a kernel; do
+    if [ "${#kernel[@]}" -eq 0 ]; then
+        continue
+    fi
+    status=0
+    test_kernel "${kernel[@]}" < /dev/null || status=$?
+    case $status in
+        0) ;;
+        77) skipped=77 ;;
+        *) failed=1 ;;
+    esac
+done <<< "$kernels"
+if [ "$failed" -ne 0 ]; then
     exit 1
 fi
-# shellcheck disable=SC2086 # a list of flags
-$compile $flags -c "$source" -o "$work_dir/kernel.o"
-# shellcheck disable=SC2086 # a list of flags
-$compile -static -DSEALKEEPER_SHA256_KERNEL=$symbol tests/kernel_emulation/kernel_states.cpp \
-    src/catalogue/hashing/sha256_constants.cpp "$work_dir/kernel.o" -o "$work_dir/kernel_states"
-echo "Testing under $emulator:"
-python3 -B tests/kernel_emulation/check_kernel_states.py \
-    "$emulator" -cpu max "$work_dir/kernel_states"
+exit "$skipped"

@@ -1,10 +1,10 @@
-// Runs the SHA-256 kernel that SEALKEEPER_SHA256_KERNEL names on the jobs of its standard input,
-// and prints the hash values. Links nothing but the kernel and its constants, so that it runs under
-// emulation.
+// Prints the name of the SHA-256 kernel that SEALKEEPER_SHA256_KERNEL names and its most lanes,
+// runs it on the jobs of its standard input, and prints the hash values. Links nothing but the
+// kernel and what it needs, so that it runs under emulation.
 //
-// A job is the number of streams (1 byte), the offset of the blocks from the start of an
+// A job is the number of messages (1 byte), the offset of the blocks from the start of an
 // allocation (1 byte), the most blocks of one call (2 bytes, little-endian), the blocks of each
-// stream (2 bytes each), and the streams' padded messages. Its output is a line for each stream.
+// message (2 bytes each), and the padded messages. Its output is a line for each message.
 #include <array>
 #include <cstdio>
 #include <vector>
@@ -21,10 +21,10 @@ constexpr std::uint32_t kGuard = 0xA5C3F00D;
 
 const Sha256Kernel& kernel = SEALKEEPER_SHA256_KERNEL;
 
-struct Stream {
+struct Message {
     std::uint32_t guardBefore = kGuard;
     std::array<std::uint32_t, kSha256StateWords> state = std::to_array(kSha256InitialState);
-    std::uint32_t guardBehind = kGuard;
+    std::uint32_t guardAfter = kGuard;
     std::vector<std::uint8_t> storage;
     const std::uint8_t* blocks = nullptr;
     std::size_t blocksLeft = 0;
@@ -43,81 +43,81 @@ bool ReadNumber(std::size_t& number) {
     return true;
 }
 
-bool ReadMessage(Stream& stream, std::size_t offset) {
-    const std::size_t byteCount = stream.blocksLeft * kSha256BlockBytes;
-    stream.storage.resize(offset + byteCount);
-    stream.blocks = stream.storage.data() + offset;
-    return Read(stream.storage.data() + offset, byteCount);
+bool ReadMessage(Message& message, std::size_t offset) {
+    const std::size_t byteCount = message.blocksLeft * kSha256BlockBytes;
+    message.storage.resize(offset + byteCount);
+    message.blocks = message.storage.data() + offset;
+    return Read(message.storage.data() + offset, byteCount);
 }
 
-// Calls the kernel with all streams that have blocks left, until none has.
-void Compress(std::vector<Stream>& streams, std::size_t mostBlocks) {
+// Calls the kernel with all messages that have blocks left, until none has.
+void Compress(std::vector<Message>& messages, std::size_t mostBlocks) {
     for (;;) {
-        std::array<Sha256Lane, kMaxSha256Streams> lanes{};
+        std::array<Sha256Lane, kMaxSha256Lanes> lanes{};
         std::size_t laneCount = 0;
         std::size_t blockCount = mostBlocks;
-        for (Stream& stream : streams) {
-            if (stream.blocksLeft > 0) {
-                lanes.at(laneCount++) = {stream.state.data(), stream.blocks};
-                blockCount = stream.blocksLeft < blockCount ? stream.blocksLeft : blockCount;
+        for (Message& message : messages) {
+            if (message.blocksLeft > 0) {
+                lanes.at(laneCount++) = {message.state.data(), message.blocks};
+                blockCount = message.blocksLeft < blockCount ? message.blocksLeft : blockCount;
             }
         }
         if (laneCount == 0) {
             return;
         }
         kernel.compress(lanes.data(), laneCount, blockCount);
-        for (Stream& stream : streams) {
-            if (stream.blocksLeft > 0) {
-                stream.blocks += blockCount * kSha256BlockBytes;
-                stream.blocksLeft -= blockCount;
+        for (Message& message : messages) {
+            if (message.blocksLeft > 0) {
+                message.blocks += blockCount * kSha256BlockBytes;
+                message.blocksLeft -= blockCount;
             }
         }
     }
 }
 
-void Print(const Stream& stream) {
-    if (stream.guardBefore != kGuard || stream.guardBehind != kGuard) {
+void Print(const Message& message) {
+    if (message.guardBefore != kGuard || message.guardAfter != kGuard) {
         std::puts("wrote outside of the state");
         return;
     }
-    for (const std::uint32_t word : stream.state) {
+    for (const std::uint32_t word : message.state) {
         std::printf("%08x", static_cast<unsigned>(word));
     }
     std::puts("");
 }
 
-bool RunJob(std::size_t streamCount) {
+bool RunJob(std::size_t messageCount) {
     std::uint8_t offset = 0;
     std::size_t mostBlocks = 0;
-    if (streamCount == 0 || streamCount > kMaxSha256Streams || !Read(&offset, sizeof offset) ||
+    if (messageCount == 0 || messageCount > kernel.maxLanes || !Read(&offset, sizeof offset) ||
         !ReadNumber(mostBlocks) || mostBlocks == 0) {
         return false;
     }
-    std::vector<Stream> streams(streamCount);
-    for (Stream& stream : streams) {
-        if (!ReadNumber(stream.blocksLeft)) {
+    std::vector<Message> messages(messageCount);
+    for (Message& message : messages) {
+        if (!ReadNumber(message.blocksLeft)) {
             return false;
         }
     }
-    for (Stream& stream : streams) {
-        if (!ReadMessage(stream, offset)) {
+    for (Message& message : messages) {
+        if (!ReadMessage(message, offset)) {
             return false;
         }
     }
-    Compress(streams, mostBlocks);
-    for (const Stream& stream : streams) {
-        Print(stream);
+    Compress(messages, mostBlocks);
+    for (const Message& message : messages) {
+        Print(message);
     }
     return true;
 }
 
 int RunJobs() {
-    std::puts(kernel.name);
+    std::printf("%s\n%zu\n", kernel.name, kernel.maxLanes);
     if (!kernel.isSupported()) {
         return kUnsupported;
     }
-    for (int streamCount = std::getchar(); streamCount != EOF; streamCount = std::getchar()) {
-        if (!RunJob(static_cast<std::size_t>(streamCount))) {
+    for (int messageCount = std::getchar(); messageCount != EOF; messageCount = std::getchar()) {
+        if (!RunJob(static_cast<std::size_t>(messageCount))) {
             std::fputs("a job is not as it should be\n", stderr);
             return 1;
         }

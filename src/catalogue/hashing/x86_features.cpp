@@ -44,7 +44,7 @@ std::uint64_t ReadXcr0() {
 X86Registers ReadRegisters() {
     constexpr unsigned kFeatures = 1;
     constexpr unsigned kExtendedFeatures = 7;
-    const unsigned lastLeaf = __get_cpuid_max(0, nullptr);
+    const auto lastLeaf = static_cast<unsigned>(__get_cpuid_max(0, nullptr));
     unsigned eax = 0;
     unsigned ebx = 0;
     unsigned ecx = 0;
