@@ -10,6 +10,7 @@ from e2e_support import PRODUCT, TIMEOUT_SECONDS, EndToEndTest, Run, config
 
 # Standard streams, the file that is being checked, and its second reading or a table of the converter.
 LEAST = 6
+CONVERTER_MISSING = "The system's character-set converter could not be opened, so names would be wrong.\n"
 LIMITS = (LEAST, 7, 8, 12, 16, 24, 40, 64, 66, 68, 72, 80)
 
 
@@ -52,6 +53,13 @@ class FewDescriptors(EndToEndTest):
         for limit in LIMITS:
             with self.subTest(limit=limit):
                 self.assertEqual(self.generate(limit), expected)
+
+    def test_generate_fails_where_there_are_too_few(self) -> None:
+        """A name that cannot be converted must not be replaced by an error text in what is signed."""
+        run = self.run_with(4, *self.generate_arguments(config_file=self.config_file))
+        self.assertEqual(run.status, 7, run.output)
+        self.assertIn(console.err(CONVERTER_MISSING), run.output)
+        self.assertFalse((self.output / "base.bin").exists())
 
     def test_verify_gives_the_same_verdicts(self) -> None:
         self.generate(1024)

@@ -5,6 +5,7 @@ import re
 import signal
 import socket
 import subprocess
+import threading
 import time
 import unittest
 from pathlib import Path
@@ -123,11 +124,52 @@ class FilesInMotion(OneFileTest):
         self.assertTrue(console.without_dots(output).endswith(text), output)
         self.assertEqual(status, 8)
 
-    def test_file_that_grows_is_hashed_up_to_its_old_size(self) -> None:
-        status, _ = self.run_halted(self.FIRST, lambda big: os.truncate(big, self.SIZE + 5))
+    def assert_hashed_twice(self, act: Callable[[Path], object]) -> None:
+        status, output = self.run_halted(self.FIRST, act)
         self.assertEqual(status, 0)
-        os.truncate(self.game / self.FIRST, self.SIZE)
+        self.assertEqual(console.without_dots(output).count(console.hashing("./" + self.FIRST)), 2)
         self.assert_catalogue(self.output / "base.bin", ["./" + self.FIRST, "./bin/a.dat"])
+
+    def test_file_that_grows_is_hashed_once_more(self) -> None:
+        self.assert_hashed_twice(lambda big: os.truncate(big, self.SIZE + 5))
+
+    def test_file_that_is_rewritten_is_hashed_once_more(self) -> None:
+        """Its first chunk is hashed by then and its last one is not."""
+
+        def rewrite(big: Path) -> None:
+            with big.open("r+b") as file:
+                file.write(b"first")
+                file.seek(-5, os.SEEK_END)
+                file.write(b"last.")
+
+        self.assert_hashed_twice(rewrite)
+
+    def test_file_that_is_replaced_is_hashed_once_more(self) -> None:
+        self.assert_hashed_twice(lambda big: self.write("new", b"another").rename(big))
+
+    def test_file_that_keeps_changing_is_not_sealed(self) -> None:
+        big = self.write_sparse(self.FIRST, self.SIZE)
+        is_done = threading.Event()
+
+        def keep_changing() -> None:
+            with big.open("r+b", buffering=0) as file:
+                while not is_done.is_set():
+                    file.seek(0)
+                    file.write(b"x")
+
+        writer = threading.Thread(target=keep_changing)
+        writer.start()
+        try:
+            run = self.generate()
+        finally:
+            is_done.set()
+            writer.join()
+        path = "./" + self.FIRST
+        text = self.until_hashing() + console.hashing(path) * 2
+        text += console.err(f"File changed while it was being hashed: '{path}'.\n")
+        text += console.not_created(8, "CatalogueIOError") + console.copied(self.folder)
+        self.assert_console(run, 8, text)
+        self.assert_files("base.cer", "runtime.conf")
 
     def test_dots_are_half_a_second_apart(self) -> None:
         # Enough of them that the first is done, which begins the time, before the big one is opened.

@@ -1,0 +1,124 @@
+// Files that change between being opened and the end of their last chunk.
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "catalogue/catalogue_entry.h"
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/stored_catalogue_support.h"
+#include "catalogue/stored_entry.h"
+#include "platform/file_system.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::CapturedOutput;
+using test::ScopedCurrentDirectory;
+using test::TempDirectory;
+
+class FileChangingWhileHashed : public testing::Test {
+  protected:
+    FileChangingWhileHashed() : here_(directory_.Path()) { directory_.WriteFile("a", "before"); }
+
+    // Until the system's clock for files, which may be coarse, tells the difference.
+    void Rewrite(const std::string& content) const {
+        const FileStatus before = StatusOfPath("a");
+        do {
+            directory_.WriteFile("a", content);
+        } while (StatusOfPath("a") == before);
+    }
+
+    // Opens the file and then, the first `changeCount` times, rewrites it.
+    OpenFile OpenAndRewrite(const std::function<FileToHash()>& open, std::size_t changeCount,
+                            const std::string& content) {
+        return [=, this](std::size_t /*index*/) {
+            FileToHash file = open();
+            if (openedCount_++ < changeCount) {
+                Rewrite(content);
+            }
+            return file;
+        };
+    }
+
+    ResultCode Build(std::size_t changeCount, const std::string& content) {
+        CapturedOutput output;
+        FileHasher hasher(
+            1, OpenAndRewrite([] { return OpenCollectedFile(L"./a"); }, changeCount, content));
+        const ResultCode code = BuildCatalogueEntry(L"./a", hasher, entry_);
+        output_ = test::WithoutProgressDots(output.Take());
+        return code;
+    }
+
+    ResultCode Verify(std::size_t changeCount, const std::string& content) {
+        const auto entry = test::EntryOf(test::RecordOfFile(u"a", "before"));
+        const CapturedOutput quiet;
+        FileHasher hasher(
+            1, OpenAndRewrite([&] { return entry->OpenFile(L"a"); }, changeCount, content));
+        return entry->VerifyNextFile(L"a", hasher, nullptr, nullptr);
+    }
+
+    TempDirectory directory_;
+    ScopedCurrentDirectory here_;
+    std::size_t openedCount_ = 0;
+    CatalogueEntry entry_;
+    std::string output_;
+};
+
+TEST_F(FileChangingWhileHashed, IsOpenedOnceWhereItDoesNotChange) {
+    EXPECT_EQ(Build(0, ""), ResultCode::Ok);
+    EXPECT_EQ(openedCount_, 1U);
+    EXPECT_EQ(output_, "[Info] Hashing ./a...\n");
+}
+
+TEST_F(FileChangingWhileHashed, IsSealedAsItIsOnceItRests) {
+    for (const std::string content : {"others", "and longer"}) {
+        directory_.WriteFile("a", "before");
+        openedCount_ = 0;
+        EXPECT_EQ(Build(1, content), ResultCode::Ok) << content;
+        EXPECT_EQ(openedCount_, 2U);
+        EXPECT_EQ(entry_.fileSizeBytes, content.size());
+        EXPECT_EQ(test::DigestTexts(entry_.digests),
+                  std::vector<std::string>{test::Sha256Hex(test::BytesOf(content))});
+        EXPECT_EQ(output_, "[Info] Hashing ./a...\n[Info] Hashing ./a...\n");
+    }
+}
+
+TEST_F(FileChangingWhileHashed, MayBeEmptyThen) {
+    // What it had is not there any more, so the first reading ends it.
+    EXPECT_EQ(Build(1, ""), ResultCode::CatalogueIOError);
+    EXPECT_EQ(output_, "[Info] Hashing ./a...");
+}
+
+TEST_F(FileChangingWhileHashed, EndsGenerateWhenItChangesBothTimes) {
+    EXPECT_EQ(Build(2, "others"), ResultCode::CatalogueIOError);
+    EXPECT_EQ(openedCount_, 2U);
+    EXPECT_EQ(output_,
+              "[Info] Hashing ./a...\n[Info] Hashing ./a...\n"
+              "[Err!] File changed while it was being hashed: './a'.\n");
+}
+
+TEST_F(FileChangingWhileHashed, IsVerifiedOnceMore) {
+    EXPECT_EQ(Verify(0, ""), ResultCode::Ok);
+    EXPECT_EQ(openedCount_, 1U);
+    openedCount_ = 0;
+    EXPECT_EQ(Verify(1, "before"), ResultCode::Ok);
+    EXPECT_EQ(openedCount_, 2U);
+}
+
+TEST_F(FileChangingWhileHashed, IsNotIntactWhenItChangesBothTimes) {
+    EXPECT_EQ(Verify(2, "before"), ResultCode::FileVerificationIOError);
+    EXPECT_EQ(openedCount_, 2U);
+}
+
+TEST_F(FileChangingWhileHashed, ThatDoesNotMatchIsNotVerifiedAgain) {
+    EXPECT_EQ(Verify(1, "others"), ResultCode::FileVerificationHashMismatch);
+    EXPECT_EQ(openedCount_, 1U);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,98 @@
+"""What stands in the game that is no ordinary file: FIFOs with a waiting writer, and files under a lease."""
+
+import fcntl
+import os
+import signal
+import threading
+import unittest
+
+import e2e_console as console
+from catalogue_entry import entry_of_bytes
+from e2e_support import config
+from signed_game import SignedGameTest
+
+
+class WaitingWriter:
+    """Somebody who opened a FIFO to write to it and waits for a reader."""
+
+    def __init__(self, path) -> None:
+        os.mkfifo(path)
+        self.path = path
+        self.thread = threading.Thread(target=self._write, daemon=True)
+        self.thread.start()
+
+    def _write(self) -> None:
+        os.close(os.open(self.path, os.O_WRONLY))
+
+    def still_waits(self) -> bool:
+        self.thread.join(0.2)
+        return self.thread.is_alive()
+
+    def let_go(self) -> None:
+        os.close(os.open(self.path, os.O_RDONLY | os.O_NONBLOCK))
+        self.thread.join()
+
+
+class Fifos(SignedGameTest):
+    def setUp(self) -> None:
+        super().setUp()
+        self.writer = WaitingWriter(self.game / "fifo")
+        self.addCleanup(self.writer.let_go)
+
+    def test_verify_does_not_open_one(self) -> None:
+        self.put_catalogue([entry_of_bytes("fifo", b""), entry_of_bytes("z", b"")])
+        self.write("z")
+        self.assert_verified(23, [("fifo", 23), ("z", 0)])
+        self.assertTrue(self.writer.still_waits())
+
+    def test_generate_does_not_open_one(self) -> None:
+        config_file = self.write_config(config('include_paths = ["fif*"]'))
+        run = self.run_program(*self.generate_arguments(config_file=config_file))
+        self.assertEqual(run.status, 0, run.output)
+        self.assertIn(console.empty_file("./fifo"), run.output)
+        self.assertTrue(self.writer.still_waits())
+
+    def test_nor_as_the_single_file(self) -> None:
+        run = self.run_program(*self.generate_arguments("-target_file", self.game / "fifo"))
+        self.assertEqual(run.status, 0, run.output)
+        self.assertTrue(self.writer.still_waits())
+
+
+@unittest.skipUnless(hasattr(fcntl, "F_SETLEASE"), "this system has no leases")
+class Leases(SignedGameTest):
+    """A holder is asked to give its lease up when the file is opened; who does not wait is sent away."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.path = self.write("a", b"hello")
+        self.descriptor = os.open(self.path, os.O_RDWR)
+        self.addCleanup(os.close, self.descriptor)
+        self.asked = 0
+        before = signal.signal(signal.SIGIO, self.give_up)
+        self.addCleanup(signal.signal, signal.SIGIO, before)
+        self.take()
+
+    def take(self) -> None:
+        try:
+            fcntl.fcntl(self.descriptor, fcntl.F_SETLEASE, fcntl.F_WRLCK)
+        except OSError as error:
+            self.skipTest(f"no lease to be had on this file system: {error}")
+
+    def give_up(self, *_) -> None:
+        self.asked += 1
+        fcntl.fcntl(self.descriptor, fcntl.F_SETLEASE, fcntl.F_UNLCK)
+
+    def test_verify_waits_for_the_file(self) -> None:
+        self.put_catalogue([entry_of_bytes("a", b"hello")])
+        self.assert_verified(0, [("a", 0)])
+        self.assertEqual(self.asked, 1)
+
+    def test_generate_waits_for_the_file(self) -> None:
+        run = self.run_program(*self.generate_arguments("-target_file", self.path))
+        self.assertEqual(run.status, 0, run.output)
+        self.assertEqual(self.asked, 1)
+        self.assertIn(console.hashing(str(self.path)), console.without_dots(run.output))
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,66 @@
+// Every way in which chunks can be hashed on this machine.
+#ifndef SEALKEEPER_TESTS_THREADS_HASHING_VARIANTS_H
+#define SEALKEEPER_TESTS_THREADS_HASHING_VARIANTS_H
+
+#include <cctype>
+#include <cstddef>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "catalogue/hashing/chunk_hasher.h"
+#include "catalogue/hashing/sha256_engine.h"
+#include "catalogue/hashing/sha256_kernels.h"
+
+namespace sealkeeper::test {
+
+struct HashingVariant {
+    std::string name;
+    // On one kernel alone, or on all that there are.
+    std::shared_ptr<const Sha256Engine> engine;
+    std::size_t jobs;
+
+    [[nodiscard]] std::unique_ptr<ChunkHasher> MakeHasher() const {
+        return MakeChunkHasher(jobs, *engine);
+    }
+};
+
+// How the names of the tests show it.
+inline void PrintTo(const HashingVariant& variant, std::ostream* out) {
+    *out << variant.name;
+}
+
+[[nodiscard]] inline std::string AlphanumericOf(const std::string& text) {
+    std::string kept;
+    for (const char character : text) {
+        if (std::isalnum(static_cast<unsigned char>(character)) != 0) {
+            kept += character;
+        }
+    }
+    return kept;
+}
+
+// Each kernel that this processor supports alone, then all together; each with one job and more.
+[[nodiscard]] inline std::vector<HashingVariant> HashingVariants() {
+    std::vector<HashingVariant> variants;
+    const auto add = [&variants](const std::string& name,
+                                 std::vector<const Sha256Kernel*> kernels) {
+        const auto engine = std::make_shared<const Sha256Engine>(std::move(kernels));
+        for (const std::size_t jobs : std::vector<std::size_t>{1, 2, 5}) {
+            variants.push_back({name + "Jobs" + std::to_string(jobs), engine, jobs});
+        }
+    };
+    const auto compiled = CompiledSha256Kernels();
+    for (const Sha256Kernel* kernel : compiled) {
+        if (kernel->isSupported()) {
+            add(AlphanumericOf(kernel->name), {kernel});
+        }
+    }
+    add("All", {compiled.begin(), compiled.end()});
+    return variants;
+}
+
+}  // namespace sealkeeper::test
+
+#endif

@@ -1,0 +1,132 @@
+// Whatever hashes, and in however many threads: the same entry block, the same verdicts and the
+// same console output.
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "catalogue/catalogue_test_support.h"
+#include "catalogue/catalogue_writer.h"
+#include "catalogue/hashing/chunks.h"
+#include "catalogue/stored_catalogue_support.h"
+#include "catalogue/stored_entry.h"
+#include "platform/text_encoding.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+#include "threads/hashing_variants.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::CapturedOutput;
+using test::PatternText;
+using test::ScopedCurrentDirectory;
+using test::TempDirectory;
+
+struct Outcome {
+    ResultCode code;
+    std::vector<std::uint8_t> block;
+    std::string output;
+
+    bool operator==(const Outcome&) const = default;
+};
+
+// Files of many sizes in a fresh current directory: most of one chunk, one of more than all lanes
+// of a job take, some empty.
+class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
+  protected:
+    SameResultsJobs() : here_(directory_.Path()) {
+        for (std::size_t i = 0; i < 150; ++i) {
+            Write("small" + std::to_string(i), i * 7919 % 40'000 * (i % 10 == 0 ? 0 : 1));
+        }
+        Write("chunk", kChunkBytes);
+        Write("chunks", 2 * kChunkBytes + 1);
+        Write("one_more", kChunkBytes + 1);
+    }
+
+    void Write(const std::string& name, std::size_t sizeBytes) {
+        contents_.push_back(PatternText(sizeBytes + contents_.size()).substr(contents_.size()));
+        directory_.WriteFile(name, contents_.back());
+        files_.push_back(Utf8ToWide(name));
+    }
+
+    [[nodiscard]] Outcome Build(std::unique_ptr<ChunkHasher> hasher) const {
+        CapturedOutput output;
+        EntryBlock block;
+        const ResultCode code = BuildEntryBlock(files_, {}, std::move(hasher), block);
+        return {code, block.compressed, test::WithoutProgressDots(output.Take())};
+    }
+
+    // The codes of all files, checked against the entries of what was written.
+    [[nodiscard]] std::vector<ResultCode> Verify(std::unique_ptr<ChunkHasher> chunks) const {
+        const CapturedOutput quiet;
+        std::vector<std::shared_ptr<const StoredEntry>> entries;
+        for (const std::string& content : contents_) {
+            entries.push_back(test::EntryOf(test::RecordOfFile(u"a", content)));
+        }
+        FileHasher hasher(
+            entries.size(),
+            [&](std::size_t index) { return entries[index]->OpenFile(files_[index]); },
+            std::move(chunks));
+        std::vector<ResultCode> codes;
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            codes.push_back(entries[i]->VerifyNextFile(files_[i], hasher, nullptr, nullptr));
+        }
+        return codes;
+    }
+
+    TempDirectory directory_;
+    ScopedCurrentDirectory here_;
+    std::vector<std::string> contents_;
+    std::vector<std::wstring> files_;
+};
+
+TEST_P(SameResultsJobs, OfSoundFiles) {
+    const Outcome expected = Build(MakeChunkHasher());
+    EXPECT_EQ(expected.code, ResultCode::Ok);
+    EXPECT_EQ(Build(GetParam().MakeHasher()), expected);
+    EXPECT_EQ(Verify(GetParam().MakeHasher()),
+              std::vector<ResultCode>(files_.size(), ResultCode::Ok));
+}
+
+TEST_P(SameResultsJobs, OfDamagedFiles) {
+    directory_.WriteFile("small33", "another");
+    directory_.WriteFile("small77", std::string(contents_[77].size(), 'x'));
+    std::filesystem::remove("small99");
+    std::string changed = contents_[151];
+    changed[kChunkBytes] ^= 1;
+    directory_.WriteFile("chunks", changed);
+    const std::vector<ResultCode> codes = Verify(GetParam().MakeHasher());
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+        const ResultCode expected = i == 33    ? ResultCode::FileVerificationSizeMismatch
+                                    : i == 77  ? ResultCode::FileVerificationHashMismatch
+                                    : i == 99  ? ResultCode::FileVerificationIOError
+                                    : i == 151 ? ResultCode::FileVerificationHashMismatch
+                                               : ResultCode::Ok;
+        EXPECT_EQ(codes[i], expected) << i;
+    }
+}
+
+// A directory can be opened and not read: the first such file ends it, with its line left open.
+TEST_P(SameResultsJobs, OfAFileThatCannotBeRead) {
+    for (const char* const name : {"small60", "small61"}) {
+        std::filesystem::remove(name);
+        std::filesystem::create_directory(name);
+    }
+    const Outcome expected = Build(MakeChunkHasher());
+    EXPECT_EQ(expected.code, ResultCode::CatalogueIOError);
+    EXPECT_TRUE(expected.output.ends_with("[Info] Hashing small60...")) << expected.output;
+    const Outcome outcome = Build(GetParam().MakeHasher());
+    EXPECT_EQ(outcome.code, expected.code);
+    EXPECT_EQ(outcome.output, expected.output);
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryVariant, SameResultsJobs, testing::ValuesIn(test::HashingVariants()),
+                         [](const auto& instance) { return instance.param.name; });
+
+}  // namespace
+}  // namespace sealkeeper
