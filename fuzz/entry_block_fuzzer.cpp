@@ -46,8 +46,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     compressor.Append(block.first(cut));
     compressor.Append(block.subspan(cut));
     compressor.Finish();
-    Bytes decompressed;
-    fuzz::Require(DecompressLzw(compressed, block.size(), decompressed));
+    auto opened = LzwDecompressor::Open(compressed);
+    fuzz::Require(opened && opened->BytesLeft() == block.size());
+    Bytes decompressed(block.size());
+    fuzz::Require(opened->Read(decompressed));
     fuzz::Require(std::equal(decompressed.begin(), decompressed.end(), block.begin(), block.end()));
 
     HashCatalogue catalogue("");

@@ -1,16 +1,26 @@
 // Any bytes as a compressed block.
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <span>
-#include <vector>
 
 #include "catalogue/lzw/lzw_decompressor.h"
 #include "fuzzer.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace sealkeeper;
-    // What the buffer holds already stays.
-    std::vector<std::uint8_t> output = {1, 2, 3};
-    const bool isSound = DecompressLzw(std::span(data, size), 0, output);
-    fuzz::Require(output.size() >= 3 && output[0] == 1 && output[2] == 3);
-    fuzz::Require(isSound || output.size() == 3);
+    auto block = LzwDecompressor::Open(std::span(data, size));
+    if (!block) {
+        return 0;
+    }
+    // Of a length that divides nothing that is inside.
+    std::array<std::uint8_t, 997> piece{};
+    while (block->BytesLeft() > 0) {
+        const std::uint64_t left = block->BytesLeft();
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(left, piece.size()));
+        fuzz::Require(block->Read(std::span(piece).first(count)));
+        fuzz::Require(block->BytesLeft() == left - count);
+    }
+    fuzz::Require(!block->Read(std::span(piece).first(1)));
     return 0;
 }

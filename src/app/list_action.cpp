@@ -21,19 +21,26 @@ ResultCode FailUnread(const std::string& path) {
     return ResultCode::CatalogueIOError;
 }
 
-ResultCode ReadEntries(const std::string& path, EntryList& entries) {
-    std::vector<std::uint8_t> fileBytes;
-    if (const ResultCode code = ReadCatalogueFile(path, fileBytes); code != ResultCode::Ok) {
+// A file open to be read, and what was read of it to tell its kind.
+struct FileToList {
+    SizedFile opened;
+    std::vector<std::uint8_t> bytes;
+};
+
+ResultCode ReadEntries(FileToList file, EntryList& entries) {
+    CatalogueFile read{std::move(file.bytes), {}};
+    if (const ResultCode code = ReadCatalogueFile(std::move(file.opened), read);
+        code != ResultCode::Ok) {
         return code;
     }
     // Nothing is verified, so no product id is expected.
     HashCatalogue catalogue("");
-    return catalogue.GetUnverifiedCatalogueFileList(std::move(fileBytes), entries);
+    return catalogue.GetUnverifiedCatalogueFileList(std::move(read.bytes), entries);
 }
 
-ResultCode ListCatalogue(const std::string& path) {
+ResultCode ListCatalogue(FileToList file) {
     EntryList entries;
-    if (const ResultCode code = ReadEntries(path, entries); code != ResultCode::Ok) {
+    if (const ResultCode code = ReadEntries(std::move(file), entries); code != ResultCode::Ok) {
         // Deliberately shown as a warning.
         Log(LogLevel::Warning, "GetUnverifiedCatalogueFileList() failed. Code %i (%s).\n",
             ResultCodeNumber(code), ResultFailureText(code));
@@ -46,25 +53,28 @@ ResultCode ListCatalogue(const std::string& path) {
     return ResultCode::Ok;
 }
 
-ResultCode ListSettings(const std::string& path, RuntimeConfiguration& configuration) {
-    auto file = ReadFileStart(path, kMaxRuntimeFileBytes);
-    return file ? ListRuntimeConfiguration(file->bytes, configuration) : FailUnread(path);
-}
-
 }  // namespace
 
 ResultCode RunListAction(CommandLineOptions& options) {
     const std::string& path = options.listPath;
     Log(LogLevel::Info, "Performing list action on: '%s'.\n", path.c_str());
-    const auto start = ReadFileStart(path, catalogue_header::kSizeBytes);
-    if (!start) {
+    auto opened = OpenSizedFile(path);
+    if (!opened) {
         return FailUnread(path);
     }
-    if (start->bytes.size() < catalogue_header::kSizeBytes) {
+    FileToList file{std::move(*opened), {}};
+    if (!ReadOn(file.opened, catalogue_header::kSizeBytes, file.bytes)) {
+        return FailUnread(path);
+    }
+    if (file.bytes.size() < catalogue_header::kSizeBytes) {
         return ResultCode::FileInvalid;
     }
-    return signed_file::HasMagic(start->bytes) ? ListCatalogue(path)
-                                               : ListSettings(path, options.runtimeConfiguration);
+    if (signed_file::HasMagic(file.bytes)) {
+        return ListCatalogue(std::move(file));
+    }
+    return ReadOn(file.opened, kMaxRuntimeFileBytes, file.bytes)
+               ? ListRuntimeConfiguration(file.bytes, options.runtimeConfiguration)
+               : FailUnread(path);
 }
 
 }  // namespace sealkeeper

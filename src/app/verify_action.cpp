@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -77,7 +78,8 @@ ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, E
             shown.c_str(), ResultCodeNumber(code), ResultFailureText(code));
         return code;
     }
-    entries.insert(entries.end(), contents.entries.begin(), contents.entries.end());
+    entries.insert(entries.end(), std::make_move_iterator(contents.entries.begin()),
+                   std::make_move_iterator(contents.entries.end()));
     // Deliberately a running total over all catalogues so far.
     Log(LogLevel::Info, "Added %zu file entries from '%s'\n", entries.size(), shown.c_str());
     return ResultCode::Ok;

@@ -79,15 +79,14 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
 }
 
 ResultCode HashCatalogue::ReadCatalogue(std::vector<std::uint8_t> fileBytes, EntryList& entries) {
-    const auto skipSignatureCheck = [](std::span<std::uint8_t> /*fileBytes*/) {
-        return ResultCode::Ok;
-    };
     entries.clear();
     return ReportLackOfMemory([&] {
-        ParsedCatalogue parsed;
-        const ResultCode code = ParseCatalogueImage(fileBytes, skipSignatureCheck, parsed);
-        entries = std::move(parsed.entries);
-        return code;
+        CatalogueFile file{std::move(fileBytes), {}};
+        if (const ResultCode code = ReadCatalogueHeader(file.bytes, file.bytes.size(), file.header);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        return ReadCatalogueBody(file, entries);
     });
 }
 
@@ -102,22 +101,22 @@ ResultCode HashCatalogue::ReadAndVerifyCatalogue(const std::wstring& cataloguePa
         if (extension == std::string::npos) {
             return ResultCode::CatalogueError;
         }
-        std::vector<std::uint8_t> fileBytes;
-        if (const ResultCode code = ReadCatalogueFile(path, fileBytes); code != ResultCode::Ok) {
+        CatalogueContents read;
+        CatalogueFile file;
+        if (const ResultCode code = ReadCatalogueFile(path, file); code != ResultCode::Ok) {
             return code;
         }
-        CatalogueContents read;
-        const auto checkSignature = [&](std::span<std::uint8_t> bytes) {
-            return CheckSignature(bytes, path.substr(0, extension) + kCertificateExtension,
-                                  parentBytes, parentCrlBytes, read.certificateBytes);
-        };
-        ParsedCatalogue parsed;
-        if (const ResultCode code = ParseCatalogueImage(fileBytes, checkSignature, parsed);
+        if (const ResultCode code =
+                CheckSignature(file.bytes, path.substr(0, extension) + kCertificateExtension,
+                               parentBytes, parentCrlBytes, read.certificateBytes);
             code != ResultCode::Ok) {
             return code;
         }
-        read.entries = std::move(parsed.entries);
-        read.crlBlock.assign(parsed.crlBlock.begin(), parsed.crlBlock.end());
+        if (const ResultCode code = ReadCatalogueBody(file, read.entries); code != ResultCode::Ok) {
+            return code;
+        }
+        const auto crlBlock = CrlBlockOf(file);
+        read.crlBlock.assign(crlBlock.begin(), crlBlock.end());
         contents = std::move(read);
         return ResultCode::Ok;
     });

@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/result_code.h"
@@ -23,13 +24,23 @@ class StoredEntry;
 using MismatchHandler = bool (*)(const StoredEntry& entry, std::uint64_t positionBytes,
                                  void* context);
 
-// A view of one record of an entry block, which must outlive it. Never changes.
+// What the record of a file holds.
+struct StoredFields {
+    std::uint64_t fileSizeBytes = 0;
+    // The index of the first UTF-16 unit behind the last '/' of the path, as stored.
+    std::uint32_t namePosition = 0;
+    // Up to the first zero of its field.
+    std::u16string_view path;
+    // One behind the other.
+    std::span<const std::uint8_t> digests;
+};
+
+// A view of the path and the digests that it is made of, which must outlive it. Never changes.
 class StoredEntry {
   public:
     enum class CheckExtent { SizeAndChunks, SizeOnly };
 
-    // `record` is as long as its number of digests makes it.
-    explicit StoredEntry(std::span<const std::uint8_t> record,
+    explicit StoredEntry(const StoredFields& fields,
                          CheckExtent extent = CheckExtent::SizeAndChunks);
     StoredEntry(const StoredEntry&) = delete;
     StoredEntry& operator=(const StoredEntry&) = delete;
@@ -56,17 +67,21 @@ class StoredEntry {
     [[nodiscard]] FileToHash OpenFile(const std::wstring& path) const;
 
     [[nodiscard]] CheckExtent Extent() const { return extent_; }
-    [[nodiscard]] std::uint64_t FileSizeBytes() const;
-    // The index of the first UTF-16 unit behind the last '/' of the path, as stored.
-    [[nodiscard]] std::uint32_t NamePosition() const;
-    // The path up to the first zero of its field.
+    [[nodiscard]] std::uint64_t FileSizeBytes() const { return fileSizeBytes_; }
+    [[nodiscard]] std::uint32_t NamePosition() const { return namePosition_; }
     [[nodiscard]] std::wstring Path() const;
-    [[nodiscard]] std::uint32_t DigestCount() const;
+    [[nodiscard]] std::uint32_t DigestCount() const { return digestCount_; }
     // `index` is below `DigestCount`.
     [[nodiscard]] std::span<const std::uint8_t, kSha256Bytes> Digest(std::uint32_t index) const;
 
   private:
-    std::span<const std::uint8_t> record_;
+    // Pointers and counts as small as they can be: a catalogue may have millions of entries.
+    std::uint64_t fileSizeBytes_;
+    const char16_t* path_;
+    const std::uint8_t* digests_;
+    std::uint32_t namePosition_;
+    std::uint32_t digestCount_;
+    std::uint16_t pathUnits_;
     CheckExtent extent_;
 };
 

@@ -28,9 +28,9 @@ OpenedFile OpenForReading(const std::string& path) {
     return {std::move(stream), status};
 }
 
-std::optional<FileStart> ReadFileStart(const std::string& path, std::uint64_t limitBytes) {
+std::optional<SizedFile> OpenSizedFile(const std::string& path) {
     static_assert(sizeof(off_t) == sizeof(std::int64_t));
-    const OpenedFile file = OpenForReading(path);
+    OpenedFile file = OpenForReading(path);
     // A directory tells a size that means nothing.
     if (!file.stream || file.status.type == FileType::Directory ||
         fseeko(file.stream.get(), 0, SEEK_END) != 0) {
@@ -40,14 +40,27 @@ std::optional<FileStart> ReadFileStart(const std::string& path, std::uint64_t li
     if (sizeBytes < 0 || fseeko(file.stream.get(), 0, SEEK_SET) != 0) {
         return std::nullopt;
     }
+    return SizedFile{std::move(file.stream), static_cast<std::uint64_t>(sizeBytes)};
+}
 
+bool ReadOn(SizedFile& file, std::uint64_t limitBytes, std::vector<std::uint8_t>& bytes) {
+    const std::size_t readBefore = bytes.size();
+    const auto endBytes = static_cast<std::size_t>(std::min(file.sizeBytes, limitBytes));
+    if (endBytes <= readBefore) {
+        return true;
+    }
+    bytes.resize(endBytes);
+    return std::fread(bytes.data() + readBefore, 1, endBytes - readBefore, file.stream.get()) ==
+           endBytes - readBefore;
+}
+
+std::optional<FileStart> ReadFileStart(const std::string& path, std::uint64_t limitBytes) {
+    auto file = OpenSizedFile(path);
     FileStart start;
-    start.fileSizeBytes = static_cast<std::uint64_t>(sizeBytes);
-    start.bytes.resize(static_cast<std::size_t>(std::min(start.fileSizeBytes, limitBytes)));
-    if (std::fread(start.bytes.data(), 1, start.bytes.size(), file.stream.get()) !=
-        start.bytes.size()) {
+    if (!file || !ReadOn(*file, limitBytes, start.bytes)) {
         return std::nullopt;
     }
+    start.fileSizeBytes = file->sizeBytes;
     return start;
 }
 

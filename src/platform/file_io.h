@@ -33,10 +33,26 @@ struct OpenedFile {
 // would wait for a writer. A directory can be opened, but not read.
 [[nodiscard]] OpenedFile OpenForReading(const std::string& path);
 
+// A file open at its start, and its size as a seek to its end tells.
+struct SizedFile {
+    FileStream stream;
+    std::uint64_t sizeBytes = 0;
+};
+
+// Opens the file at `path` to be read; nothing when that cannot be. A FIFO and a directory never
+// can.
+[[nodiscard]] std::optional<SizedFile> OpenSizedFile(const std::string& path);
+
+// `bytes` holds all that was read of `file` so far. Reads on until it holds the first `limitBytes`
+// of the file, or all of it when it has no more. Returns false when they cannot be read; the file
+// and `bytes` are of no use any more then.
+[[nodiscard]] bool ReadOn(SizedFile& file, std::uint64_t limitBytes,
+                          std::vector<std::uint8_t>& bytes);
+
 // The first bytes of a file.
 struct FileStart {
     std::vector<std::uint8_t> bytes;
-    // Of the whole file, as a seek to its end tells.
+    // Of the whole file.
     std::uint64_t fileSizeBytes = 0;
 };
 

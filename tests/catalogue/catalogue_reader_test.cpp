@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,7 +23,6 @@ using test::Bytes;
 using test::CatalogueOf;
 using test::CatalogueOfCompressed;
 using test::DigestOf;
-using test::kUnchecked;
 using test::Parse;
 using test::Parsed;
 using test::RecordOf;
@@ -139,52 +137,39 @@ TEST(CatalogueReader, BytesBehindTheLastRecordAreNotLookedAt) {
     EXPECT_EQ(Parse(CatalogueOf(raw, 4)).code, ResultCode::FileInvalid);
 }
 
-TEST(CatalogueReader, SignatureIsCheckedBehindTheHeader) {
-    int calls = 0;
-    const SignatureCheck check = [&calls](std::span<std::uint8_t>) {
-        ++calls;
-        return ResultCode::Aborted;
-    };
-    // What the header says comes first.
-    Bytes file = CatalogueOf(ThreeRecords(), 3);
-    file.push_back(0);
-    EXPECT_EQ(Parse(file, check).code, ResultCode::FileInvalid);
-    EXPECT_EQ(calls, 0);
-    // The blocks come later.
-    const Parsed parsed = Parse(CatalogueOfCompressed(test::PackedCodes({256}), 1, {1, 2}), check);
-    EXPECT_EQ(parsed.code, ResultCode::Aborted);
-    EXPECT_EQ(calls, 1);
-}
-
-TEST(CatalogueReader, SignatureCheckSeesTheWholeFileAndMayClearTheSignature) {
-    Bytes file = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
-    file[8] = 7;
-    Bytes seen;
-    const SignatureCheck check = [&seen](std::span<std::uint8_t> bytes) {
-        seen.assign(bytes.begin(), bytes.end());
-        bytes[8] = 0;
-        return ResultCode::Ok;
-    };
-    const Parsed parsed = Parse(file, check);
-    EXPECT_EQ(parsed.code, ResultCode::Ok);
-    EXPECT_EQ(parsed.entries.size(), 3U);
-    EXPECT_EQ(seen, file);
-}
-
 TEST(CatalogueReader, ReadsFiles) {
     const TempDirectory directory;
     const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
     const std::string path = directory.WriteFile("a", test::TextOfBytes(whole));
-    Bytes read = {9};
+    CatalogueFile read{{9}, {}};
     EXPECT_EQ(ReadCatalogueFile(path, read), ResultCode::Ok);
-    EXPECT_EQ(read, whole);
+    EXPECT_EQ(read.bytes, whole);
+    EXPECT_EQ(read.header.crlLength, 3U);
+    EXPECT_EQ(read.header.compressedLength, whole.size() - 1055);
+    EXPECT_EQ(read.header.entryCount, 3U);
     const Bytes header = CatalogueOfCompressed({}, 0);
     directory.WriteFile("a", test::TextOfBytes(header));
     EXPECT_EQ(ReadCatalogueFile(path, read), ResultCode::Ok);
-    EXPECT_EQ(read, header);
+    EXPECT_EQ(read.bytes, header);
+    EXPECT_EQ(read.header.entryCount, 0U);
     for (const std::string& unread : {directory / "missing", directory.Path(), std::string()}) {
         EXPECT_EQ(ReadCatalogueFile(unread, read), ResultCode::CatalogueIOError);
     }
+}
+
+TEST(CatalogueReader, ReadsOnInAFileWhoseStartWasRead) {
+    const TempDirectory directory;
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    const std::string path = directory.WriteFile("a", test::TextOfBytes(whole));
+    auto opened = OpenSizedFile(path);
+    ASSERT_TRUE(opened.has_value());
+    CatalogueFile read;
+    ASSERT_TRUE(ReadOn(*opened, 1052, read.bytes));
+    // What has its name meanwhile is another file.
+    std::filesystem::remove(path);
+    directory.WriteFile("a", "another");
+    EXPECT_EQ(ReadCatalogueFile(std::move(*opened), read), ResultCode::Ok);
+    EXPECT_EQ(read.bytes, whole);
 }
 
 TEST(CatalogueReader, FileMustBeginWithAHeaderOfItsSize) {
@@ -196,7 +181,7 @@ TEST(CatalogueReader, FileMustBeginWithAHeaderOfItsSize) {
     files[5][0] ^= 1U;
     files[6][4] ^= 1U;
     for (const Bytes& file : files) {
-        Bytes read;
+        CatalogueFile read;
         EXPECT_EQ(ReadCatalogueFile(directory.WriteFile("a", test::TextOfBytes(file)), read),
                   ResultCode::FileInvalid)
             << file.size();
@@ -209,18 +194,18 @@ TEST(CatalogueReader, HugeFileIsRefusedByItsHeader) {
     const std::string path =
         directory.WriteFile("a", test::TextOfBytes(CatalogueOf(ThreeRecords(), 3)));
     std::filesystem::resize_file(path, std::uint64_t{1} << 42U);
-    Bytes read;
+    CatalogueFile read;
     EXPECT_EQ(ReadCatalogueFile(path, read), ResultCode::FileInvalid);
+    EXPECT_EQ(read.bytes.size(), 1052U);
 }
 
 TEST(CatalogueReader, EntriesOutliveTheFile) {
     EntryList entries;
     {
-        Bytes file = CatalogueOf(ThreeRecords(), 3);
-        ParsedCatalogue catalogue;
-        ASSERT_EQ(ParseCatalogueImage(file, kUnchecked, catalogue), ResultCode::Ok);
-        entries = std::move(catalogue.entries);
-        file.assign(file.size(), 0xFF);
+        CatalogueFile file{CatalogueOf(ThreeRecords(), 3), {}};
+        ASSERT_EQ(ReadCatalogueHeader(file.bytes, file.bytes.size(), file.header), ResultCode::Ok);
+        ASSERT_EQ(ReadCatalogueBody(file, entries), ResultCode::Ok);
+        file.bytes.assign(file.bytes.size(), 0xFF);
     }
     entries.erase(entries.begin(), entries.begin() + 2);
     EXPECT_EQ(entries[0]->Path(), L"a");

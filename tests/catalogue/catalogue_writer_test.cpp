@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
-#include "catalogue/lzw/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_test_support.h"
 #include "platform/text_encoding.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
@@ -38,10 +38,10 @@ using test::WithoutProgressDots;
 using Bytes = std::vector<std::uint8_t>;
 
 Bytes RecordsIn(const EntryBlock& block) {
-    Bytes records;
-    EXPECT_TRUE(DecompressLzw(block.compressed, block.uncompressedBytes, records));
-    EXPECT_EQ(records.size(), block.uncompressedBytes);
-    return records;
+    const auto records = test::Decompressed(block.compressed);
+    EXPECT_TRUE(records.has_value());
+    EXPECT_EQ(records.value_or(Bytes{}).size(), block.uncompressedBytes);
+    return records.value_or(Bytes{});
 }
 
 TEST(CatalogueWriter, RecordOfOneFile) {

@@ -158,6 +158,37 @@ TEST_F(HashCatalogueRead, FailuresInTheirOrder) {
     EXPECT_EQ(ReadImage(counted), ResultCode::FileInvalid);
 }
 
+// Takes no certificate for good, and counts them.
+class RefusingCatalogue : public HashCatalogue {
+  public:
+    RefusingCatalogue() : HashCatalogue(kTestProductId) {}
+    ResultCode VerifySigningCertificate(ByteView /*certificate*/, ByteView /*parent*/,
+                                        ByteView /*parentCrl*/, Certificate& /*parsed*/) override {
+        ++calls_;
+        return ResultCode::Aborted;
+    }
+    [[nodiscard]] int Calls() const { return calls_; }
+
+  private:
+    int calls_ = 0;
+};
+
+TEST_F(HashCatalogueRead, SignatureIsCheckedBehindTheHeader) {
+    RefusingCatalogue catalogue;
+    // What the header says comes first.
+    Bytes longer = SmallImage();
+    longer.push_back(0);
+    Write(longer);
+    EXPECT_EQ(catalogue.ReadAndVerifyCatalogue(L"base.bin", {}, {}, contents_),
+              ResultCode::FileInvalid);
+    EXPECT_EQ(catalogue.Calls(), 0);
+    // The blocks come later.
+    Write(test::CatalogueOfCompressed(test::PackedCodes({256}), 1, {1, 2}));
+    EXPECT_EQ(catalogue.ReadAndVerifyCatalogue(L"base.bin", {}, {}, contents_),
+              ResultCode::Aborted);
+    EXPECT_EQ(catalogue.Calls(), 1);
+}
+
 TEST_F(HashCatalogueRead, HeaderAloneMayBeSigned) {
     Bytes image = test::CatalogueOfCompressed({}, 0);
     SignImage(image, "good");

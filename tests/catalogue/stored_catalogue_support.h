@@ -10,12 +10,15 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue/catalogue_signature.h"
+#include "catalogue/entry_block_reader.h"
 #include "catalogue/lzw/lzw_test_support.h"
 #include "catalogue/stored_entry.h"
 #include "platform/little_endian.h"
+#include "platform/text_encoding.h"
 #include "runtime/mbedtls_contexts.h"
 #include "runtime/sha256.h"
 #include "runtime/signing_test_support.h"
@@ -75,17 +78,30 @@ void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {
     return RecordOf(content.size(), path, ChunkDigests(content));
 }
 
-// The entry of `record` in a block of its own.
-[[nodiscard]] inline std::shared_ptr<const StoredEntry> EntryOf(
-    const Bytes& record,
-    StoredEntry::CheckExtent extent = StoredEntry::CheckExtent::SizeAndChunks) {
+// The entry of `record`, read from a block of its own.
+[[nodiscard]] inline std::shared_ptr<const StoredEntry> EntryOf(const Bytes& record) {
+    EntryList entries;
+    EXPECT_EQ(ReadEntryBlock(Compressed(record), 1, entries), ResultCode::Ok);
+    return entries.at(0);
+}
+
+// The same, of which so much is to be checked.
+[[nodiscard]] inline std::shared_ptr<const StoredEntry> EntryOf(const Bytes& record,
+                                                                StoredEntry::CheckExtent extent) {
     struct OwnedEntry {
-        OwnedEntry(const Bytes& bytes, StoredEntry::CheckExtent checked)
-            : block(bytes), entry(block, checked) {}
-        Bytes block;
+        OwnedEntry(const StoredEntry& read, std::u16string units, Bytes chunkDigests,
+                   StoredEntry::CheckExtent checked)
+            : path(std::move(units)),
+              digests(std::move(chunkDigests)),
+              entry({read.FileSizeBytes(), read.NamePosition(), path, digests}, checked) {}
+        std::u16string path;
+        Bytes digests;
         StoredEntry entry;
     };
-    const auto owned = std::make_shared<OwnedEntry>(record, extent);
+    const auto read = EntryOf(record);
+    const auto owned =
+        std::make_shared<OwnedEntry>(*read, WideToUtf16(read->Path()),
+                                     Bytes(record.begin() + kRecordBytes, record.end()), extent);
     return {owned, &owned->entry};
 }
 

@@ -102,17 +102,62 @@ TEST(ReadingMemoryFaults, EveryAllocationOfAVerifiedCatalogueMayFail) {
 }
 
 // The limit of the format is what its 32-bit lengths can tell.
-TEST(ReadingMemoryFaults, RoomIsAskedForOnceAndUpToTheLimitAlone) {
+TEST(ReadingMemoryFaults, RoomIsAskedForWithTheFirstByteAndForAPieceAlone) {
     constexpr std::uint64_t kLimit = std::numeric_limits<std::uint32_t>::max();
+    // What the codes give, of strings of 1 to 3839 bytes, while strings are added.
+    constexpr std::size_t kGrowingBytes = 3839 * 3840 / 2;
     const Bytes atTheLimit = test::PackedCodes(test::CodesOfRun(kLimit));
     const Bytes beyond = test::PackedCodes(test::CodesOfRun(kLimit + 1));
-    Bytes output;
-    const ScopedFault fault(Call::Allocation);
-    EXPECT_FALSE(DecompressLzw(beyond, 0, output));
-    EXPECT_EQ(test::CallCount(Call::Allocation), 0U);
-    EXPECT_THROW(static_cast<void>(DecompressLzw(atTheLimit, 0, output)), std::bad_alloc);
-    EXPECT_EQ(test::CallCount(Call::Allocation), 1U);
-    EXPECT_TRUE(output.empty());
+    Bytes record(528);
+    Bytes more(2 * kGrowingBytes);
+    {
+        const ScopedFault fault(Call::Allocation);
+        EXPECT_FALSE(LzwDecompressor::Open(beyond).has_value());
+        auto block = LzwDecompressor::Open(atTheLimit);
+        ASSERT_TRUE(block.has_value());
+        EXPECT_EQ(block->BytesLeft(), kLimit);
+        EXPECT_EQ(test::CallCount(Call::Allocation), 0U);
+        EXPECT_THROW(static_cast<void>(block->Read(record)), std::bad_alloc);
+        EXPECT_EQ(test::CallCount(Call::Allocation), 1U);
+    }
+    auto block = LzwDecompressor::Open(atTheLimit);
+    ASSERT_TRUE(block.has_value());
+    test::ResetCallCount(Call::Allocation);
+    test::ResetLargestAllocation();
+    EXPECT_TRUE(block->Read(record));
+    EXPECT_TRUE(block->Read(more));
+    EXPECT_EQ(test::CallCount(Call::Allocation), 2U);
+    EXPECT_LE(test::LargestAllocation(), kGrowingBytes + 16);
+    EXPECT_EQ(record, Bytes(528, 'A'));
+}
+
+Bytes BombBehind(const Bytes& record) {
+    std::vector<std::uint32_t> codes(record.begin(), record.end());
+    codes.push_back('A');
+    // The strings that these codes add stand where they are never asked for again.
+    const auto firstNew = static_cast<std::uint32_t>(256 + codes.size());
+    for (std::uint32_t code = firstNew; code <= test::kLastCode; ++code) {
+        codes.push_back(code);
+    }
+    const std::uint64_t longest = test::kLastCode - firstNew + 2;
+    const std::uint64_t most = std::numeric_limits<std::uint32_t>::max() - longest * longest;
+    codes.insert(codes.end(), most / longest, test::kLastCode);
+    return test::PackedCodes(codes);
+}
+
+// Almost 4 GiB behind one record, or none.
+TEST(ReadingMemoryFaults, BytesBehindTheLastRecordTakeNoMemory) {
+    constexpr std::size_t kMost = std::size_t{8} << 20U;
+    const Bytes bomb = BombBehind(test::RecordOf(0, u"a", {}));
+    HashCatalogue catalogue("");
+    for (const std::uint32_t count : {0U, 1U}) {
+        Bytes image = test::CatalogueOfCompressed(bomb, count);
+        EntryList entries;
+        test::ResetLargestAllocation();
+        EXPECT_EQ(catalogue.ReadCatalogue(std::move(image), entries), ResultCode::Ok);
+        EXPECT_EQ(entries.size(), count);
+        EXPECT_LE(test::LargestAllocation(), count == 0 ? 2048 : kMost);
+    }
 }
 
 // What a header or a record claims is never asked for.

@@ -123,22 +123,18 @@ TEST_F(VerifyFaults, GameDirectoryThatCannotBeEntered) {
               Start() + "[Err!] Failed to set working directory: '" + game_.Path() + "/'.\n");
 }
 
-// The files that a run opens in their order: the catalogue is opened twice, its header is read
-// first.
-enum Opened : std::size_t {
-    Header,
-    Catalogue,
-    Certificate,
-    FileA,
-    FileB,
-    Settings,
-    CertificateAgain
-};
+// The files that a run opens in their order.
+enum Opened : std::size_t { Catalogue, Certificate, FileA, FileB, Settings, CertificateAgain };
 
-// How many of them were read as a whole before: all but the game's own.
+// How many calls there were before: the catalogue is read in two, first its header, and the game's
+// own files in none of these.
 std::size_t FirstFailing(Call call, Opened file) {
     constexpr std::size_t kGameFiles = 2;
-    return call == Call::Open || file < FileA ? file : file - kGameFiles;
+    if (call == Call::Open) {
+        return file;
+    }
+    const std::size_t firstRead = file == Catalogue ? 0 : file + 1;
+    return file < FileA ? firstRead : firstRead - kGameFiles;
 }
 
 struct CatalogueFault {
@@ -152,15 +148,15 @@ struct CatalogueFault {
 TEST_F(VerifyFaults, CatalogueOrCertificateThatCannotBeRead) {
     const std::string catalogueCode = "8 (CatalogueIOError)";
     const std::vector<CatalogueFault> faults = {
-        {"open for the header", Call::Open, Header, catalogueCode, 8},
-        {"fdopen for the header", Call::Fdopen, Header, catalogueCode, 8},
-        {"seek for the header", Call::Fseeko, 0, catalogueCode, 8},
-        {"read the header", Call::Fread, Header, catalogueCode, 8},
         {"open base.bin", Call::Open, Catalogue, catalogueCode, 8},
-        {"seek in base.bin", Call::Fseeko, 2, catalogueCode, 8},
-        {"read base.bin", Call::Fread, Catalogue, catalogueCode, 8},
+        {"fdopen base.bin", Call::Fdopen, Catalogue, catalogueCode, 8},
+        {"seek to the end of base.bin", Call::Fseeko, 0, catalogueCode, 8},
+        {"seek to its start", Call::Fseeko, 1, catalogueCode, 8},
+        {"read the header", Call::Fread, FirstFailing(Call::Fread, Catalogue), catalogueCode, 8},
+        {"read the rest", Call::Fread, FirstFailing(Call::Fread, Catalogue) + 1, catalogueCode, 8},
         {"open base.cer", Call::Open, Certificate, "27 (CertIOError)", 27},
-        {"read base.cer", Call::Fread, Certificate, "27 (CertIOError)", 27},
+        {"read base.cer", Call::Fread, FirstFailing(Call::Fread, Certificate), "27 (CertIOError)",
+         27},
     };
     for (const CatalogueFault& failing : faults) {
         const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once);
@@ -169,6 +165,12 @@ TEST_F(VerifyFaults, CatalogueOrCertificateThatCannotBeRead) {
                                "[Err!] Reading the catalogue 'base.bin' file failed. Code " +
                                failing.shownCode + "\n");
     }
+}
+
+TEST_F(VerifyFaults, CatalogueIsOpenedOnce) {
+    const ScopedFault fault(Call::Open, CertificateAgain + 1);
+    EXPECT_EQ(Run(), 0);
+    EXPECT_FALSE(fault.Struck());
 }
 
 TEST_F(VerifyFaults, CatalogueReadWithWrongBytes) {

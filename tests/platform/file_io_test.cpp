@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -96,6 +97,46 @@ TEST(FileIo, ReadsTheStartOfAFile) {
     EXPECT_EQ(start->fileSizeBytes, 5'000'000'000U);
     EXPECT_FALSE(ReadFileStart(directory.Path(), 0).has_value());
     EXPECT_FALSE(ReadFileStart(directory / "missing", 0).has_value());
+}
+
+TEST(FileIo, ReadsOnInOneOpening) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "content");
+    auto file = OpenSizedFile(path);
+    ASSERT_TRUE(file.has_value());
+    EXPECT_EQ(file->sizeBytes, 7U);
+    // The file that is open is read, whatever has its name.
+    fs::remove(path);
+    directory.WriteFile("a", "another file");
+    Bytes bytes;
+    for (const std::uint64_t limit : std::vector<std::uint64_t>{0, 3, 3, 1, 6, 8, 8}) {
+        const std::size_t readBefore = bytes.size();
+        ASSERT_TRUE(ReadOn(*file, limit, bytes)) << limit;
+        const std::size_t expected = std::max<std::size_t>(limit, readBefore);
+        EXPECT_EQ(std::string(bytes.begin(), bytes.end()),
+                  std::string("content").substr(0, expected))
+            << limit;
+    }
+}
+
+TEST(FileIo, FileThatBecameShorterCannotBeReadOn) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", std::string(100'000, 'a'));
+    auto file = OpenSizedFile(path);
+    ASSERT_TRUE(file.has_value());
+    Bytes bytes;
+    EXPECT_TRUE(ReadOn(*file, 10, bytes));
+    fs::resize_file(path, 50'000);
+    EXPECT_FALSE(ReadOn(*file, 100'000, bytes));
+}
+
+TEST(FileIo, OpensNoSizedFile) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    for (const std::string& path :
+         {std::string(), directory / "missing", directory.Path(), directory / "fifo"}) {
+        EXPECT_FALSE(OpenSizedFile(path).has_value()) << path;
+    }
 }
 
 TEST(FileIo, OpensForReadingAndTellsTheStatus) {

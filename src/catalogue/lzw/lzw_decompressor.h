@@ -1,20 +1,55 @@
-// Decompresses the entry block of a catalogue; see lzw_format.h.
+// Decompresses the entry block of a catalogue as it is read; see lzw_format.h.
 #ifndef SEALKEEPER_CATALOGUE_LZW_LZW_DECOMPRESSOR_H
 #define SEALKEEPER_CATALOGUE_LZW_LZW_DECOMPRESSOR_H
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
+#include "catalogue/lzw/decompressor_dictionary.h"
+#include "catalogue/lzw/packed_codes.h"
+
 namespace sealkeeper {
 
-// Appends the decompressed form of `input` to `output`. Input without the container's magic gives,
-// deliberately, nothing; the bits behind the last whole code are not looked at. Returns false, with
-// `output` as it was, when the width of a code is missing or 0, a code is not in the dictionary, or
-// there would be less than `minimumBytes` or more than `kMaxUncompressedBytes` bytes. All of this
-// is known before memory is asked for. Time is linear in the bytes read and produced.
-[[nodiscard]] bool DecompressLzw(std::span<const std::uint8_t> input, std::uint64_t minimumBytes,
-                                 std::vector<std::uint8_t>& output);
+// Gives the decompressed form of some bytes, which must outlive it, piece by piece. However much
+// that is, it takes the memory of what the growing codes give, 7 MiB at the most, and 64 KiB, and
+// none before the first bytes are read. Time is linear in the bytes read and produced.
+class LzwDecompressor {
+  public:
+    // Walks the codes of `input`, so that all that can be wrong with them is known before a byte is
+    // given. Nothing when the width of a code is missing or 0, a code is not in the dictionary, or
+    // there would be more than `lzw::kMaxUncompressedBytes` bytes. Input without the container's
+    // magic gives, deliberately, no bytes; the bits past the last whole code are not looked at.
+    [[nodiscard]] static std::optional<LzwDecompressor> Open(std::span<const std::uint8_t> input);
+
+    // How many bytes are left to be read.
+    [[nodiscard]] std::uint64_t BytesLeft() const { return bytesLeft_; }
+
+    // Fills `bytes` with the next ones. False, with nothing read, when fewer are left. Of no use
+    // any more once it ran out of memory.
+    [[nodiscard]] bool Read(std::span<std::uint8_t> bytes);
+
+  private:
+    LzwDecompressor() = default;
+
+    std::span<const std::uint8_t> NextPiece();
+    void WriteGrowingStrings();
+    std::span<const std::uint8_t> WriteStrings();
+
+    lzw::PackedCodes codes_;
+    lzw::DecompressorDictionary dictionary_;
+    std::uint64_t bytesLeft_ = 0;
+    // The number of the code that is written next.
+    std::size_t index_ = 0;
+    // What the growing codes give, which all strings refer to.
+    std::vector<std::uint8_t> growing_;
+    // What some of the codes after them give.
+    std::vector<std::uint8_t> buffer_;
+    // Decompressed and not read yet: a part of either.
+    std::span<const std::uint8_t> piece_;
+};
 
 }  // namespace sealkeeper
 

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,21 +20,15 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 using test::BytesOf;
+using test::Decompressed;
 using test::Hex;
 using test::PackedCodes;
 
-constexpr std::uint64_t kNoMinimum = 0;
-
 // The decompressed form; the test fails when the input is refused.
-Bytes Decompressed(const Bytes& input) {
-    Bytes output;
-    EXPECT_TRUE(DecompressLzw(input, kNoMinimum, output)) << Hex(input).substr(0, 80);
-    return output;
-}
-
 std::string TextOf(const Bytes& input) {
-    const Bytes output = Decompressed(input);
-    return {output.begin(), output.end()};
+    const auto output = Decompressed(input);
+    EXPECT_TRUE(output.has_value()) << Hex(input).substr(0, 80);
+    return output ? std::string(output->begin(), output->end()) : "refused";
 }
 
 Bytes FromHex(const std::string& hex) {
@@ -104,26 +100,35 @@ TEST(LzwDecompressor, ReadsAnIndependentWritersBytes) {
     }
 }
 
-TEST(LzwDecompressor, AppendsBehindWhatTheBufferHolds) {
-    Bytes output = {1, 2};
-    EXPECT_TRUE(DecompressLzw(PackedCodes({'a', 257, 'b', 258}), kNoMinimum, output));
-    EXPECT_EQ(output, (Bytes{1, 2, 'a', 'a', 'a', 'b', 'a', 'a', 'b'}));
+TEST(LzwDecompressor, GivesTheSameInPiecesOfAnySize) {
+    const Bytes whole = test::RecordLikeBytes(400'000);
+    const Bytes compressed = test::Compressed(whole);
+    for (const std::size_t size :
+         std::vector<std::size_t>{1, 7, 528, 65'535, 65'536, 65'537, 399'999}) {
+        auto block = LzwDecompressor::Open(compressed);
+        ASSERT_TRUE(block.has_value());
+        Bytes read;
+        for (std::size_t left = whole.size(); left > 0;) {
+            Bytes piece(std::min(size, left));
+            ASSERT_TRUE(block->Read(piece)) << size;
+            read.insert(read.end(), piece.begin(), piece.end());
+            left -= piece.size();
+            ASSERT_EQ(block->BytesLeft(), left) << size;
+        }
+        EXPECT_TRUE(read == whole) << size;
+    }
 }
 
 TEST(LzwDecompressor, WithoutTheMagicThereIsNothing) {
     for (const char* hex :
          {"", "1f", "9d", "1e9d8c4100", "1f9c8c4100", "9d1f8c4100", "4100", "001f9d8c4100"}) {
-        Bytes output = {9};
-        EXPECT_TRUE(DecompressLzw(FromHex(hex), kNoMinimum, output)) << hex;
-        EXPECT_EQ(output, Bytes{9}) << hex;
+        EXPECT_EQ(Decompressed(FromHex(hex)), Bytes{}) << hex;
     }
 }
 
 TEST(LzwDecompressor, RefusesCodesWithoutAWidth) {
     for (const char* hex : {"1f9d", "1f9d00", "1f9d804100", "1f9de0ffffff"}) {
-        Bytes output = {9};
-        EXPECT_FALSE(DecompressLzw(FromHex(hex), kNoMinimum, output)) << hex;
-        EXPECT_EQ(output, Bytes{9}) << hex;
+        EXPECT_EQ(Decompressed(FromHex(hex)), std::nullopt) << hex;
     }
 }
 
@@ -168,12 +173,9 @@ TEST(LzwDecompressor, RefusesCodesThatAreNotInTheDictionary) {
         {"31 bits, first", {0x7FFFFFFF}, 31},
     };
     for (const Refused& refused : cases) {
-        Bytes output = {1, 2};
         const auto flags = static_cast<std::uint8_t>(refused.width);
-        EXPECT_FALSE(
-            DecompressLzw(PackedCodes(refused.codes, refused.width, flags), kNoMinimum, output))
+        EXPECT_EQ(Decompressed(PackedCodes(refused.codes, refused.width, flags)), std::nullopt)
             << refused.name;
-        EXPECT_EQ(output, (Bytes{1, 2})) << refused.name;
     }
 }
 
@@ -211,36 +213,41 @@ TEST(LzwDecompressor, EveryTruncationGivesTheFirstBytes) {
     }
 }
 
-TEST(LzwDecompressor, RefusesLessThanTheMinimum) {
+TEST(LzwDecompressor, ReadsNothingOfMoreThanIsLeft) {
     const Bytes input = PackedCodes({'a', 257, 'b'});
-    for (const std::uint64_t minimum : std::vector<std::uint64_t>{0, 1, 3, 4}) {
-        Bytes output = {9};
-        EXPECT_TRUE(DecompressLzw(input, minimum, output)) << minimum;
-        EXPECT_EQ(output, (Bytes{9, 'a', 'a', 'a', 'b'}));
-    }
-    for (const std::uint64_t minimum :
-         std::vector<std::uint64_t>{5, 0x100000004, ~std::uint64_t{0}}) {
-        Bytes output = {9};
-        EXPECT_FALSE(DecompressLzw(input, minimum, output)) << minimum;
-        EXPECT_EQ(output, Bytes{9});
-    }
+    auto block = LzwDecompressor::Open(input);
+    ASSERT_TRUE(block.has_value());
+    EXPECT_EQ(block->BytesLeft(), 4U);
+    Bytes five(5, 9);
+    EXPECT_FALSE(block->Read(five));
+    EXPECT_EQ(five, Bytes(5, 9));
+    EXPECT_EQ(block->BytesLeft(), 4U);
+    Bytes three(3);
+    EXPECT_TRUE(block->Read(three));
+    EXPECT_EQ(three, BytesOf("aaa"));
+    Bytes two(2, 9);
+    EXPECT_FALSE(block->Read(two));
+    EXPECT_EQ(two, Bytes(2, 9));
+    Bytes one(1);
+    EXPECT_TRUE(block->Read(one));
+    EXPECT_EQ(one, BytesOf("b"));
+    EXPECT_FALSE(block->Read(one));
+    EXPECT_TRUE(block->Read({}));
     for (const char* hex : {"", "1f9d8c", "4100"}) {
-        Bytes output = {9};
-        EXPECT_FALSE(DecompressLzw(FromHex(hex), 1, output)) << hex;
-        EXPECT_EQ(output, Bytes{9});
+        const Bytes nothing = FromHex(hex);
+        auto empty = LzwDecompressor::Open(nothing);
+        ASSERT_TRUE(empty.has_value()) << hex;
+        EXPECT_EQ(empty->BytesLeft(), 0U) << hex;
+        EXPECT_FALSE(empty->Read(one)) << hex;
     }
 }
 
-TEST(LzwDecompressor, RefusesMoreThan4GiBWithoutMakingRoomForThem) {
+TEST(LzwDecompressor, RefusesMoreThan4GiB) {
     const Bytes input = PackedCodes(test::CodesOfRun(std::uint64_t{1} << 32U));
     EXPECT_LT(input.size(), 2'000'000U);
-    Bytes output = {1};
-    const std::size_t capacity = output.capacity();
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(DecompressLzw(input, kNoMinimum, output));
+    EXPECT_FALSE(LzwDecompressor::Open(input).has_value());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-    EXPECT_EQ(output, Bytes{1});
-    EXPECT_EQ(output.capacity(), capacity);
 }
 
 }  // namespace

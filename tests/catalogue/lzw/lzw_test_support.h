@@ -1,14 +1,17 @@
-// Compressed input written code by code, so that tests can store what no compressor sends.
+// Compressed input written code by code, so that tests can store what no compressor sends, and all
+// of the decompressed form at once.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "catalogue/lzw/lzw_compressor.h"
+#include "catalogue/lzw/lzw_decompressor.h"
 
 namespace sealkeeper::test {
 
@@ -19,6 +22,20 @@ namespace sealkeeper::test {
     compressor.Append(bytes);
     compressor.Finish();
     return output;
+}
+
+// The decompressed form of `input`; nothing when it is refused.
+[[nodiscard]] inline std::optional<std::vector<std::uint8_t>> Decompressed(
+    const std::vector<std::uint8_t>& input) {
+    auto block = LzwDecompressor::Open(input);
+    if (!block) {
+        return std::nullopt;
+    }
+    std::vector<std::uint8_t> bytes(block->BytesLeft());
+    if (!block->Read(bytes)) {
+        return std::nullopt;
+    }
+    return bytes;
 }
 
 // The container with `flags` and the codes, each `width` bits wide, least-significant bit first;

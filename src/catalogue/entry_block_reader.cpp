@@ -1,0 +1,112 @@
+#include "catalogue/entry_block_reader.h"
+
+#include <array>
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <memory_resource>
+#include <string_view>
+#include <utility>
+
+#include "catalogue/catalogue_format.h"
+#include "catalogue/lzw/lzw_decompressor.h"
+#include "catalogue/lzw/lzw_format.h"
+#include "platform/little_endian.h"
+
+namespace sealkeeper {
+namespace {
+
+static_assert(lzw::kMaxUncompressedBytes == kMaxStoredLength);
+
+// The part of a record that every record has.
+using FixedPart = std::array<std::uint8_t, entry_record::kFixedBytes>;
+
+// The entries of a catalogue and what they view, which they own together: with memory and an owner
+// for each of them alone, a small file would take half as much again.
+class SharedEntries {
+  public:
+    // Reads the next record of `block`. Null when it is not whole.
+    const StoredEntry* ReadRecord(LzwDecompressor& block) {
+        FixedPart fixed;
+        if (!block.Read(fixed)) {
+            return nullptr;
+        }
+        const std::span<const std::uint8_t> record(fixed);
+        const std::uint64_t digestsBytes =
+            entry_record::kDigestBytes * std::uint64_t{LoadLittleEndian<std::uint32_t>(
+                                             record.subspan(entry_record::kDigestCountOffset))};
+        if (digestsBytes > block.BytesLeft()) {
+            return nullptr;
+        }
+        const auto digests = MakeRoom<std::uint8_t>(static_cast<std::size_t>(digestsBytes));
+        if (!block.Read(digests)) {
+            return nullptr;
+        }
+        return &entries_.emplace_back(StoredFields{
+            LoadLittleEndian<std::uint64_t>(record.subspan(entry_record::kFileSizeOffset)),
+            LoadLittleEndian<std::uint32_t>(record.subspan(entry_record::kNamePositionOffset)),
+            KeepPath(record.subspan(entry_record::kPathOffset, entry_record::kPathBytes)),
+            digests});
+    }
+
+  private:
+    template <typename Element>
+    std::span<Element> MakeRoom(std::size_t count) {
+        Element* const start = std::pmr::polymorphic_allocator<Element>(&pieces_).allocate(count);
+        std::uninitialized_default_construct_n(start, count);
+        return {start, count};
+    }
+
+    // The units of a path's field up to the first zero.
+    std::u16string_view KeepPath(std::span<const std::uint8_t> field) {
+        const auto unitAt = [field](std::size_t index) {
+            return static_cast<char16_t>(
+                LoadLittleEndian<std::uint16_t>(field.subspan(index * sizeof(char16_t))));
+        };
+        std::size_t length = 0;
+        while (length < entry_record::kPathUnits && unitAt(length) != 0) {
+            ++length;
+        }
+        const auto path = MakeRoom<char16_t>(length);
+        for (std::size_t index = 0; index < length; ++index) {
+            path[index] = unitAt(index);
+        }
+        return {path.data(), path.size()};
+    }
+
+    // Hands memory out of large pieces, and takes none back before its end.
+    std::pmr::monotonic_buffer_resource pieces_;
+    // A deque, so that references to its elements last.
+    std::pmr::deque<StoredEntry> entries_{&pieces_};
+};
+
+ResultCode ReadRecords(LzwDecompressor& block, std::uint32_t entryCount, EntryList& entries) {
+    const auto shared = std::make_shared<SharedEntries>();
+    EntryList read;
+    // The block is known to have room for so many.
+    read.reserve(entryCount);
+    for (std::uint32_t i = 0; i < entryCount; ++i) {
+        const StoredEntry* const entry = shared->ReadRecord(block);
+        if (entry == nullptr) {
+            return ResultCode::FileInvalid;
+        }
+        read.emplace_back(shared, entry);
+    }
+    entries = std::move(read);
+    return ResultCode::Ok;
+}
+
+}  // namespace
+
+ResultCode ReadEntryBlock(std::span<const std::uint8_t> compressed, std::uint32_t entryCount,
+                          EntryList& entries) {
+    entries.clear();
+    auto block = LzwDecompressor::Open(compressed);
+    const std::uint64_t minimumBytes = std::uint64_t{entryCount} * entry_record::kFixedBytes;
+    if (!block || block->BytesLeft() < minimumBytes) {
+        return ResultCode::FileInvalid;
+    }
+    return ReadRecords(*block, entryCount, entries);
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,49 @@
+#include "catalogue/lzw/decompressor_dictionary.h"
+
+#include <algorithm>
+
+namespace sealkeeper::lzw {
+
+DecompressorDictionary::DecompressorDictionary() {
+    for (std::uint32_t code = 0; code < kOneByteStrings; ++code) {
+        strings_[code] = {code, 1};
+    }
+}
+
+bool DecompressorDictionary::Follow(const PackedCodes& codes) {
+    const std::size_t growing = std::min(codes.Count(), kGrowingCodes);
+    StoredString previous;
+    for (std::size_t i = 0; i < growing; ++i) {
+        if (i > 0) {
+            strings_[kFirstFreeCode - 1 + i] = {previous.offset, previous.length + 1};
+        }
+        previous = {static_cast<std::uint32_t>(bytes_), Find(codes.At(i)).length};
+        if (previous.length == 0) {
+            return false;
+        }
+        bytes_ += previous.length;
+    }
+    growingBytes_ = bytes_;
+    return FollowUnchanging(codes, growing);
+}
+
+// Follows the codes from the number `first`, which add nothing.
+bool DecompressorDictionary::FollowUnchanging(const PackedCodes& codes, std::size_t first) {
+    std::size_t bytes = bytes_;
+    for (std::size_t i = first; i < codes.Count(); ++i) {
+        const std::size_t length = Find(codes.At(i)).length;
+        bytes += length;
+        if (length == 0 || bytes > kMaxUncompressedBytes) {
+            return false;
+        }
+    }
+    bytes_ = bytes;
+    return true;
+}
+
+// The last entry stands for every number that is never assigned.
+const StoredString& DecompressorDictionary::Find(std::uint32_t code) const {
+    return strings_[std::min<std::uint32_t>(code, kEndOfCodes)];
+}
+
+}  // namespace sealkeeper::lzw
