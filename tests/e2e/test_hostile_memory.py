@@ -24,6 +24,8 @@ MIB = 1024 * 1024
 RECORD = entry_of_bytes("a", b"a").record()
 UNDER_SANITIZER = b"__asan_init" in PROGRAM.read_bytes()
 LARGEST = 2**32 - 1
+BOMB_MEGABYTES = 64
+"""The program itself takes 20 of them."""
 
 
 def bomb(begin: bytes, megabytes: int) -> bytes:
@@ -131,14 +133,30 @@ class Memory(LimitedTest):
         run = self.list_limited(48, path)
         self.assert_console(run, 0, texts.list_begun(path) + texts.listed(["a"]))
 
-    def test_bomb_takes_what_it_decompresses_to(self) -> None:
-        """The file has 200 KiB, its block 300 MiB, and the second record in it is cut."""
-        image = signed(bomb(RECORD[:524] + LARGEST.to_bytes(4, "little"), 300), 1)
-        self.assertLess(len(image), 200 * 1024)
-        self.assert_refused(1500, image)
+    def test_bomb_takes_no_memory(self) -> None:
+        """The file has 1.7 MB, its block almost 4 GiB, of which a record or nothing is asked for."""
+        for name, count, listed in (("no entry", 0, []), ("one entry", 1, ["a"])):
+            image = signed(bomb(entry_of_bytes("a", b"").record(), 4080), count)
+            self.assertLess(len(image), 2 * MIB)
+            path = self.put_image(image)
+            with self.subTest(name=name):
+                run = self.list_limited(BOMB_MEGABYTES, path)
+                self.assert_console(run, 0, texts.list_begun(path) + texts.listed(listed))
+                run = self.verify_limited(BOMB_MEGABYTES)
+                self.assertIn(f"[Info] Added {count} file entries from 'base.bin'\n", run.output)
 
-    def test_bomb_beyond_the_memory_there_is(self) -> None:
-        image = signed(bomb(RECORD[:524] + LARGEST.to_bytes(4, "little"), 300), 1)
+    def test_bomb_behind_a_record_that_is_not_whole(self) -> None:
+        record = RECORD[:524] + LARGEST.to_bytes(4, "little")
+        self.assert_refused(BOMB_MEGABYTES, signed(bomb(record, 4080), 1))
+
+    def test_bomb_beyond_the_format(self) -> None:
+        self.assert_refused(BOMB_MEGABYTES, signed(bomb(RECORD, 4097), 1))
+
+    def test_digests_beyond_the_memory_there_is(self) -> None:
+        """An entry has the digests that its record has, however many they are."""
+        digests = 300 * MIB // 32
+        image = signed(bomb(RECORD[:524] + digests.to_bytes(4, "little"), 301), 1)
+        self.assertLess(len(image), 200 * 1024)
         path = self.put_image(image)
         self.assert_out_of_memory(self.list_limited(200, path), texts.list_begun(path))
         self.assert_out_of_memory(self.verify_limited(200), self.begun() + texts.reading("base.bin"))
