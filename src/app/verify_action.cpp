@@ -14,6 +14,8 @@
 #include "app/usage_text.h"
 #include "app/verification_summary.h"
 #include "catalogue/hash_catalogue.h"
+#include "catalogue/hashing/file_hasher.h"
+#include "catalogue/hashing/make_chunk_hasher.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 #include "platform/text_encoding.h"

@@ -9,6 +9,7 @@
 #include "catalogue/catalogue_reader.h"
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/catalogue_writer.h"
+#include "catalogue/hashing/make_chunk_hasher.h"
 #include "platform/text_encoding.h"
 #include "runtime/trust_material.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "catalogue/hashing/chunk_hasher.h"
+#include "catalogue/hashing/make_chunk_hasher.h"
 #include "catalogue/hashing/sha256_engine.h"
 #include "catalogue/hashing/sha256_kernels.h"
 

@@ -4,10 +4,8 @@
 #define SEALKEEPER_CATALOGUE_HASHING_CHUNK_HASHER_H
 
 #include <cstddef>
-#include <memory>
 
 #include "catalogue/hashing/pending_chunk.h"
-#include "catalogue/hashing/sha256_engine.h"
 
 namespace sealkeeper {
 
@@ -38,11 +36,6 @@ class ChunkHasher {
     // Gives up the oldest `count` pending chunks. What was not begun of them never is.
     virtual void Drop(std::size_t count) = 0;
 };
-
-// A hasher on `engine`, which outlives it. With one job everything is done by the calls above; with
-// more, that many threads read and hash, or as many as the system gives, if only the caller's own.
-[[nodiscard]] std::unique_ptr<ChunkHasher> MakeChunkHasher(
-    std::size_t jobs = 1, const Sha256Engine& engine = ProcessSha256Engine());
 
 }  // namespace sealkeeper
 

@@ -9,6 +9,7 @@
 
 #include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/hashing/file_window.h"
+#include "catalogue/hashing/make_chunk_hasher.h"
 #include "catalogue/hashing/read_ahead_policy.h"
 
 namespace sealkeeper {

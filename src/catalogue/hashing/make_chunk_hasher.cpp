@@ -1,4 +1,4 @@
-#include "catalogue/hashing/chunk_hasher.h"
+#include "catalogue/hashing/make_chunk_hasher.h"
 
 #include "catalogue/hashing/sequential_chunk_hasher.h"
 #include "catalogue/hashing/threaded_chunk_hasher.h"
