@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the tests need, builds with warnings as errors, and runs every test: first with the
 # default compiler, then under the sanitizers (with clang++ where it is installed, so that both
-# compilers see all code).
+# compilers see all code), and what several threads do under ThreadSanitizer as well.
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -9,13 +9,14 @@ tools/install-packages.sh --tests
 jobs=$(getconf _NPROCESSORS_ONLN)
 mkdir -p build
 
+# build_and_test PRESET TARGET [cmake arguments]
 build_and_test() {
-    local preset=$1
-    shift
+    local preset=$1 target=$2
+    shift 2
     local log=build/$preset-configure.log
     echo "== $preset"
     tools/configure.sh "$preset" "$@" > "$log" 2>&1 || { cat "$log"; return 1; }
-    cmake --build --preset "$preset" -- -j "$jobs"
+    cmake --build --preset "$preset" --target "$target" -- -j "$jobs"
     ctest --preset "$preset" -j "$jobs" --no-tests=error
 }
 
@@ -25,10 +26,11 @@ case "$(clang-tidy --version 2>/dev/null || true)" in
     *"version 14."*) tidy=ON ;;
     *) echo "clang-tidy 14 is not here: its checks are left out of this run." ;;
 esac
-build_and_test dev -DSEALKEEPER_CLANG_TIDY=$tidy
+build_and_test dev all -DSEALKEEPER_CLANG_TIDY=$tidy
 
-sanitize=sanitize
+clang=""
 if command -v clang++ >/dev/null 2>&1; then
-    sanitize=sanitize-clang
+    clang=-clang
 fi
-build_and_test $sanitize
+build_and_test sanitize$clang all
+build_and_test tsan$clang sealkeeper_thread_tests

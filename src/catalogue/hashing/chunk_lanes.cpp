@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "catalogue/hashing/read_ahead_policy.h"
 #include "catalogue/hashing/sha256_constants.h"
@@ -35,6 +36,7 @@ void ChunkLanes::Begin(PendingChunk& chunk) {
     idle->pending = &chunk;
     std::copy_n(kSha256InitialState, kSha256StateWords, idle->state.begin());
     ++busyCount_;
+    ReadPiece(*idle);
 }
 
 void ChunkLanes::Cancel(const PendingChunk& chunk) {
@@ -46,47 +48,49 @@ void ChunkLanes::Cancel(const PendingChunk& chunk) {
     }
 }
 
-std::span<PendingChunk* const> ChunkLanes::Advance() {
-    endedCount_ = 0;
-    ReadPieces();
+void ChunkLanes::Advance() {
+    for (Lane& lane : lanes_) {
+        if (lane.pending != nullptr && lane.blockCount == 0) {
+            ReadPiece(lane);
+        }
+    }
     Compress();
     EndHashed();
-    return std::span(ended_).first(endedCount_);
 }
 
-void ChunkLanes::ReadPieces() {
-    for (std::size_t lane = 0; lane < engine_.LaneCount(); ++lane) {
-        const bool wantsPiece = lanes_[lane].pending != nullptr && lanes_[lane].blockCount == 0;
-        if (wantsPiece && !ReadPiece(lane)) {
-            End(lanes_[lane], false);
-        }
-    }
+std::span<PendingChunk* const> ChunkLanes::TakeEnded() {
+    return std::span(ended_).first(std::exchange(endedCount_, 0));
 }
 
-// False when not all bytes of the piece can be read.
-bool ChunkLanes::ReadPiece(std::size_t lane) {
-    Lane& reading = lanes_[lane];
-    const ChunkToHash& chunk = reading.pending->chunk;
-    const std::span<std::uint8_t> room(pieces_.get() + lane * (pieceBytes_ + kPaddingRoomBytes),
-                                       pieceBytes_ + kPaddingRoomBytes);
-    const std::size_t wantedBytes = std::min(pieceBytes_, chunk.lengthBytes - reading.readBytes);
-    if (wantedBytes > 0) {
-        const auto begun = std::chrono::steady_clock::now();
-        const std::size_t readBytes =
-            chunk.file->ReadAt(chunk.offset + reading.readBytes, room.first(wantedBytes));
-        reading.pending->result.waited +=
-            ReadAheadPolicy::WaitOf(std::chrono::steady_clock::now() - begun);
-        if (readBytes != wantedBytes) {
-            return false;
-        }
+// With the padding after the last one. Ends the chunk when not all bytes of the piece can be read.
+void ChunkLanes::ReadPiece(Lane& lane) {
+    const std::size_t chunkBytes = lane.pending->chunk.lengthBytes;
+    const std::size_t roomBytes = pieceBytes_ + kPaddingRoomBytes;
+    const auto index = static_cast<std::size_t>(&lane - lanes_.data());
+    const std::span<std::uint8_t> room(pieces_.get() + index * roomBytes, roomBytes);
+    const auto piece = room.first(std::min(pieceBytes_, chunkBytes - lane.readBytes));
+    if (!ReadBytes(lane, piece)) {
+        End(lane, false);
+        return;
     }
-    reading.readBytes += wantedBytes;
-    reading.isPadded = reading.readBytes == chunk.lengthBytes;
-    reading.blocks = room.data();
-    reading.blockCount = reading.isPadded
-                             ? AppendSha256Padding(room, wantedBytes, chunk.lengthBytes)
-                             : wantedBytes / kSha256BlockBytes;
-    return true;
+    lane.readBytes += piece.size();
+    lane.isPadded = lane.readBytes == chunkBytes;
+    lane.blocks = room.data();
+    lane.blockCount = lane.isPadded ? AppendSha256Padding(room, piece.size(), chunkBytes)
+                                    : piece.size() / kSha256BlockBytes;
+}
+
+// The next ones of the lane's chunk. False when not all of them can be read.
+bool ChunkLanes::ReadBytes(Lane& lane, std::span<std::uint8_t> bytes) {
+    if (bytes.empty()) {
+        return true;
+    }
+    const ChunkToHash& chunk = lane.pending->chunk;
+    const auto begun = std::chrono::steady_clock::now();
+    const std::size_t readBytes = chunk.file->ReadAt(chunk.offset + lane.readBytes, bytes);
+    lane.pending->result.waited +=
+        ReadAheadPolicy::WaitOf(std::chrono::steady_clock::now() - begun);
+    return readBytes == bytes.size();
 }
 
 void ChunkLanes::Compress() {

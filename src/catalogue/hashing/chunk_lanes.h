@@ -23,15 +23,20 @@ class ChunkLanes {
     [[nodiscard]] std::size_t IdleCount() const { return engine_.LaneCount() - busyCount_; }
     [[nodiscard]] bool IsIdle() const { return busyCount_ == 0; }
 
-    // Gives an idle lane, of which there is one, `chunk`, which stays where it is until it ended.
+    // Gives an idle lane, of which there is one, `chunk`, which stays where it is until it ended,
+    // and reads its first piece. A chunk that cannot be read ends at once.
     void Begin(PendingChunk& chunk);
 
     // Frees the lane of `chunk` if it has one. The chunk gets no result.
     void Cancel(const PendingChunk& chunk);
 
-    // Hashes as many blocks of each busy lane as the one with the fewest has at hand. The chunks
-    // that ended by it have their results, and their lanes are idle. Good until the next call.
-    [[nodiscard]] std::span<PendingChunk* const> Advance();
+    // Hashes as many blocks of each busy lane as the one with the fewest has at hand.
+    void Advance();
+
+    // The chunks that ended since the last call of this: they have their results, and their lanes
+    // are idle. Good until the next call of the others. To be asked before more chunks are begun
+    // than there were idle lanes when it was asked last.
+    [[nodiscard]] std::span<PendingChunk* const> TakeEnded();
 
   private:
     struct Lane {
@@ -45,8 +50,8 @@ class ChunkLanes {
         std::array<std::uint32_t, kSha256StateWords> state{};
     };
 
-    void ReadPieces();
-    bool ReadPiece(std::size_t lane);
+    void ReadPiece(Lane& lane);
+    [[nodiscard]] bool ReadBytes(Lane& lane, std::span<std::uint8_t> bytes);
     void Compress();
     void EndHashed();
     void End(Lane& lane, bool isRead);

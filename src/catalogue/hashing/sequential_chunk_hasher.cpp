@@ -20,14 +20,9 @@ std::size_t SequentialChunkHasher::PendingCount() const {
 }
 
 void SequentialChunkHasher::AwaitOldest() {
-    while (!pending_.front().isDone) {
-        BeginWaiting();
-        for (PendingChunk* const ended : lanes_.Advance()) {
-            ended->isDone = true;
-            if (!ended->result.isRead) {
-                unreadFile_ = ended->chunk.file.get();
-            }
-        }
+    for (BeginWaiting(); !pending_.front().isDone; BeginWaiting()) {
+        lanes_.Advance();
+        NoteEnded();
     }
 }
 
@@ -51,8 +46,18 @@ void SequentialChunkHasher::BeginWaiting() {
         if (begunCount_ > 0 && next.chunk.file.get() == unreadFile_) {
             return;
         }
-        lanes_.Begin(next);
         ++begunCount_;
+        lanes_.Begin(next);
+        NoteEnded();
+    }
+}
+
+void SequentialChunkHasher::NoteEnded() {
+    for (PendingChunk* const ended : lanes_.TakeEnded()) {
+        ended->isDone = true;
+        if (!ended->result.isRead) {
+            unreadFile_ = ended->chunk.file.get();
+        }
     }
 }
 

@@ -22,6 +22,7 @@ class SequentialChunkHasher : public ChunkHasher {
 
   private:
     void BeginWaiting();
+    void NoteEnded();
     void PopOldest();
 
     const Sha256Engine& engine_;

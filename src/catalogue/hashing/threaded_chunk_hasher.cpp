@@ -88,18 +88,16 @@ void ThreadedChunkHasher::Drop(std::size_t count) {
 }
 
 void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
+    Share share;
     std::unique_lock lock(mutex_);
     while (!isStopping_) {
-        BeginShare(lanes);
-        if (lanes.IsIdle()) {
+        TakeShare(lanes.IdleCount(), share);
+        if (share.count == 0 && lanes.IsIdle()) {
             workAdded_.wait(lock, [this] { return isStopping_ || HasWork(); });
             continue;
         }
         lock.unlock();
-        std::span<PendingChunk* const> ended;
-        while (ended.empty()) {
-            ended = lanes.Advance();
-        }
+        const auto ended = HashUntilSomeEnd(lanes, share);
         lock.lock();
         End(ended);
     }
@@ -111,15 +109,29 @@ bool ThreadedChunkHasher::HasWork() const {
            (waiting_ == pending_.begin() || waiting_->chunk.file.get() != unreadFile_);
 }
 
-// Begins what falls to one of all workers, so that none has everything while another has nothing.
-void ThreadedChunkHasher::BeginShare(ChunkLanes& lanes) {
+// What falls to one of all workers, so that none has everything while another has nothing.
+void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
     const std::size_t workers = WorkerCount();
-    std::size_t share = std::min(lanes.IdleCount(), (waitingCount_ + workers - 1) / workers);
-    for (; share > 0 && HasWork(); --share) {
-        lanes.Begin(*waiting_);
+    const std::size_t fairCount = std::min(idleLanes, (waitingCount_ + workers - 1) / workers);
+    share.count = 0;
+    while (share.count < fairCount && HasWork()) {
+        share.chunks[share.count++] = &*waiting_;
         ++waiting_;
         --waitingCount_;
     }
+}
+
+std::span<PendingChunk* const> ThreadedChunkHasher::HashUntilSomeEnd(ChunkLanes& lanes,
+                                                                     const Share& share) {
+    for (PendingChunk* const chunk : std::span(share.chunks).first(share.count)) {
+        lanes.Begin(*chunk);
+    }
+    auto ended = lanes.TakeEnded();
+    while (ended.empty()) {
+        lanes.Advance();
+        ended = lanes.TakeEnded();
+    }
+    return ended;
 }
 
 void ThreadedChunkHasher::End(std::span<PendingChunk* const> ended) {

@@ -2,6 +2,7 @@
 #ifndef SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
 
+#include <array>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -37,9 +38,16 @@ class ThreadedChunkHasher : public ChunkHasher {
     // A list, so that a chunk stays where it is when it is moved to another list.
     using Chunks = std::list<PendingChunk>;
 
+    // The chunks that one worker begins at a time.
+    struct Share {
+        std::array<PendingChunk*, kMaxSha256Lanes> chunks{};
+        std::size_t count = 0;
+    };
+
     void Work(ChunkLanes& lanes);
     [[nodiscard]] bool HasWork() const;
-    void BeginShare(ChunkLanes& lanes);
+    void TakeShare(std::size_t idleLanes, Share& share);
+    static std::span<PendingChunk* const> HashUntilSomeEnd(ChunkLanes& lanes, const Share& share);
     void End(std::span<PendingChunk* const> ended);
     void PopOldest();
 
