@@ -87,6 +87,11 @@ struct Avx2Vector {
         return _mm256_srli_epi32(x, kBits);
     }
 
+    static Type Keep(Type x) {
+        asm("" : "+x"(x));
+        return x;
+    }
+
     static Type Xor3(Type x, Type y, Type z) {
         return _mm256_xor_si256(_mm256_xor_si256(x, y), z);
     }

@@ -90,6 +90,11 @@ struct Avx512Vector {
         return _mm512_srli_epi32(x, kBits);
     }
 
+    static Type Keep(Type x) {
+        asm("" : "+v"(x));
+        return x;
+    }
+
     static Type Xor3(Type x, Type y, Type z) {
         return _mm512_ternarylogic_epi32(x, y, z, kXorOfThree);
     }

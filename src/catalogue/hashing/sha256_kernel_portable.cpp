@@ -37,6 +37,9 @@ struct Word {
         return x >> kBits;
     }
 
+    // One element does not gain from it.
+    static Type Keep(Type x) { return x; }
+
     static Type Xor3(Type x, Type y, Type z) { return x ^ y ^ z; }
 
     static Type Choose(Type x, Type y, Type z) { return ((y ^ z) & x) ^ z; }

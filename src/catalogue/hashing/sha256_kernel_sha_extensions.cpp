@@ -1,7 +1,7 @@
 // SHA-256 on the SHA extensions of x86-64. Plain arrays throughout: inline functions of the
 // standard library, compiled here with these instructions, could be the copies that the linker
 // keeps for all. For the same reason the lane loop and its switch stand in each kernel's file: a
-// template in a header would be compiled with the flags of several.
+// template over numbers in a header would be compiled with the flags of several.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include <immintrin.h>
