@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <barrier>
 #include <limits>
@@ -122,6 +123,9 @@ TEST(Sha256Engine, ProvesAndTimesNothingBeforeItIsUsedAndNotForOneLane) {
     const Sha256Engine engine({&kPortableSha256Kernel, &kCountingKernel});
     EXPECT_EQ(engine.LaneCount(), 1U);
     ExpectRightDigests(engine, 1, kNoLimit);
+    const std::array<Sha256Lane, 2> lanes{};
+    engine.Compress(lanes, 0);
+    engine.Compress({}, 1);
     EXPECT_EQ(countedCalls, 0U);
     ExpectRightDigests(engine, 2, kNoLimit);
     EXPECT_GT(countedCalls, 0U);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogue/hashing/sha256_test_support.h"
+#include "catalogue/hashing/x86_features.h"
 
 namespace sealkeeper {
 namespace {
@@ -145,6 +146,15 @@ TEST(Sha256Kernels, AreCompiledForTheirArchitectures) {
     const std::vector<const Sha256Kernel*> expected = {&kPortableSha256Kernel};
 #endif
     EXPECT_EQ(AllKernels(), expected);
+}
+#endif
+
+#if defined(__linux__) && defined(__GNUC__) && defined(__x86_64__)
+TEST(Sha256Kernels, AreSupportedWhereTheProcessorHasTheirInstructions) {
+    const X86Features& features = ProcessorX86Features();
+    EXPECT_EQ(kShaExtensionsSha256Kernel.isSupported(), features.shaExtensions);
+    EXPECT_EQ(kAvx512Sha256Kernel.isSupported(), features.avx512);
+    EXPECT_EQ(kAvx2Sha256Kernel.isSupported(), features.avx2);
 }
 #endif
 
