@@ -24,7 +24,7 @@ using test::CallCount;
 using test::TempDirectory;
 
 TEST(FileHasherFaults, FileThatIsGivenUpIsNotReadToItsEnd) {
-    constexpr std::size_t kChunkCount = 20;
+    constexpr std::size_t kChunkCount = 50;
     const TempDirectory directory;
     const std::vector<std::string> paths = {directory.WriteFile("long", ""),
                                             directory.WriteFile("short", "hello")};

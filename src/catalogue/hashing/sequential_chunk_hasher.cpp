@@ -20,7 +20,8 @@ std::size_t SequentialChunkHasher::PendingCount() const {
 }
 
 void SequentialChunkHasher::AwaitOldest() {
-    for (BeginWaiting(); !pending_.front().isDone; BeginWaiting()) {
+    while (!pending_.front().isDone) {
+        BeginWaiting();
         lanes_.Advance();
         NoteEnded();
     }

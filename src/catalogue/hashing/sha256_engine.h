@@ -17,9 +17,9 @@ namespace sealkeeper {
 //
 // One lane needs no choice: the first usable kernel takes it, so that hashing one small file costs
 // nothing but the proof of that kernel. For more lanes the kernels are timed, once and when they
-// are first asked for, in about half a millisecond. Nothing else tells which is faster: AMD's SHA
-// extensions nearly match its AVX-512 for four lanes, Intel's reach half of it, and a processor to
-// come may differ from both.
+// are first asked for, in less than half a millisecond with their proofs. Nothing else tells which
+// is faster: AMD's SHA extensions nearly match its AVX-512 for four lanes, Intel's reach half of
+// it, and a processor to come may differ from both.
 class Sha256Engine {
   public:
     // `kernels` are tried, for one lane in this order; unusable ones are left out. When none is
