@@ -27,11 +27,11 @@ using MismatchHandler = bool (*)(const StoredEntry& entry, std::uint64_t positio
 // What the record of a file holds.
 struct StoredFields {
     std::uint64_t fileSizeBytes = 0;
-    // The index of the first UTF-16 unit behind the last '/' of the path, as stored.
+    // The index of the first UTF-16 unit after the last '/' of the path, as stored.
     std::uint32_t namePosition = 0;
     // Up to the first zero of its field.
     std::u16string_view path;
-    // One behind the other.
+    // One after the other.
     std::span<const std::uint8_t> digests;
 };
 
