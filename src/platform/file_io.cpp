@@ -81,8 +81,10 @@ WriteOutcome WriteWholeFile(const std::string& path, std::span<const std::uint8_
     if (!stream) {
         return WriteOutcome::OpenFailed;
     }
-    // A full disk may show only when the buffered bytes leave the stream, so the flush decides.
-    const bool taken = std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) == bytes.size() &&
+    // A full disk may show only when the buffered bytes leave the stream, so the flush decides. An
+    // empty span may have a null pointer, which fwrite must not be given.
+    const bool taken = (bytes.empty() ||
+                        std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) == bytes.size()) &&
                        std::fflush(stream.get()) == 0;
     const bool closed = std::fclose(stream.release()) == 0;
     if (!taken) {
