@@ -8,15 +8,16 @@
 namespace sealkeeper {
 namespace {
 
-// For each lane, how many chunks and how many bytes are pending at most. A lane works on one chunk,
-// and the disk meanwhile brings another. Small files want more: many of them together keep a disk
-// busy, and lanes run empty where few are at hand.
-constexpr std::size_t kChunksPerLane = 4;
-constexpr std::uint64_t kBytesPerLane = 2 * kChunkBytes;
+// How many chunks are pending at most, for each lane and however few lanes there are. A lane works
+// on one, and the disk meanwhile brings another.
+constexpr std::size_t kChunksPerLane = 2;
+constexpr std::size_t kLeastChunks = 16;
 
-// The same for all lanes together, however few there are.
-constexpr std::size_t kLeastPendingChunks = 64;
-constexpr std::uint64_t kLeastPendingBytes = 16 * kChunkBytes;
+// The same where they are small: many of them together keep a disk busy, and lanes run empty where
+// few are at hand.
+constexpr std::size_t kSmallChunksPerLane = 4;
+constexpr std::size_t kLeastSmallChunks = 64;
+constexpr std::size_t kSmallChunkBytes = 1'048'576;
 
 }  // namespace
 
@@ -98,11 +99,10 @@ void FileHasher::AddChunksAhead() {
 
 bool FileHasher::HasRoom() const {
     const std::size_t lanes = chunks_->LaneCount();
-    if (chunks_->PendingCount() >= std::max(kChunksPerLane * lanes, kLeastPendingChunks)) {
-        return false;
-    }
-    const std::uint64_t takenBytes = ChunkOffset(takenChunks_, window_.Current().sizeBytes);
-    return window_.GivenBytes() - takenBytes < std::max(kBytesPerLane * lanes, kLeastPendingBytes);
+    const std::size_t pending = chunks_->PendingCount();
+    return pending < std::max(kChunksPerLane * lanes, kLeastChunks) ||
+           (pending < std::max(kSmallChunksPerLane * lanes, kLeastSmallChunks) &&
+            window_.LastGivenBytes() <= kSmallChunkBytes);
 }
 
 }  // namespace sealkeeper

@@ -56,12 +56,9 @@ std::optional<ChunkToHash> FileWindow::NextChunk() {
                        ChunkLength(index, last.file.sizeBytes)};
 }
 
-std::uint64_t FileWindow::GivenBytes() const {
-    std::uint64_t bytes = 0;
-    for (const OpenedFile& opened : files_) {
-        bytes += ChunkOffset(opened.givenChunks, opened.file.sizeBytes);
-    }
-    return bytes;
+std::size_t FileWindow::LastGivenBytes() const {
+    const OpenedFile& last = files_.back();
+    return last.givenChunks == 0 ? 0 : ChunkLength(last.givenChunks - 1, last.file.sizeBytes);
 }
 
 }  // namespace sealkeeper

@@ -60,8 +60,8 @@ class FileWindow {
     // there is none, or no room for more files.
     [[nodiscard]] std::optional<ChunkToHash> NextChunk();
 
-    // The bytes of all chunks given of the files in the window.
-    [[nodiscard]] std::uint64_t GivenBytes() const;
+    // The length of the chunk that was given last; 0 when none was of the last file.
+    [[nodiscard]] std::size_t LastGivenBytes() const;
 
   private:
     struct OpenedFile {

@@ -19,6 +19,10 @@ class ReadAheadPolicy {
     // read in memory takes longer only when the processor did something else meanwhile.
     static constexpr std::chrono::microseconds kWait{50};
 
+    // No read counts as having waited longer: where a processor is shared with others, one in
+    // memory may take any time.
+    static constexpr std::chrono::microseconds kLongestWait{500};
+
     // What a step of advice costs where the pages are in memory.
     static constexpr std::chrono::microseconds kStepTime{4};
 
@@ -27,7 +31,8 @@ class ReadAheadPolicy {
 
     // What a read of this duration counts as having waited.
     [[nodiscard]] static std::chrono::nanoseconds WaitOf(std::chrono::nanoseconds duration) {
-        return duration > kWait ? duration : std::chrono::nanoseconds::zero();
+        return duration > kWait ? std::min<std::chrono::nanoseconds>(duration, kLongestWait)
+                                : std::chrono::nanoseconds::zero();
     }
 
     // Whether to give advice of so many steps.

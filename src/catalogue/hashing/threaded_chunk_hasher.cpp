@@ -6,6 +6,12 @@
 #include <utility>
 
 namespace sealkeeper {
+namespace {
+
+// Hashed in a fraction of a millisecond.
+constexpr std::size_t kLittleBytes = 1'048'576;
+
+}  // namespace
 
 ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount)
     : engine_(engine) {
@@ -109,12 +115,16 @@ bool ThreadedChunkHasher::HasWork() const {
            (waiting_ == pending_.begin() || waiting_->chunk.file.get() != unreadFile_);
 }
 
-// What falls to one of all workers, so that none has everything while another has nothing.
+// Takes what falls to one of all workers, so that none has everything while another has nothing.
+// Where that is little, full lanes come first.
 void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
     const std::size_t workers = WorkerCount();
-    const std::size_t fairCount = std::min(idleLanes, (waitingCount_ + workers - 1) / workers);
+    const std::size_t fairCount = (waitingCount_ + workers - 1) / workers;
+    std::size_t takenBytes = 0;
     share.count = 0;
-    while (share.count < fairCount && HasWork()) {
+    while (share.count < idleLanes && HasWork() &&
+           (share.count < fairCount || takenBytes < kLittleBytes)) {
+        takenBytes += waiting_->chunk.lengthBytes;
         share.chunks[share.count++] = &*waiting_;
         ++waiting_;
         --waitingCount_;

@@ -28,6 +28,12 @@ TEST(ReadAheadPolicy, AdvisesAtFirstAndAsFarAsReadsWaited) {
     EXPECT_EQ(StepsOf(policy), 80U);
 }
 
+TEST(ReadAheadPolicy, OneReadEarnsLittleHoweverLongItTakes) {
+    EXPECT_EQ(Policy::WaitOf(Policy::kLongestWait), Policy::kLongestWait);
+    EXPECT_EQ(Policy::WaitOf(std::chrono::hours(1)), Policy::kLongestWait);
+    EXPECT_EQ(Policy::WaitOf(Policy::kWait), std::chrono::nanoseconds::zero());
+}
+
 TEST(ReadAheadPolicy, WaitingForLongIsRememberedForAWhile) {
     Policy policy;
     policy.Earn(std::chrono::hours(1));
