@@ -39,18 +39,14 @@ void ChunkLanes::Begin(PendingChunk& chunk) {
     ReadPiece(*idle);
 }
 
-void ChunkLanes::Cancel(const PendingChunk& chunk) {
-    for (Lane& lane : lanes_) {
-        if (lane.pending == &chunk) {
-            lane.pending = nullptr;
-            --busyCount_;
-        }
-    }
-}
-
 void ChunkLanes::Advance() {
     for (Lane& lane : lanes_) {
-        if (lane.pending != nullptr && lane.blockCount == 0) {
+        if (lane.pending == nullptr) {
+            continue;
+        }
+        if (lane.pending->isDropped) {
+            End(lane, false);
+        } else if (lane.blockCount == 0) {
             ReadPiece(lane);
         }
     }

@@ -27,10 +27,8 @@ class ChunkLanes {
     // and reads its first piece. A chunk that cannot be read ends at once.
     void Begin(PendingChunk& chunk);
 
-    // Frees the lane of `chunk` if it has one. The chunk gets no result.
-    void Cancel(const PendingChunk& chunk);
-
-    // Hashes as many blocks of each busy lane as the one with the fewest has at hand.
+    // Hashes as many blocks of each busy lane as the one with the fewest has at hand. Chunks that
+    // were dropped end, unread.
     void Advance();
 
     // The chunks that ended since the last call of this: they have their results, and their lanes

@@ -26,7 +26,7 @@ FileHasher::FileHasher(std::size_t fileCount, OpenFile open, std::unique_ptr<Chu
 
 const FileToHash& FileHasher::NextFile() {
     if (hasCurrentFile_) {
-        chunks_->Drop(window_.GivenOfCurrent() - takenChunks_);
+        chunks_->Drop(static_cast<std::size_t>(window_.GivenOfCurrent() - takenChunks_));
         window_.PopCurrent();
     }
     hasCurrentFile_ = true;

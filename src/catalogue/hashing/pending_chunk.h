@@ -2,10 +2,12 @@
 #ifndef SEALKEEPER_CATALOGUE_HASHING_PENDING_CHUNK_H
 #define SEALKEEPER_CATALOGUE_HASHING_PENDING_CHUNK_H
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include "platform/input_file.h"
 #include "runtime/sha256.h"
@@ -29,10 +31,14 @@ struct HashedChunk {
 };
 
 struct PendingChunk {
+    explicit PendingChunk(ChunkToHash toHash) : chunk(std::move(toHash)) {}
+
     ChunkToHash chunk;
     HashedChunk result;
     // Whether `result` is final.
     bool isDone = false;
+    // Nobody wants the result, so no more is read. Set while another thread may be at the chunk.
+    std::atomic<bool> isDropped = false;
 };
 
 }  // namespace sealkeeper

@@ -1,5 +1,6 @@
 #include "catalogue/hashing/sequential_chunk_hasher.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace sealkeeper {
@@ -12,7 +13,7 @@ std::size_t SequentialChunkHasher::LaneCount() const {
 }
 
 void SequentialChunkHasher::Add(ChunkToHash chunk) {
-    pending_.push_back({std::move(chunk), {}, false});
+    pending_.emplace_back(std::move(chunk));
 }
 
 std::size_t SequentialChunkHasher::PendingCount() const {
@@ -35,8 +36,15 @@ HashedChunk SequentialChunkHasher::Take() {
 }
 
 void SequentialChunkHasher::Drop(std::size_t count) {
-    for (std::size_t dropped = 0; dropped < count; ++dropped) {
-        lanes_.Cancel(pending_.front());
+    if (count == 0) {
+        return;
+    }
+    for (std::size_t index = 0; index < std::min(count, begunCount_); ++index) {
+        pending_[index].isDropped = true;
+    }
+    lanes_.Advance();
+    NoteEnded();
+    for (; count > 0; --count) {
         PopOldest();
     }
 }
@@ -56,7 +64,7 @@ void SequentialChunkHasher::BeginWaiting() {
 void SequentialChunkHasher::NoteEnded() {
     for (PendingChunk* const ended : lanes_.TakeEnded()) {
         ended->isDone = true;
-        if (!ended->result.isRead) {
+        if (!ended->result.isRead && !ended->isDropped) {
             unreadFile_ = ended->chunk.file.get();
         }
     }

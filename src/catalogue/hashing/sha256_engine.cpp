@@ -15,6 +15,9 @@ Sha256Engine::Sha256Engine(std::vector<const Sha256Kernel*> kernels)
     if (kernels_.empty()) {
         kernels_.push_back(&kPortableSha256Kernel);
     }
+    for (const Sha256Kernel* kernel : kernels_) {
+        laneCount_ = std::max(laneCount_, kernel->maxLanes);
+    }
 }
 
 void Sha256Engine::Compress(std::span<const Sha256Lane> lanes, std::size_t blockCount) const {
@@ -35,14 +38,6 @@ void Sha256Engine::Compress(std::span<const Sha256Lane> lanes, std::size_t block
 
 void Sha256Engine::Prepare() const {
     std::call_once(planIsMade_, [this] { plan_ = MakePlan(); });
-}
-
-std::size_t Sha256Engine::LaneCount() const {
-    std::size_t most = 0;
-    for (const Sha256Kernel* kernel : kernels_) {
-        most = std::max(most, kernel->maxLanes);
-    }
-    return most;
 }
 
 const Sha256Kernel& Sha256Engine::FirstUsable() const {

@@ -36,7 +36,7 @@ class Sha256Engine {
 
     // The lanes of the widest kernel that this processor supports, known without measuring: how
     // many messages are worth having under way.
-    [[nodiscard]] std::size_t LaneCount() const;
+    [[nodiscard]] std::size_t LaneCount() const { return laneCount_; }
 
   private:
     [[nodiscard]] const Sha256Kernel& FirstUsable() const;
@@ -44,6 +44,7 @@ class Sha256Engine {
 
     // Those that this processor supports.
     std::vector<const Sha256Kernel*> kernels_;
+    std::size_t laneCount_ = 0;
 
     mutable std::once_flag firstIsFound_;
     mutable const Sha256Kernel* first_ = nullptr;

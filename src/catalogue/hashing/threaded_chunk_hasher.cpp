@@ -34,6 +34,7 @@ ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t
 
 ThreadedChunkHasher::~ThreadedChunkHasher() {
     {
+        // So that no worker misses it between looking and waiting.
         const std::scoped_lock lock(mutex_);
         isStopping_ = true;
     }
@@ -53,7 +54,7 @@ void ThreadedChunkHasher::Add(ChunkToHash chunk) {
     bool isShareComplete = false;
     {
         const std::scoped_lock lock(mutex_);
-        pending_.push_back({std::move(chunk), {}, false});
+        pending_.emplace_back(std::move(chunk));
         if (waitingCount_++ == 0) {
             waiting_ = std::prev(pending_.end());
         }
@@ -66,11 +67,11 @@ void ThreadedChunkHasher::Add(ChunkToHash chunk) {
 
 void ThreadedChunkHasher::AwaitOldest() {
     std::unique_lock lock(mutex_);
-    if (pending_.front().isDone) {
+    if (IsOldestDone()) {
         return;
     }
     workAdded_.notify_all();
-    oldestDone_.wait(lock, [this] { return pending_.front().isDone; });
+    oldestDone_.wait(lock, [this] { return IsOldestDone(); });
 }
 
 HashedChunk ThreadedChunkHasher::Take() {
@@ -81,15 +82,19 @@ HashedChunk ThreadedChunkHasher::Take() {
     return result;
 }
 
+// Workers are at some of them; they let go after the piece that they are reading.
 void ThreadedChunkHasher::Drop(std::size_t count) {
-    const std::scoped_lock lock(mutex_);
-    for (std::size_t dropped = 0; dropped < count; ++dropped) {
-        const bool isBegun = waiting_ != pending_.begin();
-        if (isBegun && !pending_.front().isDone) {
-            dropped_.splice(dropped_.end(), pending_, pending_.begin());
-        } else {
-            PopOldest();
-        }
+    if (count == 0) {
+        return;
+    }
+    std::unique_lock lock(mutex_);
+    auto chunk = pending_.begin();
+    for (std::size_t dropped = 0; dropped < count; ++dropped, ++chunk) {
+        chunk->isDropped = true;
+    }
+    for (; count > 0; --count) {
+        oldestDone_.wait(lock, [this] { return waiting_ == pending_.begin() || IsOldestDone(); });
+        PopOldest();
     }
 }
 
@@ -132,12 +137,12 @@ void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
 }
 
 std::span<PendingChunk* const> ThreadedChunkHasher::HashUntilSomeEnd(ChunkLanes& lanes,
-                                                                     const Share& share) {
+                                                                     const Share& share) const {
     for (PendingChunk* const chunk : std::span(share.chunks).first(share.count)) {
         lanes.Begin(*chunk);
     }
     auto ended = lanes.TakeEnded();
-    while (ended.empty()) {
+    while (ended.empty() && !isStopping_) {
         lanes.Advance();
         ended = lanes.TakeEnded();
     }
@@ -147,12 +152,11 @@ std::span<PendingChunk* const> ThreadedChunkHasher::HashUntilSomeEnd(ChunkLanes&
 void ThreadedChunkHasher::End(std::span<PendingChunk* const> ended) {
     for (PendingChunk* const chunk : ended) {
         chunk->isDone = true;
-        if (!chunk->result.isRead) {
+        if (!chunk->result.isRead && !chunk->isDropped) {
             unreadFile_ = chunk->chunk.file.get();
         }
     }
-    dropped_.remove_if([](const PendingChunk& chunk) { return chunk.isDone; });
-    if (!pending_.empty() && pending_.front().isDone) {
+    if (!pending_.empty() && IsOldestDone()) {
         oldestDone_.notify_one();
     }
 }

@@ -3,6 +3,7 @@
 #define SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
 
 #include <array>
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -35,7 +36,7 @@ class ThreadedChunkHasher : public ChunkHasher {
     void Drop(std::size_t count) override;
 
   private:
-    // A list, so that a chunk stays where it is when it is moved to another list.
+    // A list, so that `waiting_` stays good when others come and go.
     using Chunks = std::list<PendingChunk>;
 
     // The chunks that one worker begins at a time.
@@ -46,8 +47,10 @@ class ThreadedChunkHasher : public ChunkHasher {
 
     void Work(ChunkLanes& lanes);
     [[nodiscard]] bool HasWork() const;
+    [[nodiscard]] bool IsOldestDone() const { return pending_.front().isDone; }
     void TakeShare(std::size_t idleLanes, Share& share);
-    static std::span<PendingChunk* const> HashUntilSomeEnd(ChunkLanes& lanes, const Share& share);
+    [[nodiscard]] std::span<PendingChunk* const> HashUntilSomeEnd(ChunkLanes& lanes,
+                                                                  const Share& share) const;
     void End(std::span<PendingChunk* const> ended);
     void PopOldest();
 
@@ -62,11 +65,10 @@ class ThreadedChunkHasher : public ChunkHasher {
     // The first that was not begun, and how many there are from there on.
     Chunks::iterator waiting_ = pending_.end();
     std::size_t waitingCount_ = 0;
-    // Given up while a worker is at them, which removes them when it ends.
-    Chunks dropped_;
     // That of the last chunk that could not be read.
     const InputFile* unreadFile_ = nullptr;
-    bool isStopping_ = false;
+    // Read by workers without the mutex, too.
+    std::atomic<bool> isStopping_ = false;
 
     // One for each worker; a deque, since they are not moved.
     std::deque<ChunkLanes> lanes_;
