@@ -8,6 +8,7 @@
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/sha256.h>
 #include <mbedtls/version.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -336,6 +337,15 @@ int SEALKEEPER_RESULT(mbedtls_sha256)(const unsigned char* data, size_t size, un
     const int result = Real<int(const unsigned char*, size_t, unsigned char*, int)>(
         SEALKEEPER_RESULT_TEXT(mbedtls_sha256))(data, size, digest, is224);
     return Strikes(Call::Sha256) ? MBEDTLS_ERR_SHA256_BAD_INPUT_DATA : result;
+}
+
+int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
+                   void* argument) SEALKEEPER_NOTHROW {
+    using Create = int(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
+    if (Strikes(Call::StartThread)) {
+        return EAGAIN;
+    }
+    return Real<Create>("pthread_create")(thread, attributes, start, argument);
 }
 
 }  // extern "C"

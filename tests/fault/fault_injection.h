@@ -39,6 +39,7 @@ enum class Call {
     SeedGenerator,
     // The digest is made all the same where there is one to make.
     Sha256,
+    StartThread,
     Allocation,
     Count
 };

@@ -40,6 +40,25 @@ TEST(FileHasherFaults, FileThatIsGivenUpIsNotReadToItsEnd) {
     EXPECT_LT(CallCount(Call::ReadChunk), kChunkCount);
 }
 
+// No call more than these, and none of them twice.
+TEST(FileHasherFaults, FileOfOneChunkIsLookedAtOpenedReadAndLookedAtAgain) {
+    constexpr std::size_t kFileCount = 10;
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    FileHasher hasher(kFileCount, [&](std::size_t /*index*/) { return OpenCollectedFile(path); });
+    for (const Call call : {Call::Stat, Call::Open, Call::ReadChunk, Call::Fstat}) {
+        test::ResetCallCount(call);
+    }
+    for (std::size_t file = 0; file < kFileCount; ++file) {
+        static_cast<void>(hasher.NextFile());
+        EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
+        EXPECT_FALSE(hasher.HasFileChanged());
+    }
+    for (const Call call : {Call::Stat, Call::Open, Call::ReadChunk, Call::Fstat}) {
+        EXPECT_EQ(CallCount(call), kFileCount);
+    }
+}
+
 TEST(FileHasherFaults, FileWithoutChunksIsNotRead) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));

@@ -67,16 +67,12 @@ void ThreadedChunkHasher::Add(ChunkToHash chunk) {
 
 void ThreadedChunkHasher::AwaitOldest() {
     std::unique_lock lock(mutex_);
-    if (IsOldestDone()) {
-        return;
-    }
-    workAdded_.notify_all();
-    oldestDone_.wait(lock, [this] { return IsOldestDone(); });
+    AwaitOldest(lock);
 }
 
 HashedChunk ThreadedChunkHasher::Take() {
-    AwaitOldest();
-    const std::scoped_lock lock(mutex_);
+    std::unique_lock lock(mutex_);
+    AwaitOldest(lock);
     const HashedChunk result = pending_.front().result;
     PopOldest();
     return result;
@@ -95,6 +91,13 @@ void ThreadedChunkHasher::Drop(std::size_t count) {
     for (; count > 0; --count) {
         oldestDone_.wait(lock, [this] { return waiting_ == pending_.begin() || IsOldestDone(); });
         PopOldest();
+    }
+}
+
+void ThreadedChunkHasher::AwaitOldest(std::unique_lock<std::mutex>& lock) {
+    if (!IsOldestDone()) {
+        workAdded_.notify_all();
+        oldestDone_.wait(lock, [this] { return IsOldestDone(); });
     }
 }
 

@@ -45,6 +45,7 @@ class ThreadedChunkHasher : public ChunkHasher {
         std::size_t count = 0;
     };
 
+    void AwaitOldest(std::unique_lock<std::mutex>& lock);
     void Work(ChunkLanes& lanes);
     [[nodiscard]] bool HasWork() const;
     [[nodiscard]] bool IsOldestDone() const { return pending_.front().isDone; }
