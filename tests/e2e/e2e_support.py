@@ -26,6 +26,8 @@ CREDENTIALS = Path(os.environ["SEALKEEPER_TEST_CREDENTIALS_DIR"]).resolve()
 PRODUCT = "TestProduct42"
 TIMEOUT_SECONDS = 60
 NOBODY = 65534
+# It takes memory and descriptors of its own.
+UNDER_SANITIZER = b"__asan_init" in PROGRAM.read_bytes()
 OUTPUT_FOLDER = "Quorvane/Certificates"
 
 INCLUDE_BIN = 'config_info { version = 2; }\nsearch_options { include_paths = ["bin"] }\n'

@@ -16,13 +16,12 @@ import catalogue_format
 import e2e_console as console
 import e2e_read_back as texts
 from catalogue_entry import entry_of_bytes
-from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, Run
+from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, UNDER_SANITIZER, Run
 from independent_test_support import block_of_codes
 from signed_game import STATUSES, SignedGameTest
 
 MIB = 1024 * 1024
 RECORD = entry_of_bytes("a", b"a").record()
-UNDER_SANITIZER = b"__asan_init" in PROGRAM.read_bytes()
 LARGEST = 2**32 - 1
 BOMB_MEGABYTES = 64
 """The program itself takes 20 of them."""
