@@ -3,10 +3,10 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <utility>
 
-#include "catalogue/catalogue_format.h"
 #include "catalogue/hashing/chunked_file_reader.h"
 #include "catalogue/hashing/chunks.h"
 #include "catalogue/hashing/game_file.h"
@@ -28,11 +28,12 @@ class ChunkJudge {
           handler_(handler),
           context_(context) {}
 
-    // `chunk` is what the first reading of chunk `index` gave.
-    ResultCode Judge(std::uint32_t index, HashedChunk chunk) {
+    // `hashed` is what the first reading of chunk `index` gave.
+    ResultCode Judge(std::uint32_t index, const HashedChunk& hashed) {
         // Leniency after a recovery, deliberate: this chunk is not compared.
         const bool isLenient = std::exchange(previousRecovered_, false);
-        if (!chunk.isRead && !ReadOnceMore(index, chunk)) {
+        const Reading reading = hashed.isRead ? Reading{true, hashed.digest} : ReadOnceMore(index);
+        if (!reading.isRead) {
             return isLenient && hasBuffer_ && reader_.LastReadBytes() == 0
                        ? ResultCode::Ok
                        : ResultCode::FileVerificationIOError;
@@ -40,20 +41,27 @@ class ChunkJudge {
         if (isLenient) {
             return ResultCode::Ok;
         }
-        if (Matches(index, chunk)) {
+        if (Matches(index, reading)) {
             ProgressTick(false);
             return ResultCode::Ok;
         }
         return RecoverChunk(index);
     }
 
+    // Whether a chunk was read more than once.
+    [[nodiscard]] bool HasReadAgain() const { return hasReadAgain_; }
+
   private:
-    bool ReadOnceMore(std::uint32_t index, HashedChunk& chunk) {
-        if (!HasBuffer()) {
-            return false;
-        }
-        chunk = ReadChunk(reader_, index);
-        return chunk.isRead;
+    // Without a digest it matches nothing.
+    struct Reading {
+        bool isRead = false;
+        std::optional<Sha256Digest> digest;
+    };
+
+    // With the reader of the open file.
+    Reading ReadOnceMore(std::uint32_t index) {
+        hasReadAgain_ = true;
+        return HasBuffer() ? ReadChunk(reader_, index) : Reading{};
     }
 
     bool HasBuffer() {
@@ -68,11 +76,12 @@ class ChunkJudge {
     // A chunk that differs is read afresh, because a read may have gone wrong; what differs still
     // is up to the handler.
     ResultCode RecoverChunk(std::uint32_t index) {
-        const HashedChunk chunk = ReadAfresh(index);
-        if (!chunk.isRead) {
+        hasReadAgain_ = true;
+        const Reading reading = ReadAfresh(index);
+        if (!reading.isRead) {
             return ResultCode::FileVerificationIOError;
         }
-        if (!Matches(index, chunk) && !HandlerAccepts(index)) {
+        if (!Matches(index, reading) && !HandlerAccepts(index)) {
             return ResultCode::FileVerificationHashMismatch;
         }
         previousRecovered_ = true;
@@ -80,7 +89,7 @@ class ChunkJudge {
     }
 
     // With a reader of its own. Without the memory for it the chunk is not read.
-    [[nodiscard]] HashedChunk ReadAfresh(std::uint32_t index) const {
+    [[nodiscard]] Reading ReadAfresh(std::uint32_t index) const {
         try {
             ChunkedFileReader second(path_, kChunkBytes);
             if (!second.Open() || !second.AllocateBuffer(entry_.FileSizeBytes())) {
@@ -92,19 +101,21 @@ class ChunkJudge {
         }
     }
 
-    // One that the library fails to hash gives a digest of zeros, which is no file's.
-    HashedChunk ReadChunk(ChunkedFileReader& reader, std::uint32_t index) const {
-        HashedChunk chunk;
+    Reading ReadChunk(ChunkedFileReader& reader, std::uint32_t index) const {
         reader.SeekTo(ChunkOffset(index, entry_.FileSizeBytes()));
-        chunk.isRead = reader.ReadNextChunk();
-        if (chunk.isRead && ComputeSha256(reader.Chunk(), chunk.digest) != 0) {
-            chunk.digest = {};
+        if (!reader.ReadNextChunk()) {
+            return {};
         }
-        return chunk;
+        Sha256Digest digest{};
+        if (ComputeSha256(reader.Chunk(), digest) != 0) {
+            return {true, std::nullopt};
+        }
+        return {true, digest};
     }
 
-    [[nodiscard]] bool Matches(std::uint32_t index, const HashedChunk& chunk) const {
-        return std::equal(chunk.digest.begin(), chunk.digest.end(), entry_.Digest(index).begin());
+    [[nodiscard]] bool Matches(std::uint32_t index, const Reading& reading) const {
+        return reading.digest && std::equal(reading.digest->begin(), reading.digest->end(),
+                                            entry_.Digest(index).begin());
     }
 
     bool HandlerAccepts(std::uint32_t index) {
@@ -122,6 +133,7 @@ class ChunkJudge {
     // For reading a chunk once more with the first reader.
     bool hasBuffer_ = false;
     bool previousRecovered_ = false;
+    bool hasReadAgain_ = false;
 };
 
 ResultCode CheckStatus(const StoredEntry& entry, const FileStatus& status) {
@@ -151,6 +163,9 @@ ResultCode CheckFile(const StoredEntry& entry, const std::wstring& path, const F
             code != ResultCode::Ok) {
             return code;
         }
+    }
+    if (judge.HasReadAgain()) {
+        hasher.NoteOtherReading();
     }
     return ResultCode::Ok;
 }

@@ -66,7 +66,6 @@ class StoredEntry {
     // Opens the file at `path` and tells which of its chunks are to be hashed for the check.
     [[nodiscard]] FileToHash OpenFile(const std::wstring& path) const;
 
-    [[nodiscard]] CheckExtent Extent() const { return extent_; }
     [[nodiscard]] std::uint64_t FileSizeBytes() const { return fileSizeBytes_; }
     [[nodiscard]] std::uint32_t NamePosition() const { return namePosition_; }
     [[nodiscard]] std::wstring Path() const;

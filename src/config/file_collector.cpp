@@ -96,6 +96,7 @@ void FileCollector::CollectNamedPath(const std::string& path,
             return;
         case FileType::Regular:
         case FileType::Fifo:
+        case FileType::Socket:
         case FileType::Other:
             files.push_back(Utf8ToWide(path));
             return;

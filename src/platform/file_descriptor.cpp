@@ -24,6 +24,7 @@ bool FileDescriptor::OpenForReading(const std::string& path) {
     // until its holder gives it up.
     if (!IsOpen() && errno == EWOULDBLOCK && GetFileType(path) == FileType::Regular) {
         descriptor_ = open(path.c_str(), kFlags);
+        hasWaited_ = IsOpen();
     }
     return IsOpen();
 }

@@ -25,6 +25,9 @@ class FileDescriptor {
 
     [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
 
+    // Whether the file could be opened only once somebody gave it up, who may have changed it.
+    [[nodiscard]] bool HasWaited() const { return hasWaited_; }
+
     // Negative when nothing is open.
     [[nodiscard]] int Get() const { return descriptor_; }
 
@@ -33,6 +36,7 @@ class FileDescriptor {
 
   private:
     int descriptor_ = -1;
+    bool hasWaited_ = false;
 };
 
 // How many more descriptors the process may open now; `most` when there are more. Opens them to

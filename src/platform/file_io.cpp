@@ -12,6 +12,10 @@
 namespace sealkeeper {
 
 OpenedFile OpenForReading(const std::string& path) {
+    // To open a FIFO would let a waiting writer go.
+    if (GetFileType(path) == FileType::Fifo) {
+        return {};
+    }
     FileDescriptor descriptor;
     if (!descriptor.OpenForReading(path)) {
         return {};

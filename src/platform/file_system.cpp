@@ -29,6 +29,9 @@ FileType TypeFrom(mode_t mode) {
     if (S_ISDIR(mode)) {
         return FileType::Directory;
     }
+    if (S_ISSOCK(mode)) {
+        return FileType::Socket;
+    }
     return S_ISFIFO(mode) ? FileType::Fifo : FileType::Other;
 }
 

@@ -9,7 +9,7 @@
 
 namespace sealkeeper {
 
-enum class FileType { Missing, Regular, Directory, Fifo, Other };
+enum class FileType { Missing, Regular, Directory, Fifo, Socket, Other };
 
 // What POSIX `stat` tells of a file. A FIFO, a socket and a device have no size and count as 0,
 // whatever the system reports as waiting in them; so does what is missing.

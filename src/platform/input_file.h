@@ -19,6 +19,9 @@ class InputFile {
 
     [[nodiscard]] bool IsOpen() const { return descriptor_.IsOpen(); }
 
+    // As `FileDescriptor::HasWaited`.
+    [[nodiscard]] bool HasWaited() const { return descriptor_.HasWaited(); }
+
     // What the open file is.
     [[nodiscard]] FileStatus Status() const { return StatusOfOpenFile(descriptor_.Get()); }
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -238,6 +240,18 @@ TEST_F(FileVerificationTest, DirectoryIsNoFile) {
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {DigestOf("")})), L"d"), kIoError);
     // Not even where its size is all there is to check.
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {})), L"d"), kIoError);
+}
+
+TEST_F(FileVerificationTest, SocketCannotBeOpened) {
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_GE(listener, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    address.sun_path[0] = 's';
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+    EXPECT_EQ(Verify(*EntryOf(RecordOf(3, u"a", {DigestOf("abc")})), L"s"), kIoError);
+    EXPECT_EQ(Verify(*EntryOf(RecordOf(0, u"a", {})), L"s"), kIoError);
+    EXPECT_EQ(close(listener), 0);
 }
 
 TEST_F(FileVerificationTest, LinksAreFollowed) {

@@ -8,7 +8,7 @@ import unittest
 
 import e2e_console as console
 from catalogue_entry import entry_of_bytes
-from e2e_support import config
+from e2e_support import PRODUCT, config
 from signed_game import SignedGameTest
 
 
@@ -52,6 +52,17 @@ class Fifos(SignedGameTest):
         self.assertIn(console.empty_file("./fifo"), run.output)
         self.assertTrue(self.writer.still_waits())
 
+    def test_verify_does_not_open_one_in_place_of_a_catalogue(self) -> None:
+        writer = WaitingWriter(self.output / "base.bin")
+        self.addCleanup(writer.let_go)
+        run = self.run_program("-productid", PRODUCT, "verify", self.game)
+        self.assertEqual(run.status, 8, run.output)
+        self.assertTrue(writer.still_waits())
+
+    def test_list_does_not_open_one(self) -> None:
+        self.assertEqual(self.list_file(self.game / "fifo").status, 8)
+        self.assertTrue(self.writer.still_waits())
+
     def test_nor_as_the_single_file(self) -> None:
         run = self.run_program(*self.generate_arguments("-target_file", self.game / "fifo"))
         self.assertEqual(run.status, 0, run.output)
@@ -68,6 +79,8 @@ class Leases(SignedGameTest):
         self.descriptor = os.open(self.path, os.O_RDWR)
         self.addCleanup(os.close, self.descriptor)
         self.asked = 0
+        # What the holder has still to write when it is asked.
+        self.unwritten = b""
         before = signal.signal(signal.SIGIO, self.give_up)
         self.addCleanup(signal.signal, signal.SIGIO, before)
         self.take()
@@ -80,11 +93,20 @@ class Leases(SignedGameTest):
 
     def give_up(self, *_) -> None:
         self.asked += 1
+        os.lseek(self.descriptor, 0, os.SEEK_END)
+        os.write(self.descriptor, self.unwritten)
         fcntl.fcntl(self.descriptor, fcntl.F_SETLEASE, fcntl.F_UNLCK)
 
     def test_verify_waits_for_the_file(self) -> None:
         self.put_catalogue([entry_of_bytes("a", b"hello")])
         self.assert_verified(0, [("a", 0)])
+        self.assertEqual(self.asked, 1)
+
+    def test_verify_checks_what_the_holder_leaves(self) -> None:
+        self.unwritten = b" and more"
+        self.put_catalogue([entry_of_bytes("a", b"hello and more")])
+        run = self.run_program("-productid", PRODUCT, "verify", self.game)
+        self.assertEqual(run.status, 0, run.output)
         self.assertEqual(self.asked, 1)
 
     def test_generate_waits_for_the_file(self) -> None:

@@ -61,6 +61,20 @@ TEST_F(JobsFaults, FewerThreadsDoItAll) {
     ExpectDigests(hasher);
 }
 
+TEST_F(JobsFaults, AfterAChunkThatCannotBeReadTheOthersOfItsFileWait) {
+    ThreadedChunkHasher hasher(ProcessSha256Engine(), 1);
+    const std::size_t lanes = hasher.LaneCount();
+    test::ResetCallCount(Call::ReadChunk);
+    for (int i = 0; i < 200; ++i) {
+        hasher.Add({file_, 0, 6});
+    }
+    for (std::size_t taken = 0; taken <= lanes; ++taken) {
+        EXPECT_FALSE(hasher.Take().isRead);
+    }
+    // Those that were begun together, and then one at a time.
+    EXPECT_LE(test::CallCount(Call::ReadChunk), lanes + 1);
+}
+
 // Workers allocate nothing, so that lack of memory is the caller's alone.
 TEST_F(JobsFaults, EveryAllocationMayFail) {
     ProcessSha256Engine().Prepare();

@@ -213,5 +213,15 @@ TEST_F(FileSystemTest, CreatedDirectoriesAreOpenAsFarAsTheMaskAllows) {
     }
 }
 
+TEST(FileSystem, StatusTellsWhichFileItIs) {
+    const TempDirectory directory;
+    const FileStatus first = StatusOfPath(directory.WriteFile("a", "x"));
+    const FileStatus second = StatusOfPath(directory.WriteFile("b", "x"));
+    EXPECT_EQ(first.device, second.device);
+    EXPECT_NE(first.device, 0U);
+    EXPECT_NE(first.serial, second.serial);
+    EXPECT_EQ(StatusOfPath(directory / "a"), first);
+}
+
 }  // namespace
 }  // namespace sealkeeper

@@ -7,6 +7,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue/hashing/make_chunk_hasher.h"
@@ -41,6 +42,15 @@ inline void PrintTo(const HashingVariant& variant, std::ostream* out) {
     return kept;
 }
 
+// Of a number of lanes that divides nothing evenly.
+inline constexpr Sha256Kernel kThreeLanesKernel = {
+    "three lanes", 3, [] { return true; },
+    [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
+        for (std::size_t lane = 0; lane < laneCount; ++lane) {
+            kPortableSha256Kernel.compress(lanes + lane, 1, blockCount);
+        }
+    }};
+
 // Each kernel that this processor supports alone, then all together; each with one job and more.
 [[nodiscard]] inline std::vector<HashingVariant> HashingVariants() {
     std::vector<HashingVariant> variants;
@@ -57,6 +67,7 @@ inline void PrintTo(const HashingVariant& variant, std::ostream* out) {
             add(AlphanumericOf(kernel->name), {kernel});
         }
     }
+    add("ThreeLanes", {&kThreeLanesKernel});
     add("All", {compiled.begin(), compiled.end()});
     return variants;
 }

@@ -14,8 +14,10 @@ namespace {
 // The pieces of all lanes stay in the L2 cache, and each is large enough to amortise its read.
 constexpr std::size_t kAllPiecesBytes = 524'288;
 
-// A multiple of the block, so that only a chunk's last piece ends inside one.
-static_assert(kAllPiecesBytes % (kMaxSha256Lanes * kSha256BlockBytes) == 0);
+// Of whole blocks, so that only a chunk's last piece ends inside one.
+std::size_t PieceBytes(std::size_t laneCount) {
+    return kAllPiecesBytes / laneCount / kSha256BlockBytes * kSha256BlockBytes;
+}
 
 // Room after a piece for its padding. It also sets the pieces of different lanes apart within a
 // page: lanes are read at the same distance from their starts, and what lies a whole number of
@@ -26,7 +28,7 @@ constexpr std::size_t kPaddingRoomBytes = 3 * kSha256BlockBytes;
 
 ChunkLanes::ChunkLanes(const Sha256Engine& engine)
     : engine_(engine),
-      pieceBytes_(kAllPiecesBytes / engine.LaneCount()),
+      pieceBytes_(PieceBytes(engine.LaneCount())),
       pieces_(new std::uint8_t[engine.LaneCount() * (pieceBytes_ + kPaddingRoomBytes)]) {}
 
 void ChunkLanes::Begin(PendingChunk& chunk) {
@@ -40,18 +42,22 @@ void ChunkLanes::Begin(PendingChunk& chunk) {
 }
 
 void ChunkLanes::Advance() {
+    EndDropped();
     for (Lane& lane : lanes_) {
-        if (lane.pending == nullptr) {
-            continue;
-        }
-        if (lane.pending->isDropped) {
-            End(lane, false);
-        } else if (lane.blockCount == 0) {
+        if (lane.pending != nullptr && lane.blockCount == 0) {
             ReadPiece(lane);
         }
     }
     Compress();
     EndHashed();
+}
+
+void ChunkLanes::EndDropped() {
+    for (Lane& lane : lanes_) {
+        if (lane.pending != nullptr && lane.pending->isDropped) {
+            End(lane, false);
+        }
+    }
 }
 
 std::span<PendingChunk* const> ChunkLanes::TakeEnded() {

@@ -31,9 +31,12 @@ class ChunkLanes {
     // were dropped end, unread.
     void Advance();
 
+    // Ends those that were dropped, and does nothing else.
+    void EndDropped();
+
     // The chunks that ended since the last call of this: they have their results, and their lanes
-    // are idle. Good until the next call of the others. To be asked before more chunks are begun
-    // than there were idle lanes when it was asked last.
+    // are idle. Good until the next call of any other operation. There is room for one chunk of
+    // each lane, so this is called before a lane is begun a second time.
     [[nodiscard]] std::span<PendingChunk* const> TakeEnded();
 
   private:

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "catalogue/hashing/chunks.h"
-
 namespace sealkeeper {
 namespace {
 

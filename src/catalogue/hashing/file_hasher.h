@@ -39,6 +39,10 @@ class FileHasher {
     // then be of a state that it never had. False for a file that is not read.
     [[nodiscard]] bool HasFileChanged() const;
 
+    // Tells that bytes of the file, which count for the caller, were read otherwise than by
+    // `NextDigest`: what was seen of its status before says nothing of those.
+    void NoteOtherReading() { isKnownUnchanged_ = false; }
+
     // Begins the same file anew, as it is now.
     const FileToHash& OpenFileAgain();
 

@@ -17,6 +17,9 @@ GameFile OpenAt(const std::string& path) {
     }
     auto file = std::make_shared<InputFile>();
     if (file->Open(path)) {
+        if (file->HasWaited()) {
+            found.status = file->Status();
+        }
         found.file = std::move(file);
     }
     return found;

@@ -36,13 +36,10 @@ HashedChunk SequentialChunkHasher::Take() {
 }
 
 void SequentialChunkHasher::Drop(std::size_t count) {
-    if (count == 0) {
-        return;
-    }
     for (std::size_t index = 0; index < std::min(count, begunCount_); ++index) {
         pending_[index].isDropped = true;
     }
-    lanes_.Advance();
+    lanes_.EndDropped();
     NoteEnded();
     for (; count > 0; --count) {
         PopOldest();
@@ -52,7 +49,7 @@ void SequentialChunkHasher::Drop(std::size_t count) {
 void SequentialChunkHasher::BeginWaiting() {
     while (begunCount_ < pending_.size() && lanes_.IdleCount() > 0) {
         PendingChunk& next = pending_[begunCount_];
-        if (begunCount_ > 0 && next.chunk.file.get() == unreadFile_) {
+        if (begunCount_ > 0 && next.chunk.file == unreadFile_.lock()) {
             return;
         }
         ++begunCount_;
@@ -65,7 +62,7 @@ void SequentialChunkHasher::NoteEnded() {
     for (PendingChunk* const ended : lanes_.TakeEnded()) {
         ended->isDone = true;
         if (!ended->result.isRead && !ended->isDropped) {
-            unreadFile_ = ended->chunk.file.get();
+            unreadFile_ = ended->chunk.file;
         }
     }
 }

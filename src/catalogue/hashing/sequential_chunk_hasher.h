@@ -3,6 +3,7 @@
 #define SEALKEEPER_CATALOGUE_HASHING_SEQUENTIAL_CHUNK_HASHER_H
 
 #include <deque>
+#include <memory>
 
 #include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/hashing/chunk_lanes.h"
@@ -32,7 +33,7 @@ class SequentialChunkHasher : public ChunkHasher {
     // How many of the oldest were begun.
     std::size_t begunCount_ = 0;
     // That of the last chunk that could not be read.
-    const InputFile* unreadFile_ = nullptr;
+    std::weak_ptr<const InputFile> unreadFile_;
 };
 
 }  // namespace sealkeeper

@@ -23,6 +23,10 @@ struct TimedData {
     std::array<std::uint8_t, kMaxSha256Lanes * kTimedBlocks * kSha256BlockBytes> blocks{};
     std::array<Sha256Lane, kMaxSha256Lanes> lanes{};
 
+    // Its lanes point into it.
+    TimedData(const TimedData&) = delete;
+    TimedData& operator=(const TimedData&) = delete;
+
     TimedData() {
         for (std::size_t lane = 0; lane < kMaxSha256Lanes; ++lane) {
             lanes[lane] = {states[lane].data(),
@@ -31,7 +35,7 @@ struct TimedData {
     }
 };
 
-std::uint64_t TimeCall(const Sha256Kernel& kernel, std::size_t laneCount, const TimedData& data) {
+std::uint64_t TimeCall(const Sha256Kernel& kernel, std::size_t laneCount, TimedData& data) {
     const Clock::time_point start = Clock::now();
     kernel.compress(data.lanes.data(), laneCount, kTimedBlocks);
     const std::chrono::nanoseconds time = Clock::now() - start;
@@ -39,7 +43,7 @@ std::uint64_t TimeCall(const Sha256Kernel& kernel, std::size_t laneCount, const 
 }
 
 // The least time of each call: whatever disturbs one makes it longer.
-void TryEachCall(const TimedData& data, Sha256CallCosts& costs) {
+void TryEachCall(TimedData& data, Sha256CallCosts& costs) {
     const Sha256Kernel& kernel = *costs.kernel;
     for (std::size_t laneCount = kernel.isWide ? kernel.maxLanes : 1; laneCount <= kernel.maxLanes;
          ++laneCount) {
@@ -56,7 +60,7 @@ void CopyCostOfAllLanes(Sha256CallCosts& costs) {
 }  // namespace
 
 std::vector<Sha256CallCosts> TimeSha256Kernels(std::span<const Sha256Kernel* const> kernels) {
-    const TimedData data;
+    TimedData data;
     std::vector<Sha256CallCosts> costs;
     for (const Sha256Kernel* kernel : kernels) {
         costs.push_back({kernel, {}});

@@ -18,13 +18,11 @@ ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t
     // Before there are threads, which would disturb the timing and could not report a failure.
     engine_.Prepare();
     workers_.reserve(workerCount);
-    for (std::size_t worker = 0; worker < workerCount; ++worker) {
-        lanes_.emplace_back(engine);
-    }
     // Held until all are there: workers ask how many they are.
     const std::scoped_lock lock(mutex_);
     try {
-        for (ChunkLanes& lanes : lanes_) {
+        for (std::size_t worker = 0; worker < workerCount; ++worker) {
+            ChunkLanes& lanes = lanes_.emplace_back(engine);
             workers_.emplace_back([this, &lanes] { Work(lanes); });
         }
     } catch (const std::exception&) {
@@ -74,7 +72,7 @@ HashedChunk ThreadedChunkHasher::Take() {
     std::unique_lock lock(mutex_);
     AwaitOldest(lock);
     const HashedChunk result = pending_.front().result;
-    PopOldest();
+    pending_.pop_front();
     return result;
 }
 
@@ -84,13 +82,18 @@ void ThreadedChunkHasher::Drop(std::size_t count) {
         return;
     }
     std::unique_lock lock(mutex_);
+    const std::size_t begunCount = std::min(count, pending_.size() - waitingCount_);
+    for (std::size_t waiting = begunCount; waiting < count; ++waiting) {
+        waiting_ = pending_.erase(waiting_);
+        --waitingCount_;
+    }
     auto chunk = pending_.begin();
-    for (std::size_t dropped = 0; dropped < count; ++dropped, ++chunk) {
+    for (std::size_t begun = 0; begun < begunCount; ++begun, ++chunk) {
         chunk->isDropped = true;
     }
-    for (; count > 0; --count) {
-        oldestDone_.wait(lock, [this] { return waiting_ == pending_.begin() || IsOldestDone(); });
-        PopOldest();
+    for (std::size_t begun = 0; begun < begunCount; ++begun) {
+        oldestDone_.wait(lock, [this] { return IsOldestDone(); });
+        pending_.pop_front();
     }
 }
 
@@ -120,7 +123,7 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
 // Whether the first chunk that was not begun may be begun now.
 bool ThreadedChunkHasher::HasWork() const {
     return waitingCount_ > 0 &&
-           (waiting_ == pending_.begin() || waiting_->chunk.file.get() != unreadFile_);
+           (waiting_ == pending_.begin() || waiting_->chunk.file != unreadFile_.lock());
 }
 
 // Takes what falls to one of all workers, so that none has everything while another has nothing.
@@ -156,20 +159,12 @@ void ThreadedChunkHasher::End(std::span<PendingChunk* const> ended) {
     for (PendingChunk* const chunk : ended) {
         chunk->isDone = true;
         if (!chunk->result.isRead && !chunk->isDropped) {
-            unreadFile_ = chunk->chunk.file.get();
+            unreadFile_ = chunk->chunk.file;
         }
     }
     if (!pending_.empty() && IsOldestDone()) {
         oldestDone_.notify_one();
     }
-}
-
-void ThreadedChunkHasher::PopOldest() {
-    if (waiting_ == pending_.begin()) {
-        ++waiting_;
-        --waitingCount_;
-    }
-    pending_.pop_front();
 }
 
 }  // namespace sealkeeper

@@ -53,12 +53,12 @@ class ThreadedChunkHasher : public ChunkHasher {
     [[nodiscard]] std::span<PendingChunk* const> HashUntilSomeEnd(ChunkLanes& lanes,
                                                                   const Share& share) const;
     void End(std::span<PendingChunk* const> ended);
-    void PopOldest();
 
     const Sha256Engine& engine_;
 
-    // Guards all below but the workers themselves. Of the list of pending chunks the caller's
-    // thread alone changes the length, so it reads that without.
+    // Guards what follows, up to the lanes. Of the list of pending chunks the caller's thread alone
+    // changes the length, so it reads that without. What is in a chunk that was begun belongs to
+    // its worker until it is done, but for `isDropped`.
     std::mutex mutex_;
     std::condition_variable workAdded_;
     std::condition_variable oldestDone_;
@@ -67,11 +67,11 @@ class ThreadedChunkHasher : public ChunkHasher {
     Chunks::iterator waiting_ = pending_.end();
     std::size_t waitingCount_ = 0;
     // That of the last chunk that could not be read.
-    const InputFile* unreadFile_ = nullptr;
+    std::weak_ptr<const InputFile> unreadFile_;
     // Read by workers without the mutex, too.
     std::atomic<bool> isStopping_ = false;
 
-    // One for each worker; a deque, since they are not moved.
+    // One for each worker, which alone uses it; a deque, since they are not moved.
     std::deque<ChunkLanes> lanes_;
     std::vector<std::thread> workers_;
 };

@@ -18,6 +18,13 @@ namespace sealkeeper {
 // none before the first bytes are read. Time is linear in the bytes read and produced.
 class LzwDecompressor {
   public:
+    // Moved, its view of its own memory stays good.
+    LzwDecompressor(LzwDecompressor&&) = default;
+    LzwDecompressor& operator=(LzwDecompressor&&) = default;
+    LzwDecompressor(const LzwDecompressor&) = delete;
+    LzwDecompressor& operator=(const LzwDecompressor&) = delete;
+    ~LzwDecompressor() = default;
+
     // Walks the codes of `input`, so that all that can be wrong with them is known before a byte is
     // given. Nothing when the width of a code is missing or 0, a code is not in the dictionary, or
     // there would be more than `lzw::kMaxUncompressedBytes` bytes. Input without the container's

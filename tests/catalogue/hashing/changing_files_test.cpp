@@ -137,15 +137,75 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(AppearingFile, IsHashedWhenItIsThereByItsTurn) {
     const TempDirectory directory;
     const std::vector<std::string> paths = {directory.WriteFile("first", Before()),
-                                            directory / "late"};
+                                            directory / "late",
+                                            directory.WriteFile("last", "the last one")};
     FileHasher hasher(paths.size(), [&](std::size_t index) {
         return OpenCollectedFile(Utf8ToWide(paths[index]));
     });
     static_cast<void>(hasher.NextFile());
     EXPECT_TRUE(hasher.NextDigest().isRead);
-    directory.WriteFile("late", Before());
-    ASSERT_NE(hasher.NextFile().file, nullptr);
-    EXPECT_EQ(Hex(hasher.NextDigest().digest), Sha256Hex(BytesOf(Before())));
+    directory.WriteFile("late", "it is here");
+    for (const std::string content : {"it is here", "the last one"}) {
+        ASSERT_NE(hasher.NextFile().file, nullptr);
+        EXPECT_EQ(Hex(hasher.NextDigest().digest), Sha256Hex(BytesOf(content)));
+    }
+}
+
+// Files that change at their turn: after they were looked at, and before their digests are taken.
+class FileChangingAtItsTurn : public testing::Test {
+  protected:
+    // Makes the second of three files, which is opened ahead, the current one, and then changes it.
+    void ChangeAtItsTurn(const std::string& content) {
+        directory_.WriteFile("second", content);
+        static_cast<void>(hasher_.NextFile());
+        EXPECT_EQ(Hex(hasher_.NextDigest().digest), Sha256Hex(BytesOf("1")));
+        static_cast<void>(hasher_.NextFile());
+        std::string changed = content;
+        changed.back() = static_cast<char>(changed.back() ^ 1);
+        const FileStatus before = StatusOfPath(paths_[1]);
+        do {
+            directory_.WriteFile("second", changed);
+        } while (StatusOfPath(paths_[1]) == before);
+    }
+
+    TempDirectory directory_;
+    std::vector<std::string> paths_ = {directory_.WriteFile("first", "1"), directory_ / "second",
+                                       directory_.WriteFile("third", "3")};
+    FileHasher hasher_{paths_.size(), [this](std::size_t index) {
+                           return OpenCollectedFile(Utf8ToWide(paths_[index]));
+                       }};
+};
+
+// All of it was read before it was looked at, which is why one look is enough.
+TEST_F(FileChangingAtItsTurn, WasHashedBeforeIfItHasOneChunk) {
+    const std::string content = PatternText(1'000'000);
+    ChangeAtItsTurn(content);
+    EXPECT_EQ(Hex(hasher_.NextDigest().digest), Sha256Hex(BytesOf(content)));
+    EXPECT_FALSE(hasher_.HasFileChanged());
+}
+
+TEST_F(FileChangingAtItsTurn, HasChangedIfSomethingWasReadOtherwise) {
+    ChangeAtItsTurn(PatternText(1'000'000));
+    EXPECT_TRUE(hasher_.NextDigest().isRead);
+    hasher_.NoteOtherReading();
+    EXPECT_TRUE(hasher_.HasFileChanged());
+    // One file does not vouch for the next.
+    static_cast<void>(hasher_.NextFile());
+    EXPECT_TRUE(hasher_.NextDigest().isRead);
+    EXPECT_FALSE(hasher_.HasFileChanged());
+}
+
+TEST_F(FileChangingAtItsTurn, HasChangedIfItHasSeveralChunks) {
+    ChangeAtItsTurn(PatternText(2 * kChunkBytes + 5));
+    for (int chunk = 0; chunk < 3; ++chunk) {
+        EXPECT_TRUE(hasher_.NextDigest().isRead);
+    }
+    EXPECT_TRUE(hasher_.HasFileChanged());
+    static_cast<void>(hasher_.OpenFileAgain());
+    for (int chunk = 0; chunk < 3; ++chunk) {
+        EXPECT_TRUE(hasher_.NextDigest().isRead);
+    }
+    EXPECT_FALSE(hasher_.HasFileChanged());
 }
 
 // Some of its chunks were hashed ahead; the others never are.
