@@ -13,8 +13,8 @@ namespace sealkeeper {
 // A file as it was found. Whether it changed since is told by comparing the status of the open file
 // with this one.
 struct GameFile {
-    // What the path named just before it was opened, or after it had to be waited for; `Missing` when
-    // there is nothing.
+    // What the path named just before it was opened, or after it had to be waited for; `Missing`
+    // when there is nothing.
     FileStatus status;
     // Null when it cannot be opened or was not. Closed when the last holder lets go.
     std::shared_ptr<const InputFile> file;
