@@ -35,23 +35,47 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-// Files of many sizes in a fresh current directory: most of one chunk, one of more than all lanes
-// of a job take, some empty.
+struct NamedContent {
+    std::string name;
+    std::string content;
+};
+
+// Most of one chunk, one of several, some empty. Made once: the sanitizers make that slow.
+const std::vector<NamedContent>& Contents() {
+    static const std::vector<NamedContent> contents = [] {
+        std::vector<NamedContent> made;
+        const auto add = [&made](const std::string& name, std::size_t sizeBytes) {
+            made.push_back({name, PatternText(sizeBytes + made.size()).substr(made.size())});
+        };
+        for (std::size_t i = 0; i < 150; ++i) {
+            add("small" + std::to_string(i), i * 7919 % 40'000 * (i % 10 == 0 ? 0 : 1));
+        }
+        add("chunk", kChunkBytes);
+        add("chunks", 2 * kChunkBytes + 1);
+        return made;
+    }();
+    return contents;
+}
+
+const std::vector<std::shared_ptr<const StoredEntry>>& Entries() {
+    static const std::vector<std::shared_ptr<const StoredEntry>> entries = [] {
+        std::vector<std::shared_ptr<const StoredEntry>> made;
+        for (const NamedContent& file : Contents()) {
+            made.push_back(test::EntryOf(test::RecordOfFile(u"a", file.content)));
+        }
+        return made;
+    }();
+    return entries;
+}
+
+// The files in a fresh current directory.
 class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
   protected:
     SameResultsJobs() : here_(directory_.Path()) {
-        for (std::size_t i = 0; i < 150; ++i) {
-            Write("small" + std::to_string(i), i * 7919 % 40'000 * (i % 10 == 0 ? 0 : 1));
+        for (const NamedContent& file : Contents()) {
+            directory_.WriteFile(file.name, file.content);
+            files_.push_back(Utf8ToWide(file.name));
         }
-        Write("chunk", kChunkBytes);
-        Write("chunks", 2 * kChunkBytes + 1);
-        Write("one_more", kChunkBytes + 1);
-    }
-
-    void Write(const std::string& name, std::size_t sizeBytes) {
-        contents_.push_back(PatternText(sizeBytes + contents_.size()).substr(contents_.size()));
-        directory_.WriteFile(name, contents_.back());
-        files_.push_back(Utf8ToWide(name));
     }
 
     [[nodiscard]] Outcome Build(std::unique_ptr<ChunkHasher> hasher) const {
@@ -64,10 +88,7 @@ class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
     // The codes of all files, checked against the entries of what was written.
     [[nodiscard]] std::vector<ResultCode> Verify(std::unique_ptr<ChunkHasher> chunks) const {
         const CapturedOutput quiet;
-        std::vector<std::shared_ptr<const StoredEntry>> entries;
-        for (const std::string& content : contents_) {
-            entries.push_back(test::EntryOf(test::RecordOfFile(u"a", content)));
-        }
+        const auto& entries = Entries();
         FileHasher hasher(
             entries.size(),
             [&](std::size_t index) { return entries[index]->OpenFile(files_[index]); },
@@ -81,7 +102,6 @@ class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
 
     TempDirectory directory_;
     ScopedCurrentDirectory here_;
-    std::vector<std::string> contents_;
     std::vector<std::wstring> files_;
 };
 
@@ -95,9 +115,9 @@ TEST_P(SameResultsJobs, OfSoundFiles) {
 
 TEST_P(SameResultsJobs, OfDamagedFiles) {
     directory_.WriteFile("small33", "another");
-    directory_.WriteFile("small77", std::string(contents_[77].size(), 'x'));
+    directory_.WriteFile("small77", std::string(Contents()[77].content.size(), 'x'));
     std::filesystem::remove("small99");
-    std::string changed = contents_[151];
+    std::string changed = Contents()[151].content;
     changed[kChunkBytes] ^= 1;
     directory_.WriteFile("chunks", changed);
     const std::vector<ResultCode> codes = Verify(GetParam().MakeHasher());
