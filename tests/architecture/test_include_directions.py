@@ -51,5 +51,21 @@ class IncludeDirections(unittest.TestCase):
                 self.assertLessEqual(len(path.read_text().splitlines()), 500)
 
 
+class Documents(unittest.TestCase):
+    def test_sources_that_they_name_exist(self):
+        """Those that are written from src/, with their folder; a star stands for several."""
+        named = set(re.findall(r"`((?:app|catalogue|config|platform|runtime)/[\w/*.]+\.(?:h|cpp))`",
+                               (SOURCES.parent / "ARCHITECTURE.md").read_text()))
+        self.assertTrue(named)
+        for path in sorted(named):
+            with self.subTest(path=path):
+                self.assertTrue(list(SOURCES.glob(path)), "ARCHITECTURE.md names it")
+
+    def test_no_merge_is_left_unfinished(self):
+        for path in sorted(SOURCES.parent.glob("*.md")):
+            with self.subTest(path=path.name):
+                self.assertNotIn("\n<<<<<<< ", path.read_text())
+
+
 if __name__ == "__main__":
     unittest.main()
