@@ -51,9 +51,12 @@ ResultCode HashUnchanged(const std::wstring& path, FileHasher& hasher, Catalogue
     if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
         return code;
     }
-    code = HashOnce(path, hasher.OpenFileAgain(), hasher, entry);
-    if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
-        return code;
+    // Gone by now, it is no missing file, which would count as empty.
+    if (const FileToHash& again = hasher.OpenFileAgain(); again.file) {
+        code = HashOnce(path, again, hasher, entry);
+        if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
+            return code;
+        }
     }
     Log(LogLevel::Error, "File changed while it was being hashed: '%s'.\n",
         WideToUtf8(path).c_str());

@@ -33,8 +33,8 @@ struct CatalogueEntry {
 // Fills `entry` from the file at the collected `path`, reporting on the console while it hashes. A
 // file that is missing counts, deliberately, as an empty one. One that changes while it is being
 // hashed is hashed once more, as it is then. Fails with `CatalogueIOError` for an empty path and,
-// logged, for a file that changed both times; with `CatalogueError` for a path that does not fit
-// its field; and as `HashFileChunks` does.
+// logged, for a file that changed both times or is gone the second; with `CatalogueError` for a
+// path that does not fit its field; and as `HashFileChunks` does.
 ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 
 // The same for the next file of `hasher`, which `OpenCollectedFile` opened. After a failure the

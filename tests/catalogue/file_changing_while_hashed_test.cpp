@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -99,6 +100,22 @@ TEST_F(FileChangingWhileHashed, EndsGenerateWhenItChangesBothTimes) {
     EXPECT_EQ(openedCount_, 2U);
     EXPECT_EQ(output_,
               "[Info] Hashing ./a...\n[Info] Hashing ./a...\n"
+              "[Err!] File changed while it was being hashed: './a'.\n");
+}
+
+// A file that was never there counts as empty; this one was.
+TEST_F(FileChangingWhileHashed, EndsGenerateWhenItIsGoneTheSecondTime) {
+    CapturedOutput output;
+    FileHasher hasher(1, [this](std::size_t /*index*/) {
+        FileToHash file = OpenCollectedFile(L"./a");
+        ++openedCount_;
+        std::filesystem::remove("a");
+        return file;
+    });
+    EXPECT_EQ(BuildCatalogueEntry(L"./a", hasher, entry_), ResultCode::CatalogueIOError);
+    EXPECT_EQ(openedCount_, 2U);
+    EXPECT_EQ(test::WithoutProgressDots(output.Take()),
+              "[Info] Hashing ./a...\n"
               "[Err!] File changed while it was being hashed: './a'.\n");
 }
 
