@@ -55,7 +55,7 @@ ResultCode CatalogueBuilder::Prepare() {
 
 ResultCode CatalogueBuilder::MakeCatalogue() {
     collector_.AddExcludedPath(paths_.CertificateCopyPath());
-    std::vector<std::wstring> files;
+    std::vector<FoundFile> files;
     collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
     if (files.empty()) {
         Log(LogLevel::Error,

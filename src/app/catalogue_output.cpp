@@ -8,7 +8,7 @@
 namespace sealkeeper {
 
 ResultCode CreateCatalogueFile(const GeneratePaths& paths, SigningMaterial& material,
-                               HashCatalogue& catalogue, std::vector<std::wstring> files,
+                               HashCatalogue& catalogue, std::vector<FoundFile> files,
                                const AliasMap& aliases) {
     const std::string path = paths.CataloguePath();
     const std::wstring widePath = Utf8ToWide(path);

@@ -8,6 +8,7 @@
 #include "app/generate_paths.h"
 #include "app/result_code.h"
 #include "catalogue/hash_catalogue.h"
+#include "platform/found_file.h"
 #include "runtime/signing_material.h"
 
 namespace sealkeeper {
@@ -16,7 +17,7 @@ namespace sealkeeper {
 // that is not valid UTF-8 has no wide form; it is rejected like one that cannot be opened, before
 // anything is hashed.
 ResultCode CreateCatalogueFile(const GeneratePaths& paths, SigningMaterial& material,
-                               HashCatalogue& catalogue, std::vector<std::wstring> files,
+                               HashCatalogue& catalogue, std::vector<FoundFile> files,
                                const AliasMap& aliases);
 
 }  // namespace sealkeeper

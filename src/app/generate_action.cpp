@@ -116,7 +116,7 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
     HashCatalogue catalogue(options.productId, options.jobs);
     if (!options.targetFile.empty()) {
         const ResultCode code = CreateCatalogueFile(paths, options.signingMaterial, catalogue,
-                                                    {Utf8ToWide(options.targetFile)}, {});
+                                                    {{Utf8ToWide(options.targetFile), {}}}, {});
         return FinishRun(options, paths, code);
     }
     CatalogueBuilder builder(options, paths, *gameDirectory, catalogue);

@@ -69,8 +69,8 @@ FileToHash FirstBytesOf(const GameFile& found, std::uint64_t sizeBytes) {
 
 }  // namespace
 
-FileToHash OpenCollectedFile(const std::wstring& path) {
-    const GameFile found = OpenGameFile(path);
+FileToHash OpenCollectedFile(const std::wstring& path, const FileStatus& seen) {
+    const GameFile found = OpenGameFile(path, seen);
     return FirstBytesOf(
         found, static_cast<std::uint64_t>(std::max<std::int64_t>(found.status.sizeBytes, 0)));
 }

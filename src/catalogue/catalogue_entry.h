@@ -41,8 +41,8 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 // hasher may not have gone on to that file, and is of no use any more.
 ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry);
 
-// Opens the file at the collected `path` to be hashed in full.
-[[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path);
+// Opens the file at the collected `path` to be hashed in full; `seen` as for `OpenGameFile`.
+[[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path, const FileStatus& seen = {});
 
 // Replaces `digests` by those of the first `sizeBytes` bytes of the file, one for each chunk, and
 // shows the progress on one console line. A file that grew in the meantime is hashed up to

@@ -72,18 +72,24 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 }  // namespace
 
-ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
+ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block) {
     // Most files have one chunk.
     LzwCompressor compressor(
         block.compressed, files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
+    std::size_t current = 0;
     FileHasher hasher(
-        files.size(), [&files](std::size_t index) { return OpenCollectedFile(files[index]); },
+        files.size(),
+        [&](std::size_t index) {
+            // What is opened ahead is looked at again when its turn comes.
+            return OpenCollectedFile(files[index].path,
+                                     index == current ? FileStatus{} : files[index].status);
+        },
         std::move(chunks));
     std::vector<std::uint8_t> records;
     CatalogueEntry entry;
-    for (const std::wstring& file : files) {
-        if (const ResultCode code = BuildCatalogueEntry(file, hasher, entry);
+    for (; current < files.size(); ++current) {
+        if (const ResultCode code = BuildCatalogueEntry(files[current].path, hasher, entry);
             code != ResultCode::Ok) {
             return code;
         }

@@ -14,6 +14,7 @@
 #include "app/result_code.h"
 #include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/path_alias.h"
+#include "platform/found_file.h"
 
 namespace sealkeeper {
 
@@ -28,7 +29,7 @@ struct EntryBlock {
 // records into `block`, which is empty. Only the compressed form is ever in memory. The first
 // failure ends it; `CatalogueError`, logged, when the uncompressed block has more bytes than a
 // 32-bit field can tell. `block` is then incomplete.
-ResultCode BuildEntryBlock(const std::vector<std::wstring>& files, const AliasMap& aliases,
+ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block);
 
 // Builds the signed file: header, `crlBlock` as it stands, `block`. `CatalogueError`,

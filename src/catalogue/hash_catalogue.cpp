@@ -56,15 +56,19 @@ HashCatalogue::HashCatalogue(std::string productId, std::size_t jobs)
 
 ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
                                           const std::vector<std::uint8_t>& crlBlock,
-                                          std::vector<std::wstring> files,
+                                          std::vector<FoundFile> files,
                                           const std::wstring& outputPath, const AliasMap& aliases) {
     if (files.empty()) {
         return ResultCode::CatalogueError;
     }
     return ReportLackOfMemory([&] {
-        std::sort(files.begin(), files.end());
+        std::sort(files.begin(), files.end(),
+                  [](const FoundFile& a, const FoundFile& b) { return a.path < b.path; });
         EntryBlock block;
-        if (const ResultCode code = BuildEntryBlock(files, aliases, MakeChunkHasher(jobs_), block);
+        // The list goes, too. With many files it takes more than the block; it makes room for the
+        // image.
+        if (const ResultCode code =
+                BuildEntryBlock(std::move(files), aliases, MakeChunkHasher(jobs_), block);
             code != ResultCode::Ok) {
             return code;
         }
@@ -72,9 +76,6 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
             code != ResultCode::Ok) {
             return code;
         }
-        // With many files the list takes more than the block; it makes room for the image.
-        files.clear();
-        files.shrink_to_fit();
         return WriteCatalogueOf(block, privateKey, crlBlock, outputPath);
     });
 }

@@ -14,6 +14,7 @@
 #include "app/result_code.h"
 #include "catalogue/path_alias.h"
 #include "catalogue/stored_entry.h"
+#include "platform/found_file.h"
 #include "runtime/certificate_trust.h"
 
 namespace sealkeeper {
@@ -37,16 +38,16 @@ class HashCatalogue {
     HashCatalogue& operator=(const HashCatalogue&) = delete;
     virtual ~HashCatalogue() = default;
 
-    // Hashes `files`, which are sorted first by the code points of their paths, and writes the
-    // signed catalogue to `outputPath`, with `crlBlock` in it as it stands. Fails with
-    // `CatalogueError` when `files` is empty and, logged, when memory runs out or some text could
-    // not be converted since this object was made because the system has no converter for it;
+    // Hashes `files`, as they are when their turn comes, sorted by the code points of their paths,
+    // and writes the signed catalogue to `outputPath`, with `crlBlock` in it as it stands. Fails
+    // with `CatalogueError` when `files` is empty and, logged, when memory runs out or some text
+    // could not be converted since this object was made because the system has no converter for it;
     // otherwise as the steps in catalogue_writer.h do. Unless writing itself fails, nothing is
     // written then.
     virtual ResultCode CreateCatalogue(mbedtls_pk_context* privateKey,
                                        const std::vector<std::uint8_t>& crlBlock,
-                                       std::vector<std::wstring> files,
-                                       const std::wstring& outputPath, const AliasMap& aliases);
+                                       std::vector<FoundFile> files, const std::wstring& outputPath,
+                                       const AliasMap& aliases);
 
     // Reads the catalogue `fileBytes` into `entries`, as they stand: the signature is not checked.
     // Fails with `FileInvalid`, and with `CatalogueError`, logged, when memory runs out; `entries`

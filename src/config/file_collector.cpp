@@ -45,7 +45,7 @@ FileCollector::FileCollector(std::string basePath) : basePath_(std::move(basePat
 }
 
 void FileCollector::CollectFiles(const std::string& startPath, const std::string& pattern,
-                                 std::vector<std::wstring>& files) const {
+                                 std::vector<FoundFile>& files) const {
     if (includedPaths_.empty()) {
         RecursePath(startPath, pattern, files);
         return;
@@ -84,8 +84,7 @@ ResultCode FileCollector::ApplyCatalogueRules(ConfigSection& searchOptions) {
 }
 
 // A file named directly is taken whatever the skip rules say.
-void FileCollector::CollectNamedPath(const std::string& path,
-                                     std::vector<std::wstring>& files) const {
+void FileCollector::CollectNamedPath(const std::string& path, std::vector<FoundFile>& files) const {
     switch (GetFileType(path)) {
         case FileType::Missing:
             Log(LogLevel::Error, "The following path couldn't be opened: '%s'. (%u)", path.c_str(),
@@ -98,13 +97,13 @@ void FileCollector::CollectNamedPath(const std::string& path,
         case FileType::Fifo:
         case FileType::Socket:
         case FileType::Other:
-            files.push_back(Utf8ToWide(path));
+            files.push_back({Utf8ToWide(path), {}});
             return;
     }
 }
 
 void FileCollector::RecursePath(const std::string& startPath, const std::string& pattern,
-                                std::vector<std::wstring>& files) const {
+                                std::vector<FoundFile>& files) const {
     if (pattern == kNamedDirectly) {
         CollectNamedPath(startPath, files);
         return;
@@ -122,24 +121,34 @@ void FileCollector::RecursePath(const std::string& startPath, const std::string&
             continue;
         }
         const std::string path = directory + entry->name;
-        if (IsSkippedByPathOrSize(path)) {
+        if (IsSkippedByPath(path)) {
+            continue;
+        }
+        // Where no size matters, nobody looks.
+        const FileStatus status =
+            config_.sizeThresholdBytes != 0 ? StatusOfPath(path) : FileStatus{};
+        if (IsSkippedBySize(path, status)) {
             continue;
         }
         if (entry->type == EntryType::Directory) {
             RecursePath(path, pattern, files);
         } else if (entry->type == EntryType::Regular && !IsSkippedByExtension(path, entry->name)) {
-            files.push_back(Utf8ToWide(path));
+            files.push_back({Utf8ToWide(path), status});
         }
     }
 }
 
-bool FileCollector::IsSkippedByPathOrSize(const std::string& path) const {
+bool FileCollector::IsSkippedByPath(const std::string& path) const {
     if (excludedPaths_.contains(path)) {
         Log(LogLevel::Trace, "Skipping path by rule exclude_paths: '%s'.\n", path.c_str());
         return true;
     }
+    return false;
+}
+
+bool FileCollector::IsSkippedBySize(const std::string& path, const FileStatus& status) const {
     if (config_.sizeThresholdBytes != 0 &&
-        StatusOfPath(path).sizeBytes > static_cast<std::int64_t>(config_.sizeThresholdBytes)) {
+        status.sizeBytes > static_cast<std::int64_t>(config_.sizeThresholdBytes)) {
         Log(LogLevel::Trace, "Skipping file by rule exclude_size_threshold: '%s'.\n", path.c_str());
         return true;
     }

@@ -10,6 +10,7 @@
 #include "config/catalogue_config.h"
 #include "config/config_document.h"
 #include "config/path_patterns.h"
+#include "platform/found_file.h"
 
 namespace sealkeeper {
 
@@ -30,7 +31,7 @@ class FileCollector {
     // no particular order; without, the walk begins at `startPath`. A file reached in two ways
     // appears twice. What cannot be read is logged and left out.
     virtual void CollectFiles(const std::string& startPath, const std::string& pattern,
-                              std::vector<std::wstring>& files) const;
+                              std::vector<FoundFile>& files) const;
 
     [[nodiscard]] virtual std::string BasePath() const;
 
@@ -48,9 +49,10 @@ class FileCollector {
 
   private:
     void RecursePath(const std::string& startPath, const std::string& pattern,
-                     std::vector<std::wstring>& files) const;
-    void CollectNamedPath(const std::string& path, std::vector<std::wstring>& files) const;
-    [[nodiscard]] bool IsSkippedByPathOrSize(const std::string& path) const;
+                     std::vector<FoundFile>& files) const;
+    void CollectNamedPath(const std::string& path, std::vector<FoundFile>& files) const;
+    [[nodiscard]] bool IsSkippedByPath(const std::string& path) const;
+    [[nodiscard]] bool IsSkippedBySize(const std::string& path, const FileStatus& status) const;
     [[nodiscard]] bool IsSkippedByExtension(const std::string& path, const std::string& name) const;
 
     std::string basePath_;

@@ -16,6 +16,7 @@
 #include "platform/text_encoding.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
+#include "support/found_files.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -32,6 +33,7 @@ using test::ReadFile;
 using test::ScopedCurrentDirectory;
 using test::Sha256Hex;
 using test::TempDirectory;
+using test::Unseen;
 using test::VerifySignature;
 using test::WithoutProgressDots;
 
@@ -49,7 +51,8 @@ TEST(CatalogueWriter, RecordOfOneFile) {
     const ScopedCurrentDirectory here(directory.Path());
     directory.WriteFile("bin/a.dat", "hello");
     EntryBlock block;
-    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, MakeChunkHasher(), block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"./bin/a.dat"}), {}, MakeChunkHasher(), block),
+              ResultCode::Ok);
     EXPECT_EQ(block.entryCount, 1U);
     const Bytes records = RecordsIn(block);
     ASSERT_EQ(records.size(), 560U);
@@ -68,7 +71,7 @@ TEST(CatalogueWriter, RecordsFollowEachOtherWithoutAGap) {
     directory.WriteFile("c", "hello");
     EntryBlock block;
     CapturedOutput output;
-    EXPECT_EQ(BuildEntryBlock({L"a", L"b", L"c"}, {{L"c", L"d"}}, MakeChunkHasher(), block),
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"a", L"b", L"c"}), {{L"c", L"d"}}, MakeChunkHasher(), block),
               ResultCode::Ok);
     EXPECT_EQ(WithoutProgressDots(output.Take()),
               "[Info] Hashing a...\n[Warn] [Warning] Empty file: 'b'.\n[Info] Hashing c...\n");
@@ -82,13 +85,40 @@ TEST(CatalogueWriter, RecordsFollowEachOtherWithoutAGap) {
     EXPECT_EQ(Hex(bytes.subspan(1616)), kDigestOfHello);
 }
 
+// What the walk saw spares a look only where it still holds.
+TEST(CatalogueWriter, FilesThatChangedSinceTheyWereFoundAreHashedAsTheyAre) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    std::vector<FoundFile> found;
+    for (const std::string name : {"a", "b", "c", "d"}) {
+        directory.WriteFile(name, "before, longer");
+        found.push_back({Utf8ToWide(name), StatusOfPath(name)});
+    }
+    directory.WriteFile("a", "hello");
+    directory.WriteFile("b", "hello");
+    std::filesystem::remove("c");
+    std::filesystem::rename("b", "d");
+    directory.WriteFile("b", "hello");
+    EntryBlock block;
+    EntryBlock fresh;
+    const CapturedOutput quiet;
+    EXPECT_EQ(BuildEntryBlock(found, {}, MakeChunkHasher(), block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock(Unseen(test::PathsOf(found)), {}, MakeChunkHasher(), fresh),
+              ResultCode::Ok);
+    const Bytes records = RecordsIn(block);
+    EXPECT_EQ(records, RecordsIn(fresh));
+    // The third is empty now; the fourth ends the block.
+    ASSERT_EQ(records.size(), 560U + 560U + 528U + 560U);
+    EXPECT_EQ(Hex(std::span(records).last(32)), kDigestOfHello);
+}
+
 TEST(CatalogueWriter, FirstFailureEndsTheBlock) {
     const TempDirectory directory;
     const ScopedCurrentDirectory here(directory.Path());
     directory.WriteFile("z", "hello");
     EntryBlock block;
     CapturedOutput output;
-    EXPECT_EQ(BuildEntryBlock({L"", L"z"}, {}, MakeChunkHasher(), block),
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"", L"z"}), {}, MakeChunkHasher(), block),
               ResultCode::CatalogueIOError);
     EXPECT_EQ(output.Take(), "");
     EXPECT_EQ(block.entryCount, 0U);
@@ -99,7 +129,8 @@ TEST(CatalogueWriter, AliasThatDoesNotFitEndsTheBlock) {
     const ScopedCurrentDirectory here(directory.Path());
     EntryBlock block;
     CapturedOutput output;
-    EXPECT_EQ(BuildEntryBlock({L"a"}, {{L"a", std::wstring(128, L'b')}}, MakeChunkHasher(), block),
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"a"}), {{L"a", std::wstring(128, L'b')}}, MakeChunkHasher(),
+                              block),
               ResultCode::CatalogueError);
     EXPECT_EQ(output.Take(),
               "[Warn] [Warning] Empty file: 'a'.\n[Err!] Path too long for the catalogue: '" +
@@ -113,7 +144,8 @@ EntryBlock ExampleBlock() {
     directory.WriteFile("bin/a.dat", "hello");
     EntryBlock block;
     const CapturedOutput quiet;
-    EXPECT_EQ(BuildEntryBlock({L"./bin/a.dat"}, {}, MakeChunkHasher(), block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"./bin/a.dat"}), {}, MakeChunkHasher(), block),
+              ResultCode::Ok);
     return block;
 }
 
@@ -163,7 +195,7 @@ TEST(CatalogueWriter, ImageOfAnEmptyFile) {
     const ScopedCurrentDirectory here(directory.Path());
     directory.WriteFile("empty", "");
     EntryBlock block;
-    EXPECT_EQ(BuildEntryBlock({L"./empty"}, {}, MakeChunkHasher(), block), ResultCode::Ok);
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"./empty"}), {}, MakeChunkHasher(), block), ResultCode::Ok);
     Bytes image;
     EXPECT_EQ(BuildCatalogueImage(key.Get(), {}, block, image), ResultCode::Ok);
     ASSERT_EQ(image.size(), 1052U + 66U);

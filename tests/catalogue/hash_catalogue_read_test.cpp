@@ -51,7 +51,8 @@ TEST_F(HashCatalogueRead, ReadsWhatTheWriterWrites) {
     HashCatalogue catalogue(kTestProductId);
     {
         CapturedOutput output;
-        ASSERT_EQ(catalogue.CreateCatalogue(key.Get(), {5, 6}, {L"./d/a", L"./b"}, L"base.bin", {}),
+        ASSERT_EQ(catalogue.CreateCatalogue(key.Get(), {5, 6}, {{L"./d/a", {}}, {L"./b", {}}},
+                                            L"base.bin", {}),
                   ResultCode::Ok);
     }
     EXPECT_EQ(Read(), ResultCode::Ok);

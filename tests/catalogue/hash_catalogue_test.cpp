@@ -11,6 +11,7 @@
 #include "platform/text_encoding.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
+#include "support/found_files.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -34,7 +35,7 @@ class HashCatalogueTest : public testing::Test {
         HashCatalogue catalogue(kTestProductId);
         CapturedOutput output;
         const ResultCode code =
-            catalogue.CreateCatalogue(key_.Get(), crl_, files, L"base.bin", aliases);
+            catalogue.CreateCatalogue(key_.Get(), crl_, test::Unseen(files), L"base.bin", aliases);
         output_ = WithoutProgressDots(output.Take());
         return code;
     }
@@ -126,7 +127,7 @@ TEST_F(HashCatalogueTest, AliasThatDoesNotFitWritesNothing) {
 
 TEST_F(HashCatalogueTest, SigningFailureWritesNothing) {
     HashCatalogue catalogue(kTestProductId);
-    EXPECT_EQ(catalogue.CreateCatalogue(nullptr, {}, {L"a"}, L"base.bin", {}),
+    EXPECT_EQ(catalogue.CreateCatalogue(nullptr, {}, {{L"a", {}}}, L"base.bin", {}),
               ResultCode::MbedTlsRandNumGenError);
     EXPECT_FALSE(IsWritten());
 }

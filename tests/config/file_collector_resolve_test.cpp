@@ -11,6 +11,7 @@
 
 #include "config/file_collector.h"
 #include "support/captured_output.h"
+#include "support/found_files.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -23,6 +24,7 @@ using test::ScopedLogThreshold;
 using test::TempDirectory;
 
 using Files = std::vector<std::wstring>;
+using test::PathsOf;
 
 std::string Matched(const std::string& pattern) {
     return "[Info] The following matched certain files in the target directory: '" + pattern +
@@ -71,7 +73,9 @@ Collected CollectBy(const TempDirectory& game, const std::string& rules,
     }
     const ScopedLogThreshold trace(LogLevel::Trace);
     CapturedOutput output;
-    collector.CollectFiles(kWholeDirectory, kEveryFilePattern, collected.files);
+    std::vector<FoundFile> files;
+    collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
+    collected.files = PathsOf(files);
     collected.walkOutput = output.Take();
     std::sort(collected.files.begin(), collected.files.end());
     return collected;
@@ -237,9 +241,9 @@ TEST(FileCollectorModes, ExtraExcludedPathBindsTheWalkOfAnIncludedDirectory) {
     ASSERT_EQ(collector.ApplyCatalogueRules(document.GetSection(name)), ResultCode::Ok);
     ASSERT_TRUE(collector.ResolvePaths());
     collector.AddExcludedPath("./dir/a");
-    Files files;
+    std::vector<FoundFile> files;
     collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
-    EXPECT_EQ(files, Files{L"./dir/b"});
+    EXPECT_EQ(PathsOf(files), Files{L"./dir/b"});
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "support/captured_output.h"
+#include "support/found_files.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -25,6 +26,7 @@ using test::ScopedLogThreshold;
 using test::TempDirectory;
 
 using Files = std::vector<std::wstring>;
+using test::PathsOf;
 
 std::string Walked(const std::string& directory) {
     return "[Verb] RecursePath '" + directory + "*.*'.\n";
@@ -75,11 +77,11 @@ class FileCollectorTest : public ::testing::Test {
     Files Collect(const std::string& start = kWholeDirectory,
                   const std::string& pattern = kEveryFilePattern) {
         const ScopedLogThreshold trace(LogLevel::Trace);
-        Files files;
+        std::vector<FoundFile> files;
         CapturedOutput output;
         collector_.CollectFiles(start, pattern, files);
         output_ = output.Take();
-        return files;
+        return PathsOf(files);
     }
 
     // Applies the rules, resolves them and collects.
@@ -116,9 +118,29 @@ TEST_F(FileCollectorTest, EmptyDirectories) {
 TEST_F(FileCollectorTest, AppendsToTheList) {
     Write({"a"});
     Apply("exclude_paths=[ ]");
-    Files files = {L"earlier"};
+    std::vector<FoundFile> files = {{L"earlier", {}}};
     collector_.CollectFiles("./", "*.*", files);
-    EXPECT_EQ(files, (Files{L"earlier", L"./a"}));
+    EXPECT_EQ(PathsOf(files), (Files{L"earlier", L"./a"}));
+}
+
+TEST_F(FileCollectorTest, TellsWhatItSawOfAFile) {
+    Write({"a"});
+    CapturedOutput output;
+    std::vector<FoundFile> files;
+    Apply("exclude_paths=[ ]");
+    collector_.CollectFiles("./", "*.*", files);
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].status, StatusOfPath("a"));
+}
+
+TEST_F(FileCollectorTest, LooksAtNoFileWhereNoSizeMatters) {
+    Write({"a"});
+    CapturedOutput output;
+    std::vector<FoundFile> files;
+    Apply("exclude_paths=[ ] exclude_size_threshold=0;");
+    collector_.CollectFiles("./", "*.*", files);
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].status, FileStatus{});
 }
 
 TEST_F(FileCollectorTest, HiddenEntriesAreNeverWalked) {

@@ -35,13 +35,13 @@ TEST(MemoryFaults, CatalogueWithoutMemoryFailsWithAMessage) {
     PrivateKey key;
     LoadKey("good", key);
     HashCatalogue catalogue("product");
-    const std::vector<std::wstring> files = {L"./b", L"./a"};
+    const std::vector<FoundFile> files = {{L"./b", {}}, {L"./a", {}}};
     bool struck = true;
     std::size_t survived = 0;
     // Every allocation fails once; the run after the last of them succeeds.
     for (std::size_t allocation = 0; struck; ++allocation) {
         ASSERT_LT(allocation, 1000U);
-        std::vector<std::wstring> given = files;
+        std::vector<FoundFile> given = files;
         const std::wstring path = L"base.bin";
         CapturedOutput output;
         ScopedFault fault(Call::Allocation, allocation, ScopedFault::Reach::Once);
@@ -146,7 +146,8 @@ void InstallGame(const TempDirectory& game) {
     configuration.version = 1;
     const CapturedOutput output;
     ASSERT_EQ(catalogue.CreateCatalogue(
-                  key.Get(), {}, {L"./a file of a name too long for a short string.dat", L"./b"},
+                  key.Get(), {},
+                  {{L"./a file of a name too long for a short string.dat", {}}, {L"./b", {}}},
                   L"Quorvane/Certificates/base.bin", {}),
               ResultCode::Ok);
     ASSERT_EQ(WriteRuntimeConfiguration(configuration, key.Get(), game / "Quorvane/Certificates/"),

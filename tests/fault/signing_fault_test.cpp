@@ -76,7 +76,7 @@ TEST_F(SigningFaults, CatalogueWithoutEntropyIsNotWritten) {
     HashCatalogue catalogue("product");
     const ScopedFault fault(Call::SeedGenerator);
     CapturedOutput output;
-    EXPECT_EQ(catalogue.CreateCatalogue(key_.Get(), {}, {L"a"}, L"base.bin", {}),
+    EXPECT_EQ(catalogue.CreateCatalogue(key_.Get(), {}, {{L"a", {}}}, L"base.bin", {}),
               ResultCode::MbedTlsRandNumGenError);
     EXPECT_EQ(output.Take(), "[Warn] [Warning] Empty file: 'a'.\n");
     EXPECT_FALSE(std::filesystem::exists("base.bin"));

@@ -53,7 +53,7 @@ class VerifyFaults : public testing::Test {
         RuntimeConfiguration configuration;
         configuration.version = 1;
         CapturedOutput output;
-        EXPECT_EQ(catalogue.CreateCatalogue(key.Get(), {}, {L"./a.dat", L"./b.dat"},
+        EXPECT_EQ(catalogue.CreateCatalogue(key.Get(), {}, {{L"./a.dat", {}}, {L"./b.dat", {}}},
                                             L"Quorvane/Certificates/base.bin", {}),
                   ResultCode::Ok);
         EXPECT_EQ(WriteRuntimeConfiguration(configuration, key.Get(), Directory()), ResultCode::Ok);

@@ -16,6 +16,7 @@
 #include "catalogue/stored_entry.h"
 #include "platform/text_encoding.h"
 #include "support/captured_output.h"
+#include "support/found_files.h"
 #include "support/temp_directory.h"
 #include "threads/hashing_variants.h"
 
@@ -81,7 +82,7 @@ class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
     [[nodiscard]] Outcome Build(std::unique_ptr<ChunkHasher> hasher) const {
         CapturedOutput output;
         EntryBlock block;
-        const ResultCode code = BuildEntryBlock(files_, {}, std::move(hasher), block);
+        const ResultCode code = BuildEntryBlock(test::Unseen(files_), {}, std::move(hasher), block);
         return {code, block.compressed, test::WithoutProgressDots(output.Take())};
     }
 

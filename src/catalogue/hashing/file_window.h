@@ -18,7 +18,7 @@ namespace sealkeeper {
 struct FileToHash {
     // Null when the file cannot be opened or is not to be read; it then has no chunks.
     std::shared_ptr<const InputFile> file;
-    // What the path named just before it was opened.
+    // What the path named before it was opened.
     FileStatus status;
     // How many bytes of the file count, and in how many chunks. Chunks past the last byte are
     // empty.

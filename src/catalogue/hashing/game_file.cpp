@@ -10,8 +10,8 @@ namespace {
 
 // The status comes first: it tells whether to open at all, and costs no call more than to ask for
 // that of the open file.
-GameFile OpenAt(const std::string& path) {
-    GameFile found{StatusOfPath(path), nullptr, {}};
+GameFile OpenAt(const std::string& path, const FileStatus& seen) {
+    GameFile found{seen.type == FileType::Missing ? StatusOfPath(path) : seen, nullptr, {}};
     if (found.status.type != FileType::Regular && found.status.type != FileType::Directory) {
         return found;
     }
@@ -27,11 +27,11 @@ GameFile OpenAt(const std::string& path) {
 
 }  // namespace
 
-GameFile OpenGameFile(const std::wstring& path) {
-    GameFile found = OpenAt(WideToUtf8(path));
+GameFile OpenGameFile(const std::wstring& path, const FileStatus& seen) {
+    GameFile found = OpenAt(WideToUtf8(path), seen);
     std::wstring realPath;
     if (!found.file && FindGameFile(ProcessGameFileIndex(), path, realPath)) {
-        found = OpenAt(WideToUtf8(realPath));
+        found = OpenAt(WideToUtf8(realPath), {});
         found.indexedPath = std::move(realPath);
     }
     return found;

@@ -13,8 +13,8 @@ namespace sealkeeper {
 // A file as it was found. Whether it changed since is told by comparing the status of the open file
 // with this one.
 struct GameFile {
-    // What the path named just before it was opened, or after it had to be waited for; `Missing`
-    // when there is nothing.
+    // What the path named before it was opened, or after it had to be waited for; `Missing` when
+    // there is nothing.
     FileStatus status;
     // Null when it cannot be opened or was not. Closed when the last holder lets go.
     std::shared_ptr<const InputFile> file;
@@ -26,7 +26,10 @@ struct GameFile {
 // can be opened, but not read). Nothing else is opened: to open a FIFO lets a waiting writer go,
 // and to open a device may have effects. Where `path` cannot be opened, the path that the process's
 // game-file index has for it is tried. Lack of memory is an exception.
-[[nodiscard]] GameFile OpenGameFile(const std::wstring& path);
+//
+// `seen` is what somebody saw there before, as the walk does: nobody looks again then. `Missing`
+// stands for nobody having looked.
+[[nodiscard]] GameFile OpenGameFile(const std::wstring& path, const FileStatus& seen = {});
 
 }  // namespace sealkeeper
 
