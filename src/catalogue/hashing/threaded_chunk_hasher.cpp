@@ -47,7 +47,7 @@ std::size_t ThreadedChunkHasher::LaneCount() const {
 }
 
 // A worker is not woken for each chunk, but when there is enough to fill its lanes, or when the
-// caller has to wait.
+// caller has to wait (`AwaitOldest`).
 void ThreadedChunkHasher::Add(ChunkToHash chunk) {
     bool isShareComplete = false;
     {
@@ -56,7 +56,7 @@ void ThreadedChunkHasher::Add(ChunkToHash chunk) {
         if (waitingCount_++ == 0) {
             waiting_ = std::prev(pending_.end());
         }
-        isShareComplete = waitingCount_ % engine_.LaneCount() == 0;
+        isShareComplete = waitingCount_ % engine_.LaneCount() == 0 && MayGetBusy();
     }
     if (isShareComplete) {
         workAdded_.notify_one();
@@ -92,15 +92,17 @@ void ThreadedChunkHasher::Drop(std::size_t count) {
         chunk->isDropped = true;
     }
     for (std::size_t begun = 0; begun < begunCount; ++begun) {
-        oldestDone_.wait(lock, [this] { return IsOldestDone(); });
+        AwaitOldest(lock);
         pending_.pop_front();
     }
 }
 
 void ThreadedChunkHasher::AwaitOldest(std::unique_lock<std::mutex>& lock) {
     if (!IsOldestDone()) {
+        isAwaited_ = true;
         workAdded_.notify_all();
         oldestDone_.wait(lock, [this] { return IsOldestDone(); });
+        isAwaited_ = false;
     }
 }
 
@@ -108,20 +110,39 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
     Share share;
     std::unique_lock lock(mutex_);
     while (!isStopping_) {
-        TakeShare(lanes.IdleCount(), share);
-        if (share.count == 0 && lanes.IsIdle()) {
-            workAdded_.wait(lock, [this] { return isStopping_ || HasWork(); });
-            continue;
+        if (lanes.IsIdle()) {
+            workAdded_.wait(lock, [&] {
+                return isStopping_ || (MayGetBusy() && IsWorthBeginning(lanes.IdleCount()));
+            });
+            if (isStopping_) {
+                return;
+            }
+            ++busyWorkers_;
         }
+        TakeShare(lanes.IdleCount(), share);
         lock.unlock();
         const auto ended = HashUntilSomeEnd(lanes, share);
         lock.lock();
         End(ended);
+        if (lanes.IsIdle()) {
+            --busyWorkers_;
+        }
     }
 }
 
+// One worker rests while the caller is busy: it would only take the processor from the caller.
+bool ThreadedChunkHasher::MayGetBusy() const {
+    return isAwaited_ || busyWorkers_ + 1 < std::max<std::size_t>(WorkerCount(), 2);
+}
+
+// All lanes together are faster than some, so a worker waits for as many chunks as fill those that
+// it has idle, unless the caller can do nothing meanwhile.
+bool ThreadedChunkHasher::IsWorthBeginning(std::size_t idleLanes) const {
+    return MayBegin() && (isAwaited_ || waitingCount_ >= idleLanes);
+}
+
 // Whether the first chunk that was not begun may be begun now.
-bool ThreadedChunkHasher::HasWork() const {
+bool ThreadedChunkHasher::MayBegin() const {
     return waitingCount_ > 0 &&
            (waiting_ == pending_.begin() || waiting_->chunk.file != unreadFile_.lock());
 }
@@ -133,7 +154,10 @@ void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
     const std::size_t fairCount = (waitingCount_ + workers - 1) / workers;
     std::size_t takenBytes = 0;
     share.count = 0;
-    while (share.count < idleLanes && HasWork() &&
+    if (!IsWorthBeginning(idleLanes)) {
+        return;
+    }
+    while (share.count < idleLanes && MayBegin() &&
            (share.count < fairCount || takenBytes < kLittleBytes)) {
         takenBytes += waiting_->chunk.lengthBytes;
         share.chunks[share.count++] = &*waiting_;

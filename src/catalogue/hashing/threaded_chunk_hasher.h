@@ -47,7 +47,9 @@ class ThreadedChunkHasher : public ChunkHasher {
 
     void AwaitOldest(std::unique_lock<std::mutex>& lock);
     void Work(ChunkLanes& lanes);
-    [[nodiscard]] bool HasWork() const;
+    [[nodiscard]] bool MayGetBusy() const;
+    [[nodiscard]] bool IsWorthBeginning(std::size_t idleLanes) const;
+    [[nodiscard]] bool MayBegin() const;
     [[nodiscard]] bool IsOldestDone() const { return pending_.front().isDone; }
     void TakeShare(std::size_t idleLanes, Share& share);
     [[nodiscard]] std::span<PendingChunk* const> HashUntilSomeEnd(ChunkLanes& lanes,
@@ -66,6 +68,10 @@ class ThreadedChunkHasher : public ChunkHasher {
     // The first that was not begun, and how many there are from there on.
     Chunks::iterator waiting_ = pending_.end();
     std::size_t waitingCount_ = 0;
+    // How many workers have chunks in their lanes.
+    std::size_t busyWorkers_ = 0;
+    // The caller waits for a chunk.
+    bool isAwaited_ = false;
     // That of the last chunk that could not be read.
     std::weak_ptr<const InputFile> unreadFile_;
     // Read by workers without the mutex, too.
