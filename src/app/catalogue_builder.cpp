@@ -91,6 +91,11 @@ ResultCode CatalogueBuilder::MakeRuntimeConfiguration() {
     if (!options_.gameDevMode &&
         !CheckCertificateTrust(BuiltInTrustMaterial(), options_.signingMaterial.certificate,
                                options_.productId)) {
+        // The game's own was trusted when it was loaded: that it is not now is a fault of the
+        // system.
+        if (!IsFromAnotherIssuer(BuiltInTrustMaterial(), options_.signingMaterial.certificate)) {
+            return ResultCode::MbedTlsX509VerifyFailed;
+        }
         Log(LogLevel::Info,
             "Will not generate a configuration file as the provided certificate is for a mod.\n");
         return ResultCode::Ok;

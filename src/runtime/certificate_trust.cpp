@@ -1,5 +1,6 @@
 #include "runtime/certificate_trust.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/console_log.h"
@@ -124,6 +125,16 @@ bool CheckCertificateTrust(const TrustMaterial& trust, Certificate& certificate,
     Log(LogLevel::Info, "Successfully verified the certificate for product ID: %s\n",
         productId.c_str());
     return true;
+}
+
+bool IsFromAnotherIssuer(const TrustMaterial& trust, Certificate& certificate) {
+    Certificate authority;
+    if (ParseCertificate(trust.authorityDer, authority) != 0) {
+        return false;
+    }
+    const mbedtls_x509_buf& issuer = certificate.Get()->issuer_raw;
+    const mbedtls_x509_buf& name = authority.Get()->subject_raw;
+    return !std::equal(issuer.p, issuer.p + issuer.len, name.p, name.p + name.len);
 }
 
 }  // namespace sealkeeper

@@ -41,6 +41,10 @@ ResultCode VerifySigningCertificate(const TrustMaterial& trust, const std::strin
 [[nodiscard]] bool CheckCertificateTrust(const TrustMaterial& trust, Certificate& certificate,
                                          const std::string& productId);
 
+// Whether a parsed certificate names another issuer than the authority of `trust`, as a mod's does.
+// False also when the authority cannot be parsed.
+[[nodiscard]] bool IsFromAnotherIssuer(const TrustMaterial& trust, Certificate& certificate);
+
 }  // namespace sealkeeper
 
 #endif

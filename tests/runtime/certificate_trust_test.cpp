@@ -271,6 +271,21 @@ TEST(CertificateTrust, CheckReportsTheProductId) {
     }
 }
 
+bool IsFromAnother(const TrustMaterial& trust, const std::string& kind) {
+    Certificate certificate;
+    EXPECT_EQ(ParseCertificate(CertificateBytes(kind), certificate), 0);
+    return IsFromAnotherIssuer(trust, certificate);
+}
+
+TEST(CertificateTrust, AModsCertificateNamesAnotherIssuer) {
+    const TrustMaterial trust = BuiltInTrustMaterial();
+    EXPECT_TRUE(IsFromAnother(trust, "mod"));
+    for (const std::string kind : {"good", "expired", "revoked", "other-name"}) {
+        EXPECT_FALSE(IsFromAnother(trust, kind)) << kind;
+    }
+    EXPECT_FALSE(IsFromAnother({kGarbage, trust.revocationListDer}, "mod"));
+}
+
 TEST(CertificateTrust, CheckReportsDamagedTrustMaterial) {
     const TrustMaterial trust = BuiltInTrustMaterial();
     std::string text;
