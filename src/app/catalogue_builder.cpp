@@ -53,16 +53,18 @@ ResultCode CatalogueBuilder::Prepare() {
     return ResultCode::Ok;
 }
 
-ResultCode CatalogueBuilder::MakeCatalogue() {
+ResultCode CatalogueBuilder::FindFiles() {
     collector_.AddExcludedPath(paths_.CertificateCopyPath());
-    std::vector<FoundFile> files;
-    collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
-    if (files.empty()) {
+    return collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files_);
+}
+
+ResultCode CatalogueBuilder::MakeCatalogue() {
+    if (files_.empty()) {
         Log(LogLevel::Error,
             "Cannot create an empty catalogue, at least all executables and libraries must be included.");
         return ResultCode::CatalogueError;
     }
-    return CreateCatalogueFile(paths_, options_.signingMaterial, catalogue_, std::move(files),
+    return CreateCatalogueFile(paths_, options_.signingMaterial, catalogue_, std::move(files_),
                                WideAliases(collector_.Config()));
 }
 
@@ -77,8 +79,8 @@ ResultCode CatalogueBuilder::SetUpCollector() {
     if (chdir(collector_.BasePath().c_str()) != 0) {
         return ResultCode::InitFailedWorkingDirectory;
     }
-    if (!collector_.ResolvePaths()) {
-        return ResultCode::InitFailedConfig;
+    if (const ResultCode resolved = collector_.ResolvePaths(); resolved != ResultCode::Ok) {
+        return resolved;
     }
     if (GetFileType(collector_.BasePath() + programName_) != FileType::Missing) {
         Log(LogLevel::Warning,

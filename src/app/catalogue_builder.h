@@ -3,12 +3,14 @@
 #define SEALKEEPER_APP_CATALOGUE_BUILDER_H
 
 #include <string>
+#include <vector>
 
 #include "app/command_line_options.h"
 #include "app/generate_paths.h"
 #include "app/result_code.h"
 #include "catalogue/hash_catalogue.h"
 #include "config/file_collector.h"
+#include "platform/found_file.h"
 
 namespace sealkeeper {
 
@@ -22,7 +24,10 @@ class CatalogueBuilder {
     // there, and writes runtime.conf where one belongs to the run. The first failure is returned.
     ResultCode Prepare();
 
-    // Collects the files and writes the catalogue. Only after a successful `Prepare`.
+    // Collects the files of the game. Only after a successful `Prepare`.
+    ResultCode FindFiles();
+
+    // Writes the catalogue of the files that were found.
     ResultCode MakeCatalogue();
 
   private:
@@ -34,6 +39,7 @@ class CatalogueBuilder {
     HashCatalogue& catalogue_;
     std::string programName_;
     FileCollector collector_;
+    std::vector<FoundFile> files_;
 };
 
 }  // namespace sealkeeper

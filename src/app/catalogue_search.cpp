@@ -1,22 +1,26 @@
 #include "app/catalogue_search.h"
 
+#include <optional>
+
 #include "catalogue/catalogue_format.h"
-#include "platform/glob_result.h"
+#include "platform/directory_listing.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
 
-std::vector<std::wstring> FindCatalogues(const std::string& directory) {
-    constexpr int kNoFlags = 0;
-    const GlobResult found(LiteralGlobPattern(directory) + "*" + kCatalogueExtension, kNoFlags);
-    std::vector<std::wstring> names;
-    if (found.Status() == 0) {
-        for (const std::string path : found.Paths()) {
-            // A backslash is part of a name here.
-            names.push_back(Utf8ToWide(path.substr(path.rfind('/') + 1)));
+ResultCode FindCatalogues(const std::string& directory, std::vector<std::wstring>& names) {
+    names.clear();
+    std::optional<DirectoryEntries> entries;
+    if (const ResultCode code = ListDirectory(directory.empty() ? "./" : directory, entries);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    for (const DirectoryEntry& entry : entries.value_or(DirectoryEntries())) {
+        if (!entry.name.starts_with('.') && entry.name.ends_with(kCatalogueExtension)) {
+            names.push_back(Utf8ToWide(entry.name));
         }
     }
-    return names;
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

@@ -5,12 +5,16 @@
 #include <string>
 #include <vector>
 
+#include "app/result_code.h"
+
 namespace sealkeeper {
 
-// The names of everything in `directory`, which ends in '/', that matches "*.bin", in the order in
-// which POSIX `glob` gives them. A name that begins with a dot does not match, and a directory
-// does. Empty also when the directory cannot be read.
-[[nodiscard]] std::vector<std::wstring> FindCatalogues(const std::string& directory);
+// Sets `names` to those of everything in `directory`, which ends in '/' or is empty for the
+// current one, that matches "*.bin",
+// sorted as by POSIX `alphasort`. A name that begins with a dot does not match, and a directory
+// does. None also when the directory is missing or must not be read. Fails with
+// `SealkeeperIOError`, logged, when the system fails to read it.
+ResultCode FindCatalogues(const std::string& directory, std::vector<std::wstring>& names);
 
 }  // namespace sealkeeper
 

@@ -123,6 +123,9 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
     if (const ResultCode code = builder.Prepare(); code != ResultCode::Ok) {
         return code;
     }
+    if (const ResultCode code = builder.FindFiles(); code != ResultCode::Ok) {
+        return code;
+    }
     return FinishRun(options, paths, builder.MakeCatalogue());
 }
 

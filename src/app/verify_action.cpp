@@ -49,7 +49,9 @@ ResultCode FindCataloguesOf(const std::string& gameDirectory, std::vector<std::w
         return ResultCode::SealkeeperIOError;
     }
     Log(LogLevel::Info, "Looking for the catalogue to validate under: '%s'.\n", directory.c_str());
-    names = FindCatalogues(directory);
+    if (const ResultCode code = FindCatalogues(directory, names); code != ResultCode::Ok) {
+        return code;
+    }
     if (names.empty()) {
         Log(LogLevel::Error, "Couldn't find the .bin file under: '%s'.\n", directory.c_str());
         return ResultCode::SealkeeperIOError;

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include "app/console_log.h"
@@ -44,35 +45,47 @@ FileCollector::FileCollector(std::string basePath) : basePath_(std::move(basePat
     config_.excludedExtensions.max_load_factor(kMaxLoadFactor);
 }
 
-void FileCollector::CollectFiles(const std::string& startPath, const std::string& pattern,
-                                 std::vector<FoundFile>& files) const {
+ResultCode FileCollector::CollectFiles(const std::string& startPath, const std::string& pattern,
+                                       std::vector<FoundFile>& files) const {
     if (includedPaths_.empty()) {
-        RecursePath(startPath, pattern, files);
-        return;
+        return RecursePath(startPath, pattern, files);
     }
     for (const std::string& path : includedPaths_) {
-        RecursePath(path, kNamedDirectly, files);
+        if (const ResultCode code = RecursePath(path, kNamedDirectly, files);
+            code != ResultCode::Ok) {
+            return code;
+        }
     }
+    return ResultCode::Ok;
 }
 
 std::string FileCollector::BasePath() const {
     return basePath_;
 }
 
-bool FileCollector::ResolvePaths() {
+ResultCode FileCollector::ResolvePaths() {
+    bool hasMatched = false;
     if (config_.includePaths.empty()) {
-        if (!GlobPaths(config_.excludePaths, excludedPaths_)) {
+        if (const ResultCode code = GlobPaths(config_.excludePaths, excludedPaths_, hasMatched);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        if (!hasMatched) {
             Log(LogLevel::Warning, "exclude_paths was specified but did not match any files.\n");
         }
         LogResolvedPaths(excludedPaths_);
-        return true;
+        return ResultCode::Ok;
     }
-    if (!GlobPaths(config_.includePaths, includedPaths_)) {
+    if (const ResultCode code = GlobPaths(config_.includePaths, includedPaths_, hasMatched);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    if (!hasMatched) {
         Log(LogLevel::Error, "include_paths was specified but did not match any files.\n");
-        return false;
+        return ResultCode::InitFailedConfig;
     }
     LogResolvedPaths(includedPaths_);
-    return true;
+    return ResultCode::Ok;
 }
 
 void FileCollector::AddExcludedPath(const std::string& path) {
@@ -84,58 +97,81 @@ ResultCode FileCollector::ApplyCatalogueRules(ConfigSection& searchOptions) {
 }
 
 // A file named directly is taken whatever the skip rules say.
-void FileCollector::CollectNamedPath(const std::string& path, std::vector<FoundFile>& files) const {
-    switch (GetFileType(path)) {
+ResultCode FileCollector::CollectNamedPath(const std::string& path,
+                                           std::vector<FoundFile>& files) const {
+    FileStatus status;
+    if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
+        return code;
+    }
+    switch (status.type) {
         case FileType::Missing:
             Log(LogLevel::Error, "The following path couldn't be opened: '%s'. (%u)", path.c_str(),
                 static_cast<unsigned>(errno));
-            return;
+            break;
         case FileType::Directory:
-            RecursePath(path + "/", kEveryFilePattern, files);
-            return;
+            return RecursePath(path + "/", kEveryFilePattern, files);
         case FileType::Regular:
         case FileType::Fifo:
         case FileType::Socket:
         case FileType::Other:
-            files.push_back({Utf8ToWide(path), {}});
-            return;
+            files.push_back({Utf8ToWide(path), status});
+            break;
     }
+    return ResultCode::Ok;
 }
 
-void FileCollector::RecursePath(const std::string& startPath, const std::string& pattern,
-                                std::vector<FoundFile>& files) const {
+ResultCode FileCollector::RecursePath(const std::string& startPath, const std::string& pattern,
+                                      std::vector<FoundFile>& files) const {
     if (pattern == kNamedDirectly) {
-        CollectNamedPath(startPath, files);
-        return;
+        return CollectNamedPath(startPath, files);
     }
     // A backslash at the end belongs to the directory's name here, so it is no separator.
     const std::string directory = startPath.ends_with('/') ? startPath : startPath + "/";
     Log(LogLevel::Trace, "RecursePath '%s'.\n", (directory + pattern).c_str());
-    const auto entries = ListDirectory(directory);
+    std::optional<DirectoryEntries> entries;
+    if (const ResultCode code = ListDirectory(directory, entries); code != ResultCode::Ok) {
+        return code;
+    }
     if (!entries) {
         Log(LogLevel::Error, "Unable to open '%s'.\n", directory.c_str());
-        return;
+        return ResultCode::Ok;
     }
     for (auto entry = entries->rbegin(); entry != entries->rend(); ++entry) {
-        if (entry->name.starts_with('.')) {
-            continue;
-        }
-        const std::string path = directory + entry->name;
-        if (IsSkippedByPath(path)) {
-            continue;
-        }
-        // Where no size matters, nobody looks.
-        const FileStatus status =
-            config_.sizeThresholdBytes != 0 ? StatusOfPath(path) : FileStatus{};
-        if (IsSkippedBySize(path, status)) {
-            continue;
-        }
-        if (entry->type == EntryType::Directory) {
-            RecursePath(path, pattern, files);
-        } else if (entry->type == EntryType::Regular && !IsSkippedByExtension(path, entry->name)) {
-            files.push_back({Utf8ToWide(path), status});
+        if (const ResultCode code = CollectEntry(directory, *entry, pattern, files);
+            code != ResultCode::Ok) {
+            return code;
         }
     }
+    return ResultCode::Ok;
+}
+
+ResultCode FileCollector::CollectEntry(const std::string& directory, const DirectoryEntry& entry,
+                                       const std::string& pattern,
+                                       std::vector<FoundFile>& files) const {
+    if (entry.name.starts_with('.')) {
+        return ResultCode::Ok;
+    }
+    const std::string path = directory + entry.name;
+    if (IsSkippedByPath(path)) {
+        return ResultCode::Ok;
+    }
+    FileStatus status;
+    // Where no size matters, nobody looks.
+    if (config_.sizeThresholdBytes != 0) {
+        if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    if (IsSkippedBySize(path, status)) {
+        return ResultCode::Ok;
+    }
+    if (entry.type == EntryType::Directory) {
+        return RecursePath(path, pattern, files);
+    }
+    if (entry.type == EntryType::Regular && !IsSkippedByExtension(path, entry.name)) {
+        files.push_back({Utf8ToWide(path), status});
+    }
+    return ResultCode::Ok;
 }
 
 bool FileCollector::IsSkippedByPath(const std::string& path) const {

@@ -10,6 +10,7 @@
 #include "config/catalogue_config.h"
 #include "config/config_document.h"
 #include "config/path_patterns.h"
+#include "platform/directory_listing.h"
 #include "platform/found_file.h"
 
 namespace sealkeeper {
@@ -29,15 +30,17 @@ class FileCollector {
 
     // Appends the files to hash to `files`. With included paths each of them is taken or walked, in
     // no particular order; without, the walk begins at `startPath`. A file reached in two ways
-    // appears twice. What cannot be read is logged and left out.
-    virtual void CollectFiles(const std::string& startPath, const std::string& pattern,
-                              std::vector<FoundFile>& files) const;
+    // appears twice. What is missing or must not be read is logged and left out. Fails
+    // with `SealkeeperIOError`, logged, when the system fails to read a directory or to look at a
+    // file.
+    virtual ResultCode CollectFiles(const std::string& startPath, const std::string& pattern,
+                                    std::vector<FoundFile>& files) const;
 
     [[nodiscard]] virtual std::string BasePath() const;
 
-    // Expands the patterns of the mode in use. False, with a message, when include patterns match
-    // nothing.
-    [[nodiscard]] virtual bool ResolvePaths();
+    // Expands the patterns of the mode in use. Fails with `InitFailedConfig`, logged, when include
+    // patterns match nothing, and as `GlobPaths`.
+    virtual ResultCode ResolvePaths();
 
     // Leaves out the file at `path`, which is compared as the walk forms it ("./" and so on).
     virtual void AddExcludedPath(const std::string& path);
@@ -48,9 +51,11 @@ class FileCollector {
     [[nodiscard]] const CatalogueConfig& Config() const { return config_; }
 
   private:
-    void RecursePath(const std::string& startPath, const std::string& pattern,
-                     std::vector<FoundFile>& files) const;
-    void CollectNamedPath(const std::string& path, std::vector<FoundFile>& files) const;
+    ResultCode RecursePath(const std::string& startPath, const std::string& pattern,
+                           std::vector<FoundFile>& files) const;
+    ResultCode CollectNamedPath(const std::string& path, std::vector<FoundFile>& files) const;
+    ResultCode CollectEntry(const std::string& directory, const DirectoryEntry& entry,
+                            const std::string& pattern, std::vector<FoundFile>& files) const;
     [[nodiscard]] bool IsSkippedByPath(const std::string& path) const;
     [[nodiscard]] bool IsSkippedBySize(const std::string& path, const FileStatus& status) const;
     [[nodiscard]] bool IsSkippedByExtension(const std::string& path, const std::string& name) const;

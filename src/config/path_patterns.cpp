@@ -3,15 +3,17 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <cstddef>
+#include <new>
 
 #include "app/console_log.h"
 #include "platform/file_system.h"
-#include "platform/glob_result.h"
+#include "platform/glob.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
 namespace {
+
+using Paths = std::vector<std::string>;
 
 // Outcomes of one expansion; the negative ones are shown in a message.
 constexpr int kMatched = 0;
@@ -27,51 +29,28 @@ std::string PatternInGameDirectory(const std::string& pattern) {
     return path;
 }
 
-int AddNamedPath(const std::string& path, std::vector<std::string>& matches) {
-    const FileType type = GetFileType(path);
-    if (type != FileType::Regular && type != FileType::Directory) {
-        return kNoMatch;
-    }
-    matches.push_back(path);
-    return kMatched;
-}
-
-int AddGlobMatches(const std::string& pattern, std::vector<std::string>& matches) {
-    const GlobResult result(pattern, GLOB_MARK | GLOB_NOSORT);
-    switch (result.Status()) {
-        case 0:
-            break;
-        case GLOB_NOMATCH:
-            return kNoMatch;
-        case GLOB_NOSPACE:
-            return kOutOfMemory;
-        default:
-            return kReadAborted;
-    }
-    for (std::string path : result.Paths()) {
-        // Directories are marked with a separator at their end.
-        if (path.ends_with('/')) {
-            path.pop_back();
-        }
+ResultCode LookUpNamedPath(const std::string& path, Paths& matches) {
+    FileStatus status;
+    const ResultCode code = LookAtPath(path, status);
+    if (status.type == FileType::Regular || status.type == FileType::Directory) {
         matches.push_back(path);
     }
-    return kMatched;
+    return code;
 }
 
-int ExpandPattern(const std::string& pattern, std::vector<std::string>& matches) {
+ResultCode FindMatches(const std::string& pattern, Paths& matches) {
     // No path holds a zero byte, and the system would look at what stands before it.
     if (pattern.find('\0') != std::string::npos) {
-        return kNoMatch;
+        return ResultCode::Ok;
     }
-    const auto firstNew = static_cast<std::ptrdiff_t>(matches.size());
     const bool hasWildcard = pattern.find_first_of("*?") != std::string::npos;
-    const int outcome =
-        hasWildcard ? AddGlobMatches(pattern, matches) : AddNamedPath(pattern, matches);
-    std::sort(matches.begin() + firstNew, matches.end(),
+    const ResultCode code =
+        hasWildcard ? ExpandGlobPattern(pattern, matches) : LookUpNamedPath(pattern, matches);
+    std::sort(matches.begin(), matches.end(),
               [](const std::string& left, const std::string& right) {
                   return strcasecmp(left.c_str(), right.c_str()) < 0;
               });
-    return outcome;
+    return code;
 }
 
 void ReportExpansion(const std::string& pattern, int outcome) {
@@ -87,20 +66,38 @@ void ReportExpansion(const std::string& pattern, int outcome) {
     }
 }
 
+// A fault of the system is reported for the pattern, too.
+ResultCode ExpandPattern(const std::string& pattern, Paths& matches) {
+    try {
+        const ResultCode code = FindMatches(pattern, matches);
+        if (code != ResultCode::Ok) {
+            ReportExpansion(pattern, kReadAborted);
+        } else {
+            ReportExpansion(pattern, matches.empty() ? kNoMatch : kMatched);
+        }
+        return code;
+    } catch (const std::bad_alloc&) {
+        ReportExpansion(pattern, kOutOfMemory);
+        throw;
+    }
+}
+
 }  // namespace
 
-bool GlobPaths(const std::vector<std::string>& patterns, PathSet& paths) {
-    std::vector<std::string> matches;
+ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched) {
+    Paths matches;
     for (const std::string& pattern : patterns) {
         const std::string expanded = PatternInGameDirectory(pattern);
         Log(LogLevel::Trace, "GlobPaths: %s.\n", expanded.c_str());
-        ReportExpansion(expanded, ExpandPattern(expanded, matches));
+        Paths found;
+        if (const ResultCode code = ExpandPattern(expanded, found); code != ResultCode::Ok) {
+            return code;
+        }
+        matches.insert(matches.end(), found.begin(), found.end());
     }
-    if (matches.empty()) {
-        return false;
-    }
+    hasMatched = !matches.empty();
     paths.insert(matches.begin(), matches.end());
-    return true;
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

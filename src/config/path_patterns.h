@@ -6,14 +6,16 @@
 #include <unordered_set>
 #include <vector>
 
+#include "app/result_code.h"
+
 namespace sealkeeper {
 
 using PathSet = std::unordered_set<std::string>;
 
-// Expands each pattern, with "./" in front, and adds the paths it matches to `paths`. Every pattern
-// is reported by a message of its own and none ends the loop. Returns true when at least one path
-// matched.
-[[nodiscard]] bool GlobPaths(const std::vector<std::string>& patterns, PathSet& paths);
+// Expands each pattern, with "./" in front, and adds the paths it matches to `paths`; `hasMatched`
+// tells whether there was one. Every pattern is reported by a message of its own. Fails with
+// `SealkeeperIOError`, logged, when the system fails to look for them; nothing is added then.
+ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched);
 
 }  // namespace sealkeeper
 

@@ -3,38 +3,17 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
-#include <cstddef>
-#include <cstdlib>
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <memory>
-#include <span>
+#include <utility>
+
+#include "app/console_log.h"
+#include "platform/file_system.h"
 
 namespace sealkeeper {
 namespace {
-
-// Owner of the array that POSIX `scandir` allocates: the entries and the array itself.
-class ScannedDirectory {
-  public:
-    explicit ScannedDirectory(const std::string& directory)
-        : count_(scandir(directory.c_str(), &entries_, nullptr, alphasort)) {}
-    ScannedDirectory(const ScannedDirectory&) = delete;
-    ScannedDirectory& operator=(const ScannedDirectory&) = delete;
-    ~ScannedDirectory() {
-        for (dirent* entry : Entries()) {
-            std::free(entry);  // NOLINT: scandir allocates with malloc
-        }
-        std::free(entries_);  // NOLINT
-    }
-
-    [[nodiscard]] bool IsRead() const { return count_ >= 0; }
-    [[nodiscard]] std::span<dirent*> Entries() const {
-        return IsRead() ? std::span<dirent*>(entries_, static_cast<std::size_t>(count_))
-                        : std::span<dirent*>();
-    }
-
-  private:
-    dirent** entries_ = nullptr;
-    int count_;
-};
 
 struct DirectoryCloser {
     void operator()(DIR* stream) const { closedir(stream); }
@@ -42,59 +21,102 @@ struct DirectoryCloser {
 
 using DirectoryStream = std::unique_ptr<DIR, DirectoryCloser>;
 
-EntryType TypeOf(const dirent& entry, const std::string& directory) {
+// A fault of the system is logged; what tells of the path is an answer.
+ResultCode JudgeReadError(const std::string& directory, int systemError) {
+    if (TellsOfThePath(systemError)) {
+        return ResultCode::Ok;
+    }
+    Log(LogLevel::Error, "Could not read the directory '%s': %s.\n", directory.c_str(),
+        std::strerror(systemError));
+    return ResultCode::SealkeeperIOError;
+}
+
+// The type that `entry` tells, if it does.
+std::optional<EntryType> ToldType([[maybe_unused]] const dirent& entry) {
 #ifdef DT_UNKNOWN
-    // d_type saves a system call for each entry, but not every file system fills it.
+    // It saves a system call for each entry, but not every file system fills it.
     switch (entry.d_type) {
         case DT_REG:
             return EntryType::Regular;
         case DT_DIR:
             return EntryType::Directory;
+        case DT_LNK:
+            return EntryType::Link;
         case DT_UNKNOWN:
-            break;
+            return std::nullopt;
         default:
             return EntryType::Other;
     }
+#else
+    return std::nullopt;
 #endif
-    return LinkStatusType(directory + entry.d_name);
+}
+
+EntryType TypeOfMode(mode_t mode) {
+    if (S_ISREG(mode)) {
+        return EntryType::Regular;
+    }
+    if (S_ISLNK(mode)) {
+        return EntryType::Link;
+    }
+    return S_ISDIR(mode) ? EntryType::Directory : EntryType::Other;
+}
+
+ResultCode AddEntry(const std::string& directory, const dirent& found, DirectoryEntries& entries) {
+    DirectoryEntry entry{found.d_name, EntryType::Other};
+    if (const auto told = ToldType(found)) {
+        entry.type = *told;
+    } else if (const ResultCode code = LinkStatusType(directory + "/" + entry.name, entry.type);
+               code != ResultCode::Ok) {
+        return code;
+    }
+    entries.push_back(std::move(entry));
+    return ResultCode::Ok;
 }
 
 }  // namespace
 
-std::optional<std::vector<DirectoryEntry>> ListDirectory(const std::string& directory) {
-    const ScannedDirectory scanned(directory);
-    if (!scanned.IsRead()) {
-        return std::nullopt;
-    }
-    std::vector<DirectoryEntry> listed;
-    listed.reserve(scanned.Entries().size());
-    for (const dirent* entry : scanned.Entries()) {
-        listed.push_back({entry->d_name, TypeOf(*entry, directory)});
-    }
-    return listed;
-}
-
-std::optional<std::vector<DirectoryEntry>> ReadDirectory(const std::string& directory) {
+ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries) {
+    entries.reset();
     const DirectoryStream stream(opendir(directory.c_str()));
     if (!stream) {
-        return std::nullopt;
+        return JudgeReadError(directory, errno);
     }
-    std::vector<DirectoryEntry> entries;
+    DirectoryEntries read;
+    // The end and a failure look the same but for errno.
+    errno = 0;
     while (const dirent* entry = readdir(stream.get())) {
-        entries.push_back({entry->d_name, TypeOf(*entry, directory)});
+        if (const ResultCode code = AddEntry(directory, *entry, read); code != ResultCode::Ok) {
+            return code;
+        }
+        errno = 0;
     }
-    return entries;
+    if (errno != 0) {
+        return JudgeReadError(directory, errno);
+    }
+    entries = std::move(read);
+    return ResultCode::Ok;
 }
 
-EntryType LinkStatusType(const std::string& path) {
+ResultCode ListDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries) {
+    const ResultCode code = ReadDirectory(directory, entries);
+    if (entries) {
+        std::sort(entries->begin(), entries->end(),
+                  [](const DirectoryEntry& left, const DirectoryEntry& right) {
+                      return std::strcoll(left.name.c_str(), right.name.c_str()) < 0;
+                  });
+    }
+    return code;
+}
+
+ResultCode LinkStatusType(const std::string& path, EntryType& type) {
+    type = EntryType::Other;
     struct stat status {};
     if (lstat(path.c_str(), &status) != 0) {
-        return EntryType::Other;
+        return JudgeLookError(path, errno);
     }
-    if (S_ISREG(status.st_mode)) {
-        return EntryType::Regular;
-    }
-    return S_ISDIR(status.st_mode) ? EntryType::Directory : EntryType::Other;
+    type = TypeOfMode(status.st_mode);
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

@@ -6,28 +6,34 @@
 #include <string>
 #include <vector>
 
+#include "app/result_code.h"
+
 namespace sealkeeper {
 
-// The type of the entry itself: a symbolic link is `Other`, whatever it points to.
-enum class EntryType { Regular, Directory, Other };
+// The type of the entry itself: a symbolic link is `Link`, whatever it points to.
+enum class EntryType { Regular, Directory, Link, Other };
 
 struct DirectoryEntry {
     std::string name;
     EntryType type;
 };
 
-// The entries of `directory`, which ends in '/', sorted by `alphasort`; "." and ".." and other
-// names that begin with a dot are among them. Nothing when the directory cannot be read.
-[[nodiscard]] std::optional<std::vector<DirectoryEntry>> ListDirectory(
-    const std::string& directory);
+using DirectoryEntries = std::vector<DirectoryEntry>;
 
-// The same entries in the order in which POSIX `readdir` returns them.
-[[nodiscard]] std::optional<std::vector<DirectoryEntry>> ReadDirectory(
-    const std::string& directory);
+// Sets `entries` to those of `directory` in the order in which POSIX `readdir` returns them; "."
+// and
+// ".." and other names that begin with a dot are among them. Nothing when it is missing, no
+// directory, or must not be read. Fails with `SealkeeperIOError`, logged, when the system fails to
+// read it: what was read of it by then says nothing of the rest.
+ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);
 
-// The type of the entry at `path`, asked with `lstat`, for file systems whose directories do not
-// report it. `Other` when `lstat` fails.
-[[nodiscard]] EntryType LinkStatusType(const std::string& path);
+// The same entries, sorted as by POSIX `alphasort`.
+ResultCode ListDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);
+
+// Sets `type` to that of the entry at `path`, asked with `lstat`, for file systems whose
+// directories do not report it: `Other` when it is gone or must not be looked at. Fails with
+// `SealkeeperIOError`, logged, when the system fails to look.
+ResultCode LinkStatusType(const std::string& path, EntryType& type);
 
 }  // namespace sealkeeper
 

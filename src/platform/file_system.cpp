@@ -4,9 +4,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+
+#include "app/console_log.h"
 
 namespace sealkeeper {
 namespace {
@@ -67,6 +71,33 @@ FileType GetFileType(const std::string& path) {
 FileStatus StatusOfPath(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? StatusFrom(status) : FileStatus{};
+}
+
+bool TellsOfThePath(int systemError) {
+    switch (systemError) {
+        case ENOENT:
+        case ENOTDIR:
+        case EACCES:
+        case EPERM:
+        case ELOOP:
+        case ENAMETOOLONG:
+            return true;
+        default:
+            return false;
+    }
+}
+
+ResultCode JudgeLookError(const std::string& path, int systemError) {
+    if (TellsOfThePath(systemError)) {
+        return ResultCode::Ok;
+    }
+    Log(LogLevel::Error, "Could not look at '%s': %s.\n", path.c_str(), std::strerror(systemError));
+    return ResultCode::SealkeeperIOError;
+}
+
+ResultCode LookAtPath(const std::string& path, FileStatus& status) {
+    status = StatusOfPath(path);
+    return status.type == FileType::Missing ? JudgeLookError(path, errno) : ResultCode::Ok;
 }
 
 FileStatus StatusOfOpenFile(int descriptor) {

@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+#include "app/result_code.h"
+
 namespace sealkeeper {
 
 enum class FileType { Missing, Regular, Directory, Fifo, Socket, Other };
@@ -37,6 +39,17 @@ struct FileStatus {
 
 // The status of what `path` names, `Missing` when `stat` fails; nothing is ever opened here.
 [[nodiscard]] FileStatus StatusOfPath(const std::string& path);
+
+// Whether an errno of a call that was given a path tells of that path, and not of the system:
+// nothing is there, or it must not be looked at.
+[[nodiscard]] bool TellsOfThePath(int systemError);
+
+// `Ok` for an errno that tells of `path`; `SealkeeperIOError`, logged, for one that tells of a
+// fault of the system, which failed to look at it.
+ResultCode JudgeLookError(const std::string& path, int systemError);
+
+// Sets `status` as `StatusOfPath` tells it, errno included. Fails as `JudgeLookError`.
+ResultCode LookAtPath(const std::string& path, FileStatus& status);
 
 // The absolute path without links and dot components (POSIX `realpath`); nothing for an empty path
 // and for one that does not resolve.

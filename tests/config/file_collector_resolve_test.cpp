@@ -65,7 +65,7 @@ Collected CollectBy(const TempDirectory& game, const std::string& rules,
     {
         const ScopedLogThreshold verbose(LogLevel::Verbose);
         CapturedOutput output;
-        collected.resolved = collector.ResolvePaths();
+        collected.resolved = collector.ResolvePaths() == ResultCode::Ok;
         collected.resolveOutput = output.Take();
     }
     if (!removedBetween.empty()) {
@@ -74,7 +74,7 @@ Collected CollectBy(const TempDirectory& game, const std::string& rules,
     const ScopedLogThreshold trace(LogLevel::Trace);
     CapturedOutput output;
     std::vector<FoundFile> files;
-    collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
+    EXPECT_EQ(collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files), ResultCode::Ok);
     collected.files = PathsOf(files);
     collected.walkOutput = output.Take();
     std::sort(collected.files.begin(), collected.files.end());
@@ -117,7 +117,7 @@ TEST(FileCollectorModes, ExcludedPathAddedBeforeIsListedToo) {
     collector.AddExcludedPath("./x");
     const ScopedLogThreshold verbose(LogLevel::Verbose);
     CapturedOutput output;
-    EXPECT_TRUE(collector.ResolvePaths());
+    EXPECT_EQ(collector.ResolvePaths(), ResultCode::Ok);
     EXPECT_EQ(output.Take(), std::string(kNothingExcluded) + "[Verb] Excluded path: './x'\n");
 }
 
@@ -239,10 +239,10 @@ TEST(FileCollectorModes, ExtraExcludedPathBindsTheWalkOfAnIncludedDirectory) {
     FileCollector collector("/");
     CapturedOutput ignored;
     ASSERT_EQ(collector.ApplyCatalogueRules(document.GetSection(name)), ResultCode::Ok);
-    ASSERT_TRUE(collector.ResolvePaths());
+    ASSERT_EQ(collector.ResolvePaths(), ResultCode::Ok);
     collector.AddExcludedPath("./dir/a");
     std::vector<FoundFile> files;
-    collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
+    EXPECT_EQ(collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files), ResultCode::Ok);
     EXPECT_EQ(PathsOf(files), Files{L"./dir/b"});
 }
 

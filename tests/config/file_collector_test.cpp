@@ -68,7 +68,7 @@ class FileCollectorTest : public ::testing::Test {
 
     bool Resolve() {
         CapturedOutput output;
-        const bool resolved = collector_.ResolvePaths();
+        const bool resolved = collector_.ResolvePaths() == ResultCode::Ok;
         resolveOutput_ = output.Take();
         return resolved;
     }
@@ -79,7 +79,7 @@ class FileCollectorTest : public ::testing::Test {
         const ScopedLogThreshold trace(LogLevel::Trace);
         std::vector<FoundFile> files;
         CapturedOutput output;
-        collector_.CollectFiles(start, pattern, files);
+        EXPECT_EQ(collector_.CollectFiles(start, pattern, files), ResultCode::Ok);
         output_ = output.Take();
         return PathsOf(files);
     }
@@ -119,7 +119,7 @@ TEST_F(FileCollectorTest, AppendsToTheList) {
     Write({"a"});
     Apply("exclude_paths=[ ]");
     std::vector<FoundFile> files = {{L"earlier", {}}};
-    collector_.CollectFiles("./", "*.*", files);
+    EXPECT_EQ(collector_.CollectFiles("./", "*.*", files), ResultCode::Ok);
     EXPECT_EQ(PathsOf(files), (Files{L"earlier", L"./a"}));
 }
 
@@ -128,7 +128,7 @@ TEST_F(FileCollectorTest, TellsWhatItSawOfAFile) {
     CapturedOutput output;
     std::vector<FoundFile> files;
     Apply("exclude_paths=[ ]");
-    collector_.CollectFiles("./", "*.*", files);
+    EXPECT_EQ(collector_.CollectFiles("./", "*.*", files), ResultCode::Ok);
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].status, StatusOfPath("a"));
 }
@@ -138,7 +138,7 @@ TEST_F(FileCollectorTest, LooksAtNoFileWhereNoSizeMatters) {
     CapturedOutput output;
     std::vector<FoundFile> files;
     Apply("exclude_paths=[ ] exclude_size_threshold=0;");
-    collector_.CollectFiles("./", "*.*", files);
+    EXPECT_EQ(collector_.CollectFiles("./", "*.*", files), ResultCode::Ok);
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].status, FileStatus{});
 }

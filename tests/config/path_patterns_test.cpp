@@ -54,9 +54,10 @@ class PathPatterns : public ::testing::Test {
     static bool Glob(const std::vector<std::string>& patterns, PathSet& paths, std::string& shown) {
         const ScopedLogThreshold trace(LogLevel::Trace);
         CapturedOutput output;
-        const bool matched = GlobPaths(patterns, paths);
+        bool hasMatched = false;
+        EXPECT_EQ(GlobPaths(patterns, paths, hasMatched), ResultCode::Ok);
         shown = output.Take();
-        return matched;
+        return hasMatched;
     }
 
     TempDirectory game_;
@@ -166,15 +167,17 @@ TEST_F(PathPatterns, TraceIsNotShownByTheProgram) {
     const ScopedLogThreshold verbose(LogLevel::Verbose);
     PathSet paths;
     CapturedOutput output;
-    EXPECT_TRUE(GlobPaths({"a.txt"}, paths));
+    bool hasMatched = false;
+    EXPECT_EQ(GlobPaths({"a.txt"}, paths, hasMatched), ResultCode::Ok);
+    EXPECT_TRUE(hasMatched);
     EXPECT_EQ(output.Take(),
               "[Info] The following matched certain files in the target directory: './a.txt'.\n");
 }
 
 TEST_F(PathPatterns, APatternWithAZeroByteMatchesNothing) {
     PathSet paths;
-    CapturedOutput output;
-    EXPECT_FALSE(GlobPaths({std::string("a.txt\0junk", 10), std::string("*.txt\0", 6)}, paths));
+    std::string shown;
+    EXPECT_FALSE(Glob({std::string("a.txt\0junk", 10), std::string("*.txt\0", 6)}, paths, shown));
     EXPECT_TRUE(paths.empty());
 }
 

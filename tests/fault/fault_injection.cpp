@@ -3,11 +3,12 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <glob.h>
+#include <fnmatch.h>
 #include <iconv.h>
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/sha256.h>
 #include <mbedtls/version.h>
+#include <mbedtls/x509_crt.h>
 #include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -156,8 +157,12 @@ int chdir(const char* path) SEALKEEPER_NOTHROW {
     return Real<int(const char*)>("chdir")(path);
 }
 
-// Strikes by reporting another size.
+// Strikes by reporting another size, or by failing.
 int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::StatFailure)) {
+        errno = FaultOf(Call::StatFailure).value;
+        return -1;
+    }
     const int result = Real<int(const char*, struct stat*)>("stat")(path, status);
     if (Strikes(Call::Stat)) {
         status->st_size = FaultOf(Call::Stat).value;
@@ -289,36 +294,51 @@ int fclose(FILE* stream) {
 
 DIR* opendir(const char* directory) {
     if (Strikes(Call::Opendir)) {
-        errno = EACCES;
+        errno = FaultOf(Call::Opendir).value;
         return nullptr;
     }
     return Real<DIR*(const char*)>("opendir")(directory);
 }
 
-int scandir(const char* directory, struct dirent*** entries, int (*filter)(const struct dirent*),
-            int (*compare)(const struct dirent**, const struct dirent**)) {
-    using Scandir = int(const char*, struct dirent***, int (*)(const struct dirent*),
-                        int (*)(const struct dirent**, const struct dirent**));
-    if (Strikes(Call::Scandir)) {
-        errno = EACCES;
-        return -1;
+struct dirent* readdir(DIR* stream) {
+    if (Strikes(Call::Readdir)) {
+        errno = FaultOf(Call::Readdir).value;
+        return nullptr;
     }
-    const int count = Real<Scandir>("scandir")(directory, entries, filter, compare);
-    if (Strikes(Call::ScandirTypes)) {
-        for (int i = 0; i < count; ++i) {
-            (*entries)[i]->d_type = DT_UNKNOWN;
-        }
+    struct dirent* const entry = Real<struct dirent*(DIR*)>("readdir")(stream);
+    if (entry != nullptr && Strikes(Call::ReaddirTypes)) {
+        entry->d_type = DT_UNKNOWN;
     }
-    return count;
+    return entry;
 }
 
-int glob(const char* pattern, int flags, int (*onError)(const char*, int),
-         glob_t* result) SEALKEEPER_NOTHROW {
-    if (Strikes(Call::Glob)) {
-        return FaultOf(Call::Glob).value;
+int lstat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Lstat)) {
+        errno = FaultOf(Call::Lstat).value;
+        return -1;
     }
-    return Real<int(const char*, int, int (*)(const char*, int), glob_t*)>("glob")(pattern, flags,
-                                                                                   onError, result);
+    return Real<int(const char*, struct stat*)>("lstat")(path, status);
+}
+
+int fnmatch(const char* pattern, const char* name, int flags) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Fnmatch)) {
+        return FaultOf(Call::Fnmatch).value;
+    }
+    return Real<int(const char*, const char*, int)>("fnmatch")(pattern, name, flags);
+}
+
+int mbedtls_x509_crt_verify(mbedtls_x509_crt* certificate, mbedtls_x509_crt* authority,
+                            mbedtls_x509_crl* revoked, const char* name, uint32_t* flags,
+                            int (*callback)(void*, mbedtls_x509_crt*, int, uint32_t*),
+                            void* argument) {
+    using Verify = int(mbedtls_x509_crt*, mbedtls_x509_crt*, mbedtls_x509_crl*, const char*,
+                       uint32_t*, int (*)(void*, mbedtls_x509_crt*, int, uint32_t*), void*);
+    if (Strikes(Call::VerifyChain)) {
+        *flags = MBEDTLS_X509_BADCERT_NOT_TRUSTED;
+        return FaultOf(Call::VerifyChain).value;
+    }
+    return Real<Verify>("mbedtls_x509_crt_verify")(certificate, authority, revoked, name, flags,
+                                                   callback, argument);
 }
 
 int mbedtls_ctr_drbg_seed(mbedtls_ctr_drbg_context* context,

@@ -13,6 +13,7 @@ enum class Call {
     GetCwd,
     Chdir,
     Stat,
+    StatFailure,
     Fstat,
     Open,
     Fdopen,
@@ -32,11 +33,14 @@ enum class Call {
     Fflush,
     Fclose,
     Opendir,
-    Scandir,
-    // Not failing, but with every entry's type unknown.
-    ScandirTypes,
-    Glob,
+    Readdir,
+    // Not failing, but with the entry's type unknown.
+    ReaddirTypes,
+    Lstat,
+    Fnmatch,
     SeedGenerator,
+    // The check of a chain of certificates.
+    VerifyChain,
     // The digest is made all the same where there is one to make.
     Sha256,
     StartThread,
@@ -50,8 +54,9 @@ class ScopedFault {
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
     // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
     // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
-    // result of `glob`, the size that `stat` or `fstat` reports, and the bytes that `fread`
-    // and `ReadShort` deliver.
+    // errno of `opendir`, `readdir`, `lstat` and `StatFailure`, the result of `fnmatch` and of the
+    // check of a chain, the size that `stat` or `fstat` reports, and the bytes that `fread` and
+    // `ReadShort` deliver.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);

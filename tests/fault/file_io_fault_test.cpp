@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,12 +11,17 @@
 #include "fault/fault_injection.h"
 #include "platform/directory_listing.h"
 #include "platform/file_io.h"
+#include "platform/file_system.h"
+#include "platform/glob.h"
+#include "support/captured_output.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
 namespace {
 
 using test::Call;
+using test::CapturedOutput;
+using test::ScopedCurrentDirectory;
 using test::ScopedFault;
 using test::TempDirectory;
 using Reach = ScopedFault::Reach;
@@ -63,8 +71,85 @@ TEST(FileIoFaults, SizeComesFromTheEndAndNotFromTheStatus) {
 
 TEST(FileIoFaults, DirectoryThatCannotBeOpened) {
     const TempDirectory directory;
-    const ScopedFault fault(Call::Opendir);
-    EXPECT_FALSE(ReadDirectory(directory / "").has_value());
+    std::optional<DirectoryEntries> entries;
+    CapturedOutput output;
+    for (const int error : {ENOENT, ENOTDIR, EACCES, EPERM, ELOOP, ENAMETOOLONG}) {
+        const ScopedFault fault(Call::Opendir, 0, Reach::Onwards, error);
+        EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::Ok) << error;
+        EXPECT_FALSE(entries.has_value());
+    }
+    EXPECT_EQ(output.Take(), "");
+    for (const int error : {EIO, ENOMEM, EMFILE, ENFILE, ESTALE}) {
+        const ScopedFault fault(Call::Opendir, 0, Reach::Onwards, error);
+        CapturedOutput reported;
+        EXPECT_EQ(ReadDirectory("./some/", entries), ResultCode::SealkeeperIOError) << error;
+        EXPECT_EQ(reported.Take(), "[Err!] Could not read the directory './some/': " +
+                                       std::string(std::strerror(error)) + ".\n");
+    }
+}
+
+TEST(FileIoFaults, DirectoryWhoseReadingFailsOnTheWay) {
+    const TempDirectory directory;
+    directory.WriteFile("a", "");
+    std::optional<DirectoryEntries> entries;
+    const CapturedOutput quiet;
+    // Of the two dots and the file, or where the end would be.
+    for (const std::size_t entry : {0U, 1U, 2U, 3U}) {
+        const ScopedFault fault(Call::Readdir, entry, Reach::Once, EIO);
+        EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::SealkeeperIOError) << entry;
+        EXPECT_FALSE(entries.has_value());
+        EXPECT_TRUE(fault.Struck());
+    }
+    const ScopedFault fault(Call::Readdir, 1, Reach::Once, EACCES);
+    EXPECT_EQ(ListDirectory(directory / "", entries), ResultCode::Ok);
+    EXPECT_FALSE(entries.has_value());
+}
+
+TEST(FileIoFaults, EntryThatCannotBeLookedAt) {
+    const TempDirectory directory;
+    directory.WriteFile("a", "");
+    std::optional<DirectoryEntries> entries;
+    const CapturedOutput quiet;
+    const ScopedFault unknown(Call::ReaddirTypes);
+    {
+        const ScopedFault fault(Call::Lstat, 0, Reach::Onwards, EIO);
+        EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::SealkeeperIOError);
+    }
+    const ScopedFault fault(Call::Lstat, 0, Reach::Onwards, ENOENT);
+    EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::Ok);
+    ASSERT_TRUE(entries.has_value());
+    EXPECT_EQ(entries->front().type, EntryType::Other);
+}
+
+TEST(FileIoFaults, PathThatTheSystemFailsToLookAt) {
+    FileStatus status;
+    CapturedOutput output;
+    const ScopedFault fault(Call::StatFailure, 0, Reach::Onwards, EIO);
+    EXPECT_EQ(LookAtPath("./some", status), ResultCode::SealkeeperIOError);
+    EXPECT_EQ(output.Take(), "[Err!] Could not look at './some': Input/output error.\n");
+}
+
+TEST(FileIoFaults, PatternThatTheSystemFailsToExpand) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    directory.WriteFile("a/b", "");
+    std::vector<std::string> paths;
+    const CapturedOutput quiet;
+    for (const std::size_t entry : {0U, 3U, 6U}) {
+        const ScopedFault fault(Call::Readdir, entry, Reach::Once, EIO);
+        EXPECT_EQ(ExpandGlobPattern("./*/*", paths), ResultCode::SealkeeperIOError) << entry;
+        EXPECT_TRUE(fault.Struck());
+    }
+    {
+        const ScopedFault fault(Call::Lstat, 0, Reach::Onwards, EIO);
+        EXPECT_EQ(ExpandGlobPattern("./*/b", paths), ResultCode::SealkeeperIOError);
+    }
+    {
+        const ScopedFault fault(Call::StatFailure, 0, Reach::Onwards, EIO);
+        EXPECT_EQ(ExpandGlobPattern("./*/", paths), ResultCode::SealkeeperIOError);
+    }
+    const ScopedFault fault(Call::Fnmatch, 0, Reach::Onwards, -1);
+    EXPECT_EQ(ExpandGlobPattern("./*", paths), ResultCode::SealkeeperIOError);
 }
 
 }  // namespace

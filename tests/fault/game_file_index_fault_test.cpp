@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 #include <string>
 
 #include "catalogue/hashing/game_file_index.h"
 #include "fault/fault_injection.h"
 #include "platform/text_encoding.h"
+#include "support/captured_output.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -29,14 +32,14 @@ class GameFileIndexFaults : public testing::Test {
 };
 
 TEST_F(GameFileIndexFaults, RootThatCannotBeOpened) {
-    const ScopedFault fault(Call::Opendir);
+    const ScopedFault fault(Call::Opendir, 0, ScopedFault::Reach::Onwards, EACCES);
     EXPECT_FALSE(Build());
     EXPECT_TRUE(index_.paths.empty());
     EXPECT_TRUE(index_.errorText.empty());
 }
 
 TEST_F(GameFileIndexFaults, DirectoryThatCannotBeOpenedIsLeftOut) {
-    const ScopedFault fault(Call::Opendir, 1, ScopedFault::Reach::Once);
+    const ScopedFault fault(Call::Opendir, 1, ScopedFault::Reach::Once, EACCES);
     EXPECT_TRUE(Build());
     EXPECT_TRUE(fault.Struck());
     EXPECT_EQ(index_.paths.size(), 1U);
@@ -45,10 +48,18 @@ TEST_F(GameFileIndexFaults, DirectoryThatCannotBeOpenedIsLeftOut) {
 }
 
 TEST_F(GameFileIndexFaults, FilesAroundADirectoryThatCannotBeOpenedAreEntered) {
-    const ScopedFault fault(Call::Opendir, 2, ScopedFault::Reach::Once);
+    const ScopedFault fault(Call::Opendir, 2, ScopedFault::Reach::Once, EACCES);
     EXPECT_TRUE(Build());
     EXPECT_EQ(index_.paths.size(), 2U);
     EXPECT_EQ(index_.paths.count(L"sub/b"), 1U);
+}
+
+TEST_F(GameFileIndexFaults, SystemThatFailsToReadADirectoryEndsTheWalk) {
+    const ScopedFault fault(Call::Readdir, 1, ScopedFault::Reach::Once, EIO);
+    const test::CapturedOutput quiet;
+    EXPECT_FALSE(Build());
+    EXPECT_FALSE(index_.errorText.empty());
+    EXPECT_TRUE(fault.Struck());
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
-#include <glob.h>
 #include <gtest/gtest.h>
+#include <mbedtls/x509.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -26,6 +28,8 @@ using test::ScopedCurrentDirectory;
 using test::ScopedFault;
 using test::TempDirectory;
 using test::WithoutProgressDots;
+
+using Reach = ScopedFault::Reach;
 
 constexpr const char* kConfig =
     "config_info { version = 2; }\n"
@@ -118,6 +122,20 @@ TEST_F(GenerateFaults, NoEntropyForTheCatalogue) {
     EXPECT_FALSE(HasOutput("base.bin"));
 }
 
+// The first check is that of loading. What it trusted is no mod's certificate a moment later.
+TEST_F(GenerateFaults, CertificateThatCannotBeCheckedAgain) {
+    for (const int result : {MBEDTLS_ERR_X509_ALLOC_FAILED, MBEDTLS_ERR_X509_CERT_VERIFY_FAILED}) {
+        const ScopedFault fault(Call::VerifyChain, 1, Reach::Once, result);
+        EXPECT_EQ(Run(), 22);
+        EXPECT_TRUE(fault.Struck());
+        EXPECT_TRUE(output_.ends_with(
+            "[Err!] Failed to verify the certificate for product ID: TestProduct42\n"))
+            << output_;
+        EXPECT_FALSE(HasOutput("base.bin"));
+        EXPECT_FALSE(HasOutput("runtime.conf"));
+    }
+}
+
 // The outputs in the order in which a run writes them.
 struct OutputCase {
     const char* name;
@@ -164,17 +182,20 @@ TEST_F(GenerateFaults, CertificateCopyThatCannotBeClosedFailsInSilence) {
     EXPECT_TRUE(fault.Struck());
 }
 
-TEST_F(GenerateFaults, DirectoryThatCannotBeListed) {
-    // Deepest last: the second listing is that of "sub".
-    const ScopedFault fault(Call::Scandir, 1);
+// The patterns are expanded first, "none*" in the game directory.
+constexpr std::size_t kListingOfGameDirectory = 1;
+
+TEST_F(GenerateFaults, DirectoryThatMustNotBeRead) {
+    // Deepest last: the listing after that of the game directory is that of "sub".
+    const ScopedFault fault(Call::Opendir, kListingOfGameDirectory + 1, Reach::Once, EACCES);
     EXPECT_EQ(Run(), 0);
     EXPECT_TRUE(Printed("[Err!] Unable to open './sub/'.\n")) << output_;
     EXPECT_TRUE(Printed("[Info] Hashing ./a.dat...\n"));
     EXPECT_FALSE(Printed("b.dat"));
 }
 
-TEST_F(GenerateFaults, GameDirectoryThatCannotBeListed) {
-    const ScopedFault fault(Call::Scandir);
+TEST_F(GenerateFaults, GameDirectoryThatMustNotBeRead) {
+    const ScopedFault fault(Call::Opendir, kListingOfGameDirectory, Reach::Once, EACCES);
     EXPECT_EQ(Run(), 7);
     EXPECT_TRUE(output_.ends_with(
         "[Err!] Unable to open './'.\n"
@@ -187,27 +208,58 @@ TEST_F(GenerateFaults, GameDirectoryThatCannotBeListed) {
 
 TEST_F(GenerateFaults, EntriesOfUnknownTypeAreAskedFor) {
     std::filesystem::create_symlink("a.dat", game_ / "link.dat");
-    const ScopedFault fault(Call::ScandirTypes);
+    const ScopedFault fault(Call::ReaddirTypes);
     EXPECT_EQ(Run(), 0);
     EXPECT_TRUE(fault.Struck());
     EXPECT_TRUE(Printed("[Info] Hashing ./a.dat...\n[Info] Hashing ./sub/b.dat...\n")) << output_;
     EXPECT_FALSE(Printed("link.dat"));
 }
 
-struct GlobCase {
-    int result;
-    const char* shown;
-};
+// Whichever directory it is and at whichever entry: nothing is ever left out instead.
+TEST_F(GenerateFaults, SystemThatFailsToReadADirectoryEndsTheRun) {
+    std::size_t entry = 0;
+    for (bool struck = true; struck; ++entry) {
+        ASSERT_LT(entry, 100U);
+        const ScopedFault fault(Call::Readdir, entry, Reach::Once, EIO);
+        const int status = Run();
+        struck = fault.Struck();
+        EXPECT_EQ(status, struck ? 3 : 0) << entry;
+        EXPECT_EQ(Printed("[Err!] Could not read the directory '."), struck) << output_;
+        EXPECT_EQ(HasOutput("base.bin"), !struck);
+        EXPECT_EQ(HasOutput("base.cer"), !struck);
+    }
+    // Of the game directory twice and of "sub" once, with their dots and their ends.
+    EXPECT_GT(entry, 12U);
+}
 
 TEST_F(GenerateFaults, PatternsThatCannotBeExpanded) {
-    for (const GlobCase& failing :
-         std::vector<GlobCase>{{GLOB_NOSPACE, "-1"}, {GLOB_ABORTED, "-2"}}) {
-        const ScopedFault fault(Call::Glob, 0, ScopedFault::Reach::Onwards, failing.result);
-        EXPECT_EQ(Run(), 0);
-        EXPECT_TRUE(Printed("[Warn] Failed to glob path './none*' (Error " +
-                            std::string(failing.shown) + ").\n"))
-            << output_;
+    {
+        const ScopedFault fault(Call::Readdir, 0, Reach::Once, EIO);
+        EXPECT_EQ(Run(), 3);
+        EXPECT_TRUE(Printed("[Warn] Failed to glob path './none*' (Error -2).\n")) << output_;
     }
+    const ScopedFault fault(Call::Fnmatch, 0, Reach::Onwards, -1);
+    EXPECT_EQ(Run(), 3);
+    EXPECT_TRUE(
+        output_.ends_with("[Err!] Could not match 'none*'.\n"
+                          "[Warn] Failed to glob path './none*' (Error -2).\n"))
+        << output_;
+}
+
+TEST_F(GenerateFaults, FileWhoseSizeTheSystemFailsToTell) {
+    test::ResetCallCount(Call::StatFailure);
+    ASSERT_EQ(Run(), 0);
+    const std::size_t looks = test::CallCount(Call::StatFailure);
+    bool hasEnded = false;
+    for (std::size_t look = 0; look < looks; ++look) {
+        const ScopedFault fault(Call::StatFailure, look, Reach::Once, EIO);
+        const int status = Run();
+        if (Printed("[Err!] Could not look at './sub/b.dat': Input/output error.\n")) {
+            EXPECT_EQ(status, 3);
+            hasEnded = true;
+        }
+    }
+    EXPECT_TRUE(hasEnded);
 }
 
 }  // namespace

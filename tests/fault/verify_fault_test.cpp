@@ -1,6 +1,7 @@
-#include <glob.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -108,11 +109,19 @@ TEST_F(VerifyFaults, NothingFailsWithoutAFault) {
 }
 
 TEST_F(VerifyFaults, SearchThatFails) {
-    for (const int result : {GLOB_NOSPACE, GLOB_ABORTED, GLOB_NOMATCH}) {
-        const ScopedFault fault(Call::Glob, 0, Reach::Onwards, result);
+    {
+        const ScopedFault fault(Call::Opendir, 0, Reach::Onwards, EACCES);
         EXPECT_EQ(Run(), 3);
         EXPECT_EQ(output_,
                   Start() + "[Err!] Couldn't find the .bin file under: '" + Directory() + "'.\n");
+    }
+    // A catalogue that was not read of would not be checked.
+    for (const std::size_t entry : {0U, 1U, 2U, 3U, 4U, 5U}) {
+        const ScopedFault fault(Call::Readdir, entry, Reach::Once, EIO);
+        EXPECT_EQ(Run(), 3) << entry;
+        EXPECT_EQ(output_, Start() + "[Err!] Could not read the directory '" + Directory() +
+                               "': Input/output error.\n");
+        EXPECT_TRUE(fault.Struck());
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,11 +19,29 @@ namespace {
 namespace fs = std::filesystem;
 using test::TempDirectory;
 
+std::optional<DirectoryEntries> Listing(const std::string& directory) {
+    std::optional<DirectoryEntries> entries;
+    EXPECT_EQ(ListDirectory(directory, entries), ResultCode::Ok);
+    return entries;
+}
+
+std::optional<DirectoryEntries> Reading(const std::string& directory) {
+    std::optional<DirectoryEntries> entries;
+    EXPECT_EQ(ReadDirectory(directory, entries), ResultCode::Ok);
+    return entries;
+}
+
+EntryType TypeAt(const std::string& path) {
+    EntryType type = EntryType::Other;
+    EXPECT_EQ(LinkStatusType(path, type), ResultCode::Ok);
+    return type;
+}
+
 using Listed = std::vector<std::pair<std::string, EntryType>>;
 
 Listed List(const std::string& directory) {
     Listed listed;
-    const auto entries = ListDirectory(directory);
+    const auto entries = Listing(directory);
     EXPECT_TRUE(entries.has_value()) << directory;
     for (const DirectoryEntry& entry : entries.value_or(std::vector<DirectoryEntry>())) {
         listed.emplace_back(entry.name, entry.type);
@@ -55,9 +74,9 @@ TEST(DirectoryListing, NamesInByteOrderWithTheirOwnTypes) {
                                                     {"b", EntryType::Regular},
                                                     {"dir", EntryType::Directory},
                                                     {"fifo", EntryType::Other},
-                                                    {"link_dangling", EntryType::Other},
-                                                    {"link_dir", EntryType::Other},
-                                                    {"link_file", EntryType::Other}}));
+                                                    {"link_dangling", EntryType::Link},
+                                                    {"link_dir", EntryType::Link},
+                                                    {"link_file", EntryType::Link}}));
     EXPECT_EQ(List(directory / "link_dir/"), (Listed{{".", EntryType::Directory},
                                                      {"..", EntryType::Directory},
                                                      {"inner", EntryType::Regular}}));
@@ -66,9 +85,9 @@ TEST(DirectoryListing, NamesInByteOrderWithTheirOwnTypes) {
 TEST(DirectoryListing, NothingWhereThereIsNoDirectory) {
     const TempDirectory directory;
     directory.WriteFile("file", "");
-    EXPECT_FALSE(ListDirectory(directory / "missing/").has_value());
-    EXPECT_FALSE(ListDirectory(directory / "file/").has_value());
-    EXPECT_FALSE(ListDirectory("").has_value());
+    EXPECT_FALSE(Listing(directory / "missing/").has_value());
+    EXPECT_FALSE(Listing(directory / "file/").has_value());
+    EXPECT_FALSE(Listing("").has_value());
 }
 
 TEST(DirectoryListing, ReadsTheSameEntriesInTheOrderOfTheSystem) {
@@ -78,7 +97,7 @@ TEST(DirectoryListing, ReadsTheSameEntriesInTheOrderOfTheSystem) {
     }
     fs::create_directory_symlink("dir", directory / "link_dir");
     ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
-    const auto entries = ReadDirectory(directory / "");
+    const auto entries = Reading(directory / "");
     ASSERT_TRUE(entries.has_value());
     Listed read;
     DIR* stream = opendir(directory.Path().c_str());
@@ -98,9 +117,9 @@ TEST(DirectoryListing, ReadsTheSameEntriesInTheOrderOfTheSystem) {
 TEST(DirectoryListing, ReadsNothingWhereThereIsNoDirectory) {
     const TempDirectory directory;
     directory.WriteFile("file", "");
-    EXPECT_FALSE(ReadDirectory(directory / "missing/").has_value());
-    EXPECT_FALSE(ReadDirectory(directory / "file/").has_value());
-    EXPECT_FALSE(ReadDirectory("").has_value());
+    EXPECT_FALSE(Reading(directory / "missing/").has_value());
+    EXPECT_FALSE(Reading(directory / "file/").has_value());
+    EXPECT_FALSE(Reading("").has_value());
 }
 
 TEST(DirectoryListing, LinkStatusOfEachType) {
@@ -110,13 +129,13 @@ TEST(DirectoryListing, LinkStatusOfEachType) {
     fs::create_symlink("file", directory / "link_file");
     fs::create_directory_symlink("dir", directory / "link_dir");
     ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
-    EXPECT_EQ(LinkStatusType(directory / "file"), EntryType::Regular);
-    EXPECT_EQ(LinkStatusType(directory / "dir"), EntryType::Directory);
-    EXPECT_EQ(LinkStatusType(directory / "link_file"), EntryType::Other);
-    EXPECT_EQ(LinkStatusType(directory / "link_dir"), EntryType::Other);
-    EXPECT_EQ(LinkStatusType(directory / "fifo"), EntryType::Other);
-    EXPECT_EQ(LinkStatusType(directory / "missing"), EntryType::Other);
-    EXPECT_EQ(LinkStatusType(""), EntryType::Other);
+    EXPECT_EQ(TypeAt(directory / "file"), EntryType::Regular);
+    EXPECT_EQ(TypeAt(directory / "dir"), EntryType::Directory);
+    EXPECT_EQ(TypeAt(directory / "link_file"), EntryType::Link);
+    EXPECT_EQ(TypeAt(directory / "link_dir"), EntryType::Link);
+    EXPECT_EQ(TypeAt(directory / "fifo"), EntryType::Other);
+    EXPECT_EQ(TypeAt(directory / "missing"), EntryType::Other);
+    EXPECT_EQ(TypeAt(""), EntryType::Other);
 }
 
 }  // namespace

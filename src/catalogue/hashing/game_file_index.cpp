@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <climits>
+#include <optional>
 
 #include "platform/directory_listing.h"
 #include "platform/path_strings.h"
@@ -46,7 +47,10 @@ bool AddEntry(GameFileIndex& index, const std::wstring& directory, const Directo
 
 bool WalkDirectory(GameFileIndex& index, std::wstring directory) {
     EnsureTrailingSeparatorWide(directory);
-    const auto entries = ReadDirectory(WideToUtf8(directory));
+    std::optional<DirectoryEntries> entries;
+    if (ReadDirectory(WideToUtf8(directory), entries) != ResultCode::Ok) {
+        index.errorText = L"The directory could not be read: " + directory + L".";
+    }
     if (!entries) {
         return false;
     }

@@ -24,9 +24,9 @@ struct GameFileIndex {
 
 // Enters every file below `root` in `index`, which is to be empty. Returns false, with `index` as
 // it was, when `root` is empty or the index holds an error already; false, with only the root set,
-// when `root` cannot be read; and false, with the error text set and the walk ended, when two paths
-// differ only in the case of ASCII letters. Directories below the root that cannot be read are left
-// out.
+// when `root` must not be read; and false, with the error text set and the walk ended, when two
+// paths differ only in the case of ASCII letters, or the system fails to read a directory.
+// Directories below the root that must not be read are left out.
 [[nodiscard]] bool BuildGameFileIndex(GameFileIndex& index, const std::wstring& root);
 
 // Sets `realPath` to the path on disk of the file that `path`, absolute or relative to the root,

@@ -1,0 +1,138 @@
+#include "platform/glob.h"
+
+#include <fnmatch.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "app/console_log.h"
+#include "platform/directory_listing.h"
+#include "platform/file_system.h"
+
+namespace sealkeeper {
+namespace {
+
+using Paths = std::vector<std::string>;
+
+// What can lead to further components: where a link leads is not known.
+bool MayBeDirectory(EntryType type) {
+    return type == EntryType::Directory || type == EntryType::Link;
+}
+
+struct Component {
+    // The slashes before it.
+    std::string separator;
+    std::string text;
+    // Whether more follows, if only a slash.
+    bool isDirectory = false;
+};
+
+// Takes the first component off `pattern`, which does not end in a slash.
+Component TakeComponent(std::string& pattern) {
+    const std::size_t begin = std::min(pattern.find_first_not_of('/'), pattern.size());
+    const std::size_t end = std::min(pattern.find('/', begin), pattern.size());
+    Component component{pattern.substr(0, begin), pattern.substr(begin, end - begin),
+                        end != pattern.size()};
+    pattern.erase(0, end);
+    return component;
+}
+
+// Appends `directory` with each of its names that matches `component` to `paths`.
+ResultCode AddMatchesIn(const std::string& directory, const Component& component, Paths& paths) {
+    std::optional<DirectoryEntries> entries;
+    if (const ResultCode code = ReadDirectory(directory.empty() ? "." : directory, entries);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    for (const DirectoryEntry& entry : entries.value_or(DirectoryEntries())) {
+        if (component.isDirectory && !MayBeDirectory(entry.type)) {
+            continue;
+        }
+        const int result = fnmatch(component.text.c_str(), entry.name.c_str(), FNM_PERIOD);
+        if (result == 0) {
+            paths.push_back(directory + component.separator + entry.name);
+        } else if (result != FNM_NOMATCH) {
+            Log(LogLevel::Error, "Could not match '%s'.\n", component.text.c_str());
+            return ResultCode::SealkeeperIOError;
+        }
+    }
+    return ResultCode::Ok;
+}
+
+ResultCode ExpandComponent(const Component& component, Paths& paths) {
+    Paths longer;
+    for (const std::string& directory : paths) {
+        if (const ResultCode code = AddMatchesIn(directory, component, longer);
+            code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    paths = std::move(longer);
+    return ResultCode::Ok;
+}
+
+// Keeps those of `paths` that `isWanted` by their mode. `look` is `stat` or `lstat`.
+template <typename Look, typename IsWanted>
+ResultCode KeepThose(Paths& paths, Look look, IsWanted isWanted) {
+    Paths kept;
+    for (std::string& path : paths) {
+        struct stat status {};
+        if (look(path.c_str(), &status) != 0) {
+            if (const ResultCode code = JudgeLookError(path, errno); code != ResultCode::Ok) {
+                return code;
+            }
+        } else if (isWanted(status.st_mode)) {
+            kept.push_back(std::move(path));
+        }
+    }
+    paths = std::move(kept);
+    return ResultCode::Ok;
+}
+
+}  // namespace
+
+bool HasPattern(const std::string& text) {
+    return text.find_first_of("*?[") != std::string::npos;
+}
+
+ResultCode ExpandGlobPattern(const std::string& pattern, Paths& paths) {
+    std::string rest = pattern;
+    while (rest.ends_with('/')) {
+        rest.pop_back();
+    }
+    const bool endsInSlash = rest.size() < pattern.size();
+    paths = {""};
+    bool isExpanded = false;
+    bool endsInPattern = false;
+    while (!rest.empty()) {
+        Component component = TakeComponent(rest);
+        component.isDirectory = component.isDirectory || endsInSlash;
+        if (isExpanded && component.separator.size() > 2) {
+            component.separator = "//";
+        }
+        endsInPattern = HasPattern(component.text);
+        if (!endsInPattern) {
+            for (std::string& path : paths) {
+                path += component.separator + component.text;
+            }
+            continue;
+        }
+        if (const ResultCode code = ExpandComponent(component, paths); code != ResultCode::Ok) {
+            return code;
+        }
+        isExpanded = true;
+    }
+    if (!endsInPattern) {
+        return KeepThose(paths, lstat, [](mode_t /*mode*/) { return true; });
+    }
+    if (endsInSlash) {
+        return KeepThose(paths, stat, [](mode_t mode) { return S_ISDIR(mode); });
+    }
+    return ResultCode::Ok;
+}
+
+}  // namespace sealkeeper
