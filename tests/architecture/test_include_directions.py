@@ -61,6 +61,19 @@ class Documents(unittest.TestCase):
             with self.subTest(path=path):
                 self.assertTrue(list(SOURCES.glob(path)), "ARCHITECTURE.md names it")
 
+    def test_tests_that_the_page_on_security_names_exist(self):
+        """`Suite.Name` stands in a C++ source, `test_module.Class` in the module of that name."""
+        tests = SOURCES.parent / "tests"
+        cases = {f"{suite}.{name}" for path in tests.rglob("*.cpp")
+                 for suite, name in re.findall(r"^TEST(?:_[FP])?\((\w+), (\w+)\)", path.read_text(), re.MULTILINE)}
+        for path in (tests / "e2e").glob("test_*.py"):
+            classes = re.findall(r"^class (\w+)", path.read_text(), re.MULTILINE)
+            cases |= {path.stem} | {f"{path.stem}.{name}" for name in classes}
+        rows = [row for row in (SOURCES.parent / "SECURITY.md").read_text().splitlines() if row.startswith("| ")]
+        named = {name for row in rows for name in re.findall(r"`([\w.]+)`", row.split("|")[3])}
+        self.assertTrue(named)
+        self.assertEqual(named - cases, set())
+
     def test_no_merge_is_left_unfinished(self):
         for path in sorted(SOURCES.parent.glob("*.md")):
             with self.subTest(path=path.name):

@@ -20,6 +20,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <new>
 
 // glibc declares some of these functions as not throwing; a definition must repeat it.
@@ -325,6 +326,17 @@ int fnmatch(const char* pattern, const char* name, int flags) SEALKEEPER_NOTHROW
         return FaultOf(Call::Fnmatch).value;
     }
     return Real<int(const char*, const char*, int)>("fnmatch")(pattern, name, flags);
+}
+
+time_t time(time_t* result) SEALKEEPER_NOTHROW {
+    if (!Strikes(Call::Time)) {
+        return Real<time_t(time_t*)>("time")(result);
+    }
+    const time_t told = FaultOf(Call::Time).value;
+    if (result != nullptr) {
+        *result = told;
+    }
+    return told;
 }
 
 int mbedtls_x509_crt_verify(mbedtls_x509_crt* certificate, mbedtls_x509_crt* authority,

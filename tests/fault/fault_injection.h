@@ -38,6 +38,8 @@ enum class Call {
     ReaddirTypes,
     Lstat,
     Fnmatch,
+    // Not failing, but telling another time, `value` in seconds.
+    Time,
     SeedGenerator,
     // The check of a chain of certificates.
     VerifyChain,

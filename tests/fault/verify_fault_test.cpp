@@ -125,6 +125,21 @@ TEST_F(VerifyFaults, SearchThatFails) {
     }
 }
 
+// Whoever sets the clock decides whether a certificate has expired.
+TEST_F(VerifyFaults, VerdictFollowsTheClock) {
+    constexpr int kBeginOf2037 = 2'114'380'800;
+    constexpr int kBeginOf2025 = 1'735'689'600;
+    {
+        const ScopedFault later(Call::Time, 0, Reach::Onwards, kBeginOf2037);
+        EXPECT_EQ(Run(), 30);
+    }
+    {
+        const ScopedFault beforeTheAuthority(Call::Time, 0, Reach::Onwards, kBeginOf2025);
+        EXPECT_NE(Run(), 0);
+    }
+    EXPECT_EQ(Run(), 0);
+}
+
 TEST_F(VerifyFaults, GameDirectoryThatCannotBeEntered) {
     const ScopedFault fault(Call::Chdir);
     EXPECT_EQ(Run(), 5);

@@ -29,6 +29,15 @@ issue "$product" "$out/expired-revoked" --serial 0DEAD002 \
     --not-before 20010101000000Z --not-after 20020101000000Z
 # Issued by the game's certificate in good/.
 issue "$product" "$out/mod" --mod "$out/good"
+# A second product of the same developer, who uses one key for both.
+mkdir "$out/same-key"
+cp "$out/good/base_private.key" "$out/same-key/"
+openssl req -new -key "$out/good/base_private.key" -subj /CN=OtherProduct -out "$out/same-key/request"
+openssl x509 -req -in "$out/same-key/request" -set_serial 99 -days 3650 -sha256 \
+    -CA "$repository/trust/development/ca.der" -CAform DER \
+    -CAkey "$repository/trust/development/ca_private.key" \
+    -outform DER -out "$out/same-key/base_public.cer" 2>/dev/null
+rm "$out/same-key/request"
 # Issued by another authority of the same name.
 bash "$repository/trust/development/make-authority.sh" "$out/foreign-authority" >/dev/null
 issue "$product" "$out/foreign" --authority "$out/foreign-authority"
