@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
-# Installs what the build, with --tests what the tests, and with --bench what the benchmarks need:
+# Installs what the build, with --tests what the tests, with --bench what the benchmarks, and with
+# --mutation what tools/mutate.sh needs:
 # Debian's packages through apt, macOS's through Homebrew. Does nothing when all of it is there.
 set -euo pipefail
 
 with_tests=no
 with_bench=no
+with_mutation=no
 for option in "$@"; do
     case "$option" in
         --tests) with_tests=yes ;;
         --bench) with_bench=yes ;;
+        --mutation) with_mutation=yes ;;
         *)
-            echo "usage: install-packages.sh [--tests] [--bench]" >&2
+            echo "usage: install-packages.sh [--tests] [--bench] [--mutation]" >&2
             exit 1
             ;;
     esac
@@ -23,6 +26,9 @@ install_on_debian() {
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted libbenchmark-dev libssl-dev python3 rhash ncompress hashdeep time"
+    fi
+    if [ "$with_mutation" = yes ]; then
+        wanted="$wanted python3-clang"
     fi
     local missing="" package
     for package in $wanted; do
