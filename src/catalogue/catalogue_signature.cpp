@@ -2,9 +2,7 @@
 
 #include "catalogue/catalogue_format.h"
 #include "platform/little_endian.h"
-#include "runtime/mbedtls_compat.h"
 #include "runtime/mbedtls_result.h"
-#include "runtime/random_generator.h"
 #include "runtime/stored_signature.h"
 
 namespace sealkeeper {
@@ -29,18 +27,11 @@ ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const st
     if (privateKey == nullptr || image.empty() || outSignature == nullptr || outLength == nullptr) {
         return ResultCode::MbedTlsRandNumGenError;
     }
-    RandomGenerator random;
-    if (!random.Seed()) {
-        return ResultCode::MbedTlsRandNumGenError;
-    }
-    Sha256Digest digest{};
-    int result = ComputeSha256(image, digest);
-    if (result == 0) {
-        result =
-            SignSha256Digest(privateKey, digest, {outSignature, signed_file::kSignatureAreaBytes},
-                             *outLength, random);
-    }
-    return MapX509Error(result, 0);
+    const std::span<std::uint8_t, signed_file::kSignatureAreaBytes> area(
+        outSignature, signed_file::kSignatureAreaBytes);
+    const SigningOutcome outcome = MakeSignature(privateKey, image, area);
+    *outLength = outcome.lengthBytes;
+    return outcome.isSeeded ? MapX509Error(outcome.result, 0) : ResultCode::MbedTlsRandNumGenError;
 }
 
 ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,

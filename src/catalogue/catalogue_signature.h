@@ -15,7 +15,8 @@ namespace sealkeeper {
 // Signs the SHA-256 digest of the whole `image`, with RSASSA-PKCS1-v1_5 (RFC 8017) where the key is
 // an RSA key. `outSignature` has room for the header's signature area and may lie inside the image,
 // which is hashed first. Fails with `MbedTlsRandNumGenError` when something is missing or the
-// random generator cannot be seeded, otherwise with the library's mapped error. Logs nothing.
+// random generator cannot be seeded, otherwise with the library's mapped error. `outLength` is 0
+// where nothing was signed, and left alone where something is missing. Logs nothing.
 ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const std::uint8_t> image,
                               std::uint8_t* outSignature, std::size_t* outLength);
 

@@ -1,9 +1,7 @@
 #include "runtime/sign_buffer.h"
 
 #include "app/console_log.h"
-#include "runtime/mbedtls_compat.h"
-#include "runtime/random_generator.h"
-#include "runtime/signed_file_format.h"
+#include "runtime/stored_signature.h"
 
 namespace sealkeeper {
 
@@ -16,19 +14,11 @@ bool SignBuffer(mbedtls_pk_context* privateKey, const std::uint8_t* data, std::s
     }
     *signatureLength = 0;
     *signature = 0;
-    RandomGenerator random;
-    if (!random.Seed()) {
-        return true;
-    }
-    Sha256Digest digest{};
-    std::size_t signatureBytes = 0;
-    if (ComputeSha256({data, length}, digest) != 0 ||
-        SignSha256Digest(privateKey, digest, {signature, signed_file::kSignatureAreaBytes},
-                         signatureBytes, random) != 0) {
-        return false;
-    }
-    *signatureLength = signatureBytes;
-    return true;
+    const std::span<std::uint8_t, signed_file::kSignatureAreaBytes> area(
+        signature, signed_file::kSignatureAreaBytes);
+    const SigningOutcome outcome = MakeSignature(privateKey, {data, length}, area);
+    *signatureLength = outcome.lengthBytes;
+    return !outcome.isSeeded || outcome.result == 0;
 }
 
 }  // namespace sealkeeper

@@ -3,9 +3,26 @@
 #include <algorithm>
 
 #include "platform/little_endian.h"
+#include "runtime/mbedtls_compat.h"
+#include "runtime/random_generator.h"
 #include "runtime/sha256.h"
 
 namespace sealkeeper {
+
+SigningOutcome MakeSignature(mbedtls_pk_context* privateKey, std::span<const std::uint8_t> data,
+                             std::span<std::uint8_t, signed_file::kSignatureAreaBytes> area) {
+    RandomGenerator random;
+    if (!random.Seed()) {
+        return {};
+    }
+    Sha256Digest digest{};
+    if (const int result = ComputeSha256(data, digest); result != 0) {
+        return {true, result, 0};
+    }
+    std::size_t lengthBytes = 0;
+    const int result = SignSha256Digest(privateKey, digest, area, lengthBytes, random);
+    return {true, result, result == 0 ? lengthBytes : 0};
+}
 
 StoredSignature TakeSignature(std::span<std::uint8_t> file, std::size_t areaOffset) {
     StoredSignature signature;

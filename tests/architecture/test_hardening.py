@@ -1,0 +1,68 @@
+"""What the built program has against the exploitation of mistakes, read from its file."""
+
+import os
+import platform
+import re
+import shutil
+import subprocess
+import sys
+import unittest
+
+PROGRAM = os.environ["SEALKEEPER_PROGRAM"]
+IS_X86 = platform.machine() == "x86_64"
+TOOLS = ("readelf", "objdump")
+
+
+def output_of(*command):
+    run = subprocess.run([*command, PROGRAM], capture_output=True, text=True, timeout=60, check=True,
+                         env={**os.environ, "LC_ALL": "C"})
+    return run.stdout
+
+
+@unittest.skipUnless(os.environ.get("SEALKEEPER_IS_HARDENED") == "1", "this build is not hardened")
+@unittest.skipUnless(sys.platform == "linux", "reads ELF, and the names of the GNU C library")
+@unittest.skipUnless(all(map(shutil.which, TOOLS)), "readelf and objdump, of binutils, are not here")
+class Hardening(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.dynamic_section = output_of("readelf", "--dynamic", "--wide")
+        cls.dynamic_symbols = output_of("readelf", "--dyn-syms", "--wide")
+        cls.instructions = output_of("objdump", "--disassemble", "--no-show-raw-insn")
+
+    def test_position_independent_executable(self):
+        self.assertRegex(output_of("readelf", "--file-header"), r"Type:\s+DYN ")
+        self.assertRegex(self.dynamic_section, r"\(FLAGS_1\).*\bPIE\b")
+
+    def test_relocations_are_read_only_and_bound_at_start(self):
+        self.assertRegex(output_of("readelf", "--segments", "--wide"), r"\n\s+GNU_RELRO\s")
+        self.assertRegex(self.dynamic_section, r"\(FLAGS_1\).*\bNOW\b")
+
+    def test_stack_cannot_be_executed(self):
+        self.assertRegex(output_of("readelf", "--segments", "--wide"), r"\n\s+GNU_STACK\s.*\sRW\s")
+
+    def test_stack_protector(self):
+        self.assertRegex(self.dynamic_symbols, r"\sUND __stack_chk_fail\b")
+
+    def test_fortified_calls_of_the_c_library(self):
+        self.assertRegex(self.dynamic_symbols, r"\sUND __\w+_chk\b")
+
+    def test_assertions_of_the_cxx_library(self):
+        # Of libstdc++, or of libc++.
+        self.assertRegex(self.dynamic_symbols, r"\sUND \w*(?:__glibcxx_assert_fail|__libcpp_verbose_abort)")
+
+    @unittest.skipUnless(IS_X86, "knows the instructions of x86-64")
+    def test_functions_begin_where_calls_may_land(self):
+        functions = re.findall(r"<(main|_ZN10sealkeeper\w+)>:\n.*\t(\w+)", self.instructions)
+        # What is called directly alone needs no such mark.
+        marked = [name for name, instruction in functions if instruction == "endbr64"]
+        self.assertIn("main", marked)
+        self.assertGreater(len(marked), 100)
+
+    @unittest.skipUnless(IS_X86, "knows the instructions of x86-64")
+    def test_large_stack_frames_are_probed(self):
+        probe = r"sub\s+\$0x1000,%rsp\n.*\t(?:or|mov)q\s+\$0x0,(?:0x[0-9a-f]+)?\(%rsp\)"
+        self.assertTrue(re.search(probe, self.instructions))
+
+
+if __name__ == "__main__":
+    unittest.main()
