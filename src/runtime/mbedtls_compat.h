@@ -1,5 +1,5 @@
 // The one place that knows how mbed TLS 2.28 and 3.6 differ: the random generator that 3.6 wants
-// for private keys, the size of the signature buffer, and (in sha256.h) the name of the one-shot
+// with private keys, the size of the signature buffer, and (in sha256.h) the name of the one-shot
 // SHA-256.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 #define SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
@@ -37,17 +37,27 @@ namespace sealkeeper {
 #endif
 }
 
+#if MBEDTLS_VERSION_MAJOR >= 3
+// Random numbers for functions that insist on a generator, but ask it for keys of elliptic curves
+// alone: it is seeded when it is asked, so that RSA keys need no entropy here, as with 2.28.
+// Returns 0 or the library's error.
+[[nodiscard]] inline int DrawFreshlySeeded(void* /*state*/, unsigned char* output,
+                                           std::size_t sizeBytes) {
+    RandomGenerator random;
+    if (!random.Seed()) {
+        return MBEDTLS_ERR_CTR_DRBG_ENTROPY_SOURCE_FAILED;
+    }
+    return mbedtls_ctr_drbg_random(random.Get(), output, sizeBytes);
+}
+#endif
+
 // Parses the private key file at `path`, without a password, into `key`. Returns 0 or the library's
 // error.
 [[nodiscard]] inline int ParsePrivateKeyFile(mbedtls_pk_context* key, const char* path) {
 #if MBEDTLS_VERSION_MAJOR < 3
     return mbedtls_pk_parse_keyfile(key, path, nullptr);
 #else
-    RandomGenerator random;
-    if (!random.Seed()) {
-        return MBEDTLS_ERR_CTR_DRBG_ENTROPY_SOURCE_FAILED;
-    }
-    return mbedtls_pk_parse_keyfile(key, path, nullptr, mbedtls_ctr_drbg_random, random.Get());
+    return mbedtls_pk_parse_keyfile(key, path, nullptr, DrawFreshlySeeded, nullptr);
 #endif
 }
 
@@ -57,11 +67,7 @@ namespace sealkeeper {
 #if MBEDTLS_VERSION_MAJOR < 3
     return mbedtls_pk_check_pair(publicKey, privateKey);
 #else
-    RandomGenerator random;
-    if (!random.Seed()) {
-        return MBEDTLS_ERR_CTR_DRBG_ENTROPY_SOURCE_FAILED;
-    }
-    return mbedtls_pk_check_pair(publicKey, privateKey, mbedtls_ctr_drbg_random, random.Get());
+    return mbedtls_pk_check_pair(publicKey, privateKey, DrawFreshlySeeded, nullptr);
 #endif
 }
 
