@@ -79,5 +79,10 @@ TEST(ResultCode, MissingPrivateKeyFileIs35) {
     EXPECT_EQ(ResultCodeNumber(kPrivateKeyFileMissing), 35);
 }
 
+TEST(ResultCode, FailedAssertionShowsTextAndNumber) {
+    EXPECT_EQ(testing::PrintToString(ResultCode::CatalogueError), "CatalogueError (7)");
+    EXPECT_EQ(testing::PrintToString(kPrivateKeyFileMissing), "Description unavailable (35)");
+}
+
 }  // namespace
 }  // namespace sealkeeper
