@@ -51,6 +51,16 @@ class IncludeDirections(unittest.TestCase):
                 self.assertLessEqual(len(path.read_text().splitlines()), 500)
 
 
+class Tests(unittest.TestCase):
+    def test_none_sleeps(self):
+        """They wait for what they want to see, or set the clock."""
+        sleep = re.compile(r"(?:\b(?:u|nano)?sleep|sleep_for|sleep_until)\(|^\s*sleep ", re.MULTILINE)
+        for path in sorted((SOURCES.parent / "tests").rglob("*")):
+            if path.suffix in (".h", ".cpp", ".py", ".sh") and path != pathlib.Path(__file__).resolve():
+                with self.subTest(file=path.name):
+                    self.assertNotRegex(path.read_text(), sleep)
+
+
 class Documents(unittest.TestCase):
     def test_sources_that_they_name_exist(self):
         """Those that are written from src/, with their folder; a star stands for several."""

@@ -4,16 +4,13 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "catalogue/catalogue_test_support.h"
-#include "catalogue/progress.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "catalogue/stored_entry.h"
 #include "platform/file_system.h"
@@ -202,23 +199,6 @@ TEST_F(FileVerificationTest, ChunkBehindAnAcceptedOneIsNotCompared) {
         EXPECT_EQ(asked.positions, lenient.positions) << lenient.name;
     }
     EXPECT_EQ(VerifyContent(ChangedChunks(listed, {0, 1}), listed), kHashMismatch);
-}
-
-// A dot is due half a second after the last one.
-TEST_F(FileVerificationTest, ChunkThatMatchesIsProgressAndOneThatIsNotComparedIsNone) {
-    const std::string listed = PatternText(kChunk + 1);
-    const auto entry = EntryOf(test::RecordOfFile(u"a", listed));
-    ProgressTick(false);
-    std::this_thread::sleep_for(std::chrono::milliseconds(510));
-    CapturedOutput output;
-    directory_.WriteFile("a", WithByteChanged(listed, 0));
-    Asked asked{1, {}, {}};
-    EXPECT_EQ(entry->VerifyCatalogueFile(L"a", AcceptSome, &asked), ResultCode::Ok);
-    EXPECT_EQ(output.Take(), "");
-    directory_.WriteFile("a", listed);
-    CapturedOutput outputOfMatch;
-    EXPECT_EQ(entry->VerifyCatalogueFile(L"a", nullptr, nullptr), ResultCode::Ok);
-    EXPECT_EQ(outputOfMatch.Take().substr(0, 1), ".");
 }
 
 TEST_F(FileVerificationTest, WhatCannotBeOpened) {
