@@ -11,6 +11,8 @@ set(SEALKEEPER_HARDENING_COMPILE_OPTIONS "")
 set(SEALKEEPER_HARDENING_LINK_OPTIONS "")
 
 function(sealkeeper_find_hardening_option option)
+    # clang++ only warns of an option that it does not use for the processor.
+    set(CMAKE_REQUIRED_FLAGS -Werror)
     string(MAKE_C_IDENTIFIER "SEALKEEPER_HAS${option}" is_there)
     check_cxx_compiler_flag(${option} ${is_there})
     if(${is_there})
