@@ -22,13 +22,13 @@ if [ $# -eq 1 ] && [ ! -d "$1" ]; then
 fi
 product=harbortale-demo
 credentials=$here/build/demo-credentials
-program=$here/build/release/sealkeeper
+program=$here/build/demo/sealkeeper
 
 build() {
     "$here/tools/install-packages.sh"
     mkdir -p "$here/build"
     local log=$here/build/demo-build.log
-    if ! { "$here/tools/configure.sh" release && cmake --build "$here/build/release"; } \
+    if ! { "$here/tools/configure.sh" demo && cmake --build "$here/build/demo"; } \
         > "$log" 2>&1; then
         cat "$log"
         exit 1

@@ -1,6 +1,6 @@
 # Turns the DER files of the trust material into a C++ source file, with nothing but CMake.
 
-set(SEALKEEPER_DEVELOPMENT_TRUST_DIR "${CMAKE_CURRENT_SOURCE_DIR}/trust/development")
+set(SEALKEEPER_DEVELOPMENT_TRUST_DIR "${CMAKE_CURRENT_LIST_DIR}/../trust/development")
 
 function(sealkeeper_read_der variable path result)
     if(NOT EXISTS "${path}" OR IS_DIRECTORY "${path}")
@@ -29,25 +29,44 @@ function(sealkeeper_read_der variable path result)
     set(${result} "${bytes}" PARENT_SCOPE)
 endfunction()
 
-function(sealkeeper_warn_of_development_trust)
+# Sets `result` to whether any of the trust material is the development authority's, be it a copy.
+function(sealkeeper_has_development_trust result)
+    file(REAL_PATH "${SEALKEEPER_DEVELOPMENT_TRUST_DIR}" development)
+    file(SHA256 "${development}/ca.der" development_ca)
+    file(SHA256 "${development}/crl.der" development_crl)
+    set(${result} FALSE PARENT_SCOPE)
     foreach(path IN ITEMS "${SEALKEEPER_TRUST_CA}" "${SEALKEEPER_TRUST_CRL}")
         file(REAL_PATH "${path}" real)
-        file(REAL_PATH "${SEALKEEPER_DEVELOPMENT_TRUST_DIR}" development)
-        cmake_path(IS_PREFIX development "${real}" is_development)
-        if(is_development)
-            message(WARNING
-                "Building with the DEVELOPMENT trust material, whose private key is public: the program "
-                "will trust certificates that anybody can issue. For a release, set SEALKEEPER_TRUST_CA "
-                "and SEALKEEPER_TRUST_CRL to your own DER files.")
-            return()
+        cmake_path(IS_PREFIX development "${real}" is_inside)
+        file(SHA256 "${real}" content)
+        if(is_inside OR content STREQUAL development_ca OR content STREQUAL development_crl)
+            set(${result} TRUE PARENT_SCOPE)
         endif()
     endforeach()
+endfunction()
+
+function(sealkeeper_refuse_or_warn_of_development_trust)
+    sealkeeper_has_development_trust(is_development)
+    if(NOT is_development)
+        return()
+    endif()
+    if(SEALKEEPER_REQUIRE_OWN_TRUST)
+        message(FATAL_ERROR
+            "A release needs trust material of its own, and this is the DEVELOPMENT trust material, whose "
+            "private key is public: set both -DSEALKEEPER_TRUST_CA=/path/ca.der and "
+            "-DSEALKEEPER_TRUST_CRL=/path/crl.der (trust/README.md). To try the program out, "
+            "use 'cmake --preset demo'.")
+    endif()
+    message(WARNING
+        "Building with the DEVELOPMENT trust material, whose private key is public: the program "
+        "will trust certificates that anybody can issue. For a release, set SEALKEEPER_TRUST_CA "
+        "and SEALKEEPER_TRUST_CRL to your own DER files.")
 endfunction()
 
 # Writes the source file to `output`.
 function(sealkeeper_generate_trust_material template output)
     sealkeeper_read_der(SEALKEEPER_TRUST_CA "${SEALKEEPER_TRUST_CA}" SEALKEEPER_TRUST_CA_BYTES)
     sealkeeper_read_der(SEALKEEPER_TRUST_CRL "${SEALKEEPER_TRUST_CRL}" SEALKEEPER_TRUST_CRL_BYTES)
-    sealkeeper_warn_of_development_trust()
+    sealkeeper_refuse_or_warn_of_development_trust()
     configure_file("${template}" "${output}" @ONLY)
 endfunction()
