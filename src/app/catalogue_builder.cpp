@@ -55,17 +55,47 @@ ResultCode CatalogueBuilder::Prepare() {
 
 ResultCode CatalogueBuilder::FindFiles() {
     collector_.AddExcludedPath(paths_.CertificateCopyPath());
-    return collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files_);
+    if (const ResultCode code = collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files_);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    return converter_.RequireSound();
 }
 
 ResultCode CatalogueBuilder::MakeCatalogue() {
+    const AliasMap aliases = WideAliases(collector_.Config());
+    if (const ResultCode code = converter_.RequireSound(); code != ResultCode::Ok) {
+        return code;
+    }
     if (files_.empty()) {
         Log(LogLevel::Error,
             "Cannot create an empty catalogue, at least all executables and libraries must be included.");
         return ResultCode::CatalogueError;
     }
     return CreateCatalogueFile(paths_, options_.signingMaterial, catalogue_, std::move(files_),
-                               WideAliases(collector_.Config()));
+                               aliases);
+}
+
+// Whether there is a name that takes a converter shows only when the files are collected, which is
+// after runtime.conf is written, since that may be one of them. Where a converter is missing they
+// are collected beforehand as well.
+ResultCode CatalogueBuilder::RequireConvertibleNames() const {
+    if (heldConverters_.AreComplete()) {
+        return ResultCode::Ok;
+    }
+    std::vector<FoundFile> files;
+    if (const ResultCode code = collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    // As making the catalogue converts them.
+    static_cast<void>(WideToUtf8(Utf8ToWide(paths_.CataloguePath())));
+    static_cast<void>(WideAliases(collector_.Config()));
+    for (const FoundFile& file : files) {
+        static_cast<void>(WideToUtf8(file.path));
+        static_cast<void>(Utf16ToWide(WideToUtf16(file.path)));
+    }
+    return converter_.RequireSound();
 }
 
 // The patterns are expanded in the game directory, so the change into it comes first.
@@ -101,6 +131,9 @@ ResultCode CatalogueBuilder::MakeRuntimeConfiguration() {
         Log(LogLevel::Info,
             "Will not generate a configuration file as the provided certificate is for a mod.\n");
         return ResultCode::Ok;
+    }
+    if (const ResultCode code = RequireConvertibleNames(); code != ResultCode::Ok) {
+        return code;
     }
     EndConsoleLine();
     Log(LogLevel::Info, "=======================================\n");

@@ -10,7 +10,9 @@
 #include "app/result_code.h"
 #include "catalogue/hash_catalogue.h"
 #include "config/file_collector.h"
+#include "platform/converter_watch.h"
 #include "platform/found_file.h"
+#include "platform/text_converter.h"
 
 namespace sealkeeper {
 
@@ -21,17 +23,23 @@ class CatalogueBuilder {
                      const std::string& gameDirectory, HashCatalogue& catalogue);
 
     // Reads the configuration file, changes into the game directory, resolves the configured paths
-    // there, and writes runtime.conf where one belongs to the run. The first failure is returned.
+    // there, and writes runtime.conf where one belongs to the run. The first failure is returned;
+    // with `CatalogueError`, logged, runtime.conf is not written because the system cannot convert
+    // what goes into the catalogue.
     ResultCode Prepare();
 
-    // Collects the files of the game. Only after a successful `Prepare`.
+    // Collects the files of the game. Only after a successful `Prepare`. Fails with
+    // `CatalogueError`, logged, when the system fails to convert a name, else as the collector
+    // does.
     ResultCode FindFiles();
 
-    // Writes the catalogue of the files that were found.
+    // Writes the catalogue of the files that were found. Fails with `CatalogueError`, logged, when
+    // there is none or the system fails to convert a text.
     ResultCode MakeCatalogue();
 
   private:
     ResultCode SetUpCollector();
+    ResultCode RequireConvertibleNames() const;
     ResultCode MakeRuntimeConfiguration();
 
     CommandLineOptions& options_;
@@ -40,6 +48,9 @@ class CatalogueBuilder {
     std::string programName_;
     FileCollector collector_;
     std::vector<FoundFile> files_;
+    // Opened before anything is written.
+    HeldConverters heldConverters_;
+    ConverterWatch converter_;
 };
 
 }  // namespace sealkeeper

@@ -15,7 +15,7 @@ namespace sealkeeper {
 
 // Makes the catalogue of `files` at `paths`; see `HashCatalogue::CreateCatalogue`. An output path
 // that is not valid UTF-8 has no wide form; it is rejected like one that cannot be opened, before
-// anything is hashed.
+// anything is hashed. So is, with `CatalogueError`, one that the system fails to convert.
 ResultCode CreateCatalogueFile(const GeneratePaths& paths, SigningMaterial& material,
                                HashCatalogue& catalogue, std::vector<FoundFile> files,
                                const AliasMap& aliases);

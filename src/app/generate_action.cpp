@@ -2,6 +2,8 @@
 
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "app/catalogue_builder.h"
 #include "app/catalogue_output.h"
@@ -10,6 +12,7 @@
 #include "app/generate_paths.h"
 #include "app/usage_text.h"
 #include "catalogue/hash_catalogue.h"
+#include "platform/converter_watch.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 #include "platform/text_encoding.h"
@@ -72,16 +75,30 @@ ResultCode RequireCurrentDirectory() {
     return ResultCode::Ok;
 }
 
+ResultCode CatalogueOneFile(CommandLineOptions& options, const GeneratePaths& paths,
+                            HashCatalogue& catalogue) {
+    const ConverterWatch converter;
+    std::vector<FoundFile> files{{Utf8ToWide(options.targetFile), {}}};
+    if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+        return code;
+    }
+    return CreateCatalogueFile(paths, options.signingMaterial, catalogue, std::move(files), {});
+}
+
 // Reports the outcome of the catalogue and copies the certificate, which is done also after a
-// failed catalogue. Returns the copy's failure, else `catalogueCode`.
+// failed catalogue, but not where the system failed to convert: that run writes nothing more.
+// Returns the copy's failure, else `catalogueCode`.
 ResultCode FinishRun(const CommandLineOptions& options, const GeneratePaths& paths,
-                     ResultCode catalogueCode) {
+                     const ConverterWatch& converter, ResultCode catalogueCode) {
     if (catalogueCode == ResultCode::Ok) {
         Log(LogLevel::Info, "[Success] QVR Hash Catalogue created: %s%s\n",
             paths.outputDirectory.c_str(), paths.catalogueName.c_str());
     } else {
         Log(LogLevel::Error, "No catalogue file was created. Code %i (%s).\n",
             ResultCodeNumber(catalogueCode), ResultFailureText(catalogueCode));
+    }
+    if (converter.HasFailed()) {
+        return catalogueCode;
     }
     const ResultCode copyCode =
         CopyCertificate(options.signingMaterial.certificateBytes, paths.CertificateCopyPath());
@@ -113,11 +130,10 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
         return code;
     }
 
+    const ConverterWatch converter;
     HashCatalogue catalogue(options.productId, options.jobs);
     if (!options.targetFile.empty()) {
-        const ResultCode code = CreateCatalogueFile(paths, options.signingMaterial, catalogue,
-                                                    {{Utf8ToWide(options.targetFile), {}}}, {});
-        return FinishRun(options, paths, code);
+        return FinishRun(options, paths, converter, CatalogueOneFile(options, paths, catalogue));
     }
     CatalogueBuilder builder(options, paths, *gameDirectory, catalogue);
     if (const ResultCode code = builder.Prepare(); code != ResultCode::Ok) {
@@ -126,7 +142,7 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
     if (const ResultCode code = builder.FindFiles(); code != ResultCode::Ok) {
         return code;
     }
-    return FinishRun(options, paths, builder.MakeCatalogue());
+    return FinishRun(options, paths, converter, builder.MakeCatalogue());
 }
 
 }  // namespace sealkeeper

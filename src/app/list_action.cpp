@@ -9,6 +9,7 @@
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_reader.h"
 #include "catalogue/hash_catalogue.h"
+#include "platform/converter_watch.h"
 #include "platform/file_io.h"
 #include "platform/text_encoding.h"
 #include "runtime/runtime_configuration_reader.h"
@@ -47,8 +48,13 @@ ResultCode ListCatalogue(FileToList file) {
         return code;
     }
     Log(LogLevel::Info, "%zu files in catalogue:\n", entries.size());
+    const ConverterWatch converter;
     for (const auto& entry : entries) {
-        Log(LogLevel::Info, "%s\n", WideToUtf8(entry->Path()).c_str());
+        const std::string path = WideToUtf8(entry->Path());
+        if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+            return code;
+        }
+        Log(LogLevel::Info, "%s\n", path.c_str());
     }
     return ResultCode::Ok;
 }

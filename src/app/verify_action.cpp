@@ -16,6 +16,7 @@
 #include "catalogue/hash_catalogue.h"
 #include "catalogue/hashing/file_hasher.h"
 #include "catalogue/hashing/make_chunk_hasher.h"
+#include "platform/converter_watch.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 #include "platform/text_encoding.h"
@@ -39,10 +40,14 @@ std::optional<std::string> ResolveGameDirectory(const std::string& verifyDir) {
 
 // The names of the catalogues in the certificates directory of the game.
 ResultCode FindCataloguesOf(const std::string& gameDirectory, std::vector<std::wstring>& names) {
+    const ConverterWatch converter;
     const std::string directory = gameDirectory + kCertificatesDirectory;
     // Catalogue paths are wide text. A directory that has no such form is not looked for under the
     // error text that stands for it, which could name another one.
     const std::string wideForm = WideToUtf8(Utf8ToWide(gameDirectory)) + kCertificatesDirectory;
+    if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+        return code;
+    }
     if (wideForm != directory || GetFileType(directory) != FileType::Directory) {
         Log(LogLevel::Error, "The provided path: '%s' does not match with existing directories.\n",
             wideForm.c_str());
@@ -56,7 +61,7 @@ ResultCode FindCataloguesOf(const std::string& gameDirectory, std::vector<std::w
         Log(LogLevel::Error, "Couldn't find the .bin file under: '%s'.\n", directory.c_str());
         return ResultCode::SealkeeperIOError;
     }
-    return ResultCode::Ok;
+    return converter.RequireSound();
 }
 
 ResultCode ChangeInto(const std::string& directory) {
@@ -72,7 +77,11 @@ ResultCode ChangeInto(const std::string& directory) {
 ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, EntryList& entries) {
     constexpr ByteView kNoParent;
     constexpr ByteView kNoParentRevocationList;
+    const ConverterWatch converter;
     const std::string shown = WideToUtf8(name);
+    if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+        return code;
+    }
     Log(LogLevel::Info, "Reading the contents of: '%s'.\n", shown.c_str());
     CatalogueContents contents;
     const ResultCode code = catalogue.ReadAndVerifyCatalogue(
@@ -89,36 +98,48 @@ ResultCode AppendCatalogue(HashCatalogue& catalogue, const std::wstring& name, E
     return ResultCode::Ok;
 }
 
-// `entry` is that of the next file of `hasher`.
-ResultCode VerifyEntry(const StoredEntry& entry, FileHasher& hasher) {
+// Adds the verdict on the next file of `hasher`, that of `entry`, to `summary`. Fails, logged, when
+// `converter` has failed: under another path there may be another file, even an intact one.
+ResultCode VerifyEntry(const StoredEntry& entry, FileHasher& hasher,
+                       const ConverterWatch& converter, VerificationSummary& summary) {
     constexpr MismatchHandler kNoHandler = nullptr;
     const std::wstring path = entry.Path();
-    const ResultCode code = entry.VerifyNextFile(path, hasher, kNoHandler, nullptr);
+    const std::string shown = WideToUtf8(path);
+    const ResultCode verdict = entry.VerifyNextFile(path, hasher, kNoHandler, nullptr);
     // Ends the progress line or the verdict before: neither message below has a line feed.
     EndConsoleLine();
-    if (code != ResultCode::Ok) {
-        Log(LogLevel::Error, "[Failure] Failed to verify '%s' - Code %i (%s).",
-            WideToUtf8(path).c_str(), ResultCodeNumber(code), ResultFailureText(code));
-    } else {
-        Log(LogLevel::Info, "[Success] Successfully verified '%s'.", WideToUtf8(path).c_str());
+    if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+        return code;
     }
-    return code;
+    if (verdict != ResultCode::Ok) {
+        Log(LogLevel::Error, "[Failure] Failed to verify '%s' - Code %i (%s).", shown.c_str(),
+            ResultCodeNumber(verdict), ResultFailureText(verdict));
+    } else {
+        Log(LogLevel::Info, "[Success] Successfully verified '%s'.", shown.c_str());
+    }
+    summary.Add(verdict);
+    return ResultCode::Ok;
 }
 
-ResultCode VerifyEntries(const EntryList& entries, std::size_t jobs) {
+// Prints the verdicts and their summary. Fails, logged, when the system fails to convert a path,
+// whose file is then neither missing nor intact.
+ResultCode VerifyEntries(const EntryList& entries, std::size_t jobs, VerificationSummary& summary) {
     Log(LogLevel::Info, "Will begin the validation of %zu files:\n", entries.size());
+    const ConverterWatch converter;
     FileHasher hasher(
         entries.size(),
         [&entries](std::size_t index) { return entries[index]->OpenFile(entries[index]->Path()); },
         MakeChunkHasher(jobs));
-    VerificationSummary summary;
     for (const auto& entry : entries) {
-        summary.Add(VerifyEntry(*entry, hasher));
+        if (const ResultCode code = VerifyEntry(*entry, hasher, converter, summary);
+            code != ResultCode::Ok) {
+            return code;
+        }
     }
     EndConsoleLine();
     EndConsoleLine();
     summary.Print();
-    return summary.Result();
+    return ResultCode::Ok;
 }
 
 }  // namespace
@@ -143,10 +164,14 @@ ResultCode RunVerifyAction(const CommandLineOptions& options) {
             return code;
         }
     }
-    const ResultCode filesCode = VerifyEntries(entries, options.jobs);
+    VerificationSummary summary;
+    if (const ResultCode code = VerifyEntries(entries, options.jobs, summary);
+        code != ResultCode::Ok) {
+        return code;
+    }
     const ResultCode runtimeCode =
         CheckRuntimeConfiguration(options, *gameDirectory + kCertificatesDirectory);
-    return runtimeCode != ResultCode::Ok ? runtimeCode : filesCode;
+    return runtimeCode != ResultCode::Ok ? runtimeCode : summary.Result();
 }
 
 }  // namespace sealkeeper

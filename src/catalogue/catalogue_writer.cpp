@@ -8,6 +8,7 @@
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/lzw/lzw_compressor.h"
+#include "platform/converter_watch.h"
 #include "platform/file_io.h"
 #include "platform/little_endian.h"
 #include "platform/text_encoding.h"
@@ -74,6 +75,7 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 
 ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block) {
+    const ConverterWatch converter;
     // Most files have one chunk.
     LzwCompressor compressor(
         block.compressed, files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
@@ -94,6 +96,9 @@ ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases
             return code;
         }
         if (const ResultCode code = ApplyPathAlias(aliases, entry); code != ResultCode::Ok) {
+            return code;
+        }
+        if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
             return code;
         }
         AppendRecord(entry, records);
@@ -140,7 +145,11 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
 
 ResultCode WriteCatalogueImage(const std::wstring& outputPath,
                                std::span<const std::uint8_t> image) {
+    const ConverterWatch converter;
     const std::string pathUtf8 = WideToUtf8(outputPath);
+    if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+        return code;
+    }
     switch (WriteWholeFile(pathUtf8, image)) {
         case WriteOutcome::Written:
             return ResultCode::Ok;

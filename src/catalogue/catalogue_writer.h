@@ -27,8 +27,8 @@ struct EntryBlock {
 
 // Hashes `files`, of which there is at least one, by `chunks` in the order given and puts their
 // records into `block`, which is empty. Only the compressed form is ever in memory. The first
-// failure ends it; `CatalogueError`, logged, when the uncompressed block has more bytes than a
-// 32-bit field can tell. `block` is then incomplete.
+// failure ends it; `CatalogueError`, logged, when the system fails to convert a path or the
+// uncompressed block has more bytes than a 32-bit field can tell. `block` is then incomplete.
 ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block);
 
@@ -40,7 +40,8 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::vector<std::uint8_t>& image);
 
 // Writes `image` to `outputPath`. `CatalogueIOError`, logged, when it cannot be opened or written;
-// a partly written file stays.
+// a partly written file stays. `CatalogueError`, logged, when the system fails to convert the path;
+// nothing is written then.
 ResultCode WriteCatalogueImage(const std::wstring& outputPath, std::span<const std::uint8_t> image);
 
 }  // namespace sealkeeper

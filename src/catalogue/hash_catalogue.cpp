@@ -10,21 +10,12 @@
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/catalogue_writer.h"
 #include "catalogue/hashing/make_chunk_hasher.h"
+#include "platform/converter_watch.h"
 #include "platform/text_encoding.h"
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {
 namespace {
-
-// The names in `block` are those of the files only where they could be converted.
-ResultCode RequireConverter(std::size_t failuresBefore) {
-    if (ConverterOpenFailures() != failuresBefore) {
-        Log(LogLevel::Error,
-            "The system's character-set converter could not be opened, so names would be wrong.\n");
-        return ResultCode::CatalogueError;
-    }
-    return ResultCode::Ok;
-}
 
 ResultCode WriteCatalogueOf(const EntryBlock& block, mbedtls_pk_context* privateKey,
                             ByteView crlBlock, const std::wstring& outputPath) {
@@ -50,9 +41,7 @@ ResultCode ReportLackOfMemory(Operation operation) {
 }  // namespace
 
 HashCatalogue::HashCatalogue(std::string productId, std::size_t jobs)
-    : productId_(std::move(productId)),
-      jobs_(jobs),
-      converterFailuresBefore_(ConverterOpenFailures()) {}
+    : productId_(std::move(productId)), jobs_(jobs) {}
 
 ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
                                           const std::vector<std::uint8_t>& crlBlock,
@@ -69,10 +58,6 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
         // image.
         if (const ResultCode code =
                 BuildEntryBlock(std::move(files), aliases, MakeChunkHasher(jobs_), block);
-            code != ResultCode::Ok) {
-            return code;
-        }
-        if (const ResultCode code = RequireConverter(converterFailuresBefore_);
             code != ResultCode::Ok) {
             return code;
         }
@@ -97,7 +82,11 @@ ResultCode HashCatalogue::ReadAndVerifyCatalogue(const std::wstring& cataloguePa
                                                  CatalogueContents& contents) {
     contents = {};
     return ReportLackOfMemory([&] {
+        const ConverterWatch converter;
         const std::string path = WideToUtf8(cataloguePath);
+        if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
+            return code;
+        }
         // An empty path has none, either.
         const std::size_t extension = path.rfind('.');
         if (extension == std::string::npos) {

@@ -40,10 +40,8 @@ class HashCatalogue {
 
     // Hashes `files`, as they are when their turn comes, sorted by the code points of their paths,
     // and writes the signed catalogue to `outputPath`, with `crlBlock` in it as it stands. Fails
-    // with `CatalogueError` when `files` is empty and, logged, when memory runs out or some text
-    // could not be converted since this object was made because the system has no converter for it;
-    // otherwise as the steps in catalogue_writer.h do. Unless writing itself fails, nothing is
-    // written then.
+    // with `CatalogueError` when `files` is empty and, logged, when memory runs out; otherwise as
+    // the steps in catalogue_writer.h do. Unless writing itself fails, nothing is written then.
     virtual ResultCode CreateCatalogue(mbedtls_pk_context* privateKey,
                                        const std::vector<std::uint8_t>& crlBlock,
                                        std::vector<FoundFile> files, const std::wstring& outputPath,
@@ -58,9 +56,9 @@ class HashCatalogue {
     // the certificate of the same name and the extension ".cer", which is checked first, against
     // the trust material or the parent of a mod's certificate; see `VerifySigningCertificate`.
     // Fails with `CatalogueError` when the path is empty or has no '.', or, logged, when memory
-    // runs out; `CatalogueIOError` when the file cannot be read; `FileInvalid`; `CertIOError` when
-    // the certificate cannot be read; the mapped error when certificate or signature are not good.
-    // `contents` is empty then.
+    // runs out or the system fails to convert the path; `CatalogueIOError` when the file cannot be
+    // read; `FileInvalid`; `CertIOError` when the certificate cannot be read; the mapped error when
+    // certificate or signature are not good. `contents` is empty then.
     virtual ResultCode ReadAndVerifyCatalogue(const std::wstring& cataloguePath,
                                               ByteView parentBytes, ByteView parentCrlBytes,
                                               CatalogueContents& contents);
@@ -81,8 +79,6 @@ class HashCatalogue {
 
     std::string productId_;
     std::size_t jobs_;
-    // What `ConverterOpenFailures` told when this was made, before the files were collected.
-    std::size_t converterFailuresBefore_;
 };
 
 }  // namespace sealkeeper

@@ -1,15 +1,14 @@
 #include "platform/text_encoding.h"
 
-#include <iconv.h>
-
 #include <bit>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <type_traits>
 #include <utility>
+
+#include "platform/text_converter.h"
 
 namespace sealkeeper {
 namespace {
@@ -20,20 +19,6 @@ static_assert(sizeof(wchar_t) == 4 && std::endian::native == std::endian::little
 // Every conversion's output fits in this many bytes for each input unit.
 constexpr std::size_t kMaxOutputBytesPerUnit = 4;
 
-struct ConverterCloser {
-    using pointer = iconv_t;
-    void operator()(iconv_t converter) const { iconv_close(converter); }
-};
-
-// An open converter. `iconv_open` marks a failure with (iconv_t)-1 and not with a null pointer, so
-// an unopened one is held as null here.
-using Converter = std::unique_ptr<iconv_t, ConverterCloser>;
-
-struct ConverterNames {
-    const char* to;
-    const char* from;
-};
-
 enum class ConversionFailure { None, Open, Convert };
 
 struct ConversionOutcome {
@@ -42,13 +27,11 @@ struct ConversionOutcome {
     int systemError = 0;
 };
 
-std::size_t g_openFailures = 0;
+std::size_t g_systemFailures = 0;
 
-Converter OpenConverter(const ConverterNames& names) {
-    const iconv_t opened = iconv_open(names.to, names.from);
-    // POSIX gives the failure as this cast of -1.
-    const auto failed = reinterpret_cast<iconv_t>(-1);  // NOLINT
-    return Converter(opened == failed ? nullptr : opened);
+// What POSIX has `iconv` fail with for an input that is not well formed or ends too early.
+bool IsFaultOfText(int error) {
+    return error == EILSEQ || error == EINVAL;
 }
 
 // Whether all units are ASCII characters, NUL included, which every encoding writes as one unit of
@@ -82,7 +65,7 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
     }
     const Converter converter = OpenConverter(names);
     if (!converter) {
-        ++g_openFailures;
+        ++g_systemFailures;
         return {ConversionFailure::Open, errno};
     }
 
@@ -96,7 +79,11 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
     const std::size_t converted =
         iconv(converter.get(), &inputPosition, &inputBytesLeft, &outputPosition, &outputBytesLeft);
     if (converted == static_cast<std::size_t>(-1)) {
-        return {ConversionFailure::Convert, errno};
+        const int error = errno;
+        if (!IsFaultOfText(error)) {
+            ++g_systemFailures;
+        }
+        return {ConversionFailure::Convert, error};
     }
     buffer.resize((bufferBytes - outputBytesLeft) / sizeof(OutputUnit));
     output = std::move(buffer);
@@ -105,13 +92,13 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
 
 }  // namespace
 
-std::size_t ConverterOpenFailures() {
-    return g_openFailures;
+std::size_t ConverterFailures() {
+    return g_systemFailures;
 }
 
 std::string WideToUtf8(const std::wstring& wide) {
     std::string utf8;
-    if (Convert({"UTF-8", "UTF-32LE"}, wide, utf8).failure != ConversionFailure::None) {
+    if (Convert(kWideToUtf8, wide, utf8).failure != ConversionFailure::None) {
         return "W2U8_ERROR";
     }
     return utf8;
@@ -119,7 +106,7 @@ std::string WideToUtf8(const std::wstring& wide) {
 
 std::wstring Utf8ToWide(const std::string& utf8) {
     std::wstring wide;
-    if (Convert({"UTF-32LE", "UTF-8"}, utf8, wide).failure != ConversionFailure::None) {
+    if (Convert(kUtf8ToWide, utf8, wide).failure != ConversionFailure::None) {
         return L"U82W_ERROR";
     }
     return wide;
@@ -127,7 +114,7 @@ std::wstring Utf8ToWide(const std::string& utf8) {
 
 std::wstring Utf16ToWide(const std::u16string& utf16) {
     std::wstring wide;
-    const ConversionOutcome outcome = Convert({"UTF-32LE", "UTF-16LE"}, utf16, wide);
+    const ConversionOutcome outcome = Convert(kUtf16ToWide, utf16, wide);
     switch (outcome.failure) {
         case ConversionFailure::Open:
             return L"utf16_to_wchar iconv_open ERROR " +
@@ -143,7 +130,7 @@ std::wstring Utf16ToWide(const std::u16string& utf16) {
 
 std::u16string WideToUtf16(const std::wstring& wide) {
     std::u16string utf16;
-    switch (Convert({"UTF-16LE", "UTF-32LE"}, wide, utf16).failure) {
+    switch (Convert(kWideToUtf16, wide, utf16).failure) {
         case ConversionFailure::Open:
             // The parenthesis that closes nothing belongs to the text.
             return u"wchar_to_utf16 iconv_open ERROR )";

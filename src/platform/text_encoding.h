@@ -4,7 +4,7 @@
 // A conversion never fails towards its caller: bad text gives a fixed error text in place of the
 // result, so that the bad name shows up as that text in logs and comparisons. An empty input gives
 // an empty result. Text of ASCII characters alone is converted without the system's converter; any
-// other gives an error text also when that cannot be opened.
+// other gives an error text also when the system fails to convert, which `ConverterWatch` tells.
 #ifndef SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 #define SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 
@@ -13,10 +13,10 @@
 
 namespace sealkeeper {
 
-// How many conversions of this process so far gave an error text because the system's converter
-// could not be opened: for want of descriptors, of memory or of its modules, whatever the text was.
-// Not for use by several threads at a time.
-[[nodiscard]] std::size_t ConverterOpenFailures();
+// How many conversions of this process so far gave an error text, whatever the text was, because
+// the system's converter could not be opened, for want of descriptors, of memory or of its modules,
+// or failed for another reason than the text. Not for use by several threads at a time.
+[[nodiscard]] std::size_t ConverterFailures();
 
 // "W2U8_ERROR" for a code point that Unicode does not have or that belongs to the surrogate range.
 [[nodiscard]] std::string WideToUtf8(const std::wstring& wide);

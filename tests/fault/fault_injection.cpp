@@ -142,6 +142,16 @@ iconv_t iconv_open(const char* to, const char* from) {
     return Real<iconv_t(const char*, const char*)>("iconv_open")(to, from);
 }
 
+size_t iconv(iconv_t converter, char** input, size_t* inputLeft, char** output,
+             size_t* outputLeft) {
+    if (Strikes(Call::Iconv)) {
+        errno = FaultOf(Call::Iconv).value;
+        return static_cast<size_t>(-1);
+    }
+    return Real<size_t(iconv_t, char**, size_t*, char**, size_t*)>("iconv")(
+        converter, input, inputLeft, output, outputLeft);
+}
+
 char* getcwd(char* buffer, size_t size) SEALKEEPER_NOTHROW {
     if (Strikes(Call::GetCwd)) {
         errno = ENOENT;

@@ -10,6 +10,7 @@ namespace sealkeeper::test {
 
 enum class Call {
     IconvOpen,
+    Iconv,
     GetCwd,
     Chdir,
     Stat,
@@ -56,9 +57,9 @@ class ScopedFault {
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
     // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
     // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
-    // errno of `opendir`, `readdir`, `lstat` and `StatFailure`, the result of `fnmatch` and of the
-    // check of a chain, the size that `stat` or `fstat` reports, and the bytes that `fread` and
-    // `ReadShort` deliver.
+    // errno of `iconv`, `opendir`, `readdir`, `lstat` and `StatFailure`, the result of `fnmatch`
+    // and of the check of a chain, the size that `stat` or `fstat` reports, and the bytes that
+    // `fread` and `ReadShort` deliver.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <string>
 
@@ -45,6 +46,36 @@ TEST(TextEncodingFaults, TextThatCannotBeConvertedDiffersFromThat) {
     EXPECT_EQ(Utf16ToWide(u"\xD800"), L"utf16_to_wchar iconv ERROR " + WideSystemText(EINVAL));
     EXPECT_EQ(WideToUtf16(std::wstring(1, static_cast<wchar_t>(0xD800))),
               u"wchar_to_utf16 iconv ERROR ");
+}
+
+// How many failures the four conversions of a text leave behind, whatever they give.
+std::size_t FailuresOfConversions() {
+    const std::size_t before = ConverterFailures();
+    static_cast<void>(WideToUtf8(L"\u00E9"));
+    static_cast<void>(Utf8ToWide("\xC3\xA9"));
+    static_cast<void>(Utf16ToWide(u"\u00E9"));
+    static_cast<void>(WideToUtf16(L"\u00E9"));
+    return ConverterFailures() - before;
+}
+
+TEST(TextEncodingFaults, FailuresOfTheSystemAreCounted) {
+    EXPECT_EQ(FailuresOfConversions(), 0U);
+    {
+        const ScopedFault fault(Call::IconvOpen);
+        EXPECT_EQ(FailuresOfConversions(), 4U);
+    }
+    for (const int error : {ENOMEM, E2BIG, EBADF}) {
+        const ScopedFault fault(Call::Iconv, 0, ScopedFault::Reach::Onwards, error);
+        EXPECT_EQ(FailuresOfConversions(), 4U) << std::strerror(error);
+    }
+}
+
+TEST(TextEncodingFaults, FaultsOfTheTextAreNot) {
+    for (const int error : {EILSEQ, EINVAL}) {
+        const ScopedFault fault(Call::Iconv, 0, ScopedFault::Reach::Onwards, error);
+        EXPECT_EQ(FailuresOfConversions(), 0U) << std::strerror(error);
+        EXPECT_EQ(CallCount(Call::Iconv), 4U);
+    }
 }
 
 TEST(TextEncodingFaults, NothingOpensNoConverter) {
