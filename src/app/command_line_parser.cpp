@@ -35,7 +35,7 @@ ResultCode FailWithUsage() {
 }
 
 ResultCode FailWithUsage(const char* message) {
-    Log(LogLevel::Error, "%s", message);
+    Log(LogLevel::Error, "%s\n", message);
     return FailWithUsage();
 }
 
@@ -159,15 +159,14 @@ ResultCode ChooseGenerate(const std::vector<std::string>& positionals,
                           CommandLineOptions& options) {
     if (options.targetGameDir.empty()) {
         return FailWithUsage(
-            "target_game_dir argument must be specified as either absolute or relative path for the signed files generation.\n");
+            "target_game_dir argument must be specified as either absolute or relative path for the signed files generation.");
     }
     if (positionals.size() > 1) {
         return FailWithUsage();
     }
     if (!positionals.empty()) {
         if (!options.targetFile.empty()) {
-            return FailWithUsage(
-                "target_file and config_file arguments cannot be used together.\n");
+            return FailWithUsage("target_file and config_file arguments cannot be used together.");
         }
         options.configFile = positionals.front();
     }
@@ -189,7 +188,7 @@ ResultCode ChooseAction(const ParsedArguments& parsed, CommandLineOptions& optio
         return FailWithUsage();
     }
     if (!options.verifyDir.empty() && !options.listPath.empty()) {
-        return FailWithUsage("Verify and List arguments cannot be used together.\n");
+        return FailWithUsage("Verify and List arguments cannot be used together.");
     }
     if (!options.listPath.empty()) {
         return ChooseList(options);

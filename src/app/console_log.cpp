@@ -1,16 +1,23 @@
 #include "app/console_log.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
+#include <string_view>
+
+#include "app/terminal_text.h"
 
 namespace sealkeeper {
 namespace {
 
 // The formatted message with its terminating zero.
 constexpr std::size_t kMessageBufferBytes = 4096;
+
+using MessageBuffer = std::array<char, kMessageBufferBytes>;
 
 const char* LevelTag(LogLevel level) {
     switch (level) {
@@ -27,6 +34,39 @@ const char* LevelTag(LogLevel level) {
     return "<invalid>";
 }
 
+// The message, cut to what fits; empty when it cannot be formatted.
+std::string_view FormatInto(MessageBuffer& buffer, const char* format, std::va_list arguments) {
+    const int length = std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
+    if (length <= 0) {
+        return {};
+    }
+    return {buffer.data(), std::min(static_cast<std::size_t>(length), buffer.size() - 1)};
+}
+
+// `format`, of which no message shows more than there is room for, with another character in place
+// of each control character. What is formatted by it differs from the message in just the control
+// characters that are the format's own.
+MessageBuffer WithoutControls(std::string_view format) {
+    MessageBuffer marked{};
+    const std::string_view shown = format.substr(0, marked.size() - 1);
+    std::transform(shown.begin(), shown.end(), marked.begin(), [](char character) {
+        return BeginsWithControl({&character, 1}) ? '?' : character;
+    });
+    return marked;
+}
+
+// Asked once: standard output stays what it is for as long as the program runs.
+bool IsTerminal() {
+    static const bool isTerminal = isatty(STDOUT_FILENO) == 1;
+    return isTerminal;
+}
+
+void WriteToTerminal(std::string_view message, const char* format, std::va_list arguments) {
+    const MessageBuffer markedFormat = WithoutControls(format);
+    MessageBuffer marked;  // NOLINT: member initialisation
+    WriteForTerminal(message, FormatInto(marked, markedFormat.data(), arguments), stdout);
+}
+
 }  // namespace
 
 LogLevel g_logThreshold = LogLevel::Info;
@@ -37,21 +77,25 @@ void Log(LogLevel level, const char* format, ...) {
     }
 
     // Not filled: the message ends with a zero.
-    std::array<char, kMessageBufferBytes> message;  // NOLINT: member initialisation
+    MessageBuffer buffer;  // NOLINT: member initialisation
     std::va_list arguments;
     va_start(arguments, format);
-    const int formattedLength = std::vsnprintf(message.data(), message.size(), format, arguments);
+    const std::string_view message = FormatInto(buffer, format, arguments);
     va_end(arguments);
-    if (formattedLength <= 0) {
+    if (message.empty()) {
         return;
     }
 
-    const std::size_t shownLength =
-        std::min(static_cast<std::size_t>(formattedLength), message.size() - 1);
-    std::replace(message.begin(), message.begin() + static_cast<std::ptrdiff_t>(shownLength), '\\',
+    std::replace(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(message.size()), '\\',
                  '/');
     std::fprintf(stdout, "[%s] ", LevelTag(level));
-    std::fwrite(message.data(), 1, shownLength, stdout);
+    if (!IsTerminal()) {
+        std::fwrite(message.data(), 1, message.size(), stdout);
+        return;
+    }
+    va_start(arguments, format);
+    WriteToTerminal(message, format, arguments);
+    va_end(arguments);
 }
 
 void WriteUntagged(const char* text) {

@@ -23,6 +23,10 @@ extern LogLevel g_logThreshold;
 // shown as a forward slash. No line feed is added: a message carries its own where it has one. An
 // empty message, a message that cannot be formatted, and one above the threshold print nothing.
 // Never fails visibly and does not flush.
+//
+// Where standard output is a terminal, control characters in the arguments are shown escaped, a
+// line feed as "\x0a"; those of the format stay. So a format holds its line feeds itself. The cut
+// comes first: an escape is whole.
 #if defined(__GNUC__)
 __attribute__((format(printf, 2, 3)))
 #endif

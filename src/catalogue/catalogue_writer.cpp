@@ -39,7 +39,7 @@ void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes)
 
 ResultCode RequireStorable(std::size_t length, const char* message) {
     if (length > kMaxStoredLength) {
-        Log(LogLevel::Error, "%s", message);
+        Log(LogLevel::Error, "%s\n", message);
         return ResultCode::CatalogueError;
     }
     return ResultCode::Ok;
@@ -110,7 +110,7 @@ ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases
             records.clear();
         }
         if (const ResultCode code = RequireStorable(
-                block.uncompressedBytes, "Too large for the catalogue: the entry block.\n");
+                block.uncompressedBytes, "Too large for the catalogue: the entry block.");
             code != ResultCode::Ok) {
             return code;
         }
@@ -125,12 +125,12 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::vector<std::uint8_t>& image) {
     // Every record has more than one byte, so an entry block that fits has a count that fits.
     if (const ResultCode code = RequireStorable(
-            crlBlock.size(), "Too large for the catalogue: the certificate revocation list.\n");
+            crlBlock.size(), "Too large for the catalogue: the certificate revocation list.");
         code != ResultCode::Ok) {
         return code;
     }
     if (const ResultCode code = RequireStorable(
-            block.compressed.size(), "Too large for the catalogue: the compressed entry block.\n");
+            block.compressed.size(), "Too large for the catalogue: the compressed entry block.");
         code != ResultCode::Ok) {
         return code;
     }
