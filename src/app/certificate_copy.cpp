@@ -1,7 +1,7 @@
 #include "app/certificate_copy.h"
 
 #include "app/console_log.h"
-#include "platform/file_io.h"
+#include "platform/output_file.h"
 
 namespace sealkeeper {
 

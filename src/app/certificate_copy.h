@@ -10,8 +10,8 @@
 
 namespace sealkeeper {
 
-// Writes the certificate file's `bytes` to `path`. `CertIOError` when that fails, logged unless
-// only the closing of the file failed.
+// Writes the certificate file's `bytes` to `path`, as `WriteWholeFile` does. `CertIOError` when
+// that fails, logged unless only the closing of the file failed.
 ResultCode CopyCertificate(std::span<const std::uint8_t> bytes, const std::string& path);
 
 }  // namespace sealkeeper

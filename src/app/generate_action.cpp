@@ -13,6 +13,7 @@
 #include "app/usage_text.h"
 #include "catalogue/hash_catalogue.h"
 #include "platform/converter_watch.h"
+#include "platform/core_dumps.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 #include "platform/text_encoding.h"
@@ -119,6 +120,8 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
     if (!gameDirectory) {
         return ResultCode::CatalogueIOError;
     }
+    // From now on the private key is in memory.
+    SwitchOffCoreDumps();
     if (const ResultCode code = LoadMaterial(options); code != ResultCode::Ok) {
         return code;
     }

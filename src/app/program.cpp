@@ -7,6 +7,7 @@
 #include "app/generate_action.h"
 #include "app/list_action.h"
 #include "app/verify_action.h"
+#include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
 
@@ -58,6 +59,7 @@ ResultCode RunAction(CommandLineOptions& options) {
 
 int RunProgram(int argc, const char* const* argv) {
     OpenMissingStandardDescriptors();
+    IgnoreOutputSignals();
     try {
         PrintBanner();
         PrintArguments(argc, argv);

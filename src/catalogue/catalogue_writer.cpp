@@ -9,8 +9,8 @@
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/lzw/lzw_compressor.h"
 #include "platform/converter_watch.h"
-#include "platform/file_io.h"
 #include "platform/little_endian.h"
+#include "platform/output_file.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {

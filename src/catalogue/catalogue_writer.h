@@ -39,9 +39,8 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
                                std::vector<std::uint8_t>& image);
 
-// Writes `image` to `outputPath`. `CatalogueIOError`, logged, when it cannot be opened or written;
-// a partly written file stays. `CatalogueError`, logged, when the system fails to convert the path;
-// nothing is written then.
+// Writes `image` to `outputPath`, as `WriteWholeFile` does. `CatalogueIOError`, logged, when it
+// cannot be opened or written; `CatalogueError`, logged, when the system fails to convert the path.
 ResultCode WriteCatalogueImage(const std::wstring& outputPath, std::span<const std::uint8_t> image);
 
 }  // namespace sealkeeper

@@ -3,12 +3,30 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <deque>
 
 #include "platform/file_system.h"
 
 namespace sealkeeper {
+namespace {
+
+// Some systems refuse to write 2^31 bytes and more at once.
+constexpr std::size_t kMostBytesAtOnce = std::size_t{1} << 30;
+
+int FlushToDisk(int descriptor) {
+#if defined(F_FULLFSYNC)
+    // Where it is known, fsync leaves bytes in the disk's own memory. Not every file system takes
+    // it.
+    if (fcntl(descriptor, F_FULLFSYNC) == 0) {
+        return 0;
+    }
+#endif
+    return fsync(descriptor);
+}
+
+}  // namespace
 
 FileDescriptor::~FileDescriptor() {
     if (IsOpen()) {
@@ -16,17 +34,70 @@ FileDescriptor::~FileDescriptor() {
     }
 }
 
-bool FileDescriptor::OpenForReading(const std::string& path) {
-    constexpr int kFlags = O_RDONLY | O_CLOEXEC;
-    // Non-blocking: to open a FIFO would wait for a writer.
-    descriptor_ = open(path.c_str(), kFlags | O_NONBLOCK);
+bool FileDescriptor::Open(const std::string& path, int flags, mode_t mode) {
+    descriptor_ = open(path.c_str(), flags | O_CLOEXEC, mode);
+    return IsOpen();
+}
+
+// Opening a FIFO would wait for its other end.
+bool FileDescriptor::OpenWithoutWaiting(const std::string& path, int flags) {
     // A file under a lease, as network file servers hand them out, is there for those who wait
     // until its holder gives it up.
-    if (!IsOpen() && errno == EWOULDBLOCK && GetFileType(path) == FileType::Regular) {
-        descriptor_ = open(path.c_str(), kFlags);
-        hasWaited_ = IsOpen();
+    if (!Open(path, flags | O_NONBLOCK) && errno == EWOULDBLOCK &&
+        GetFileType(path) == FileType::Regular) {
+        hasWaited_ = Open(path, flags);
     }
     return IsOpen();
+}
+
+bool FileDescriptor::OpenForReading(const std::string& path) {
+    return OpenWithoutWaiting(path, O_RDONLY);
+}
+
+bool FileDescriptor::OpenForWriting(const std::string& path) {
+    if (!OpenWithoutWaiting(path, O_WRONLY)) {
+        return false;
+    }
+    // A reader may take its time.
+    const int flags = fcntl(descriptor_, F_GETFL);
+    static_cast<void>(fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK));
+    return true;
+}
+
+bool FileDescriptor::OpenTruncated(const std::string& path, mode_t mode) {
+    return Open(path, O_WRONLY | O_CREAT | O_TRUNC, mode);
+}
+
+bool FileDescriptor::Create(const std::string& path, mode_t mode) {
+    return Open(path, O_WRONLY | O_CREAT | O_EXCL, mode);
+}
+
+bool FileDescriptor::Write(std::span<const std::uint8_t> bytes) const {
+    while (!bytes.empty()) {
+        const ssize_t written =
+            write(descriptor_, bytes.data(), std::min(bytes.size(), kMostBytesAtOnce));
+        if (written >= 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool FileDescriptor::Synchronise() const {
+    int result = FlushToDisk(descriptor_);
+    while (result != 0 && errno == EINTR) {
+        result = FlushToDisk(descriptor_);
+    }
+    return result == 0 || errno == EINVAL || errno == ENOTSUP || errno == ENOSYS;
+}
+
+bool FileDescriptor::Close() {
+    const bool closed = close(descriptor_) == 0;
+    // Not tried again: it may be open no more, and another file may have the number by now.
+    Release();
+    return closed;
 }
 
 bool FileDescriptor::Duplicate(int descriptor) {

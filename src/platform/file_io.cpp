@@ -76,25 +76,4 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path) 
     return std::move(start->bytes);
 }
 
-WriteOutcome WriteWholeFile(const std::string& path, std::span<const std::uint8_t> bytes) {
-    // Opening a FIFO would wait for a reader.
-    if (GetFileType(path) == FileType::Fifo) {
-        return WriteOutcome::OpenFailed;
-    }
-    FileStream stream(std::fopen(path.c_str(), "wb"));
-    if (!stream) {
-        return WriteOutcome::OpenFailed;
-    }
-    // A full disk may show only when the buffered bytes leave the stream, so the flush decides. An
-    // empty span may have a null pointer, which fwrite must not be given.
-    const bool taken = (bytes.empty() ||
-                        std::fwrite(bytes.data(), 1, bytes.size(), stream.get()) == bytes.size()) &&
-                       std::fflush(stream.get()) == 0;
-    const bool closed = std::fclose(stream.release()) == 0;
-    if (!taken) {
-        return WriteOutcome::WriteFailed;
-    }
-    return closed ? WriteOutcome::Written : WriteOutcome::CloseFailed;
-}
-
 }  // namespace sealkeeper

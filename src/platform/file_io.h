@@ -1,4 +1,4 @@
-// Buffered file access: the owner of a stream, and whole files read and written at once.
+// Buffered reading of files: the owner of a stream, and whole files read at once.
 #ifndef SEALKEEPER_PLATFORM_FILE_IO_H
 #define SEALKEEPER_PLATFORM_FILE_IO_H
 
@@ -18,8 +18,7 @@ struct FileCloser {
     void operator()(std::FILE* stream) const { std::fclose(stream); }
 };
 
-// An open stream, closed when it goes out of scope. A writer closes it with `WriteWholeFile`, which
-// looks at the result.
+// A stream open for reading, closed when it goes out of scope.
 using FileStream = std::unique_ptr<std::FILE, FileCloser>;
 
 // A file open for reading, and what it is.
@@ -63,14 +62,6 @@ struct FileStart {
 
 // All bytes of the file at `path`, under the same conditions.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path);
-
-enum class WriteOutcome { Written, OpenFailed, WriteFailed, CloseFailed };
-
-// Creates or truncates the file at `path` and writes `bytes` to it. `Written` means that the stream
-// took, flushed and closed them all. A FIFO is not opened. After any other outcome what was written
-// stays there.
-[[nodiscard]] WriteOutcome WriteWholeFile(const std::string& path,
-                                          std::span<const std::uint8_t> bytes);
 
 }  // namespace sealkeeper
 

@@ -8,7 +8,9 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <system_error>
 
 #include "app/console_log.h"
 
@@ -16,6 +18,9 @@ namespace sealkeeper {
 namespace {
 
 constexpr std::size_t kCurrentDirectoryBufferBytes = 1024;
+
+// No system follows more when it opens a file.
+constexpr int kMostLinks = 40;
 
 // Restricted further by the file mode mask of the process.
 constexpr mode_t kDirectoryMode = S_IRWXU | S_IRWXG | S_IRWXO;
@@ -111,6 +116,23 @@ std::optional<std::string> ResolvePath(const std::string& path) {
         return std::nullopt;
     }
     return std::string(resolved.get());
+}
+
+std::optional<std::string> FollowLinks(const std::string& path) {
+    std::filesystem::path followed = path;
+    for (int links = 0; links <= kMostLinks; ++links) {
+        std::error_code error;
+        const auto target = std::filesystem::read_symlink(followed, error);
+        // What is no link is an invalid argument.
+        if (error == std::errc::invalid_argument || error == std::errc::no_such_file_or_directory) {
+            return followed.string();
+        }
+        if (error) {
+            return std::nullopt;
+        }
+        followed = followed.parent_path() / target;
+    }
+    return std::nullopt;
 }
 
 std::optional<std::string> CurrentDirectory() {

@@ -55,6 +55,11 @@ ResultCode LookAtPath(const std::string& path, FileStatus& status);
 // and for one that does not resolve.
 [[nodiscard]] std::optional<std::string> ResolvePath(const std::string& path);
 
+// The path that `path` leads to when it names a symbolic link, and that one a further one, and so
+// on; there need be nothing at its end. Links among the directories stay. Nothing when a link
+// cannot be read or they lead on too far.
+[[nodiscard]] std::optional<std::string> FollowLinks(const std::string& path);
+
 // The current directory of the process; nothing when it cannot be told or has more than 1023 bytes.
 [[nodiscard]] std::optional<std::string> CurrentDirectory();
 

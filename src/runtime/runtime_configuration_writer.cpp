@@ -6,8 +6,8 @@
 #include <span>
 
 #include "app/console_log.h"
-#include "platform/file_io.h"
 #include "platform/little_endian.h"
+#include "platform/output_file.h"
 #include "runtime/runtime_configuration_format.h"
 #include "runtime/scramble.h"
 #include "runtime/sign_buffer.h"

@@ -83,6 +83,12 @@ bool Strikes(Call call) {
     return true;
 }
 
+// Sets errno for a call that the fault strikes and returns its result.
+int Failure(Call call, int usualError) {
+    errno = FaultOf(call).value != 0 ? FaultOf(call).value : usualError;
+    return -1;
+}
+
 template <typename Function>
 Function* Real(const char* name) {
     // POSIX has dlsym return functions as object pointers.
@@ -127,6 +133,7 @@ void ResetLargestAllocation() {
 }  // namespace sealkeeper::test
 
 using sealkeeper::test::Call;
+using sealkeeper::test::Failure;
 using sealkeeper::test::FaultOf;
 using sealkeeper::test::g_largestAllocation;
 using sealkeeper::test::Real;
@@ -192,8 +199,7 @@ int fstat(int descriptor, struct stat* status) SEALKEEPER_NOTHROW {
 
 int open(const char* path, int flags, ...) {
     if (Strikes(Call::Open)) {
-        errno = EACCES;
-        return -1;
+        return Failure(Call::Open, EACCES);
     }
     mode_t mode = 0;
     if ((flags & O_CREAT) != 0) {
@@ -275,32 +281,57 @@ int posix_fadvise(int descriptor, off_t offset, off_t length, int advice) SEALKE
 #endif
 
 // Strikes in the middle: the first half is written.
-size_t fwrite(const void* data, size_t size, size_t count, FILE* stream) {
-    auto* real = Real<size_t(const void*, size_t, size_t, FILE*)>("fwrite");
-    // The console is never what fails.
-    if (stream != stdout && stream != stderr && Strikes(Call::Fwrite)) {
-        errno = ENOSPC;
-        return real(data, size, count / 2, stream);
+ssize_t write(int descriptor, const void* data, size_t count) {
+    auto* real = Real<ssize_t(int, const void*, size_t)>("write");
+    if (Strikes(Call::WriteInterrupted)) {
+        errno = EINTR;
+        return -1;
     }
-    return real(data, size, count, stream);
+    if (Strikes(Call::Write)) {
+        static_cast<void>(real(descriptor, data, count / 2));
+        return Failure(Call::Write, ENOSPC);
+    }
+    if (Strikes(Call::WriteShort)) {
+        count = std::min(count, static_cast<size_t>(FaultOf(Call::WriteShort).value));
+    }
+    return real(descriptor, data, count);
 }
 
-int fflush(FILE* stream) {
-    const int result = Real<int(FILE*)>("fflush")(stream);
-    if (stream != nullptr && stream != stdout && stream != stderr && Strikes(Call::Fflush)) {
-        errno = ENOSPC;
-        return EOF;
+int fsync(int descriptor) {
+    if (Strikes(Call::Fsync)) {
+        return Failure(Call::Fsync, EIO);
+    }
+    return Real<int(int)>("fsync")(descriptor);
+}
+
+int fchown(int descriptor, uid_t owner, gid_t group) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Fchown)) {
+        return Failure(Call::Fchown, EPERM);
+    }
+    return Real<int(int, uid_t, gid_t)>("fchown")(descriptor, owner, group);
+}
+
+int fchmod(int descriptor, mode_t mode) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Fchmod)) {
+        return Failure(Call::Fchmod, EIO);
+    }
+    return Real<int(int, mode_t)>("fchmod")(descriptor, mode);
+}
+
+int close(int descriptor) {
+    const bool isWritten = (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY;
+    const int result = Real<int(int)>("close")(descriptor);
+    if (isWritten && Strikes(Call::CloseWritten)) {
+        return Failure(Call::CloseWritten, EIO);
     }
     return result;
 }
 
-int fclose(FILE* stream) {
-    const int result = Real<int(FILE*)>("fclose")(stream);
-    if (Strikes(Call::Fclose)) {
-        errno = EIO;
-        return EOF;
+int rename(const char* from, const char* to) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Rename)) {
+        return Failure(Call::Rename, EIO);
     }
-    return result;
+    return Real<int(const char*, const char*)>("rename")(from, to);
 }
 
 DIR* opendir(const char* directory) {

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <mbedtls/x509.h>
+#include <sys/resource.h>
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -154,28 +156,48 @@ TEST_F(GenerateFaults, OutputsThatCannotBeWritten) {
              "\n[Err!] Error copying certificate to working directory - error writing to "
              "stream.\n"},
     };
-    for (const Call call : {Call::Fwrite, Call::Fflush}) {
+    for (const Call call : {Call::Write, Call::Fsync, Call::Rename}) {
         for (const OutputCase& failing : cases) {
-            const ScopedFault fault(call, failing.index, ScopedFault::Reach::Once);
+            std::filesystem::remove_all(game_ / "Quorvane");
+            // The directory of each is flushed after it.
+            const std::size_t index = failing.index * (call == Call::Fsync ? 2 : 1);
+            const ScopedFault fault(call, index, ScopedFault::Reach::Once);
             EXPECT_EQ(Run(), failing.code) << failing.name;
             EXPECT_TRUE(output_.ends_with(failing.lastLines)) << output_;
             EXPECT_TRUE(fault.Struck());
+            EXPECT_FALSE(HasOutput(failing.name));
         }
     }
 }
 
 TEST_F(GenerateFaults, CertificateCopyThatCannotBeClosedFailsInSilence) {
-    // Every file but the copy is closed first, whatever was read before.
-    test::ResetCallCount(Call::Fclose);
-    ASSERT_EQ(Run(), 0);
-    // `CapturedOutput` closed a file of its own at the end.
-    const std::size_t closedByTheRun = test::CallCount(Call::Fclose) - 1;
-    const ScopedFault fault(Call::Fclose, closedByTheRun - 1, ScopedFault::Reach::Once);
+    // The last of the three.
+    const ScopedFault fault(Call::CloseWritten, 2, ScopedFault::Reach::Once);
     EXPECT_EQ(Run(), 27);
     EXPECT_TRUE(output_.ends_with(
         "[Info] [Success] QVR Hash Catalogue created: " + Output("base.bin") + "\n"))
         << output_;
     EXPECT_TRUE(fault.Struck());
+    EXPECT_FALSE(HasOutput("base.cer"));
+}
+
+TEST_F(GenerateFaults, CoreDumpsAreOffBeforeThePrivateKeyIsRead) {
+    rlimit allowed{};
+    ASSERT_EQ(getrlimit(RLIMIT_CORE, &allowed), 0);
+    if (allowed.rlim_max == 0) {
+        GTEST_SKIP() << "core dumps are off already";
+    }
+    allowed.rlim_cur = allowed.rlim_max;
+    // In a process of its own, which cannot switch them on again.
+    const auto leavesNoCore = [this, &allowed] {
+        setrlimit(RLIMIT_CORE, &allowed);
+        options_.privateKeyFile = work_ / "missing";
+        const int code = Run();
+        rlimit limit{1, 1};
+        getrlimit(RLIMIT_CORE, &limit);
+        return code == 35 && limit.rlim_cur == 0 && limit.rlim_max == 0;
+    };
+    EXPECT_EXIT(std::_Exit(leavesNoCore() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 // The patterns are expanded first, "none*" in the game directory.

@@ -19,7 +19,6 @@ namespace sealkeeper {
 namespace {
 
 namespace fs = std::filesystem;
-using test::ReadFile;
 using test::TempDirectory;
 
 using Bytes = std::vector<std::uint8_t>;
@@ -193,61 +192,6 @@ TEST(FileIo, LeavesNoDescriptorBehind) {
         static_cast<void>(ReadWholeFile(path));
         EXPECT_EQ(lowestFree(), before) << path;
     }
-}
-
-TEST(FileIo, WritesWholeFiles) {
-    const TempDirectory directory;
-    for (const std::size_t size : InterestingSizes()) {
-        const Bytes bytes = Pattern(size);
-        EXPECT_EQ(WriteWholeFile(directory / "a", bytes), WriteOutcome::Written) << size;
-        EXPECT_EQ(ReadFile(directory / "a"), std::string(bytes.begin(), bytes.end())) << size;
-    }
-}
-
-TEST(FileIo, WriteTruncatesWhatIsThere) {
-    const TempDirectory directory;
-    const std::string path = directory.WriteFile("a", std::string(100'000, 'x'));
-    EXPECT_EQ(WriteWholeFile(path, Bytes{'n', 'e', 'w'}), WriteOutcome::Written);
-    EXPECT_EQ(ReadFile(path), "new");
-    EXPECT_EQ(WriteWholeFile(path, {}), WriteOutcome::Written);
-    EXPECT_EQ(ReadFile(path), "");
-}
-
-TEST(FileIo, WriteFollowsALink) {
-    const TempDirectory directory;
-    fs::create_symlink("a", directory / "link");
-    EXPECT_EQ(WriteWholeFile(directory / "link", Bytes{'x'}), WriteOutcome::Written);
-    EXPECT_EQ(ReadFile(directory / "a"), "x");
-}
-
-TEST(FileIo, WriteFailsToOpen) {
-    const TempDirectory directory;
-    directory.WriteFile("file", "content");
-    const Bytes bytes = Pattern(10);
-    EXPECT_EQ(WriteWholeFile("", bytes), WriteOutcome::OpenFailed);
-    EXPECT_EQ(WriteWholeFile(directory.Path(), bytes), WriteOutcome::OpenFailed);
-    EXPECT_EQ(WriteWholeFile(directory / "missing/a", bytes), WriteOutcome::OpenFailed);
-    EXPECT_EQ(WriteWholeFile(directory / "file/a", bytes), WriteOutcome::OpenFailed);
-    EXPECT_FALSE(fs::exists(directory / "missing"));
-    EXPECT_EQ(ReadFile(directory / "file"), "content");
-}
-
-TEST(FileIo, WriteToAFullDeviceFails) {
-    if (!fs::exists("/dev/full")) {
-        GTEST_SKIP() << "the system has no /dev/full";
-    }
-    // Small ones fail at the flush, large ones while they are written.
-    for (const std::size_t size : InterestingSizes()) {
-        EXPECT_EQ(WriteWholeFile("/dev/full", Pattern(size)),
-                  size == 0 ? WriteOutcome::Written : WriteOutcome::WriteFailed)
-            << size;
-    }
-}
-
-TEST(FileIo, DoesNotWaitForTheReaderOfAFifo) {
-    const TempDirectory directory;
-    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
-    EXPECT_EQ(WriteWholeFile(directory / "fifo", Pattern(10)), WriteOutcome::OpenFailed);
 }
 
 }  // namespace

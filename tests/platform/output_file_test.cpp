@@ -1,0 +1,371 @@
+#include "platform/output_file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace fs = std::filesystem;
+using test::ReadFile;
+using test::ScopedCurrentDirectory;
+using test::TempDirectory;
+
+using Bytes = std::vector<std::uint8_t>;
+
+const Bytes kNew = {'n', 'e', 'w'};
+
+Bytes Pattern(std::size_t size) {
+    Bytes bytes(size);
+    for (std::size_t i = 0; i < size; ++i) {
+        bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 256);
+    }
+    return bytes;
+}
+
+const std::vector<std::size_t>& InterestingSizes() {
+    static const std::vector<std::size_t> sizes = {0, 1, 255, 4095, 4096, 4097, 3'000'001};
+    return sizes;
+}
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777;
+}
+
+std::size_t CountNames(const std::string& directory) {
+    const fs::directory_iterator names(directory);
+    return static_cast<std::size_t>(std::distance(begin(names), end(names)));
+}
+
+// Sets the process's file mode mask for the time of one scope.
+class ScopedMask {
+  public:
+    explicit ScopedMask(mode_t mask) : before_(umask(mask)) {}
+    ScopedMask(const ScopedMask&) = delete;
+    ScopedMask& operator=(const ScopedMask&) = delete;
+    ~ScopedMask() { umask(before_); }
+
+  private:
+    mode_t before_;
+};
+
+// A pipe, whose ends are closed when it goes.
+class Pipe {
+  public:
+    Pipe() { EXPECT_EQ(pipe(ends_.data()), 0); }
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    ~Pipe() {
+        close(ends_[0]);
+        close(ends_[1]);
+    }
+
+    [[nodiscard]] std::string WriteEnd() const { return "/dev/fd/" + std::to_string(ends_[1]); }
+    std::string Read() const {
+        std::array<char, 64> buffer{};
+        const ssize_t count = read(ends_[0], buffer.data(), buffer.size());
+        return count < 0 ? std::string() : std::string(buffer.data(), static_cast<size_t>(count));
+    }
+
+  private:
+    std::array<int, 2> ends_{};
+};
+
+TEST(OutputFile, WritesWholeFiles) {
+    const TempDirectory directory;
+    for (const std::size_t size : InterestingSizes()) {
+        const Bytes bytes = Pattern(size);
+        EXPECT_EQ(WriteWholeFile(directory / "a", bytes), WriteOutcome::Written) << size;
+        EXPECT_EQ(ReadFile(directory / "a"), std::string(bytes.begin(), bytes.end())) << size;
+        EXPECT_EQ(CountNames(directory.Path()), 1U);
+    }
+}
+
+TEST(OutputFile, ReplacesWhatIsThere) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", std::string(100'000, 'x'));
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(WriteWholeFile(path, {}), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(path), "");
+    EXPECT_EQ(CountNames(directory.Path()), 1U);
+}
+
+TEST(OutputFile, WritesIntoTheCurrentDirectory) {
+    const TempDirectory directory;
+    const ScopedCurrentDirectory here(directory.Path());
+    EXPECT_EQ(WriteWholeFile("a", kNew), WriteOutcome::Written);
+    EXPECT_EQ(WriteWholeFile("a", kNew), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(directory / "a"), "new");
+    EXPECT_EQ(CountNames(directory.Path()), 1U);
+}
+
+TEST(OutputFile, WhoReadsTheOldFileReadsOn) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "old");
+    const int descriptor = open(path.c_str(), O_RDONLY);
+    ASSERT_GE(descriptor, 0);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    std::array<char, 3> read{};
+    EXPECT_EQ(pread(descriptor, read.data(), read.size(), 0), 3);
+    EXPECT_EQ(std::string(read.data(), read.size()), "old");
+    close(descriptor);
+}
+
+TEST(OutputFile, OtherHardLinksKeepTheOldContent) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "old");
+    fs::create_hard_link(path, directory / "game.pak");
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(ReadFile(directory / "game.pak"), "old");
+}
+
+TEST(OutputFile, LinksStayAndTheirTargetIsReplaced) {
+    const TempDirectory directory;
+    const std::string target = directory.WriteFile("elsewhere/a", "old");
+    const std::string hardLink = directory / "elsewhere/b";
+    fs::create_hard_link(target, hardLink);
+    fs::create_symlink("elsewhere/a", directory / "relative");
+    fs::create_symlink(target, directory / "absolute");
+    fs::create_directory_symlink("elsewhere", directory / "dir");
+    fs::create_symlink("dir/../relative", directory / "chain");
+    for (const char* name : {"relative", "absolute", "chain", "dir/a"}) {
+        fs::remove(hardLink);
+        fs::create_hard_link(target, hardLink);
+        const Bytes bytes(name, name + 3);
+        EXPECT_EQ(WriteWholeFile(directory / name, bytes), WriteOutcome::Written) << name;
+        EXPECT_EQ(ReadFile(target), std::string(name, 3));
+        EXPECT_NE(ReadFile(hardLink), std::string(name, 3)) << "replaced, not written in place";
+        EXPECT_EQ(CountNames(directory / "elsewhere"), 2U);
+    }
+    EXPECT_TRUE(fs::is_symlink(directory / "relative"));
+    EXPECT_TRUE(fs::is_symlink(directory / "absolute"));
+    EXPECT_TRUE(fs::is_symlink(directory / "chain"));
+    EXPECT_EQ(CountNames(directory.Path()), 5U);
+}
+
+TEST(OutputFile, TargetOfADanglingLinkIsCreated) {
+    const TempDirectory directory;
+    fs::create_directory(directory / "elsewhere");
+    fs::create_symlink("elsewhere/a", directory / "link");
+    fs::create_symlink("link", directory / "chain");
+    EXPECT_EQ(WriteWholeFile(directory / "chain", kNew), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(directory / "elsewhere/a"), "new");
+    EXPECT_TRUE(fs::is_symlink(directory / "link"));
+    EXPECT_TRUE(fs::is_symlink(directory / "chain"));
+}
+
+TEST(OutputFile, NewFilesHaveTheModeThatTheMaskLeaves) {
+    const TempDirectory directory;
+    for (const mode_t mask : {mode_t{0}, mode_t{022}, mode_t{077}}) {
+        const ScopedMask scoped(mask);
+        fs::remove(directory / "a");
+        EXPECT_EQ(WriteWholeFile(directory / "a", kNew), WriteOutcome::Written);
+        EXPECT_EQ(ModeOf(directory / "a"), 0666U & ~mask);
+    }
+}
+
+TEST(OutputFile, ReplacedFilesKeepTheirMode) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "old");
+    const ScopedMask scoped(077);
+    for (const mode_t mode :
+         {mode_t{0600}, mode_t{0644}, mode_t{0666}, mode_t{0777}, mode_t{02750}, mode_t{01200}}) {
+        ASSERT_EQ(chmod(path.c_str(), mode), 0);
+        // A system may not let everybody have every bit.
+        const mode_t had = ModeOf(path);
+        EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+        EXPECT_EQ(ModeOf(path), had);
+    }
+}
+
+TEST(OutputFile, ReplacedFilesKeepTheirOwnerWhereTheSuperuserWrites) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "needs the superuser";
+    }
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "old");
+    ASSERT_EQ(chown(path.c_str(), 12, 34), 0);
+    ASSERT_EQ(chmod(path.c_str(), 06755), 0);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 12U);
+    EXPECT_EQ(status.st_gid, 34U);
+    EXPECT_EQ(status.st_mode & 07777, 06755U);
+}
+
+TEST(OutputFile, TheLongestNamesCanBeWritten) {
+    const TempDirectory directory;
+    const std::string path = directory / std::string(255, 'n');
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(WriteWholeFile(directory / std::string(256, 'n'), kNew), WriteOutcome::OpenFailed);
+    EXPECT_EQ(CountNames(directory.Path()), 1U);
+}
+
+TEST(OutputFile, CannotBeOpened) {
+    const TempDirectory directory;
+    directory.WriteFile("file", "content");
+    fs::create_symlink("loop", directory / "loop");
+    fs::create_symlink("missing/a", directory / "into_nowhere");
+    fs::create_symlink("new/", directory / "no_name");
+    const std::size_t before = CountNames(directory.Path());
+    for (const std::string& path :
+         {std::string(), directory.Path(), directory / "", directory / "missing/a",
+          directory / "missing/", directory / "file/a", directory / "loop",
+          directory / "into_nowhere", directory / "no_name"}) {
+        EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::OpenFailed) << path;
+    }
+    EXPECT_EQ(CountNames(directory.Path()), before);
+    EXPECT_EQ(ReadFile(directory / "file"), "content");
+}
+
+TEST(OutputFile, AFileThatMustNotBeWrittenStays) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "permissions do not bind the superuser";
+    }
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "old");
+    ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::OpenFailed);
+    EXPECT_EQ(ReadFile(path), "old");
+    EXPECT_EQ(CountNames(directory.Path()), 1U);
+}
+
+TEST(OutputFile, AFileInADirectoryThatMustNotBeWrittenIsWrittenInPlace) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "permissions do not bind the superuser";
+    }
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("dir/a", "old content");
+    fs::create_hard_link(path, directory / "link");
+    ASSERT_EQ(chmod((directory / "dir").c_str(), 0555), 0);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    EXPECT_EQ(WriteWholeFile(directory / "dir/b", kNew), WriteOutcome::OpenFailed);
+    ASSERT_EQ(chmod((directory / "dir").c_str(), 0755), 0);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(ReadFile(directory / "link"), "new");
+}
+
+TEST(OutputFile, TheDirectoryNeedNotBeReadable) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("dir/a", "old");
+    fs::create_hard_link(path, directory / "link");
+    ASSERT_EQ(chmod((directory / "dir").c_str(), 0333), 0);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    ASSERT_EQ(chmod((directory / "dir").c_str(), 0755), 0);
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(ReadFile(directory / "link"), "old");
+}
+
+TEST(OutputFile, DevicesAreWrittenInPlace) {
+    const mode_t before = ModeOf("/dev/null");
+    EXPECT_EQ(WriteWholeFile("/dev/null", kNew), WriteOutcome::Written);
+    EXPECT_EQ(ModeOf("/dev/null"), before);
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST(OutputFile, AFullDeviceFails) {
+    if (!fs::exists("/dev/full")) {
+        GTEST_SKIP() << "the system has no /dev/full";
+    }
+    for (const std::size_t size : InterestingSizes()) {
+        EXPECT_EQ(WriteWholeFile("/dev/full", Pattern(size)),
+                  size == 0 ? WriteOutcome::Written : WriteOutcome::WriteFailed)
+            << size;
+    }
+}
+
+TEST(OutputFile, DoesNotWaitForTheReaderOfAFifo) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    EXPECT_EQ(WriteWholeFile(directory / "fifo", kNew), WriteOutcome::OpenFailed);
+}
+
+TEST(OutputFile, AFifoWithAReaderIsWritten) {
+    const TempDirectory directory;
+    const std::string path = directory / "fifo";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
+    std::array<char, 8> read{};
+    EXPECT_EQ(::read(reader, read.data(), read.size()), 3);
+    EXPECT_EQ(::read(reader, read.data(), read.size()), 0) << "the writer closed it";
+    EXPECT_EQ(fs::status(path).type(), fs::file_type::fifo);
+    close(reader);
+}
+
+TEST(OutputFile, AnOpenPipeIsWritten) {
+    const Pipe pipe;
+    EXPECT_EQ(WriteWholeFile(pipe.WriteEnd(), kNew), WriteOutcome::Written);
+    EXPECT_EQ(pipe.Read(), "new");
+}
+
+// The process that this runs in has its standard output elsewhere.
+bool WritesIntoTheFileOfStandardOutput(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_WRONLY | O_APPEND);
+    return dup2(descriptor, STDOUT_FILENO) == STDOUT_FILENO &&
+           WriteWholeFile("/dev/stdout", kNew) == WriteOutcome::Written &&
+           write(STDOUT_FILENO, " and more", 9) == 9;
+}
+
+TEST(OutputFile, TheFileThatStandardOutputGoesToIsWrittenInPlace) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("console", "old content");
+    EXPECT_EXIT(std::_Exit(WritesIntoTheFileOfStandardOutput(path) ? 0 : 1),
+                testing::ExitedWithCode(0), "");
+    EXPECT_EQ(ReadFile(path), "new and more");
+}
+
+TEST(OutputFile, AnOpenFileWithoutANameIsWrittenInPlace) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "old content");
+    const int descriptor = open(path.c_str(), O_RDWR);
+    ASSERT_GE(descriptor, 0);
+    fs::remove(path);
+    EXPECT_EQ(WriteWholeFile("/dev/fd/" + std::to_string(descriptor), kNew), WriteOutcome::Written);
+    std::array<char, 8> read{};
+    EXPECT_EQ(pread(descriptor, read.data(), read.size(), 0), 3);
+    EXPECT_EQ(CountNames(directory.Path()), 0U);
+    close(descriptor);
+}
+
+TEST(OutputFile, LeavesNoDescriptorBehind) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    directory.WriteFile("file", "old");
+    // The lowest free descriptor, which the next open takes.
+    const auto lowestFree = [] {
+        const int descriptor = dup(STDIN_FILENO);
+        close(descriptor);
+        return descriptor;
+    };
+    const int before = lowestFree();
+    for (const std::string& path : {directory / "file", directory / "new", directory / "fifo",
+                                    directory.Path(), std::string("/dev/null")}) {
+        static_cast<void>(WriteWholeFile(path, kNew));
+        EXPECT_EQ(lowestFree(), before) << path;
+    }
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,64 @@
+#include "platform/output_signals.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::TempDirectory;
+
+// The error number of a write to a pipe that nobody reads.
+int ErrorOfBrokenPipe() {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0 || close(ends[0]) != 0) {
+        return 0;
+    }
+    return write(ends[1], "a", 1) < 0 ? errno : 0;
+}
+
+// The error number of a write past the limit of file sizes, which stays as low.
+int ErrorOfTooLargeFile(const std::string& path) {
+    constexpr rlimit kNone{0, 0};
+    const int descriptor = open(path.c_str(), O_WRONLY);
+    if (descriptor < 0 || setrlimit(RLIMIT_FSIZE, &kNone) != 0) {
+        return 0;
+    }
+    return write(descriptor, "a", 1) < 0 ? errno : 0;
+}
+
+// Each in a process of its own: the whole test run would ignore the signals.
+TEST(OutputSignals, EndTheProcessOtherwise) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "");
+    const auto actAsUsual = [] {
+        for (const int number : {SIGPIPE, SIGXFSZ}) {
+            static_cast<void>(std::signal(number, SIG_DFL));
+        }
+    };
+    EXPECT_EXIT(actAsUsual();
+                std::_Exit(ErrorOfBrokenPipe()), testing::KilledBySignal(SIGPIPE), "");
+    EXPECT_EXIT(actAsUsual();
+                std::_Exit(ErrorOfTooLargeFile(path)), testing::KilledBySignal(SIGXFSZ), "");
+}
+
+TEST(OutputSignals, IgnoredWritingFailsInTheirPlace) {
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("a", "");
+    EXPECT_EXIT(IgnoreOutputSignals();
+                std::_Exit(ErrorOfBrokenPipe()), testing::ExitedWithCode(EPIPE), "");
+    EXPECT_EXIT(IgnoreOutputSignals();
+                std::_Exit(ErrorOfTooLargeFile(path)), testing::ExitedWithCode(EFBIG), "");
+}
+
+}  // namespace
+}  // namespace sealkeeper
