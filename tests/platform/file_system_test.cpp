@@ -10,7 +10,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/temp_directory.h"
 
@@ -61,6 +64,41 @@ TEST_F(FileSystemTest, MissingLeavesTheReasonInErrno) {
     EXPECT_EQ(errorOf(directory_ / "file/x"), ENOTDIR);
     EXPECT_EQ(errorOf(directory_ / "link_loop"), ELOOP);
     EXPECT_EQ(errorOf(directory_ / std::string(1000, 'x')), ENAMETOOLONG);
+}
+
+TEST_F(FileSystemTest, FollowsLinksToWhatIsNone) {
+    fs::create_symlink(directory_ / "link_file", directory_ / "link_absolute");
+    fs::create_symlink("../link_absolute", directory_ / "dir/link_up");
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"file", "file"},
+        {"missing", "missing"},
+        {"missing/a", "missing/a"},
+        {"dir", "dir"},
+        {"link_file", "file"},
+        {"link_dangling", "nowhere"},
+        {"link_absolute", "file"},
+        {"dir/link_up", "file"},
+        // Links among the directories stay.
+        {"link_dir/inner", "link_dir/inner"},
+    };
+    for (const auto& [path, end] : cases) {
+        const auto followed = FollowLinks(directory_ / path);
+        ASSERT_TRUE(followed.has_value()) << path;
+        EXPECT_EQ(*followed, directory_ / end);
+    }
+    EXPECT_EQ(FollowLinks(""), "");
+}
+
+TEST_F(FileSystemTest, LinksThatLeadNowhereAreNotFollowed) {
+    EXPECT_EQ(FollowLinks(directory_ / "link_loop"), std::nullopt);
+    EXPECT_EQ(FollowLinks(directory_ / "file/x"), std::nullopt);
+    EXPECT_EQ(FollowLinks(directory_ / std::string(1000, 'x')), std::nullopt);
+}
+
+TEST_F(FileSystemTest, RelativeLinksAreTakenFromTheirDirectory) {
+    const ScopedCurrentDirectory here(directory_.Path());
+    EXPECT_EQ(FollowLinks("link_file"), "file");
+    EXPECT_EQ(FollowLinks("./link_file"), "./file");
 }
 
 TEST_F(FileSystemTest, Sizes) {
