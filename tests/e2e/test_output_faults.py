@@ -4,7 +4,8 @@ import errno
 import os
 import signal
 import unittest
-from typing import Dict, Iterator, Tuple
+from pathlib import Path
+from typing import Dict, Iterator, List, Tuple
 
 from e2e_support import UNDER_SANITIZER, Run, config
 from one_file_game import OneFileTest
@@ -30,7 +31,11 @@ class OutputFaults(OneFileTest):
 
     def outputs(self) -> Dict[str, bytes]:
         """What lies in the output folder under a name that is not hidden."""
-        return {path.name: path.read_bytes() for path in self.output.iterdir() if path.name[0] != "."}
+        return {path.name: path.read_bytes() for path in self.output.iterdir() if path not in self.hidden()}
+
+    def hidden(self) -> List[Path]:
+        """The temporary files in the output folder."""
+        return [path for path in self.output.iterdir() if path.name[0] == "."]
 
     def put_old(self) -> None:
         """Leave the old outputs alone in their folder, with a mode that new files do not get."""
@@ -63,6 +68,8 @@ class OutputFaults(OneFileTest):
         for call, run in self.runs("kill"):
             with self.subTest(call=call):
                 self.assert_old_or_new()
+                for left_behind in self.hidden():
+                    self.assertEqual(left_behind.stat().st_mode & ~0o606 & 0o7777, 0, "open to no more users")
             if run.status != -signal.SIGKILL:
                 break
         self.assertEqual((run.status, self.outputs()), (0, self.new))
@@ -74,7 +81,7 @@ class OutputFaults(OneFileTest):
             for call, run in self.runs(str(error)):
                 with self.subTest(error=errno.errorcode[error], call=call):
                     self.assert_old_or_new()
-                    self.assertEqual([path.name for path in self.output.iterdir() if path.name[0] == "."], [])
+                    self.assertEqual(self.hidden(), [])
                     if run.status == 0:
                         self.assertEqual(self.outputs(), self.new)
                     else:
