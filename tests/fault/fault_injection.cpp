@@ -362,7 +362,7 @@ int lstat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
     return Real<int(const char*, struct stat*)>("lstat")(path, status);
 }
 
-int fnmatch(const char* pattern, const char* name, int flags) SEALKEEPER_NOTHROW {
+int fnmatch(const char* pattern, const char* name, int flags) {
     if (Strikes(Call::Fnmatch)) {
         return FaultOf(Call::Fnmatch).value;
     }
