@@ -22,7 +22,7 @@ done
 install_on_debian() {
     local wanted="g++ cmake ninja-build libmbedtls-dev openssl"
     if [ "$with_tests" = yes ]; then
-        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev"
+        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace"
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted libbenchmark-dev libssl-dev python3 rhash ncompress hashdeep time"

@@ -1,0 +1,243 @@
+"""What must hold after a run with a fault, and what the described behaviour excepts from it.
+
+After any single fault either the outputs are those of the clean run, or the exit status is not 0 and no output
+that was good before is damaged. Verify and list may come to a worse verdict, never to a better one: they end with
+0 only when the clean run does and its lines are printed, and what is checked in silence is not left out. And
+always: no signal, an end within ten seconds, a documented status, nothing on standard error, and nothing left
+among the signed files that does not belong there.
+"""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+from pathlib import Path
+from typing import Callable, Dict, FrozenSet, List, Mapping, NamedTuple, Sequence, Tuple
+
+import catalogue_format
+import runtime_conf_format
+from catalogue_entry import Entry
+from fault_runs import LIMIT_SECONDS, Case, Run
+from format_error import FormatError
+from scenes import BIG_FILE, GENERATE, RUNTIME_SETTINGS, VERIFY, Scene
+
+# docs/exit-status.md.
+DOCUMENTED_STATUSES: FrozenSet[int] = frozenset(
+    [*range(0, 6), *range(7, 25), 26, 27, *range(30, 36)]
+)
+OLD, CLEAN, OTHER = "old", "clean", "other"
+
+
+@dataclass(frozen=True)
+class Finding:
+    """A run and all that it is held against."""
+
+    scene: Scene
+    case: Case
+    run: Run
+    clean: Run
+    # Its certificate is the one that the catalogue of the run is signed for.
+    certificate: Path
+
+
+class DemandedException(NamedTuple):
+    """Behaviour that the description demands although the rule would not allow it."""
+
+    name: str
+    reason: str
+    # Whether it explains what a run did to one output, or, as CONSOLE, the end with 0 and other lines.
+    explains: Callable[[Finding, str], bool]
+
+
+class Verdict(NamedTuple):
+    """What a run broke, in words, and which exceptions it was excused by."""
+
+    violations: Sequence[str]
+    exceptions: Sequence[str]
+
+
+CONSOLE = "console"
+MISSING = ("ENOENT", "ENOTDIR")
+FORBIDDEN_OR_MISSING = ("EACCES", *MISSING)
+STATUS_CALLS = ("stat", "lstat", "newfstatat", "statx")
+DIRECTORY_CALLS = (*STATUS_CALLS, "opendir", "scandir", "openat", "getdents64")
+LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '",
+                     "The following did not match any files", "Failed to glob path '")
+RUNTIME_SECTION = "Validating runtime configuration file at: "
+
+
+def judge(finding: Finding) -> Verdict:
+    """Hold a run against the rule."""
+    violations = _always(finding)
+    exceptions: List[str] = []
+    judged = _judge_generate if finding.scene.kind == GENERATE else _judge_reading
+    for subject, text in judged(finding):
+        excused = [known.name for known in EXCEPTIONS if known.explains(finding, subject)]
+        if excused:
+            exceptions.append(excused[0])
+        else:
+            violations.append(text)
+    return Verdict(violations, exceptions)
+
+
+def _always(finding: Finding) -> List[str]:
+    run = finding.run
+    violations = []
+    if run.timed_out:
+        violations.append(f"did not end within {LIMIT_SECONDS} s")
+    elif run.status < 0 or run.status > 128:
+        violations.append(f"ended by signal {-run.status if run.status < 0 else run.status - 128}")
+    elif run.status not in DOCUMENTED_STATUSES:
+        violations.append(f"ended with {run.status}, which is not documented")
+    if run.error_text:
+        violations.append(f"wrote to standard error: {run.error_text.strip()[:80]!r}")
+    strange = sorted(set(run.outputs) - set(finding.scene.before) - set(finding.clean.outputs))
+    if strange and finding.case.function not in ("unlink", "unlinkat", "remove"):
+        violations.append(f"left {', '.join(strange)} behind")
+    return violations
+
+
+def _judge_generate(finding: Finding) -> List[Tuple[str, str]]:
+    run, clean, before = finding.run, finding.clean, finding.scene.before
+    found = []
+    for name in sorted({*before, *clean.outputs}):
+        state = _state_of(run.outputs.get(name), before.get(name), clean.outputs.get(name))
+        if run.status == 0 and state != CLEAN:
+            what = "no" if name not in run.outputs else "the old" if state == OLD else "another"
+            found.append((name, f"ended with 0 and {what} {name}"))
+        elif run.status != 0 and state == OTHER and name in before:
+            what = "lost" if name not in run.outputs else "damaged"
+            found.append((name, f"ended with {run.status} and {what} {name}"))
+    return found
+
+
+def _state_of(content: object, old: object, clean: object) -> str:
+    if content == clean:
+        return CLEAN
+    return OLD if content == old else OTHER
+
+
+def _judge_reading(finding: Finding) -> List[Tuple[str, str]]:
+    run, clean = finding.run, finding.clean
+    found = []
+    if run.outputs != finding.scene.before:
+        found.append(("outputs", "changed the signed files"))
+    if run.status == 0 and clean.status != 0:
+        found.append((CONSOLE, f"ended with 0 in place of {clean.status}"))
+    elif run.status == 0 and lines_of(run.console) != lines_of(clean.console):
+        found.append((CONSOLE, f"ended with 0 and {_first_difference(run.console, clean.console)}"))
+    return found
+
+
+def lines_of(console: str) -> List[str]:
+    """The lines of a console without progress dots, which depend on time, and empty lines."""
+    stripped = (line.lstrip(".") if line.strip(".") else "" for line in console.splitlines())
+    return [line for line in stripped if line]
+
+
+def _first_difference(console: str, clean: str) -> str:
+    lines = lines_of(console)
+    missing = [line for line in lines_of(clean) if line not in lines]
+    return f"without the line {missing[0].strip()!r}" if missing else "other lines"
+
+
+# Exceptions
+
+
+def _has_no_signature(finding: Finding, output: str) -> bool:
+    return output == "runtime.conf" and finding.run.outputs.get(output) == runtime_conf_format.build(*RUNTIME_SETTINGS)
+
+
+def _signed_entries(finding: Finding) -> Dict[str, Entry]:
+    """The entries of the run's catalogue by path; none unless it is sound and signed."""
+    image = finding.run.outputs.get("base.bin", b"")
+    try:
+        entries = catalogue_format.parse(image).entries
+        if not catalogue_format.verify(image, finding.certificate):
+            return {}
+    except FormatError:
+        return {}
+    return {_path_of(entry): entry for entry in entries}
+
+
+def _clean_entries(finding: Finding) -> Dict[str, Entry]:
+    return {_path_of(entry): entry for entry in catalogue_format.parse(finding.clean.outputs["base.bin"]).entries}
+
+
+def _path_of(entry: Entry) -> str:
+    return entry.aliased_path or entry.path
+
+
+def _counts_missing_as_empty(finding: Finding, output: str) -> bool:
+    case = finding.case
+    if output != "base.bin" or case.function not in STATUS_CALLS or case.fault.name not in FORBIDDEN_OR_MISSING:
+        return False
+    entries, clean = _signed_entries(finding), _clean_entries(finding)
+    different = {path for path in clean if entries.get(path) != clean[path]}
+    return entries.keys() == clean.keys() and all(
+        entries[path].size == 0 and "[Warning] Empty file: '" in finding.run.console for path in different
+    )
+
+
+def _leaves_directory_out(finding: Finding, output: str) -> bool:
+    case = finding.case
+    if output != "base.bin" or case.function not in DIRECTORY_CALLS or case.fault.name not in FORBIDDEN_OR_MISSING:
+        return False
+    entries, clean = _signed_entries(finding), _clean_entries(finding)
+    is_part = bool(entries) and all(path in clean and entries[path] == clean[path] for path in entries)
+    return is_part and any(message in finding.run.console for message in LEFT_OUT_MESSAGES)
+
+
+def _skips_unread_runtime_conf(finding: Finding, output: str) -> bool:
+    if output != CONSOLE or finding.scene.kind != VERIFY or RUNTIME_SECTION in finding.run.console:
+        return False
+    clean = lines_of(finding.clean.console)
+    begin = next((number for number, line in enumerate(clean) if RUNTIME_SECTION in line), None)
+    is_unread = finding.run.subject.endswith("runtime.conf") or finding.case.fault.name == "ENOMEM"
+    return begin is not None and is_unread and lines_of(finding.run.console) == clean[:begin]
+
+
+def _loses_console_text(finding: Finding, output: str) -> bool:
+    is_about_text = finding.run.subject == "stdout" or finding.case.function == "vsnprintf"
+    return output == CONSOLE and is_about_text and finding.clean.status == 0
+
+
+def _is_lenient_after_recovery(finding: Finding, output: str) -> bool:
+    return (output == CONSOLE and finding.scene.name == "verify-second-chunk"
+            and finding.case.fault.kind == "wrong" and finding.run.subject.endswith(BIG_FILE))
+
+
+EXCEPTIONS: Sequence[DemandedException] = (
+    DemandedException(
+        "runtime.conf without a signature",
+        "Where the random generator cannot be seeded, signing runtime.conf succeeds without a signature; verify then "
+        "refuses the file.",
+        _has_no_signature,
+    ),
+    DemandedException(
+        "a missing file counts as empty",
+        "A file of the game that is not there when its size is asked for, or may not be looked at, is recorded as "
+        "an empty one, with a warning.",
+        _counts_missing_as_empty,
+    ),
+    DemandedException(
+        "an unlistable directory is left out",
+        "A directory or path that is forbidden or missing while files are collected is left out, with a message.",
+        _leaves_directory_out,
+    ),
+    DemandedException(
+        "an unreadable runtime.conf is skipped",
+        "A game without a runtime.conf verifies without one, so one that cannot be read is passed over in silence.",
+        _skips_unread_runtime_conf,
+    ),
+    DemandedException(
+        "console text is lost",
+        "Writing to the console reports no failure: a message that cannot be formatted or written is dropped, and "
+        "the exit status tells the result.",
+        _loses_console_text,
+    ),
+    DemandedException(
+        "leniency after a recovered chunk",
+        "After a chunk that differed first and was right when it was read again, the next one is not compared.",
+        _is_lenient_after_recovery,
+    ),
+)

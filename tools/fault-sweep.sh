@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Runs generate, verify and list again and again, each time with one call of one library or system function
+# failing, and holds each run against the rule in tests/fault/sweep/rule_of_three.py. Builds what it needs.
+#
+#   tools/fault-sweep.sh                some ten thousands of runs: every call, once and from then on
+#   tools/fault-sweep.sh --sample N     N of them, always the same ones
+#   tools/fault-sweep.sh --only TEXT    those whose name begins so, for example generate-exclude/library/malloc
+#   tools/fault-sweep.sh --case NAME    one of them, with its console and who made the call
+#   tools/fault-sweep.sh --exceptions   what the rule does not hold for, by name, with the reason
+#
+# Prints a line for each run that broke the rule and exits with 1 if there was any. Exits with 77 where it cannot
+# run: it loads a library before the program, and traces it, by means of Linux.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+if [ "$(uname -s)" != Linux ]; then
+    echo "Nothing was run: this script knows Linux alone."
+    exit 77
+fi
+tools/install-packages.sh --tests
+mkdir -p build
+log=build/dev-configure.log
+tools/configure.sh dev > "$log" 2>&1 || { cat "$log"; exit 1; }
+cmake --build --preset dev --target sealkeeper sealkeeper_fault_preload -- -j "$(getconf _NPROCESSORS_ONLN)" --quiet
+bash tests/support/issue_test_credentials.sh build/dev/tests/credentials
+
+PYTHONPATH=tests/independent exec python3 -B tests/fault/sweep/fault_sweep.py \
+    --program build/dev/sealkeeper \
+    --preload build/dev/tests/fault/preload/libsealkeeper_fault_preload.so \
+    --credentials build/dev/tests/credentials \
+    --revocation-list trust/development/crl.der \
+    "$@"
