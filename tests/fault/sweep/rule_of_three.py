@@ -17,8 +17,9 @@ import catalogue_format
 import runtime_conf_format
 from catalogue_entry import Entry
 from fault_runs import LIMIT_SECONDS, Case, Run
+from fault_table import ONWARDS
 from format_error import FormatError
-from scenes import BIG_FILE, GENERATE, RUNTIME_SETTINGS, VERIFY, Scene
+from scenes import BIG_FILE, GENERATE, RUNTIME_SETTINGS, SKIPPED_FILE, VERIFY, Scene
 
 # docs/exit-status.md.
 DOCUMENTED_STATUSES: FrozenSet[int] = frozenset(
@@ -129,8 +130,8 @@ def _judge_reading(finding: Finding) -> List[Tuple[str, str]]:
 
 
 def lines_of(console: str) -> List[str]:
-    """The lines of a console without progress dots, which depend on time, and empty lines."""
-    stripped = (line.lstrip(".") if line.strip(".") else "" for line in console.splitlines())
+    """The lines of a console without progress dots, which depend on time and stand at either end, and empty lines."""
+    stripped = (line.strip(".") for line in console.splitlines())
     return [line for line in stripped if line]
 
 
@@ -172,9 +173,12 @@ def _counts_missing_as_empty(finding: Finding, output: str) -> bool:
     if output != "base.bin" or case.function not in STATUS_CALLS or case.fault.name not in FORBIDDEN_OR_MISSING:
         return False
     entries, clean = _signed_entries(finding), _clean_entries(finding)
-    different = {path for path in clean if entries.get(path) != clean[path]}
-    return entries.keys() == clean.keys() and all(
-        entries[path].size == 0 and "[Warning] Empty file: '" in finding.run.console for path in different
+    # The size rule skips nothing that is empty.
+    if entries.keys() | {SKIPPED_FILE} != clean.keys() | {SKIPPED_FILE}:
+        return False
+    different = [path for path in clean if entries[path] != clean[path]]
+    return all(entries[path].size == 0 for path in different) and (
+        not different or "[Warning] Empty file: '" in finding.run.console
     )
 
 
@@ -192,7 +196,9 @@ def _skips_unread_runtime_conf(finding: Finding, output: str) -> bool:
         return False
     clean = lines_of(finding.clean.console)
     begin = next((number for number, line in enumerate(clean) if RUNTIME_SECTION in line), None)
-    is_unread = finding.run.subject.endswith("runtime.conf") or finding.case.fault.name == "ENOMEM"
+    # Of several faults only the first one's subject is known; an allocation has none.
+    is_unread = (finding.run.subject.endswith("runtime.conf") or finding.case.reach == ONWARDS
+                 or finding.case.fault.name == "ENOMEM")
     return begin is not None and is_unread and lines_of(finding.run.console) == clean[:begin]
 
 
@@ -215,8 +221,8 @@ EXCEPTIONS: Sequence[DemandedException] = (
     ),
     DemandedException(
         "a missing file counts as empty",
-        "A file of the game that is not there when its size is asked for, or may not be looked at, is recorded as "
-        "an empty one, with a warning.",
+        "A file of the game that is not there when its size is asked for, or may not be looked at, counts as an "
+        "empty one: the size rule does not skip it, and it is recorded as empty, with a warning.",
         _counts_missing_as_empty,
     ),
     DemandedException(

@@ -24,6 +24,7 @@ CHUNK_BYTES = 4 * 1024 * 1024
 BIG_BYTES = CHUNK_BYTES + 5000
 BIG_FILE = "data/big.pak"
 # Over the threshold of the configuration, 10 MB.
+SKIPPED_FILE = "data/huge.bin"
 SKIPPED_BYTES = 11_000_000
 
 EXCLUDE_CONFIG = """config_info { version = 2; }
@@ -211,8 +212,8 @@ def write_game(game: Path) -> None:
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(content)
     (game / BIG_FILE).write_bytes(random.Random(1).randbytes(BIG_BYTES))
-    (game / "data/huge.bin").touch()
-    os.truncate(game / "data/huge.bin", SKIPPED_BYTES)
+    (game / SKIPPED_FILE).touch()
+    os.truncate(game / SKIPPED_FILE, SKIPPED_BYTES)
 
 
 def flip(path: Path, offset: int) -> None:
