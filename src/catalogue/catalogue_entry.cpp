@@ -32,7 +32,7 @@ void Clear(CatalogueEntry& entry) {
 
 ResultCode HashOnce(const std::wstring& path, const FileToHash& file, FileHasher& hasher,
                     CatalogueEntry& entry) {
-    if (file.status.sizeBytes < 0) {
+    if (file.status.type == FileType::Unknown || file.status.sizeBytes < 0) {
         Log(LogLevel::Error, "[Error] Inaccessible file: '%s'.\n", WideToUtf8(path).c_str());
         return ResultCode::CatalogueIOError;
     }

@@ -104,6 +104,8 @@ ResultCode FileCollector::CollectNamedPath(const std::string& path,
         return code;
     }
     switch (status.type) {
+        // Not looked at, which ended above.
+        case FileType::Unknown:
         case FileType::Missing:
             Log(LogLevel::Error, "The following path couldn't be opened: '%s'. (%u)", path.c_str(),
                 static_cast<unsigned>(errno));

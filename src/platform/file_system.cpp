@@ -75,7 +75,10 @@ FileType GetFileType(const std::string& path) {
 
 FileStatus StatusOfPath(const std::string& path) {
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? StatusFrom(status) : FileStatus{};
+    if (stat(path.c_str(), &status) == 0) {
+        return StatusFrom(status);
+    }
+    return TellsOfThePath(errno) ? FileStatus{} : FileStatus{.type = FileType::Unknown};
 }
 
 bool TellsOfThePath(int systemError) {
@@ -102,12 +105,13 @@ ResultCode JudgeLookError(const std::string& path, int systemError) {
 
 ResultCode LookAtPath(const std::string& path, FileStatus& status) {
     status = StatusOfPath(path);
-    return status.type == FileType::Missing ? JudgeLookError(path, errno) : ResultCode::Ok;
+    return status.type == FileType::Unknown ? JudgeLookError(path, errno) : ResultCode::Ok;
 }
 
 FileStatus StatusOfOpenFile(int descriptor) {
     struct stat status {};
-    return fstat(descriptor, &status) == 0 ? StatusFrom(status) : FileStatus{};
+    return fstat(descriptor, &status) == 0 ? StatusFrom(status)
+                                           : FileStatus{.type = FileType::Unknown};
 }
 
 std::optional<std::string> ResolvePath(const std::string& path) {

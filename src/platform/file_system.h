@@ -11,10 +11,12 @@
 
 namespace sealkeeper {
 
-enum class FileType { Missing, Regular, Directory, Fifo, Socket, Other };
+// `Missing` is what names nothing, or nothing that this user may look at. `Unknown` is what the
+// system failed to tell: it may well be there.
+enum class FileType { Missing, Unknown, Regular, Directory, Fifo, Socket, Other };
 
 // What POSIX `stat` tells of a file. A FIFO, a socket and a device have no size and count as 0,
-// whatever the system reports as waiting in them; so does what is missing.
+// whatever the system reports as waiting in them; so does what is missing or unknown.
 struct FileStatus {
     FileType type = FileType::Missing;
     std::int64_t sizeBytes = 0;
@@ -31,13 +33,14 @@ struct FileStatus {
     bool operator==(const FileStatus&) const = default;
 };
 
-// The status of the open file `descriptor`, `Missing` when it cannot be told.
+// The status of the open file `descriptor`, `Unknown` when it cannot be told.
 [[nodiscard]] FileStatus StatusOfOpenFile(int descriptor);
 
-// What `path` names, `Missing` when `stat` fails for whatever reason, which errno then tells.
+// What `path` names. When `stat` fails, errno tells the reason, which decides between `Missing` and
+// `Unknown`, see `TellsOfThePath`.
 [[nodiscard]] FileType GetFileType(const std::string& path);
 
-// The status of what `path` names, `Missing` when `stat` fails; nothing is ever opened here.
+// The status of what `path` names, under the same conditions; nothing is ever opened here.
 [[nodiscard]] FileStatus StatusOfPath(const std::string& path);
 
 // Whether an errno of a call that was given a path tells of that path, and not of the system:

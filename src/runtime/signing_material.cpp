@@ -39,9 +39,10 @@ ResultCode ReadCertificateFile(const std::string& path, SigningMaterial& materia
 }
 
 // The library opens the file itself, so what cannot be a key file is kept from it: it would wait
-// for a writer of a FIFO, and ask for as much memory as a directory claims to have bytes.
+// for a writer of a FIFO, and ask for as much memory as a directory claims to have bytes. What is
+// unknown may be either.
 int ParseKey(const std::string& path, FileType type, PrivateKey& key) {
-    if (type == FileType::Fifo || type == FileType::Directory) {
+    if (type == FileType::Fifo || type == FileType::Directory || type == FileType::Unknown) {
         return MBEDTLS_ERR_PK_FILE_IO_ERROR;
     }
     return ParsePrivateKeyFile(key.Get(), path.c_str());

@@ -142,7 +142,7 @@ TEST_F(FileSystemTest, StatusOfOpenFiles) {
 }
 
 TEST_F(FileSystemTest, StatusOfNoOpenFile) {
-    EXPECT_EQ(StatusOfOpenFile(-1).type, FileType::Missing);
+    EXPECT_EQ(StatusOfOpenFile(-1).type, FileType::Unknown);
     EXPECT_EQ(StatusOfOpenFile(-1).sizeBytes, 0);
 }
 
