@@ -1,5 +1,6 @@
 // Directories, and the expansion of patterns.
 #include <dirent.h>
+#include <fnmatch.h>
 #include <glob.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -45,6 +46,11 @@ int glob(const char* pattern, int flags, int (*onError)(const char*, int),
     static constinit Interposed<int(const char*, int, int (*)(const char*, int), glob_t*)> function(
         "glob");
     return function.OrReturn({pattern}, pattern, flags, onError, result);
+}
+
+int fnmatch(const char* pattern, const char* name, int flags) noexcept {
+    static constinit Interposed<int(const char*, const char*, int)> function("fnmatch");
+    return function.OrReturn({name}, pattern, name, flags);
 }
 
 char* getcwd(char* buffer, std::size_t size) noexcept {

@@ -109,6 +109,7 @@ FAULTS: Mapping[str, Sequence[Fault]] = {
     "scandir": errors("ENOENT", "EACCES", "EMFILE", "EIO", "ENOMEM"),
     # GLOB_NOSPACE and GLOB_ABORTED.
     "glob": results(1, 2),
+    "fnmatch": results(-1),
     "getcwd": errors("ENOENT", "EACCES", "ENOMEM"),
     "chdir": errors("ENOENT", "EACCES", "EIO"),
     "mkdir": errors("EACCES", "ENOSPC", "EROFS", "EIO"),

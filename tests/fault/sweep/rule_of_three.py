@@ -61,8 +61,10 @@ MISSING = ("ENOENT", "ENOTDIR")
 FORBIDDEN_OR_MISSING = ("EACCES", *MISSING)
 STATUS_CALLS = ("stat", "lstat", "newfstatat", "statx")
 DIRECTORY_CALLS = (*STATUS_CALLS, "opendir", "scandir", "openat", "getdents64")
-LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '",
-                     "The following did not match any files", "Failed to glob path '")
+PATTERN_MESSAGE = "The following did not match any files"
+LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '", PATTERN_MESSAGE)
+EMPTY_FILE_MESSAGE = "[Warning] Empty file: '"
+EMPTIED, LEFT_OUT, LET_IN = "emptied", "left out", "let in"
 RUNTIME_SECTION = "Validating runtime configuration file at: "
 
 
@@ -168,27 +170,33 @@ def _path_of(entry: Entry) -> str:
     return entry.aliased_path or entry.path
 
 
-def _counts_missing_as_empty(finding: Finding, output: str) -> bool:
-    case = finding.case
-    if output != "base.bin" or case.function not in STATUS_CALLS or case.fault.name not in FORBIDDEN_OR_MISSING:
-        return False
-    entries, clean = _signed_entries(finding), _clean_entries(finding)
-    # The size rule skips nothing that is empty.
-    if entries.keys() | {SKIPPED_FILE} != clean.keys() | {SKIPPED_FILE}:
-        return False
-    different = [path for path in clean if entries[path] != clean[path]]
-    return all(entries[path].size == 0 for path in different) and (
-        not different or "[Warning] Empty file: '" in finding.run.console
-    )
-
-
-def _leaves_directory_out(finding: Finding, output: str) -> bool:
-    case = finding.case
+def _effects_of_missing(finding: Finding, output: str) -> FrozenSet[str]:
+    """What forbidden or missing paths did to the catalogue, each told by a message; nothing where it was more."""
+    case, console = finding.case, finding.run.console
     if output != "base.bin" or case.function not in DIRECTORY_CALLS or case.fault.name not in FORBIDDEN_OR_MISSING:
-        return False
+        return frozenset()
     entries, clean = _signed_entries(finding), _clean_entries(finding)
-    is_part = bool(entries) and all(path in clean and entries[path] == clean[path] for path in entries)
-    return is_part and any(message in finding.run.console for message in LEFT_OUT_MESSAGES)
+    if not entries:
+        return frozenset()
+    emptied = [path for path in clean if path in entries and entries[path] != clean[path]]
+    effects = {EMPTIED for path in emptied} | {LEFT_OUT for path in clean.keys() - entries.keys()}
+    # The size rule skips nothing that is empty; a pattern that matches nothing excludes nothing.
+    effects |= {EMPTIED if path == SKIPPED_FILE else LET_IN for path in entries.keys() - clean.keys()}
+    is_told = {
+        EMPTIED: EMPTY_FILE_MESSAGE in console or not emptied,
+        LEFT_OUT: any(message in console for message in LEFT_OUT_MESSAGES),
+        LET_IN: PATTERN_MESSAGE in console,
+    }
+    are_empty = all(entries[path].size == 0 for path in emptied)
+    return frozenset(effects) if are_empty and all(is_told[effect] for effect in effects) else frozenset()
+
+
+def _counts_missing_as_empty(finding: Finding, output: str) -> bool:
+    return _effects_of_missing(finding, output) == {EMPTIED}
+
+
+def _leaves_out(finding: Finding, output: str) -> bool:
+    return bool(_effects_of_missing(finding, output) & {LEFT_OUT, LET_IN})
 
 
 def _skips_unread_runtime_conf(finding: Finding, output: str) -> bool:
@@ -227,8 +235,9 @@ EXCEPTIONS: Sequence[DemandedException] = (
     ),
     DemandedException(
         "an unlistable directory is left out",
-        "A directory or path that is forbidden or missing while files are collected is left out, with a message.",
-        _leaves_directory_out,
+        "A directory or path that is forbidden or missing while files are collected is left out, with a message; so a "
+        "pattern that should have excluded it excludes nothing there.",
+        _leaves_out,
     ),
     DemandedException(
         "an unreadable runtime.conf is skipped",
