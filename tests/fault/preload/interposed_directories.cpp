@@ -68,4 +68,9 @@ int mkdir(const char* path, mode_t mode) noexcept {
     return function.OrFail(-1, {path}, path, mode);
 }
 
+// As in interposed_streams.cpp.
+char* __getcwd_chk(char* buffer, std::size_t size, std::size_t /*room*/) noexcept {
+    return getcwd(buffer, size);
+}
+
 }  // extern "C"

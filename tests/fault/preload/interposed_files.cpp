@@ -194,4 +194,24 @@ char* realpath(const char* path, char* resolved) noexcept {
     return function.OrFail(nullptr, {path}, path, resolved);
 }
 
+// As in interposed_streams.cpp.
+
+ssize_t __read_chk(int descriptor, void* data, std::size_t count, std::size_t /*room*/) {
+    return read(descriptor, data, count);
+}
+
+ssize_t __pread_chk(int descriptor, void* data, std::size_t count, off_t offset,
+                    std::size_t /*room*/) {
+    return pread(descriptor, data, count, offset);
+}
+
+ssize_t __readlink_chk(const char* path, char* target, std::size_t size,
+                       std::size_t /*room*/) noexcept {
+    return readlink(path, target, size);
+}
+
+char* __realpath_chk(const char* path, char* resolved, std::size_t /*room*/) noexcept {
+    return realpath(path, resolved);
+}
+
 }  // extern "C"

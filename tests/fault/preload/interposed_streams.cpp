@@ -2,6 +2,7 @@
 #include <wchar.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
@@ -9,6 +10,7 @@
 
 #include "fault/preload/interposed.h"
 
+using sealkeeper::fault::CallCounter;
 using sealkeeper::fault::FaultKind;
 using sealkeeper::fault::Interposed;
 using sealkeeper::fault::Subject;
@@ -17,6 +19,15 @@ namespace {
 
 Subject Of(std::FILE* stream) {
     return {nullptr, stream == nullptr ? -1 : fileno(stream)};
+}
+
+int PrintFormatted(std::FILE* stream, const char* format, std::va_list arguments) {
+    static constinit CallCounter counter("fprintf");
+    if (const auto fault = counter.Next(Of(stream))) {
+        errno = fault->value;
+        return -1;
+    }
+    return std::vfprintf(stream, format, arguments);
 }
 
 }  // namespace
@@ -100,14 +111,9 @@ int fputs(const char* text, std::FILE* stream) {
 }
 
 int fprintf(std::FILE* stream, const char* format, ...) {
-    static constinit Interposed<int(std::FILE*, const char*, std::va_list)> function("fprintf");
-    if (const auto fault = function.Next(Of(stream))) {
-        errno = fault->value;
-        return -1;
-    }
     std::va_list arguments;
     va_start(arguments, format);
-    const int written = std::vfprintf(stream, format, arguments);
+    const int written = PrintFormatted(stream, format, arguments);
     va_end(arguments);
     return written;
 }
@@ -126,6 +132,31 @@ std::size_t mbstowcs(wchar_t* wide, const char* narrow, std::size_t count) noexc
     static constinit Interposed<std::size_t(wchar_t*, const char*, std::size_t)> function(
         "mbstowcs");
     return function.OrFail(static_cast<std::size_t>(-1), {}, wide, narrow, count);
+}
+
+// What the compiler calls in place of these where it checks the sizes of buffers (_FORTIFY_SOURCE).
+
+int __fprintf_chk(std::FILE* stream, int /*flag*/, const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const int written = PrintFormatted(stream, format, arguments);
+    va_end(arguments);
+    return written;
+}
+
+int __vsnprintf_chk(char* text, std::size_t size, int /*flag*/, std::size_t /*room*/,
+                    const char* format, std::va_list arguments) noexcept {
+    return vsnprintf(text, size, format, arguments);
+}
+
+std::size_t __fread_chk(void* data, std::size_t /*room*/, std::size_t size, std::size_t count,
+                        std::FILE* stream) {
+    return fread(data, size, count, stream);
+}
+
+std::size_t __mbstowcs_chk(wchar_t* wide, const char* narrow, std::size_t count,
+                           std::size_t /*room*/) noexcept {
+    return mbstowcs(wide, narrow, count);
 }
 
 }  // extern "C"
