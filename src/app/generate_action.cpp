@@ -98,7 +98,7 @@ ResultCode FinishRun(const CommandLineOptions& options, const GeneratePaths& pat
         Log(LogLevel::Error, "No catalogue file was created. Code %i (%s).\n",
             ResultCodeNumber(catalogueCode), ResultFailureText(catalogueCode));
     }
-    if (converter.HasFailed()) {
+    if (catalogueCode != ResultCode::Ok && converter.HasFailed()) {
         return catalogueCode;
     }
     const ResultCode copyCode =

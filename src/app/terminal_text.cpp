@@ -76,7 +76,7 @@ void WriteForTerminal(std::string_view text, std::string_view marked, std::FILE*
     std::string_view character;
     for (std::size_t start = 0; start < text.size(); start += character.size()) {
         character = FirstCharacter(text.substr(start));
-        const bool isOwn = text.substr(start, 1) != marked.substr(start, 1);
+        const bool isOwn = start < marked.size() && text[start] != marked[start];
         if (isOwn || !IsControl(character)) {
             std::fwrite(character.data(), 1, character.size(), stream);
             continue;

@@ -160,8 +160,13 @@ ResultCode FileCollector::CollectEntry(const std::string& directory, const Direc
     FileStatus status;
     // Where no size matters, nobody looks.
     if (config_.sizeThresholdBytes != 0) {
-        if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
-            return code;
+        if (entry.type == EntryType::Regular || entry.type == EntryType::Directory) {
+            if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
+                return code;
+            }
+        } else {
+            // Never collected, so a link into a dead mount is no failure.
+            status = StatusOfPath(path);
         }
     }
     if (IsSkippedBySize(path, status)) {

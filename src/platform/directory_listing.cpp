@@ -21,11 +21,7 @@ struct DirectoryCloser {
 
 using DirectoryStream = std::unique_ptr<DIR, DirectoryCloser>;
 
-// A fault of the system is logged; what tells of the path is an answer.
-ResultCode JudgeReadError(const std::string& directory, int systemError) {
-    if (TellsOfThePath(systemError)) {
-        return ResultCode::Ok;
-    }
+ResultCode ReportUnreadable(const std::string& directory, int systemError) {
     Log(LogLevel::Error, "Could not read the directory '%s': %s.\n", directory.c_str(),
         std::strerror(systemError));
     return ResultCode::SealkeeperIOError;
@@ -80,7 +76,7 @@ ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEn
     entries.reset();
     const DirectoryStream stream(opendir(directory.c_str()));
     if (!stream) {
-        return JudgeReadError(directory, errno);
+        return TellsOfThePath(errno) ? ResultCode::Ok : ReportUnreadable(directory, errno);
     }
     DirectoryEntries read;
     // The end and a failure look the same but for errno.
@@ -91,8 +87,9 @@ ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEn
         }
         errno = 0;
     }
-    if (errno != 0) {
-        return JudgeReadError(directory, errno);
+    // Once it is open, only its removal is no fault of the system.
+    if (errno != 0 && errno != ENOENT) {
+        return ReportUnreadable(directory, errno);
     }
     entries = std::move(read);
     return ResultCode::Ok;

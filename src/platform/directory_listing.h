@@ -21,8 +21,7 @@ struct DirectoryEntry {
 using DirectoryEntries = std::vector<DirectoryEntry>;
 
 // Sets `entries` to those of `directory` in the order in which POSIX `readdir` returns them; "."
-// and
-// ".." and other names that begin with a dot are among them. Nothing when it is missing, no
+// and ".." and other names that begin with a dot are among them. Nothing when it is missing, no
 // directory, or must not be read. Fails with `SealkeeperIOError`, logged, when the system fails to
 // read it: what was read of it by then says nothing of the rest.
 ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);

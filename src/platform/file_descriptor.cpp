@@ -19,8 +19,9 @@ int FlushToDisk(int descriptor) {
 #if defined(F_FULLFSYNC)
     // Where it is known, fsync leaves bytes in the disk's own memory. Not every file system takes
     // it.
-    if (fcntl(descriptor, F_FULLFSYNC) == 0) {
-        return 0;
+    const int result = fcntl(descriptor, F_FULLFSYNC);
+    if (result == 0 || (errno != ENOTSUP && errno != EINVAL && errno != ENOTTY)) {
+        return result;
     }
 #endif
     return fsync(descriptor);
@@ -60,8 +61,7 @@ bool FileDescriptor::OpenForWriting(const std::string& path) {
     }
     // A reader may take its time.
     const int flags = fcntl(descriptor_, F_GETFL);
-    static_cast<void>(fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK));
-    return true;
+    return flags >= 0 && fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK) == 0;
 }
 
 bool FileDescriptor::OpenTruncated(const std::string& path, mode_t mode) {
@@ -76,9 +76,9 @@ bool FileDescriptor::Write(std::span<const std::uint8_t> bytes) const {
     while (!bytes.empty()) {
         const ssize_t written =
             write(descriptor_, bytes.data(), std::min(bytes.size(), kMostBytesAtOnce));
-        if (written >= 0) {
+        if (written > 0) {
             bytes = bytes.subspan(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
+        } else if (written == 0 || errno != EINTR) {
             return false;
         }
     }

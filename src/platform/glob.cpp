@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "app/console_log.h"
@@ -22,6 +23,9 @@ using Paths = std::vector<std::string>;
 bool MayBeDirectory(EntryType type) {
     return type == EntryType::Directory || type == EntryType::Link;
 }
+
+// What the GNU C library's `glob` leaves of slashes after a component with a pattern.
+constexpr std::string_view kMostSlashesKept = "//";
 
 struct Component {
     // The slashes before it.
@@ -111,8 +115,8 @@ ResultCode ExpandGlobPattern(const std::string& pattern, Paths& paths) {
     while (!rest.empty()) {
         Component component = TakeComponent(rest);
         component.isDirectory = component.isDirectory || endsInSlash;
-        if (isExpanded && component.separator.size() > 2) {
-            component.separator = "//";
+        if (isExpanded && component.separator.size() > kMostSlashesKept.size()) {
+            component.separator = kMostSlashesKept;
         }
         endsInPattern = HasPattern(component.text);
         if (!endsInPattern) {

@@ -119,17 +119,16 @@ std::optional<WriteOutcome> Replace(const std::string& target, const struct stat
         return WriteOutcome::OpenFailed;
     }
     TemporaryFile temporary;
-    // Never open to more users than the old file, not even for a moment.
-    if (!temporary.CreateIn(directory,
-                            old != nullptr ? old->st_mode & kPermissions : kModeOfNewFiles)) {
+    // Open to its owner alone until its group is known: the mode of the old file is meant for that.
+    if (!temporary.CreateIn(directory, old != nullptr ? old->st_mode & S_IRWXU : kModeOfNewFiles)) {
         return UnlessRefused(WriteOutcome::OpenFailed);
     }
     FileDescriptor& descriptor = temporary.Descriptor();
-    if (!descriptor.Write(bytes)) {
-        return WriteOutcome::WriteFailed;
-    }
     if (old != nullptr && !TakeOver(*old, descriptor.Get())) {
         return UnlessRefused(WriteOutcome::WriteFailed);
+    }
+    if (!descriptor.Write(bytes)) {
+        return WriteOutcome::WriteFailed;
     }
     if (!descriptor.Synchronise()) {
         return WriteOutcome::WriteFailed;

@@ -14,7 +14,8 @@ namespace {
 constexpr const char* kNamePrefix = ".sk";
 
 // Of the number in the name: it has as many digits as fit beside the prefix into the length of
-// "base.bin", so that the path of a temporary file is not longer than that of an output.
+// "base.bin", so that no path of the game's main outputs has room where its temporary file has
+// none.
 constexpr std::size_t kNumberDigits = 5;
 constexpr std::uint32_t kNumbers = 100'000;
 

@@ -101,7 +101,7 @@ TEST(FileIoFaults, DirectoryWhoseReadingFailsOnTheWay) {
         EXPECT_TRUE(fault.Struck());
     }
     const ScopedFault fault(Call::Readdir, 1, Reach::Once, EACCES);
-    EXPECT_EQ(ListDirectory(directory / "", entries), ResultCode::Ok);
+    EXPECT_EQ(ListDirectory(directory / "", entries), ResultCode::SealkeeperIOError);
     EXPECT_FALSE(entries.has_value());
 }
 

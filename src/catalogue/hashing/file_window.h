@@ -26,7 +26,8 @@ struct FileToHash {
     std::uint64_t chunkCount = 0;
 };
 
-// Opens file `index` of those to be hashed, as it is now.
+// Opens file `index` of those to be hashed. Its status, compared later with that of the open file,
+// tells whether it is what was meant.
 using OpenFile = std::function<FileToHash(std::size_t index)>;
 
 // Gives the chunks of files in order. The first of its files is the current one.

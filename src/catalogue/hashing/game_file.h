@@ -27,8 +27,9 @@ struct GameFile {
 // and to open a device may have effects. Where `path` cannot be opened, the path that the process's
 // game-file index has for it is tried. Lack of memory is an exception.
 //
-// `seen` is what somebody saw there before, as the walk does: nobody looks again then. `Missing`
-// stands for nobody having looked.
+// `seen` is what somebody saw there before, as the walk does; `Missing` stands for nobody having
+// looked. Nobody looks again then, so a FIFO that took the file's place since is opened. The status
+// of the open file tells of that when the file's turn comes.
 [[nodiscard]] GameFile OpenGameFile(const std::wstring& path, const FileStatus& seen = {});
 
 }  // namespace sealkeeper

@@ -130,7 +130,8 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
     }
 }
 
-// One worker rests while the caller is busy: it would only take the processor from the caller.
+// Of the workers that have nothing begun, one rests while the caller is busy: it would only take
+// the processor from the caller.
 bool ThreadedChunkHasher::MayGetBusy() const {
     return isAwaited_ || busyWorkers_ + 1 < std::max<std::size_t>(WorkerCount(), 2);
 }
