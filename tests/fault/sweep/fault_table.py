@@ -294,6 +294,7 @@ SYSTEM_NOT_FAILING: Mapping[str, str] = {
     "futex": "waits; glibc ends the program when it fails, for that is a misuse",
     "gettid": "reads a field",
     "getpid": "reads a field",
+    "ioctl": "asks whether the console is a terminal, see isatty",
     "munmap": "gives back",
     "rseq": "registers; glibc does without",
     "rt_sigprocmask": "fails when misused alone",
