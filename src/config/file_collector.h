@@ -30,9 +30,8 @@ class FileCollector {
 
     // Appends the files to hash to `files`. With included paths each of them is taken or walked, in
     // no particular order; without, the walk begins at `startPath`. A file reached in two ways
-    // appears twice. What is missing or must not be read is logged and left out. Fails
-    // with `SealkeeperIOError`, logged, when the system fails to read a directory or to look at a
-    // file.
+    // appears twice. What is missing or must not be read is logged and left out. Fails with
+    // `SealkeeperIOError`, logged, when the system fails to read a directory or to look at a file.
     virtual ResultCode CollectFiles(const std::string& startPath, const std::string& pattern,
                                     std::vector<FoundFile>& files) const;
 

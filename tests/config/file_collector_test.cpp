@@ -84,6 +84,16 @@ class FileCollectorTest : public ::testing::Test {
         return PathsOf(files);
     }
 
+    // What a walk over the game finds by these rules.
+    std::vector<FoundFile> FindBy(const std::string& rules) {
+        Apply(rules);
+        std::vector<FoundFile> files;
+        const CapturedOutput quiet;
+        EXPECT_EQ(collector_.CollectFiles(kWholeDirectory, kEveryFilePattern, files),
+                  ResultCode::Ok);
+        return files;
+    }
+
     // Applies the rules, resolves them and collects.
     Files CollectBy(const std::string& rules) {
         Apply(rules);
@@ -125,20 +135,14 @@ TEST_F(FileCollectorTest, AppendsToTheList) {
 
 TEST_F(FileCollectorTest, TellsWhatItSawOfAFile) {
     Write({"a"});
-    CapturedOutput output;
-    std::vector<FoundFile> files;
-    Apply("exclude_paths=[ ]");
-    EXPECT_EQ(collector_.CollectFiles("./", "*.*", files), ResultCode::Ok);
+    const std::vector<FoundFile> files = FindBy("exclude_paths=[ ]");
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].status, StatusOfPath("a"));
 }
 
 TEST_F(FileCollectorTest, LooksAtNoFileWhereNoSizeMatters) {
     Write({"a"});
-    CapturedOutput output;
-    std::vector<FoundFile> files;
-    Apply("exclude_paths=[ ] exclude_size_threshold=0;");
-    EXPECT_EQ(collector_.CollectFiles("./", "*.*", files), ResultCode::Ok);
+    const std::vector<FoundFile> files = FindBy("exclude_paths=[ ] exclude_size_threshold=0;");
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].status, FileStatus{});
 }
