@@ -108,6 +108,7 @@ TEST(MemoryFaults, EveryAllocationOfARunMayFail) {
     std::size_t outOfMemory = 0;
     std::size_t withoutCatalogue = 0;
     std::size_t survived = 0;
+    std::size_t withoutPatterns = 0;
     for (std::size_t allocation = 0; struck; ++allocation) {
         ASSERT_LT(allocation, 5000U);
         const RunOutcome outcome = RunWithFault(arguments, allocation);
@@ -117,6 +118,10 @@ TEST(MemoryFaults, EveryAllocationOfARunMayFail) {
         } else if (outcome.status == 2) {
             ++outOfMemory;
             EXPECT_TRUE(outcome.output.ends_with("[Err!] Out of memory.\n")) << outcome.output;
+            if (outcome.output.find("[Warn] Failed to glob path './n*' (Error -1).\n") !=
+                std::string::npos) {
+                ++withoutPatterns;
+            }
         } else if (outcome.status == 0) {
             ++survived;
         } else {
@@ -129,6 +134,7 @@ TEST(MemoryFaults, EveryAllocationOfARunMayFail) {
         }
     }
     EXPECT_GT(outOfMemory, 50U);
+    EXPECT_GT(withoutPatterns, 0U);
     EXPECT_GT(withoutCatalogue, 5U);
     EXPECT_EQ(survived, kNotNeeded);
 }
