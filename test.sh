@@ -20,17 +20,18 @@ build_and_test() {
     ctest --preset "$preset" -j "$jobs" --no-tests=error
 }
 
+build_and_test dev all
+
+clang=""
+if command -v clang++ >/dev/null 2>&1; then
+    clang=-clang
+fi
+# Here the headers of all sources are checked once for many of them, not once for each.
 # Other versions of clang-tidy have other opinions; the code is kept clean for this one.
 tidy=OFF
 case "$(clang-tidy --version 2>/dev/null || true)" in
     *"version 14."*) tidy=ON ;;
     *) echo "clang-tidy 14 is not here: its checks are left out of this run." ;;
 esac
-build_and_test dev all -DSEALKEEPER_CLANG_TIDY=$tidy
-
-clang=""
-if command -v clang++ >/dev/null 2>&1; then
-    clang=-clang
-fi
-build_and_test sanitize$clang all
+build_and_test sanitize$clang all -DSEALKEEPER_CLANG_TIDY=$tidy
 build_and_test tsan$clang sealkeeper_thread_tests

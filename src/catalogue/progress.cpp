@@ -6,11 +6,15 @@
 #include "app/console_log.h"
 
 namespace sealkeeper {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::nanoseconds kDotInterval{500'000'000};
+
+}  // namespace
 
 void ProgressTick(bool final) {
-    using Clock = std::chrono::steady_clock;
-    constexpr std::chrono::nanoseconds kDotInterval{500'000'000};
-
     const Clock::time_point now = Clock::now();
     static Clock::time_point lastDot = now;
     if (now > lastDot + kDotInterval) {

@@ -24,6 +24,8 @@ from catalogue_entry import entries_of_directory
 PROGRAM = Path(os.environ["SEALKEEPER_PROGRAM"]).resolve()
 CREDENTIALS = Path(os.environ["SEALKEEPER_TEST_CREDENTIALS_DIR"]).resolve()
 PRODUCT = "TestProduct42"
+STEP = int(os.environ.get("SEALKEEPER_TEST_STEP", "1"))
+"""Of many places or files, one in so many is tried: a run under the sanitizers takes several times as long."""
 TIMEOUT_SECONDS = 60
 NOBODY = 65534
 # It takes memory and descriptors of its own.

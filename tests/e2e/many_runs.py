@@ -2,19 +2,15 @@
 
 from __future__ import annotations
 
-import os
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 from typing import Callable, Iterable, List, NamedTuple, Optional, Tuple
 
 import e2e_console as console
 import e2e_read_back as texts
-from e2e_support import GOOD, OUTPUT_FOLDER, PRODUCT, EndToEndTest, Run
+from e2e_support import GOOD, OUTPUT_FOLDER, PRODUCT, STEP, EndToEndTest, Run
 
 WORKERS = 2
-
-STEP = int(os.environ.get("SEALKEEPER_TEST_STEP", "1"))
-"""Of the places in a file, one in so many is tried: a run under the sanitizers takes several times as long."""
 
 
 class Outcome(NamedTuple):
