@@ -22,11 +22,11 @@ mkdir -p build
 log=build/dev-configure.log
 tools/configure.sh dev > "$log" 2>&1 || { cat "$log"; exit 1; }
 cmake --build --preset dev --target sealkeeper sealkeeper_fault_preload -- -j "$(getconf _NPROCESSORS_ONLN)" --quiet
-bash tests/support/issue_test_credentials.sh build/dev/tests/credentials
+bash tests/support/issue_test_credentials.sh build/test-credentials
 
 PYTHONPATH=tests/independent exec python3 -B tests/fault/sweep/fault_sweep.py \
     --program build/dev/sealkeeper \
     --preload build/dev/tests/fault/preload/libsealkeeper_fault_preload.so \
-    --credentials build/dev/tests/credentials \
+    --credentials build/test-credentials \
     --revocation-list trust/development/crl.der \
     "$@"

@@ -112,7 +112,7 @@ class Mutation:
              "-DSEALKEEPER_WARNINGS_AS_ERRORS=OFF", "-DSEALKEEPER_BUILD_BENCHMARKS=OFF"])
         self._run_quietly(["cmake", "--build", str(self.build), "--target", "sealkeeper_unit_tests",
                            "--", "-j", str(self.jobs)])
-        credentials = self.build / "tests" / "credentials"
+        credentials = self.tree / "build" / "test-credentials"
         self._run_quietly(["bash", str(self.tree / "tests/support/issue_test_credentials.sh"), str(credentials)])
 
     def _run_quietly(self, command: List[str]) -> None:
