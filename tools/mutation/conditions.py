@@ -2,13 +2,15 @@
 
 from __future__ import annotations
 
+import re
 from dataclasses import dataclass
 from pathlib import Path
-from typing import Iterator, List, Optional, Tuple
+from typing import Iterator, List, Optional, Set, Tuple
 
 from clang.cindex import Cursor, CursorKind, Index, TranslationUnit
 
 INVERT, TRUE, FALSE = "invert", "true", "false"
+COMMENT = re.compile(rb"//[^\n]*|/\*.*?\*/", re.DOTALL)
 
 
 @dataclass(frozen=True)
@@ -20,11 +22,30 @@ class Condition:
     line: int
     text: str
     is_loop: bool
+    # The variable that the condition declares, whose value is what decides; or empty.
+    declared: str = ""
 
     @property
     def changes(self) -> Tuple[str, ...]:
         """What can become of it. A loop that is never left would show nothing but a timeout."""
         return (FALSE,) if self.is_loop else (INVERT, TRUE, FALSE)
+
+
+@dataclass(frozen=True)
+class Unchanged:
+    """A branch that cannot be changed, and why."""
+
+    line: int
+    text: str
+    reason: str
+
+
+@dataclass(frozen=True)
+class Branches:
+    """Those of one source, in the order in which they begin; the outer ones first."""
+
+    conditions: List[Condition]
+    unchanged: List[Unchanged]
 
 
 def parse(source: Path, arguments: List[str]) -> TranslationUnit:
@@ -35,17 +56,14 @@ def parse(source: Path, arguments: List[str]) -> TranslationUnit:
     return unit
 
 
-def conditions_of(source: Path, arguments: List[str]) -> List[Condition]:
-    """The conditions of `source`, in the order in which they begin; the outer ones first."""
-    text = source.read_bytes()
-    found = set()
+def branches_of(source: Path, arguments: List[str]) -> Branches:
+    found = _Search(source)
     for cursor in _own_cursors(parse(source, arguments).cursor, source):
-        for condition, is_loop in _conditions_at(cursor, text):
-            begin, end = condition.extent.start, condition.extent.end
-            if begin.file and begin.file.name == str(source) and begin.offset < end.offset:
-                shown = " ".join(text[begin.offset : end.offset].decode().split())
-                found.add(Condition(begin.offset, end.offset, begin.line, shown, is_loop))
-    return sorted(found, key=lambda condition: (condition.begin, -condition.end))
+        found.look_at(cursor)
+    return Branches(
+        sorted(found.conditions, key=lambda condition: (condition.begin, -condition.end)),
+        sorted(found.unchanged, key=lambda branch: branch.line),
+    )
 
 
 def instrumented(source: Path, conditions: List[Condition], first_number: int) -> bytes:
@@ -54,6 +72,10 @@ def instrumented(source: Path, conditions: List[Condition], first_number: int) -
     insertions = []
     for number, condition in enumerate(conditions, first_number):
         opening = f"::sealkeeper::mutation::Decide({number}, static_cast<bool>("
+        if condition.declared:
+            # What declares the variable becomes what goes before the condition.
+            insertions.append((condition.end, 0, -condition.begin, f"; {opening}{condition.declared}))".encode()))
+            continue
         # At one place, what is around comes before what is inside at the beginning, and after it at the end.
         insertions.append((condition.begin, 1, -condition.end, opening.encode()))
         insertions.append((condition.end, 0, -condition.begin, b"))"))
@@ -73,45 +95,86 @@ def _own_cursors(root: Cursor, source: Path) -> Iterator[Cursor]:
             yield from child.walk_preorder()
 
 
-def _conditions_at(cursor: Cursor, text: bytes) -> Iterator[Tuple[Cursor, bool]]:
-    children = list(cursor.get_children())
-    if cursor.kind == CursorKind.IF_STMT:
-        condition = _before_body(cursor, children)
-        if condition is not None and not _begins_with(cursor, text, b"if constexpr"):
-            yield condition, False
-    elif cursor.kind == CursorKind.WHILE_STMT:
-        condition = _before_body(cursor, children)
-        if condition is not None:
-            yield condition, True
-    elif cursor.kind == CursorKind.FOR_STMT:
-        # The one of its parts that stands between the two semicolons.
+class _Search:
+    """Gathers the branches of one source."""
+
+    def __init__(self, source: Path) -> None:
+        self._source = source
+        self._text = source.read_bytes()
+        self.conditions: Set[Condition] = set()
+        self.unchanged: Set[Unchanged] = set()
+
+    def look_at(self, cursor: Cursor) -> None:
+        children = list(cursor.get_children())
+        if cursor.kind == CursorKind.IF_STMT:
+            self._add_if(cursor, children)
+        elif cursor.kind == CursorKind.WHILE_STMT:
+            if children[0].kind == CursorKind.VAR_DECL:
+                self._leave(cursor, "a loop's condition that declares a variable")
+            else:
+                self._add(children[0], is_loop=True)
+        elif cursor.kind == CursorKind.DO_STMT:
+            self._add(children[-1], is_loop=True)
+        elif cursor.kind == CursorKind.FOR_STMT:
+            self._add_for(cursor, children)
+        elif cursor.kind == CursorKind.SWITCH_STMT:
+            self._leave(cursor, "a switch has no two ways")
+        elif cursor.kind == CursorKind.CONDITIONAL_OPERATOR:
+            self._add(children[0])
+        elif cursor.kind == CursorKind.BINARY_OPERATOR and len(children) == 2 and self._is_logical(children):
+            self._add(children[0])
+            self._add(children[1])
+
+    def _add_if(self, cursor: Cursor, children: List[Cursor]) -> None:
+        if self._text_of(cursor).startswith(b"if constexpr"):
+            self._leave(cursor, "decided while compiling")
+            return
+        # A variable that the condition declares comes first, wherever it stands; the other parts follow in order.
+        declaration = children[0] if children[0].kind == CursorKind.VAR_DECL else None
+        parts = children[1:] if declaration else children
+        init = parts[0] if self._is_before_semicolon(parts[0]) else None
+        condition = parts[1] if init else parts[0]
+        if declaration is None:
+            self._add(condition, init=init)
+        elif init is None:
+            self._add(declaration, declared=declaration.spelling)
+        else:
+            self._leave(cursor, "a condition that declares a variable, behind another declaration")
+
+    def _add_for(self, cursor: Cursor, children: List[Cursor]) -> None:
+        """The one of its parts that stands between the two semicolons."""
+        begin = cursor.extent.start.offset
         for child in children[:-1]:
-            if _is_second_part(cursor, child, text):
-                yield child, True
-    elif cursor.kind == CursorKind.CONDITIONAL_OPERATOR:
-        yield children[0], False
-    elif cursor.kind == CursorKind.BINARY_OPERATOR and len(children) == 2:
-        between = text[children[0].extent.end.offset : children[1].extent.start.offset].strip(b"() \n\t")
-        if between in (b"&&", b"||"):
-            yield children[0], False
-            yield children[1], False
+            if self._text[begin : child.extent.start.offset].count(b";") != 1 or not self._is_before_semicolon(child):
+                continue
+            if child.kind == CursorKind.VAR_DECL:
+                self._leave(cursor, "a loop's condition that declares a variable")
+            elif child.kind != CursorKind.DECL_STMT:
+                self._add(child, is_loop=True)
 
+    def _add(self, cursor: Cursor, is_loop: bool = False, declared: str = "", init: Optional[Cursor] = None) -> None:
+        begin, end = cursor.extent.start, cursor.extent.end
+        is_written_here = begin.file and begin.file.name == str(self._source) and begin.offset < end.offset
+        if not is_written_here:
+            self._leave(cursor, "from a macro")
+            return
+        text = self._shown(init or cursor, cursor)
+        self.conditions.add(Condition(begin.offset, end.offset, begin.line, text, is_loop, declared))
 
-def _before_body(cursor: Cursor, children: List[Cursor]) -> Optional[Cursor]:
-    """The condition, which stands right before the statement in braces; none where it declares something."""
-    for previous, child in zip(children, children[1:]):
-        if child.kind == CursorKind.COMPOUND_STMT:
-            declares = any(sibling.kind == CursorKind.VAR_DECL for sibling in children[: children.index(child)])
-            return None if declares else previous
-    return None
+    def _leave(self, cursor: Cursor, reason: str) -> None:
+        text = self._text_of(cursor).split(b"{")[0].decode()
+        self.unchanged.add(Unchanged(cursor.extent.start.line, " ".join(text.split()), reason))
 
+    def _text_of(self, cursor: Cursor) -> bytes:
+        return self._text[cursor.extent.start.offset : cursor.extent.end.offset]
 
-def _begins_with(cursor: Cursor, text: bytes, words: bytes) -> bool:
-    begin = cursor.extent.start.offset
-    return text[begin : begin + len(words)] == words
+    def _shown(self, first: Cursor, last: Cursor) -> str:
+        return " ".join(self._text[first.extent.start.offset : last.extent.end.offset].decode().split())
 
+    def _is_before_semicolon(self, cursor: Cursor) -> bool:
+        end = cursor.extent.end.offset
+        return self._text_of(cursor).endswith(b";") or self._text[end:].lstrip().startswith(b";")
 
-def _is_second_part(cursor: Cursor, child: Cursor, text: bytes) -> bool:
-    before = text[cursor.extent.start.offset : child.extent.start.offset]
-    after = text[child.extent.end.offset :].lstrip()
-    return before.count(b";") == 1 and after.startswith(b";") and child.kind != CursorKind.DECL_STMT
+    def _is_logical(self, operands: List[Cursor]) -> bool:
+        begin, end = operands[0].extent.end.offset, operands[1].extent.start.offset
+        return COMMENT.sub(b" ", self._text[begin:end]).strip(b"() \n\t") in (b"&&", b"||", b"and", b"or")
