@@ -208,7 +208,8 @@ TEST(MemoryFaults, EveryAllocationOfListingACatalogueMayFail) {
     const MemoryOutcomes outcomes = FailEveryAllocation(
         {"sealkeeper", "list", path.c_str()},
         "[Warn] GetUnverifiedCatalogueFileList() failed. Code 7 (CatalogueError).\n");
-    EXPECT_GT(outcomes.outOfMemory, 10U);
+    // What is allocated once in a process may be there already.
+    EXPECT_GT(outcomes.outOfMemory, 5U);
     EXPECT_GT(outcomes.withoutCatalogue, 3U);
 }
 
@@ -217,7 +218,7 @@ TEST(MemoryFaults, EveryAllocationOfListingARuntimeConfigurationMayFail) {
     InstallGame(game);
     const std::string path = game / "Quorvane/Certificates/runtime.conf";
     const MemoryOutcomes outcomes = FailEveryAllocation({"sealkeeper", "list", path.c_str()}, "");
-    EXPECT_GT(outcomes.outOfMemory, 5U);
+    EXPECT_GT(outcomes.outOfMemory, 3U);
     EXPECT_EQ(outcomes.withoutCatalogue, 0U);
 }
 
