@@ -84,9 +84,6 @@ void ChunkLanes::ReadPiece(Lane& lane) {
 
 // The next ones of the lane's chunk. False when not all of them can be read.
 bool ChunkLanes::ReadBytes(Lane& lane, std::span<std::uint8_t> bytes) {
-    if (bytes.empty()) {
-        return true;
-    }
     const ChunkToHash& chunk = lane.pending->chunk;
     const auto begun = std::chrono::steady_clock::now();
     const std::size_t readBytes = chunk.file->ReadAt(chunk.offset + lane.readBytes, bytes);
@@ -104,9 +101,6 @@ void ChunkLanes::Compress() {
             busy[busyCount++] = {lane.state.data(), lane.blocks};
             blockCount = std::min(blockCount, lane.blockCount);
         }
-    }
-    if (busyCount == 0) {
-        return;
     }
     engine_.Compress(std::span(busy).first(busyCount), blockCount);
     for (Lane& lane : lanes_) {

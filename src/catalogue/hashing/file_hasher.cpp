@@ -77,9 +77,11 @@ bool FileHasher::IsAsItWasOpened() {
         AddChunksAhead();
         chunks_->AwaitOldest();
     }
-    const bool isUnchanged = current.file->Status() == current.status;
-    isKnownUnchanged_ = isWhole && isUnchanged;
-    return isUnchanged;
+    if (current.file->Status() != current.status) {
+        return false;
+    }
+    isKnownUnchanged_ = isWhole;
+    return true;
 }
 
 void FileHasher::AddChunksAhead() {

@@ -44,7 +44,7 @@ void FileWindow::StartOver() {
 
 std::optional<ChunkToHash> FileWindow::NextChunk() {
     // Only the last file can have chunks left: the next one is opened when there are none.
-    while (files_.empty() || files_.back().givenChunks == files_.back().file.chunkCount) {
+    while (files_.back().givenChunks == files_.back().file.chunkCount) {
         if (openedCount_ == fileCount_ || files_.size() == maxFiles_) {
             return std::nullopt;
         }
@@ -52,13 +52,8 @@ std::optional<ChunkToHash> FileWindow::NextChunk() {
     }
     OpenedFile& last = files_.back();
     const std::uint64_t index = last.givenChunks++;
-    return ChunkToHash{last.file.file, ChunkOffset(index, last.file.sizeBytes),
-                       ChunkLength(index, last.file.sizeBytes)};
-}
-
-std::size_t FileWindow::LastGivenBytes() const {
-    const OpenedFile& last = files_.back();
-    return last.givenChunks == 0 ? 0 : ChunkLength(last.givenChunks - 1, last.file.sizeBytes);
+    lastGivenBytes_ = ChunkLength(index, last.file.sizeBytes);
+    return ChunkToHash{last.file.file, ChunkOffset(index, last.file.sizeBytes), lastGivenBytes_};
 }
 
 }  // namespace sealkeeper

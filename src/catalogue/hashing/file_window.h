@@ -57,12 +57,12 @@ class FileWindow {
     // Lets go of all files and opens the current one anew. It is the only one then.
     void StartOver();
 
-    // The next chunk, of the current file or of one ahead, which is opened if need be. Nothing when
-    // there is none, or no room for more files.
+    // The next chunk, of the current file, which there is, or of one ahead, which is opened if need
+    // be. Nothing when there is none, or no room for more files.
     [[nodiscard]] std::optional<ChunkToHash> NextChunk();
 
-    // The length of the chunk that was given last; 0 when none was of the last file.
-    [[nodiscard]] std::size_t LastGivenBytes() const;
+    // The length of the chunk that was given last; 0 when none was.
+    [[nodiscard]] std::size_t LastGivenBytes() const { return lastGivenBytes_; }
 
   private:
     struct OpenedFile {
@@ -76,6 +76,7 @@ class FileWindow {
     OpenFile open_;
     std::size_t maxFiles_;
     std::size_t openedCount_ = 0;
+    std::size_t lastGivenBytes_ = 0;
     std::deque<OpenedFile> files_;
 };
 
