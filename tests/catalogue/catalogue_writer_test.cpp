@@ -244,6 +244,24 @@ TEST(CatalogueWriter, FullDiskIsAWriteError) {
     EXPECT_EQ(output.Take(), "[Err!] Error writing to file stream: '/dev/full'.\n");
 }
 
+TEST(CatalogueWriter, RejectsABlockBeyondItsLengthField) {
+    constexpr std::size_t kMost = 0xFFFFFFFF;
+    constexpr std::size_t kRecord = 528;
+    // As if so many bytes of records stood in it.
+    EntryBlock fits;
+    fits.uncompressedBytes = kMost - kRecord;
+    CapturedOutput output;
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"/no/such/file"}), {}, MakeChunkHasher(), fits),
+              ResultCode::Ok);
+    EntryBlock tooLarge;
+    tooLarge.uncompressedBytes = kMost - kRecord + 1;
+    EXPECT_EQ(BuildEntryBlock(Unseen({L"/no/such/file"}), {}, MakeChunkHasher(), tooLarge),
+              ResultCode::CatalogueError);
+    const std::string warning = "[Warn] [Warning] Empty file: '/no/such/file'.\n";
+    EXPECT_EQ(output.Take(),
+              warning + warning + "[Err!] Too large for the catalogue: the entry block.\n");
+}
+
 // So many bytes of address space, which take no memory as long as nobody looks at them.
 class ReservedBytes {
   public:

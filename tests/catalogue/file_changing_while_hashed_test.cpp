@@ -95,6 +95,18 @@ TEST_F(FileChangingWhileHashed, MayBeEmptyThen) {
     EXPECT_EQ(output_, "[Info] Hashing ./a...");
 }
 
+TEST_F(FileChangingWhileHashed, MayEndEarlyTheSecondTime) {
+    CapturedOutput output;
+    FileHasher hasher(1, [this](std::size_t /*index*/) {
+        FileToHash file = OpenCollectedFile(L"./a");
+        Rewrite(openedCount_++ == 0 ? "others" : "");
+        return file;
+    });
+    EXPECT_EQ(BuildCatalogueEntry(L"./a", hasher, entry_), ResultCode::CatalogueIOError);
+    EXPECT_EQ(test::WithoutProgressDots(output.Take()),
+              "[Info] Hashing ./a...\n[Info] Hashing ./a...");
+}
+
 TEST_F(FileChangingWhileHashed, EndsGenerateWhenItChangesBothTimes) {
     EXPECT_EQ(Build(2, "others"), ResultCode::CatalogueIOError);
     EXPECT_EQ(openedCount_, 2U);
@@ -129,6 +141,19 @@ TEST_F(FileChangingWhileHashed, IsVerifiedOnceMore) {
 
 TEST_F(FileChangingWhileHashed, IsNotIntactWhenItChangesBothTimes) {
     EXPECT_EQ(Verify(2, "before"), ResultCode::FileVerificationIOError);
+    EXPECT_EQ(openedCount_, 2U);
+}
+
+TEST_F(FileChangingWhileHashed, ThatDiffersTheSecondTimeIsAMismatch) {
+    const auto entry = test::EntryOf(test::RecordOfFile(u"a", "before"));
+    const CapturedOutput quiet;
+    FileHasher hasher(1, [&](std::size_t /*index*/) {
+        FileToHash file = entry->OpenFile(L"a");
+        Rewrite(openedCount_++ == 0 ? "before" : "others");
+        return file;
+    });
+    EXPECT_EQ(entry->VerifyNextFile(L"a", hasher, nullptr, nullptr),
+              ResultCode::FileVerificationHashMismatch);
     EXPECT_EQ(openedCount_, 2U);
 }
 

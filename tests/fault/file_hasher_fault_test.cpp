@@ -94,6 +94,20 @@ TEST(FileHasherFaults, ChunkThatCannotBeReadStopsTheReadingOfItsFile) {
     }
 }
 
+TEST(FileHasherFaults, FileAheadThatCannotBeOpenedIsNotRead) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    const test::ScopedFault fault(Call::Open, 1);
+    FileHasher hasher(2, [&](std::size_t /*index*/) { return OpenCollectedFile(path); });
+    static_cast<void>(hasher.NextFile());
+    EXPECT_TRUE(hasher.NextDigest().isRead);
+    EXPECT_TRUE(fault.Struck());
+    const FileToHash& second = hasher.NextFile();
+    EXPECT_EQ(second.file, nullptr);
+    EXPECT_EQ(second.chunkCount, 0U);
+    EXPECT_FALSE(hasher.HasFileChanged());
+}
+
 // The other systems' advice cannot be counted here.
 #ifdef POSIX_FADV_WILLNEED
 

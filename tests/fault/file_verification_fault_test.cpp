@@ -178,25 +178,49 @@ TEST_F(FileVerificationFaults, SecondReadingIsOfThePathGivenAndNotOfTheStoredOne
     EXPECT_TRUE(bytes.Struck());
 }
 
-// It was hashed before the look at its turn, but what was read afresh came after that look.
-TEST_F(FileVerificationFaults, FileReadAfreshIsLookedAtAgain) {
-    directory_.WriteFile("a", "first");
-    directory_.WriteFile("b", "second");
+// What the check says of the files a and b, which were "first" and "second". The second is opened
+// while the first is hashed.
+std::vector<ResultCode> VerifyBoth() {
     const std::vector<std::shared_ptr<const StoredEntry>> entries = {
         EntryOf(test::RecordOfFile(u"a", "first")), EntryOf(test::RecordOfFile(u"b", "second"))};
     const std::vector<std::wstring> paths = {L"a", L"b"};
     FileHasher hasher(paths.size(),
                       [&](std::size_t index) { return entries[index]->OpenFile(paths[index]); });
-    CapturedOutput output;
+    const CapturedOutput quiet;
+    std::vector<ResultCode> codes;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        codes.push_back(entries[i]->VerifyNextFile(paths[i], hasher, NeverAsked, nullptr));
+    }
+    return codes;
+}
+
+// It was hashed before the look at its turn, but what was read afresh came after that look.
+TEST_F(FileVerificationFaults, FileReadAfreshIsLookedAtAgain) {
+    directory_.WriteFile("a", "first");
+    directory_.WriteFile("b", "second");
     const ScopedFault bytes(Call::ReadChunkBytes, 1, Reach::Once);
     // The last look at the first file, and the one at the turn of the second, come before.
     const ScopedFault change(Call::Fstat, 2, Reach::Once, 99);
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        EXPECT_EQ(entries[i]->VerifyNextFile(paths[i], hasher, NeverAsked, nullptr),
-                  ResultCode::Ok);
-    }
+    EXPECT_EQ(VerifyBoth(), (std::vector<ResultCode>{ResultCode::Ok, ResultCode::Ok}));
     EXPECT_TRUE(bytes.Struck());
     EXPECT_TRUE(change.Struck());
+}
+
+TEST_F(FileVerificationFaults, FileAheadOfAnotherSizeIsNotRead) {
+    directory_.WriteFile("a", "first");
+    directory_.WriteFile("b", "longer than the second");
+    test::ResetCallCount(Call::ReadChunk);
+    EXPECT_EQ(VerifyBoth(),
+              (std::vector<ResultCode>{ResultCode::Ok, ResultCode::FileVerificationSizeMismatch}));
+    EXPECT_EQ(CallCount(Call::ReadChunk), 1U);
+}
+
+TEST_F(FileVerificationFaults, FileAheadThatCannotBeOpenedIsNotRead) {
+    directory_.WriteFile("a", "first");
+    directory_.WriteFile("b", "second");
+    const ScopedFault fault(Call::Open, 1);
+    EXPECT_EQ(VerifyBoth(), (std::vector<ResultCode>{ResultCode::Ok, kIoError}));
+    EXPECT_TRUE(fault.Struck());
 }
 
 TEST_F(FileVerificationFaults, ChunkBehindOneReadAfreshIsNotCompared) {
