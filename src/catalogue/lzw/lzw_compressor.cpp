@@ -1,5 +1,6 @@
 #include "catalogue/lzw/lzw_compressor.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -147,8 +148,9 @@ class Matcher {
 
     // Begins a match with what is next; the input has not ended.
     void StartMatch() {
-        if (*next_ == 0 && StartsManyZeros()) {
-            MatchZeros();
+        const std::size_t zeroWords = CountZeroWords();
+        if (zeroWords > 0) {
+            MatchZeros(zeroWords);
         } else {
             matched_ = *next_++;
         }
@@ -172,27 +174,24 @@ class Matcher {
     // Zero bytes are told eight at a time.
     using Word = std::uint64_t;
 
-    [[nodiscard]] bool StartsWord(const std::uint8_t* from) const {
-        return static_cast<std::size_t>(end_ - from) >= sizeof(Word);
+    // How many words of nothing but zero bytes come next.
+    [[nodiscard]] std::size_t CountZeroWords() const {
+        const std::size_t wordsLeft = static_cast<std::size_t>(end_ - next_) / sizeof(Word);
+        for (std::size_t count = 0; count < wordsLeft; ++count) {
+            Word word;
+            std::memcpy(&word, next_ + count * sizeof(word), sizeof(word));
+            if (word != 0) {
+                return count;
+            }
+        }
+        return wordsLeft;
     }
 
-    static Word WordAt(const std::uint8_t* from) {
-        Word word;
-        std::memcpy(&word, from, sizeof(word));
-        return word;
-    }
-
-    [[nodiscard]] bool StartsManyZeros() const { return StartsWord(next_) && WordAt(next_) == 0; }
-
-    // Takes all zero bytes from here on; the last ones that have a string stay matched.
-    void MatchZeros() {
-        const std::uint8_t* zerosEnd = next_;
-        while (StartsWord(zerosEnd) && WordAt(zerosEnd) == 0) {
-            zerosEnd += sizeof(Word);
-        }
-        while (zerosEnd != end_ && *zerosEnd == 0) {
-            ++zerosEnd;
-        }
+    // Takes all zero bytes from here on, which begin with `words` words; the last ones that have a
+    // string stay matched.
+    void MatchZeros(std::size_t words) {
+        const std::uint8_t* const zerosEnd = std::find_if(
+            next_ + words * sizeof(Word), end_, [](std::uint8_t byte) { return byte != 0; });
         auto left = static_cast<std::size_t>(zerosEnd - next_);
         next_ = zerosEnd;
         while (left > dictionary_.LongestZeros()) {

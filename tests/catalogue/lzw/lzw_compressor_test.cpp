@@ -65,6 +65,15 @@ TEST(LzwCompressor, SmallInputs) {
     }
 }
 
+TEST(LzwCompressor, AsksForRoomInFewPieces) {
+    Bytes output;
+    LzwCompressor compressor(output);
+    compressor.Append(PseudoRandom(1000, 0xFF));
+    compressor.Finish();
+    EXPECT_GT(output.size(), 1000U);
+    EXPECT_LT(output.capacity(), 200'000U);
+}
+
 struct LargeCase {
     const char* name;
     Bytes input;
