@@ -2,17 +2,21 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "catalogue/stored_catalogue_support.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
 
 namespace sealkeeper {
 namespace {
+
+using test::Bytes;
 
 using test::CapturedOutput;
 using test::IsAllZero;
@@ -83,6 +87,30 @@ TEST(CatalogueSignature, KeyThatCannotSignIsAGenericError) {
     EXPECT_EQ(SignCatalogueImage(unusable.Get(), image, area.data(), &length),
               ResultCode::MbedTlsGenericError);
     EXPECT_EQ(length, 0U);
+}
+
+// What the key of "good" says of a header of an older layout behind whose signature `covered`
+// stands.
+ResultCode VerifyOlderLayout(const Bytes& covered) {
+    Certificate certificate;
+    EXPECT_EQ(ParseCertificate(test::CertificateBytes("good"), certificate), 0);
+    Bytes file = test::CatalogueOfCompressed({}, 0);
+    test::StoreAt<std::uint16_t>(file, 6, 0);
+    std::copy(covered.begin(), covered.end(), file.begin() + test::kCrlLengthOffset);
+    test::SignImage(file, "good", test::kCrlLengthOffset);
+    return VerifyCatalogueSignature(&certificate.Get()->pk, file);
+}
+
+// The lengths of the body stand there, so few files begin so. All of it must be there to be
+// refused.
+TEST(CatalogueSignature, OlderLayoutCoversNothingThatBeginsAsACurrentFile) {
+    const Bytes current = {0x51, 0x56, 0x52, 0x00, 4, 0, 1, 0};
+    EXPECT_EQ(VerifyOlderLayout(current), ResultCode::MbedTlsGenericError);
+    for (std::size_t offset = 0; offset < current.size(); ++offset) {
+        Bytes other = current;
+        other[offset] ^= 0x80U;
+        EXPECT_EQ(VerifyOlderLayout(other), ResultCode::Ok) << offset;
+    }
 }
 
 }  // namespace
