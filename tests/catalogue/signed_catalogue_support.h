@@ -31,6 +31,10 @@ class SignedCatalogueTest : public testing::Test {
     ResultCode Read(const std::wstring& path = L"base.bin", ByteView parent = {},
                     ByteView parentCrl = {}) {
         HashCatalogue catalogue(kTestProductId);
+        return ReadWith(catalogue, path, parent, parentCrl);
+    }
+    ResultCode ReadWith(HashCatalogue& catalogue, const std::wstring& path = L"base.bin",
+                        ByteView parent = {}, ByteView parentCrl = {}) {
         CapturedOutput output;
         const ResultCode code =
             catalogue.ReadAndVerifyCatalogue(path, parent, parentCrl, contents_);

@@ -3,11 +3,10 @@
 #ifndef SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
-#include <utility>
 #include <vector>
 
 #include "catalogue/lzw/lzw_compressor.h"
@@ -83,19 +82,21 @@ inline constexpr std::uint32_t kLastCode = 4094;
 // The codes that the format asks for, found in the plainest way: the longest string that the
 // dictionary holds, again and again.
 [[nodiscard]] inline std::vector<std::uint32_t> CodesOf(const std::vector<std::uint8_t>& bytes) {
-    std::map<std::pair<std::uint32_t, std::uint8_t>, std::uint32_t> dictionary;
+    constexpr std::uint32_t kFirstNewCode = 257;
+    // By each string's code and the byte behind it; 0 where the dictionary has no such string.
+    std::vector<std::array<std::uint32_t, 256>> longer(kFirstNewCode);
     std::vector<std::uint32_t> codes;
-    std::uint32_t nextCode = 257;
     std::uint32_t matched = bytes.front();
     for (std::size_t i = 1; i < bytes.size(); ++i) {
-        const auto longer = dictionary.find({matched, bytes[i]});
-        if (longer != dictionary.end()) {
-            matched = longer->second;
+        const std::uint32_t found = longer[matched][bytes[i]];
+        if (found != 0) {
+            matched = found;
             continue;
         }
         codes.push_back(matched);
-        if (nextCode <= kLastCode) {
-            dictionary[{matched, bytes[i]}] = nextCode++;
+        if (longer.size() <= kLastCode) {
+            longer[matched][bytes[i]] = static_cast<std::uint32_t>(longer.size());
+            longer.emplace_back();
         }
         matched = bytes[i];
     }
