@@ -6,6 +6,8 @@
 #include <fnmatch.h>
 #include <iconv.h>
 #include <mbedtls/ctr_drbg.h>
+#include <mbedtls/md.h>
+#include <mbedtls/pk.h>
 #include <mbedtls/sha256.h>
 #include <mbedtls/version.h>
 #include <mbedtls/x509_crt.h>
@@ -380,6 +382,13 @@ time_t time(time_t* result) SEALKEEPER_NOTHROW {
     return told;
 }
 
+// Strikes behind the parsing, with all of it left.
+int mbedtls_x509_crt_parse_der(mbedtls_x509_crt* chain, const unsigned char* bytes, size_t size) {
+    const int result = Real<int(mbedtls_x509_crt*, const unsigned char*, size_t)>(
+        "mbedtls_x509_crt_parse_der")(chain, bytes, size);
+    return Strikes(Call::ParseCertificate) ? MBEDTLS_ERR_X509_ALLOC_FAILED : result;
+}
+
 int mbedtls_x509_crt_verify(mbedtls_x509_crt* certificate, mbedtls_x509_crt* authority,
                             mbedtls_x509_crl* revoked, const char* name, uint32_t* flags,
                             int (*callback)(void*, mbedtls_x509_crt*, int, uint32_t*),
@@ -392,6 +401,29 @@ int mbedtls_x509_crt_verify(mbedtls_x509_crt* certificate, mbedtls_x509_crt* aut
     }
     return Real<Verify>("mbedtls_x509_crt_verify")(certificate, authority, revoked, name, flags,
                                                    callback, argument);
+}
+
+// Strikes behind the signing, with the signature and its length left.
+#if MBEDTLS_VERSION_MAJOR < 3
+int mbedtls_pk_sign(mbedtls_pk_context* key, mbedtls_md_type_t type, const unsigned char* digest,
+                    size_t digestSize, unsigned char* signature, size_t* signatureSize,
+                    int (*random)(void*, unsigned char*, size_t), void* state) {
+    using Sign = int(mbedtls_pk_context*, mbedtls_md_type_t, const unsigned char*, size_t,
+                     unsigned char*, size_t*, int (*)(void*, unsigned char*, size_t), void*);
+    const int result = Real<Sign>("mbedtls_pk_sign")(key, type, digest, digestSize, signature,
+                                                     signatureSize, random, state);
+#else
+int mbedtls_pk_sign(mbedtls_pk_context* key, mbedtls_md_type_t type, const unsigned char* digest,
+                    size_t digestSize, unsigned char* signature, size_t roomSize,
+                    size_t* signatureSize, int (*random)(void*, unsigned char*, size_t),
+                    void* state) {
+    using Sign =
+        int(mbedtls_pk_context*, mbedtls_md_type_t, const unsigned char*, size_t, unsigned char*,
+            size_t, size_t*, int (*)(void*, unsigned char*, size_t), void*);
+    const int result = Real<Sign>("mbedtls_pk_sign")(key, type, digest, digestSize, signature,
+                                                     roomSize, signatureSize, random, state);
+#endif
+    return Strikes(Call::Sign) ? MBEDTLS_ERR_PK_ALLOC_FAILED : result;
 }
 
 int mbedtls_ctr_drbg_seed(mbedtls_ctr_drbg_context* context,

@@ -50,8 +50,12 @@ enum class Call {
     // Not failing, but telling another time, `value` in seconds.
     Time,
     SeedGenerator,
+    // The parsing of a certificate, which is parsed all the same.
+    ParseCertificate,
     // The check of a chain of certificates.
     VerifyChain,
+    // The signing of a digest, which is signed all the same.
+    Sign,
     // The digest is made all the same where there is one to make.
     Sha256,
     StartThread,

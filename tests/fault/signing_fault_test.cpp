@@ -1,4 +1,6 @@
 #include <gtest/gtest.h>
+#include <mbedtls/pk.h>
+#include <mbedtls/sha256.h>
 
 #include <algorithm>
 #include <array>
@@ -17,6 +19,7 @@
 #include "runtime/scramble.h"
 #include "runtime/sign_buffer.h"
 #include "runtime/signing_test_support.h"
+#include "runtime/stored_signature.h"
 #include "support/captured_output.h"
 #include "support/temp_directory.h"
 
@@ -30,6 +33,7 @@ using test::IsAllZero;
 using test::LoadKey;
 using test::ScopedCurrentDirectory;
 using test::ScopedFault;
+using test::SignatureArea;
 using test::TempDirectory;
 
 const std::vector<std::uint8_t> kData = {1, 2, 3};
@@ -93,6 +97,44 @@ TEST_F(SigningFaults, BufferWithoutEntropyHasASignatureOfNoBytes) {
     EXPECT_EQ(length, 0U);
     EXPECT_EQ(area[0], 0);
     EXPECT_EQ(area[1], 7);
+}
+
+// The digest is made all the same, so a failure that is passed over would sign it.
+TEST_F(SigningFaults, NothingIsSignedWithoutADigest) {
+    SignatureArea area{};
+    std::size_t length = 7;
+    std::uint64_t bufferLength = 7;
+    const ScopedFault fault(Call::Sha256);
+    CapturedOutput output;
+    EXPECT_EQ(SignCatalogueImage(key_.Get(), kData, area.data(), &length),
+              ResultCode::MbedTlsGenericError);
+    EXPECT_FALSE(SignBuffer(key_.Get(), kData.data(), kData.size(), area.data(), &bufferLength));
+    EXPECT_EQ(output.Take(), "");
+    EXPECT_EQ(length, 0U);
+    EXPECT_EQ(bufferLength, 0U);
+    EXPECT_TRUE(IsAllZero(area));
+}
+
+TEST_F(SigningFaults, NoSignatureHoldsWithoutADigest) {
+    Certificate certificate;
+    ASSERT_EQ(ParseCertificate(test::CertificateBytes("good"), certificate), 0);
+    StoredSignature signature;
+    const SigningOutcome signing = MakeSignature(key_.Get(), kData, signature.area);
+    signature.lengthBytes = static_cast<std::uint32_t>(signing.lengthBytes);
+    ASSERT_EQ(VerifySignature(&certificate.Get()->pk, kData, signature), 0);
+    const ScopedFault fault(Call::Sha256);
+    EXPECT_EQ(VerifySignature(&certificate.Get()->pk, kData, signature),
+              MBEDTLS_ERR_SHA256_BAD_INPUT_DATA);
+}
+
+// What the library says of the length counts for nothing then.
+TEST_F(SigningFaults, SignatureThatFailsHasNoLength) {
+    SignatureArea area{};
+    const ScopedFault fault(Call::Sign);
+    const SigningOutcome outcome = MakeSignature(key_.Get(), kData, area);
+    EXPECT_TRUE(outcome.isSeeded);
+    EXPECT_EQ(outcome.result, MBEDTLS_ERR_PK_ALLOC_FAILED);
+    EXPECT_EQ(outcome.lengthBytes, 0U);
 }
 
 TEST_F(SigningFaults, RuntimeConfigurationWithoutEntropyIsWrittenUnsigned) {
