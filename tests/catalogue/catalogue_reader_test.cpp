@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -107,6 +108,18 @@ TEST(CatalogueReader, HeaderFields) {
         file.at(changed.offset) = changed.value;
         EXPECT_EQ(Parse(file).code, changed.code) << changed.name;
     }
+}
+
+TEST(CatalogueReader, HeaderMustBeWholeWhateverTheFilesSize) {
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    CatalogueHeader header;
+    for (const std::size_t size : {0U, 3U, 4U, 1051U}) {
+        EXPECT_EQ(ReadCatalogueHeader(std::span(whole).first(size), whole.size(), header),
+                  ResultCode::FileInvalid)
+            << size;
+    }
+    EXPECT_EQ(ReadCatalogueHeader(std::span(whole).first(1052), whole.size(), header),
+              ResultCode::Ok);
 }
 
 TEST(CatalogueReader, AllOfTheBodyMayBeRevocationList) {

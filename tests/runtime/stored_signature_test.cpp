@@ -97,7 +97,8 @@ TEST_F(StoredSignatureTest, LengthMustBeThatOfTheKey) {
         signature_.lengthBytes = length;
         EXPECT_LT(Verify(), 0) << length;
     }
-    // Nothing outside the area is looked at.
+    // Nothing outside the area is looked at, and not the signature either.
+    signature_.area[0] ^= 1U;
     for (const std::uint32_t length : {1025U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         signature_.lengthBytes = length;
         EXPECT_EQ(Verify(), MBEDTLS_ERR_PK_SIG_LEN_MISMATCH) << length;
