@@ -18,7 +18,8 @@ bool SignBuffer(mbedtls_pk_context* privateKey, const std::uint8_t* data, std::s
         signature, signed_file::kSignatureAreaBytes);
     const SigningOutcome outcome = MakeSignature(privateKey, {data, length}, area);
     *signatureLength = outcome.lengthBytes;
-    return !outcome.isSeeded || outcome.result == 0;
+    // Nothing failed either where the generator could not be seeded, and nothing was signed.
+    return outcome.result == 0;
 }
 
 }  // namespace sealkeeper

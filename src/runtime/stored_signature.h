@@ -24,7 +24,7 @@ struct StoredSignature {
 struct SigningOutcome {
     // Whether the random generator could be seeded; nothing was signed otherwise.
     bool isSeeded = false;
-    // 0 or the library's error.
+    // 0 or the library's error; 0 where the generator could not be seeded.
     int result = 0;
     // How much of its area the signature takes; 0 where none was made.
     std::size_t lengthBytes = 0;

@@ -44,11 +44,11 @@ UNITS: Dict[str, Unit] = {
     "lzw": Unit(("catalogue/lzw/*.cpp",), "*Lzw*:HostileCatalogue*"),
     "signatures": Unit(
         ("catalogue/catalogue_signature.cpp", "runtime/sign*.cpp", "runtime/stored_signature.cpp"),
-        "CatalogueSignature*:Sign*:StoredSignature*",
+        "CatalogueSignature*:Sign*:StoredSignature*:FileStatusFaults*",
     ),
     "trust": Unit(
         ("runtime/certificate_trust.cpp", "runtime/mbedtls_result.cpp", "app/runtime_configuration_check.cpp"),
-        "CertificateTrust*:MbedTls*:TrustMaterial*:SigningFaults*:VerifyFaults*",
+        "CertificateTrust*:MbedTls*:TrustMaterial*:RuntimeConfigurationCheck*",
     ),
     "file-check": Unit(("catalogue/file_verification.cpp",), "FileVerification*:FileChanging*:ReaderFallback*"),
     "hashing": Unit(
