@@ -54,6 +54,40 @@ head -c 600 "$out/good/base_public.cer" > "$out/damaged/truncated.cer"
 printf 'not a key\n' > "$out/damaged/text.key"
 head -c 300 "$out/good/base_private.key" > "$out/damaged/truncated.key"
 
+# The forms of the good key that openssl writes. Newer versions write PKCS#1 only when told to, by an option that
+# others do not have.
+mkdir "$out/key-forms"
+pkcs1() {
+    openssl rsa -traditional -in "$out/good/base_private.key" "$@" 2>/dev/null ||
+        openssl rsa -in "$out/good/base_private.key" "$@" 2>/dev/null
+}
+pkcs8() { openssl pkcs8 -topk8 -in "$out/good/base_private.key" "$@"; }
+pkcs1 -out "$out/key-forms/pkcs1.pem"
+pkcs1 -outform DER -out "$out/key-forms/pkcs1.der"
+pkcs1 -aes128 -passout pass:secret -out "$out/key-forms/encrypted-pkcs1.pem"
+pkcs1 -camellia128 -passout pass:secret -out "$out/key-forms/camellia-pkcs1.pem"
+pkcs8 -nocrypt -out "$out/key-forms/pkcs8.pem"
+pkcs8 -nocrypt -outform DER -out "$out/key-forms/pkcs8.der"
+pkcs8 -passout pass:secret -out "$out/key-forms/encrypted-pkcs8.pem"
+pkcs8 -passout pass:secret -outform DER -out "$out/key-forms/encrypted-pkcs8.der"
+openssl rsa -in "$out/good/base_private.key" -pubout -out "$out/key-forms/public.pem" 2>/dev/null
+openssl rsa -in "$out/good/base_private.key" -pubout -outform DER -out "$out/key-forms/public.der" 2>/dev/null
+openssl pkcs12 -export -inkey "$out/good/base_private.key" -in "$out/damaged/pem.cer" -passout pass:secret \
+    -out "$out/key-forms/pkcs12"
+
+# Keys of other kinds, each with a certificate that nobody but itself issued.
+self_signed() {
+    openssl req -new -x509 -key "$out/$1/base_private.key" -subj "/CN=$product" -days 3650 -sha256 \
+        -outform DER -out "$out/$1/base_public.cer"
+}
+mkdir "$out/weak-key" "$out/exponent-3" "$out/curve-key"
+openssl genrsa -out "$out/weak-key/base_private.key" 1024 2>/dev/null
+openssl genrsa -3 -out "$out/exponent-3/base_private.key" 2048 2>/dev/null
+openssl ecparam -name prime256v1 -genkey -noout -out "$out/curve-key/base_private.key"
+for kind in weak-key exponent-3 curve-key; do
+    self_signed "$kind"
+done
+
 # Everything here is public, and tests of missing permissions read it as another user.
 chmod -R a+rX "$out"
 find "$out" -name '*.key' -exec chmod a+r {} +
