@@ -18,6 +18,7 @@
 #include "runtime/runtime_configuration_writer.h"
 #include "runtime/scramble.h"
 #include "runtime/sign_buffer.h"
+#include "runtime/signing_material.h"
 #include "runtime/signing_test_support.h"
 #include "runtime/stored_signature.h"
 #include "support/captured_output.h"
@@ -157,6 +158,34 @@ TEST_F(SigningFaults, RuntimeConfigurationWithoutEntropyIsWrittenUnsigned) {
     EXPECT_TRUE(IsAllZero(std::span(image).subspan(4, 1028)));
     std::fill(image.begin() + 4, image.begin() + 1032, std::uint8_t{0});
     EXPECT_NE(test::VerifySignature("good", image, std::array<std::uint8_t, kSignatureBytes>{}), 0);
+}
+
+// So that a lack of entropy shows where something is signed, and a bad key is told first.
+TEST(SigningMaterialFaults, RsaKeysAreReadAndComparedWithoutEntropy) {
+    struct Case {
+        std::string key;
+        std::string certificate;
+        int code;
+    };
+    const std::string good = test::CertificatePath("good");
+    const ScopedFault fault(Call::SeedGenerator);
+    for (const Case& one :
+         std::vector<Case>{{test::PrivateKeyPath("good"), good, 0},
+                           {test::CredentialPath("key-forms", "pkcs1.der"), good, 0},
+                           {test::CredentialPath("key-forms", "pkcs8.der"), good, 0},
+                           {test::PrivateKeyPath("big-key"), test::CertificatePath("big-key"), 0},
+                           {test::PrivateKeyPath("other-key"), good, 11},
+                           {test::CredentialPath("damaged", "truncated.key"), good, 15},
+                           {test::PrivateKeyPath("encrypted-key"), good, 16}}) {
+        SigningMaterial material;
+        CapturedOutput output;
+        EXPECT_EQ(ResultCodeNumber(LoadSigningMaterial({one.key, one.certificate, ""},
+                                                       test::kTestProductId, TrustCheck::Required,
+                                                       material)),
+                  one.code)
+            << one.key;
+    }
+    EXPECT_FALSE(fault.Struck());
 }
 
 // A disk may be full or fail at any of these.
