@@ -208,8 +208,8 @@ TEST(MemoryFaults, EveryAllocationOfListingACatalogueMayFail) {
     const MemoryOutcomes outcomes = FailEveryAllocation(
         {"sealkeeper", "list", path.c_str()},
         "[Warn] GetUnverifiedCatalogueFileList() failed. Code 7 (CatalogueError).\n");
-    // How many allocations there are depends on the compiler, which may do without some, and on what
-    // the process has already allocated for good.
+    // How many allocations there are depends on the compiler, which may do without some, and on
+    // what the process has already allocated for good.
     EXPECT_GT(outcomes.outOfMemory, 5U);
     EXPECT_GT(outcomes.withoutCatalogue, 3U);
 }
