@@ -6,36 +6,18 @@
 #include <string>
 
 #include "catalogue/stored_catalogue_support.h"
-#include "support/captured_output.h"
-#include "support/temp_directory.h"
+#include "support/list_fixture.h"
 
 namespace sealkeeper {
 namespace {
 
 using test::Bytes;
-using test::CapturedOutput;
-using test::TempDirectory;
 
-// Lists files; what is printed behind the first line is kept.
-class ListActionTest : public testing::Test {
+class ListActionTest : public test::ListFixture {
   protected:
-    ResultCode List(const std::string& path) {
-        CommandLineOptions options;
-        options.listPath = path;
-        CapturedOutput output;
-        const ResultCode code = RunListAction(options);
-        output_ = output.Take();
-        const std::string first = "[Info] Performing list action on: '" + path + "'.\n";
-        EXPECT_TRUE(output_.starts_with(first)) << output_;
-        output_.erase(0, first.size());
-        return code;
-    }
     ResultCode ListBytes(const Bytes& bytes) {
         return List(directory_.WriteFile("file", test::TextOfBytes(bytes)));
     }
-
-    TempDirectory directory_;
-    std::string output_;
 };
 
 // The command line refuses a path that does not resolve, so the action is asked alone.

@@ -7,32 +7,17 @@
 #include "app/list_action.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "fault/fault_injection.h"
-#include "support/captured_output.h"
-#include "support/temp_directory.h"
+#include "support/list_fixture.h"
 
 namespace sealkeeper {
 namespace {
 
 using test::Call;
-using test::CapturedOutput;
 using test::ScopedFault;
-using test::TempDirectory;
 using Reach = ScopedFault::Reach;
 
-class ListFaults : public testing::Test {
+class ListFaults : public test::ListFixture {
   protected:
-    // Also checks the first line; the rest is kept.
-    ResultCode List(const std::string& path) {
-        CommandLineOptions options;
-        options.listPath = path;
-        CapturedOutput output;
-        const ResultCode code = RunListAction(options);
-        output_ = output.Take();
-        const std::string first = "[Info] Performing list action on: '" + path + "'.\n";
-        EXPECT_TRUE(output_.starts_with(first)) << output_;
-        output_.erase(0, first.size());
-        return code;
-    }
     std::string CataloguePath() {
         return directory_.WriteFile(
             "base.bin", test::TextOfBytes(test::CatalogueOf(test::RecordOfFile(u"a", "hello"), 1)));
@@ -44,9 +29,6 @@ class ListFaults : public testing::Test {
     static std::string Unread(const std::string& path) {
         return "[Err!] Could not locate the file on disk: '" + path + "'.\n";
     }
-
-    TempDirectory directory_;
-    std::string output_;
 };
 
 TEST_F(ListFaults, FileIsOpenedOnce) {

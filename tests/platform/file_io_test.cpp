@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "support/temp_directory.h"
+#include "support/whole_files.h"
 
 namespace sealkeeper {
 namespace {
@@ -23,23 +24,10 @@ using test::TempDirectory;
 
 using Bytes = std::vector<std::uint8_t>;
 
-Bytes Pattern(std::size_t size) {
-    Bytes bytes(size);
-    for (std::size_t i = 0; i < size; ++i) {
-        bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 256);
-    }
-    return bytes;
-}
-
-const std::vector<std::size_t>& InterestingSizes() {
-    static const std::vector<std::size_t> sizes = {0, 1, 255, 4095, 4096, 4097, 3'000'001};
-    return sizes;
-}
-
 TEST(FileIo, ReadsWholeFiles) {
     const TempDirectory directory;
-    for (const std::size_t size : InterestingSizes()) {
-        const Bytes bytes = Pattern(size);
+    for (const std::size_t size : test::kWholeFileSizes) {
+        const Bytes bytes = test::Pattern(size);
         const std::string path = directory.WriteFile("a", std::string(bytes.begin(), bytes.end()));
         const auto read = ReadWholeFile(path);
         ASSERT_TRUE(read.has_value()) << size;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "support/temp_directory.h"
+#include "support/whole_files.h"
 
 namespace sealkeeper {
 namespace {
@@ -27,19 +28,6 @@ using test::TempDirectory;
 using Bytes = std::vector<std::uint8_t>;
 
 const Bytes kNew = {'n', 'e', 'w'};
-
-Bytes Pattern(std::size_t size) {
-    Bytes bytes(size);
-    for (std::size_t i = 0; i < size; ++i) {
-        bytes[i] = static_cast<std::uint8_t>(i * 31 + i / 256);
-    }
-    return bytes;
-}
-
-const std::vector<std::size_t>& InterestingSizes() {
-    static const std::vector<std::size_t> sizes = {0, 1, 255, 4095, 4096, 4097, 3'000'001};
-    return sizes;
-}
 
 mode_t ModeOf(const std::string& path) {
     struct stat status {};
@@ -88,8 +76,8 @@ class Pipe {
 
 TEST(OutputFile, WritesWholeFiles) {
     const TempDirectory directory;
-    for (const std::size_t size : InterestingSizes()) {
-        const Bytes bytes = Pattern(size);
+    for (const std::size_t size : test::kWholeFileSizes) {
+        const Bytes bytes = test::Pattern(size);
         EXPECT_EQ(WriteWholeFile(directory / "a", bytes), WriteOutcome::Written) << size;
         EXPECT_EQ(ReadFile(directory / "a"), std::string(bytes.begin(), bytes.end())) << size;
         EXPECT_EQ(CountNames(directory.Path()), 1U);
@@ -287,8 +275,8 @@ TEST(OutputFile, AFullDeviceFails) {
     if (!fs::exists("/dev/full")) {
         GTEST_SKIP() << "the system has no /dev/full";
     }
-    for (const std::size_t size : InterestingSizes()) {
-        EXPECT_EQ(WriteWholeFile("/dev/full", Pattern(size)),
+    for (const std::size_t size : test::kWholeFileSizes) {
+        EXPECT_EQ(WriteWholeFile("/dev/full", test::Pattern(size)),
                   size == 0 ? WriteOutcome::Written : WriteOutcome::WriteFailed)
             << size;
     }
