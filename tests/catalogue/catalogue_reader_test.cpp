@@ -150,6 +150,15 @@ TEST(CatalogueReader, BytesBehindTheLastRecordAreNotLookedAt) {
     EXPECT_EQ(Parse(CatalogueOf(raw, 4)).code, ResultCode::FileInvalid);
 }
 
+// Digests of one record may take the room that another would need.
+TEST(CatalogueReader, RecordThatIsNotThereIsNotTheOneBefore) {
+    const Bytes raw = test::Joined(
+        {RecordOf(0, u"a", std::vector<Sha256Digest>(17, DigestOf("x"))), RecordOf(0, u"b", {})});
+    ASSERT_GE(raw.size(), 3 * test::kRecordBytes);
+    EXPECT_EQ(Parse(CatalogueOf(raw, 2)).code, ResultCode::Ok);
+    EXPECT_EQ(Parse(CatalogueOf(raw, 3)).code, ResultCode::FileInvalid);
+}
+
 TEST(CatalogueReader, ReadsFiles) {
     const TempDirectory directory;
     const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <numeric>
 
 #include "catalogue/lzw/lzw_format.h"
 
@@ -23,9 +24,7 @@ static_assert(kBufferBytes > kRoomBytes);
 
 constexpr auto kOneByteStrings = [] {
     std::array<std::uint8_t, lzw::kOneByteStrings + kStepBytes> bytes{};
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        bytes[i] = static_cast<std::uint8_t>(i);
-    }
+    std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});
     return bytes;
 }();
 
