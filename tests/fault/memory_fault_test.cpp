@@ -12,6 +12,7 @@
 #include "runtime/runtime_configuration_writer.h"
 #include "runtime/signing_test_support.h"
 #include "support/captured_output.h"
+#include "support/child_process.h"
 #include "support/credentials.h"
 #include "support/temp_directory.h"
 
@@ -81,7 +82,8 @@ RunOutcome RunWithFault(const std::vector<const char*>& arguments, std::size_t a
         ScopedFault fault(Call::Allocation, allocation, ScopedFault::Reach::Once);
         const int status = RunProgram(static_cast<int>(arguments.size()), arguments.data());
         std::fflush(stdout);
-        _exit(fault.Struck() ? status : status | kNotStruckBit);
+        fault.Disarm();
+        test::EndChild(fault.Struck() ? status : status | kNotStruckBit);
     }
     int raw = 0;
     EXPECT_EQ(waitpid(child, &raw, 0), child);

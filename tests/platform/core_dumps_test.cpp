@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <cstdlib>
+#include "support/child_process.h"
 
 namespace sealkeeper {
 namespace {
@@ -23,7 +23,7 @@ TEST(CoreDumps, AreOffForGood) {
         getrlimit(RLIMIT_CORE, &limit);
         return limit.rlim_cur == 0 && limit.rlim_max == 0;
     };
-    EXPECT_EXIT(std::_Exit(areOff() ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(test::EndChild(areOff() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 
+#include "support/child_process.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -26,14 +26,19 @@ int ErrorOfBrokenPipe() {
     return write(ends[1], "a", 1) < 0 ? errno : 0;
 }
 
-// The error number of a write past the limit of file sizes, which stays as low.
+// The error number of a write past the limit of file sizes.
 int ErrorOfTooLargeFile(const std::string& path) {
-    constexpr rlimit kNone{0, 0};
+    rlimit before{};
     const int descriptor = open(path.c_str(), O_WRONLY);
-    if (descriptor < 0 || setrlimit(RLIMIT_FSIZE, &kNone) != 0) {
+    if (descriptor < 0 || getrlimit(RLIMIT_FSIZE, &before) != 0) {
         return 0;
     }
-    return write(descriptor, "a", 1) < 0 ? errno : 0;
+    const rlimit none{0, before.rlim_max};
+    if (setrlimit(RLIMIT_FSIZE, &none) != 0) {
+        return 0;
+    }
+    const int error = write(descriptor, "a", 1) < 0 ? errno : 0;
+    return setrlimit(RLIMIT_FSIZE, &before) == 0 ? error : 0;
 }
 
 // Each in a process of its own: the whole test run would ignore the signals.
@@ -46,18 +51,18 @@ TEST(OutputSignals, EndTheProcessOtherwise) {
         }
     };
     EXPECT_EXIT(actAsUsual();
-                std::_Exit(ErrorOfBrokenPipe()), testing::KilledBySignal(SIGPIPE), "");
+                test::EndChild(ErrorOfBrokenPipe()), testing::KilledBySignal(SIGPIPE), "");
     EXPECT_EXIT(actAsUsual();
-                std::_Exit(ErrorOfTooLargeFile(path)), testing::KilledBySignal(SIGXFSZ), "");
+                test::EndChild(ErrorOfTooLargeFile(path)), testing::KilledBySignal(SIGXFSZ), "");
 }
 
 TEST(OutputSignals, IgnoredWritingFailsInTheirPlace) {
     const TempDirectory directory;
     const std::string path = directory.WriteFile("a", "");
     EXPECT_EXIT(IgnoreOutputSignals();
-                std::_Exit(ErrorOfBrokenPipe()), testing::ExitedWithCode(EPIPE), "");
+                test::EndChild(ErrorOfBrokenPipe()), testing::ExitedWithCode(EPIPE), "");
     EXPECT_EXIT(IgnoreOutputSignals();
-                std::_Exit(ErrorOfTooLargeFile(path)), testing::ExitedWithCode(EFBIG), "");
+                test::EndChild(ErrorOfTooLargeFile(path)), testing::ExitedWithCode(EFBIG), "");
 }
 
 }  // namespace

@@ -1,0 +1,21 @@
+#include "support/child_process.h"
+
+#include <cstdlib>
+
+#ifdef SEALKEEPER_MEASURES_COVERAGE
+// Its functions are those of C; not every version says so.
+extern "C" {
+#include <gcov.h>
+}
+#endif
+
+namespace sealkeeper::test {
+
+void EndChild(int status) {
+#ifdef SEALKEEPER_MEASURES_COVERAGE
+    __gcov_dump();
+#endif
+    std::_Exit(status);
+}
+
+}  // namespace sealkeeper::test
