@@ -24,7 +24,11 @@ bool ConfigDocument::LoadConfigFile(const char* path) {
 }
 
 bool ConfigDocument::ParseConfigText(std::string_view text) {
-    return !text.empty() && ConfigScanner(text, *this).Scan();
+    if (text.empty()) {
+        return false;
+    }
+    ConfigScanner scanner(text, *this);
+    return scanner.Scan();
 }
 
 ConfigSection& ConfigDocument::GetSection(std::string& name) {

@@ -4,6 +4,7 @@
 #define SEALKEEPER_CONFIG_CONFIG_DOCUMENT_H
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -18,13 +19,14 @@ using StringPairs = std::map<std::string, std::string>;
 template <typename Value>
 class ConfigTable {
   public:
-    [[nodiscard]] bool Has(const std::string& key) const { return values_.contains(key); }
+    [[nodiscard]] bool Has(std::string_view key) const { return values_.contains(key); }
 
     // The value of `key`, entered with its default (false, 0, empty) when it is not there.
-    [[nodiscard]] Value& Get(const std::string& key) { return values_[key]; }
+    [[nodiscard]] Value& Get(std::string_view key) { return values_[std::string(key)]; }
 
   private:
-    std::map<std::string, Value> values_;
+    // With this order nothing is copied to look for a key.
+    std::map<std::string, Value, std::less<>> values_;
 };
 
 // One key may stand in several tables: a number is entered as an integer and as a flag.
