@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/processors.h"
 #include "support/captured_output.h"
 #include "support/temp_directory.h"
 
@@ -107,6 +110,38 @@ TEST(CommandLineParser, VerboseRaisesTheThreshold) {
 TEST(CommandLineParser, LastValueWins) {
     const auto parsed = Parse({"-productid", "A", "-productid=B", "-target_game_dir", "D"});
     EXPECT_EQ(parsed->options.productId, "B");
+}
+
+std::size_t JobsAfter(const std::vector<std::string>& jobs) {
+    std::vector<std::string> arguments = {"-productid=X", "-target_game_dir=D"};
+    arguments.insert(arguments.end(), jobs.begin(), jobs.end());
+    const auto parsed = Parse(arguments);
+    EXPECT_EQ(parsed->code, ResultCode::Ok);
+    EXPECT_EQ(parsed->output, std::string(kProductX) + kDirectoryD);
+    return parsed->options.jobs;
+}
+
+TEST(CommandLineParser, JobsAreANumberOfThreads) {
+    EXPECT_EQ(JobsAfter({}), 1U);
+    EXPECT_EQ(JobsAfter({"-jobs", "3"}), 3U);
+    EXPECT_EQ(JobsAfter({"-jobs=1"}), 1U);
+    EXPECT_EQ(JobsAfter({"-j=256"}), 256U);
+    EXPECT_EQ(JobsAfter({"-jobs=007"}), 7U);
+    EXPECT_EQ(JobsAfter({"-jobs=4", "-jobs", "2"}), 2U);
+}
+
+TEST(CommandLineParser, NoJobsAreOneForEachProcessor) {
+    EXPECT_EQ(JobsAfter({"-jobs", "0"}), std::min<std::size_t>(CountProcessors(), 256));
+}
+
+TEST(CommandLineParser, FaultyJobsPrintUsageAlone) {
+    for (const char* value :
+         {"", "257", "1000", "18446744073709551616", "x", "4x", "4 ", " 4", "+4", "-4", "0x4"}) {
+        SCOPED_TRACE(value);
+        ExpectFailure({"-jobs=" + std::string(value)}, Usage());
+    }
+    ExpectFailure({"-jobs"}, Usage());
+    ExpectFailure({"-jobs", "-4"}, Usage());
 }
 
 TEST(CommandLineParser, AttachedValueMayBeginWithADash) {

@@ -60,6 +60,14 @@ TEST(ConsoleLog, EmptyMessagePrintsNothing) {
     EXPECT_EQ(Logged(LogLevel::Error, ""), "");
 }
 
+TEST(ConsoleLog, MessageThatCannotBeFormattedPrintsNothing) {
+    // No character of Unicode.
+    const std::wstring noText(1, static_cast<wchar_t>(0x110000));
+    CapturedOutput output;
+    Log(LogLevel::Error, "before %ls behind\n", noText.c_str());
+    EXPECT_EQ(output.Take(), "");
+}
+
 TEST(ConsoleLog, CutsAtItsBuffer) {
     EXPECT_EQ(Logged(LogLevel::Info, std::string(4095, 'x')), "[Info] " + std::string(4095, 'x'));
     EXPECT_EQ(Logged(LogLevel::Info, std::string(4096, 'x')), "[Info] " + std::string(4095, 'x'));

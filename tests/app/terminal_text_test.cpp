@@ -94,5 +94,11 @@ TEST(TerminalText, TellsWhetherTextBeginsWithAControl) {
     EXPECT_FALSE(BeginsWithControl("\xC3\x9B"));
 }
 
+// As where a message is cut: what is behind the end is nobody's own.
+TEST(TerminalText, BehindTheMarkedTextNothingIsTheProgramsOwn) {
+    EXPECT_EQ(Written("a\nb\n", "a?b"), "a\nb\\x0a");
+    EXPECT_EQ(Written("a\n", ""), "a\\x0a");
+}
+
 }  // namespace
 }  // namespace sealkeeper

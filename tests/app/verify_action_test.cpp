@@ -41,5 +41,18 @@ TEST(VerifyAction, ResolvesTheDirectoryAgain) {
                                  "' does not match with existing directories.\n");
 }
 
+// Its catalogues have paths in wide text, so it cannot be the text that stands for what is none.
+TEST(VerifyAction, DirectoryWhoseNameIsNoTextHasNoCatalogues) {
+    const TempDirectory directory;
+    directory.WriteFile("g\xFF/Quorvane/Certificates/base.bin", "");
+    CommandLineOptions options;
+    options.verifyDir = directory / "g\xFF";
+    CapturedOutput output;
+    EXPECT_EQ(RunVerifyAction(options), ResultCode::SealkeeperIOError);
+    EXPECT_EQ(output.Take(),
+              "[Err!] The provided path: 'U82W_ERRORQuorvane/Certificates/' does not match with "
+              "existing directories.\n");
+}
+
 }  // namespace
 }  // namespace sealkeeper

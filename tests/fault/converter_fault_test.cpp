@@ -266,6 +266,24 @@ TEST_P(ConverterFaults, VerifyOfACatalogueOfAnotherName) {
     }
 }
 
+// A directory by the error text would be another game.
+TEST_P(ConverterFaults, VerifyOfADirectoryWithSuchAName) {
+    ASSERT_EQ(Generate(), 0) << output_;
+    const TempDirectory games;
+    const std::string game = games / "g\u00e9";
+    std::filesystem::copy(game_.Path(), game, std::filesystem::copy_options::recursive);
+    const auto verify = [this, &game] {
+        options_.verifyDir = game;
+        return Run([this] { return RunVerifyAction(options_); });
+    };
+    ASSERT_EQ(verify(), 0) << output_;
+    for (const Failing& failing : kFailures) {
+        const ScopedFault fault(failing.call, 0, failing.reach, ENOMEM);
+        EXPECT_EQ(verify(), 7);
+        EXPECT_EQ(output_, kMessage);
+    }
+}
+
 TEST_P(ConverterFaults, ListShowsNoErrorText) {
     ASSERT_EQ(Generate(), 0) << output_;
     ASSERT_EQ(List(), 0) << output_;

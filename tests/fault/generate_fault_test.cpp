@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <cstddef>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "catalogue/catalogue_test_support.h"
 #include "fault/fault_injection.h"
 #include "support/captured_output.h"
+#include "support/child_process.h"
 #include "support/credentials.h"
 #include "support/temp_directory.h"
 
@@ -197,7 +197,7 @@ TEST_F(GenerateFaults, CoreDumpsAreOffBeforeThePrivateKeyIsRead) {
         getrlimit(RLIMIT_CORE, &limit);
         return code == 35 && limit.rlim_cur == 0 && limit.rlim_max == 0;
     };
-    EXPECT_EXIT(std::_Exit(leavesNoCore() ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(test::EndChild(leavesNoCore() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 // The patterns are expanded first, "none*" in the game directory.
@@ -222,6 +222,17 @@ TEST_F(GenerateFaults, GameDirectoryThatMustNotBeRead) {
         "[Info] [Success] Certificate copied: " +
         Output("base.cer") + "\n"))
         << output_;
+}
+
+// Whether a name needs one shows only when all are collected, before runtime.conf is written.
+TEST_F(GenerateFaults, GameDirectoryThatFailsWhereAConverterIsMissing) {
+    const ScopedFault missing(Call::IconvOpen);
+    const ScopedFault fault(Call::Opendir, kListingOfGameDirectory, Reach::Once, EIO);
+    EXPECT_EQ(Run(), 3);
+    EXPECT_TRUE(
+        output_.ends_with("[Err!] Could not read the directory './': Input/output error.\n"))
+        << output_;
+    EXPECT_FALSE(HasOutput("runtime.conf"));
 }
 
 TEST_F(GenerateFaults, EntriesOfUnknownTypeAreAskedFor) {
