@@ -12,6 +12,7 @@
 #include <mbedtls/version.h>
 #include <mbedtls/x509_crt.h>
 #include <pthread.h>
+#include <sched.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -190,8 +191,12 @@ int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
     return result;
 }
 
-// Strikes by reporting another size.
+// The same.
 int fstat(int descriptor, struct stat* status) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::FstatFailure)) {
+        errno = FaultOf(Call::FstatFailure).value;
+        return -1;
+    }
     const int result = Real<int(int, struct stat*)>("fstat")(descriptor, status);
     if (Strikes(Call::Fstat)) {
         status->st_size = FaultOf(Call::Fstat).value;
@@ -363,6 +368,16 @@ int lstat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
     }
     return Real<int(const char*, struct stat*)>("lstat")(path, status);
 }
+
+#ifdef CPU_COUNT
+int sched_getaffinity(pid_t process, size_t bytes, cpu_set_t* allowed) SEALKEEPER_NOTHROW {
+    if (Strikes(Call::Affinity)) {
+        errno = EINVAL;
+        return -1;
+    }
+    return Real<int(pid_t, size_t, cpu_set_t*)>("sched_getaffinity")(process, bytes, allowed);
+}
+#endif
 
 int fnmatch(const char* pattern, const char* name, int flags) {
     if (Strikes(Call::Fnmatch)) {

@@ -16,6 +16,7 @@ enum class Call {
     Stat,
     StatFailure,
     Fstat,
+    FstatFailure,
     Open,
     Fdopen,
     Fseeko,
@@ -47,6 +48,8 @@ enum class Call {
     ReaddirTypes,
     Lstat,
     Fnmatch,
+    // The question on which processors the process may run.
+    Affinity,
     // Not failing, but telling another time, `value` in seconds.
     Time,
     SeedGenerator,
@@ -69,10 +72,10 @@ class ScopedFault {
     // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
     // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
     // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
-    // errno of `iconv`, `opendir`, `readdir`, `lstat` and `StatFailure`, the result of `fnmatch`
-    // and of the check of a chain, the size that `stat` or `fstat` reports, the bytes that `fread`
-    // and `ReadShort` deliver and `WriteShort` takes; and the errno of the calls on output files,
-    // if it is not 0.
+    // errno of `iconv`, `opendir`, `readdir`, `lstat` and the failures of `stat` and `fstat`, the
+    // result of `fnmatch` and of the check of a chain, the size that `stat` or `fstat` reports, the
+    // bytes that `fread` and `ReadShort` deliver and `WriteShort` takes; and the errno of the calls
+    // on output files, if it is not 0.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);

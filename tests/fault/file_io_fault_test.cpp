@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -61,6 +62,19 @@ TEST(FileIoFaults, WholeFileThatCannotBeRead) {
     EXPECT_TRUE(ReadWholeFile(path).has_value());
 }
 
+// To open one would let a waiting writer go, and what it writes be lost.
+TEST(FileIoFaults, FifoThatTakesTheFilesPlaceIsNotRead) {
+    const TempDirectory directory;
+    const std::string path = directory / "fifo";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    const int before = LowestFreeDescriptor();
+    // As if it had not been there when it was looked at.
+    const ScopedFault fault(Call::StatFailure, 0, Reach::Once, ENOENT);
+    EXPECT_EQ(ReadWholeFile(path), std::nullopt);
+    EXPECT_TRUE(fault.Struck());
+    EXPECT_EQ(LowestFreeDescriptor(), before);
+}
+
 TEST(FileIoFaults, SizeComesFromTheEndAndNotFromTheStatus) {
     const TempDirectory directory;
     const ScopedFault fault(Call::Fstat, 0, Reach::Once, -1);
@@ -103,6 +117,19 @@ TEST(FileIoFaults, DirectoryWhoseReadingFailsOnTheWay) {
     const ScopedFault fault(Call::Readdir, 1, Reach::Once, EACCES);
     EXPECT_EQ(ListDirectory(directory / "", entries), ResultCode::SealkeeperIOError);
     EXPECT_FALSE(entries.has_value());
+}
+
+TEST(FileIoFaults, DirectoryThatIsRemovedMeanwhileHasNoMoreEntries) {
+    const TempDirectory directory;
+    std::optional<DirectoryEntries> entries;
+    CapturedOutput output;
+    // Behind the two dots.
+    const ScopedFault fault(Call::Readdir, 2, Reach::Once, ENOENT);
+    EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::Ok);
+    EXPECT_TRUE(fault.Struck());
+    ASSERT_TRUE(entries.has_value());
+    EXPECT_EQ(entries->size(), 2U);
+    EXPECT_EQ(output.Take(), "");
 }
 
 TEST(FileIoFaults, EntryThatCannotBeLookedAt) {

@@ -77,5 +77,10 @@ TEST_F(FileStatusFaults, AnUnknownKeyFileIsNotOpened) {
                                  test::PrivateKeyPath("good") + "' (13).\n");
 }
 
+TEST_F(FileStatusFaults, AnOpenFileWhoseStatusIsNotToldIsUnknown) {
+    const ScopedFault fault(Call::FstatFailure, 0, kOnce, EIO);
+    EXPECT_EQ(StatusOfOpenFile(0), FileStatus{.type = FileType::Unknown});
+}
+
 }  // namespace
 }  // namespace sealkeeper

@@ -229,5 +229,54 @@ TEST_F(OutputFileFaults, WrittenInPlaceItCanFailAsWell) {
     EXPECT_EQ(Write(), WriteOutcome::OpenFailed);
 }
 
+TEST_F(OutputFileFaults, AFileWhoseStatusIsNotToldIsNotWritten) {
+    const ScopedFault fault(Call::FstatFailure, 0, Reach::Once, EIO);
+    EXPECT_EQ(Write(), WriteOutcome::OpenFailed);
+    EXPECT_TRUE(fault.Struck());
+    ExpectOld();
+}
+
+// After the old file and the two that may be the console.
+constexpr std::size_t kStatusOfTheNewFile = 3;
+
+TEST_F(OutputFileFaults, AModeThatIsNotToldIsNotTakenOver) {
+    {
+        const ScopedFault fault(Call::FstatFailure, kStatusOfTheNewFile, Reach::Once, EIO);
+        EXPECT_EQ(Write(), WriteOutcome::WriteFailed);
+        EXPECT_TRUE(fault.Struck());
+        ExpectOld();
+    }
+    const ScopedFault fault(Call::FstatFailure, kStatusOfTheNewFile, Reach::Once, ENOSYS);
+    EXPECT_EQ(Write(), WriteOutcome::Written);
+    EXPECT_TRUE(fault.Struck());
+    ExpectWrittenInPlace();
+}
+
+// Some file systems let nobody create a temporary file beside it.
+TEST_F(OutputFileFaults, ANewFileMayBeWrittenInPlace) {
+    fs::remove(path_);
+    fs::remove(hardLink_);
+    const ScopedFault fault(Call::Open, 1, Reach::Once, EPERM);
+    EXPECT_EQ(Write(), WriteOutcome::Written);
+    EXPECT_TRUE(fault.Struck());
+    EXPECT_EQ(ReadFile(path_), "new");
+    ExpectNames(1);
+}
+
+TEST_F(OutputFileFaults, AGroupAloneIsTakenOverToo) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "needs the superuser";
+    }
+    constexpr auto kUnchanged = static_cast<uid_t>(-1);
+    ASSERT_EQ(chown(path_.c_str(), kUnchanged, 34), 0);
+    test::ResetCallCount(Call::Fchown);
+    EXPECT_EQ(Write(), WriteOutcome::Written);
+    EXPECT_EQ(test::CallCount(Call::Fchown), 1U);
+    struct stat status {};
+    ASSERT_EQ(stat(path_.c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, 34U);
+    ExpectReplaced();
+}
+
 }  // namespace
 }  // namespace sealkeeper

@@ -261,5 +261,21 @@ TEST(FileSystem, StatusTellsWhichFileItIs) {
     EXPECT_EQ(StatusOfPath(directory / "a"), first);
 }
 
+TEST(FileStatus, DiffersByEachThatItTells) {
+    const FileStatus status{FileType::Regular, 1, 2, 3, 4, 5, 6};
+    EXPECT_EQ(status, FileStatus(status));
+    std::vector<FileStatus> others(7, status);
+    others[0].type = FileType::Other;
+    ++others[1].sizeBytes;
+    ++others[2].device;
+    ++others[3].serial;
+    ++others[4].linkCount;
+    ++others[5].changeSeconds;
+    ++others[6].changeNanoseconds;
+    for (const FileStatus& other : others) {
+        EXPECT_FALSE(status == other);
+    }
+}
+
 }  // namespace
 }  // namespace sealkeeper

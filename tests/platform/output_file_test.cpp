@@ -8,12 +8,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <string>
 #include <vector>
 
+#include "support/child_process.h"
 #include "support/temp_directory.h"
 #include "support/whole_files.h"
 
@@ -308,20 +308,57 @@ TEST(OutputFile, AnOpenPipeIsWritten) {
     EXPECT_EQ(pipe.Read(), "new");
 }
 
-// The process that this runs in has its standard output elsewhere.
-bool WritesIntoTheFileOfStandardOutput(const std::string& path) {
+// The process that this runs in has the file of `console`, and what leads to it, elsewhere.
+bool WritesIntoTheFileOf(int console, const std::string& path) {
     const int descriptor = open(path.c_str(), O_WRONLY | O_APPEND);
-    return dup2(descriptor, STDOUT_FILENO) == STDOUT_FILENO &&
-           WriteWholeFile("/dev/stdout", kNew) == WriteOutcome::Written &&
-           write(STDOUT_FILENO, " and more", 9) == 9;
+    return dup2(descriptor, console) == console &&
+           WriteWholeFile(path, kNew) == WriteOutcome::Written &&
+           write(console, " and more", 9) == 9;
 }
 
-TEST(OutputFile, TheFileThatStandardOutputGoesToIsWrittenInPlace) {
+TEST(OutputFile, TheFileThatTheConsoleGoesToIsWrittenInPlace) {
+    for (const int console : {STDOUT_FILENO, STDERR_FILENO}) {
+        const TempDirectory directory;
+        const std::string path = directory.WriteFile("console", "old content");
+        EXPECT_EXIT(test::EndChild(WritesIntoTheFileOf(console, path) ? 0 : 1),
+                    testing::ExitedWithCode(0), "");
+        EXPECT_EQ(ReadFile(path), "new and more");
+    }
+}
+
+TEST(OutputFile, WithoutAConsoleNoFileIsTakenForIt) {
     const TempDirectory directory;
-    const std::string path = directory.WriteFile("console", "old content");
-    EXPECT_EXIT(std::_Exit(WritesIntoTheFileOfStandardOutput(path) ? 0 : 1),
-                testing::ExitedWithCode(0), "");
-    EXPECT_EQ(ReadFile(path), "new and more");
+    const std::string path = directory.WriteFile("a", "old");
+    fs::create_hard_link(path, directory / "link");
+    const auto writes = [&path] {
+        close(STDOUT_FILENO);
+        close(STDERR_FILENO);
+        return WriteWholeFile(path, kNew) == WriteOutcome::Written;
+    };
+    EXPECT_EXIT(test::EndChild(writes() ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(ReadFile(directory / "link"), "old") << "replaced, not written in place";
+}
+
+// The system follows a link step by step; its path as a whole may be longer than any that it takes.
+TEST(OutputFile, LinksWhoseTargetHasNoPathOfItsOwn) {
+    const TempDirectory directory;
+    std::string half;
+    for (int depth = 0; depth < 12; ++depth) {
+        half += std::string(180, 'd') + "/";
+    }
+    fs::create_directories(directory / half);
+    const std::string link = directory / (half + "link");
+    fs::create_symlink(half + "a", link);
+    EXPECT_EQ(WriteWholeFile(link, kNew), WriteOutcome::OpenFailed) << "where it leads is nothing";
+    const ScopedCurrentDirectory here(directory / half);
+    fs::create_directories(half);
+    EXPECT_EQ(WriteWholeFile(link, kNew), WriteOutcome::OpenFailed) << "nothing is there yet";
+    close(open((half + "a").c_str(), O_WRONLY | O_CREAT, 0600));
+    EXPECT_EQ(WriteWholeFile(link, kNew), WriteOutcome::Written) << "in place";
+    EXPECT_EQ(ReadFile(half + "a"), "new");
+    // From here its path is short enough.
+    fs::remove_all(half.substr(0, half.find('/')));
 }
 
 TEST(OutputFile, AnOpenFileWithoutANameIsWrittenInPlace) {

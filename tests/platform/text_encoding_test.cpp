@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <clocale>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -217,6 +218,18 @@ TEST(TextEncoding, NoStateIsKeptBetweenCalls) {
     EXPECT_EQ(Utf8ToWide("\xAC"), L"U82W_ERROR");
     EXPECT_EQ(Utf8ToWide("a"), L"a");
     EXPECT_EQ(WideToUtf8(L"a"), "a");
+}
+
+TEST(TextEncoding, NarrowTextThatTheLocaleCannotConvertIsNothing) {
+    if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) {
+        GTEST_SKIP() << "the system has no locale C.UTF-8";
+    }
+    const std::wstring converted = NarrowToWide("\xC3\xA9");
+    const std::wstring notConverted = NarrowToWide("a\xFF");
+    // That of the program.
+    std::setlocale(LC_CTYPE, "C");
+    EXPECT_EQ(converted, L"\u00E9");
+    EXPECT_EQ(notConverted, L"");
 }
 
 TEST(TextEncoding, NarrowTextIsWidenedToItsTerminatingZero) {
