@@ -1,19 +1,21 @@
 #!/usr/bin/env bash
-# Installs what the build, with --tests what the tests, with --bench what the benchmarks, and with
-# --mutation what tools/mutate.sh needs:
+# Installs what the build, with --tests what the tests, with --bench what the benchmarks, with
+# --mutation what tools/mutate.sh, and with --coverage what tools/coverage.sh needs:
 # Debian's packages through apt, macOS's through Homebrew. Does nothing when all of it is there.
 set -euo pipefail
 
 with_tests=no
 with_bench=no
 with_mutation=no
+with_coverage=no
 for option in "$@"; do
     case "$option" in
         --tests) with_tests=yes ;;
         --bench) with_bench=yes ;;
         --mutation) with_mutation=yes ;;
+        --coverage) with_coverage=yes ;;
         *)
-            echo "usage: install-packages.sh [--tests] [--bench] [--mutation]" >&2
+            echo "usage: install-packages.sh [--tests] [--bench] [--mutation] [--coverage]" >&2
             exit 1
             ;;
     esac
@@ -29,6 +31,9 @@ install_on_debian() {
     fi
     if [ "$with_mutation" = yes ]; then
         wanted="$wanted python3-clang"
+    fi
+    if [ "$with_coverage" = yes ]; then
+        wanted="$wanted gcovr"
     fi
     local missing="" package
     for package in $wanted; do
@@ -60,6 +65,9 @@ install_on_macos() {
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted google-benchmark openssl@3 rhash md5deep coreutils gnu-time"
+    fi
+    if [ "$with_coverage" = yes ]; then
+        wanted="$wanted gcovr"
     fi
     local package
     for package in $wanted; do
