@@ -70,7 +70,7 @@ TEST(FileIoFaults, FifoThatTakesTheFilesPlaceIsNotRead) {
     const int before = LowestFreeDescriptor();
     // As if it had not been there when it was looked at.
     const ScopedFault fault(Call::StatFailure, 0, Reach::Once, ENOENT);
-    EXPECT_EQ(ReadWholeFile(path), std::nullopt);
+    EXPECT_EQ(OpenForReading(path).stream, nullptr);
     EXPECT_TRUE(fault.Struck());
     EXPECT_EQ(LowestFreeDescriptor(), before);
 }
