@@ -58,6 +58,14 @@ TEST(HostileCatalogue, DigestCounts) {
     }
 }
 
+TEST(HostileCatalogue, DigestsThatReachIntoTheNextRecord) {
+    Bytes raw = Joined({RecordOf(0, u"one", {}), RecordOf(0, u"two", {})});
+    EXPECT_EQ(Parse(CatalogueOf(raw, 2)).code, ResultCode::Ok);
+    StoreAt(raw, test::kDigestCountOffset, 1U);
+    EXPECT_EQ(Parse(CatalogueOf(raw, 1)).code, ResultCode::Ok);
+    EXPECT_EQ(Parse(CatalogueOf(raw, 2)).code, ResultCode::FileInvalid);
+}
+
 TEST(HostileCatalogue, EveryTruncationOfTheEntryBlockIsInvalid) {
     const Bytes raw = Joined({RecordOf(0, u"none", {}), RecordOfFile(u"a", "hello")});
     for (std::size_t size = 1; size < raw.size(); ++size) {

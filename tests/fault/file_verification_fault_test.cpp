@@ -309,5 +309,32 @@ TEST_F(FileVerificationFaults, NoMemoryForTheSecondReading) {
     EXPECT_GE(failedForThisFile, 3U);
 }
 
+// The chunk after one that was recovered is not compared, but it is to be read all the same.
+TEST_F(FileVerificationFaults, NoMemoryToReadOnceMore) {
+    ChangeChunks({0});
+    const std::size_t afterRecovered = 1;
+    EXPECT_EQ(Verify(AcceptEvery), ResultCode::Ok);
+    std::size_t failedForThisFile = 0;
+    bool struck = true;
+    for (std::size_t allocation = 0; struck; ++allocation) {
+        ASSERT_LT(allocation, 100U);
+        CapturedOutput output;
+        const ScopedFault reading(Call::ReadChunk, afterRecovered, Reach::Once);
+        ScopedFault fault(Call::Allocation, allocation, Reach::Once);
+        try {
+            const ResultCode code = entry_->VerifyCatalogueFile(L"a", AcceptEvery, nullptr);
+            fault.Disarm();
+            struck = fault.Struck();
+            EXPECT_EQ(code, struck ? kIoError : ResultCode::Ok) << allocation;
+            failedForThisFile += struck ? 1 : 0;
+        } catch (const std::bad_alloc&) {
+            // Memory that runs out elsewhere is for the caller to report.
+            fault.Disarm();
+        }
+    }
+    // The buffers of the second reader and of the first one.
+    EXPECT_GE(failedForThisFile, 2U);
+}
+
 }  // namespace
 }  // namespace sealkeeper
