@@ -15,5 +15,5 @@ cmake --build --preset coverage --target sealkeeper_unit_tests sealkeeper_thread
 find "$build" -name '*.gcda' -delete
 ctest --preset coverage -j "$jobs" --no-tests=error
 gcovr --root . --object-directory "$build" --filter src/ --exclude-throw-branches --exclude-unreachable-branches \
-    --json "$build/coverage.json" "$build/src"
+    --json "$build/coverage.json" "$build"
 python3 -B tools/coverage/check_coverage.py "$build/coverage.json"

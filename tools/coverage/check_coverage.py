@@ -11,7 +11,7 @@ import json
 import sys
 from dataclasses import dataclass, field
 from pathlib import Path
-from typing import Dict, List, Set, Tuple
+from typing import Dict, List, Tuple
 
 HERE = Path(__file__).resolve().parent
 ROOT = HERE.parent.parent
@@ -83,20 +83,19 @@ def read_file(entry: dict) -> File:
     return file
 
 
-def named_places() -> Dict[Place, str]:
+def named_places() -> Dict[Place, List[str]]:
     """The reasons of unreached.txt, whose lines hold a path, the text of a line and the reason, with " | " between."""
-    reasons: Dict[Place, str] = {}
+    reasons: Dict[Place, List[str]] = {}
     for line in (HERE / "unreached.txt").read_text(encoding="utf-8").splitlines():
         if line and not line.startswith("#"):
             path, text, reason = line.split(" | ")
-            reasons[path, text] = reason
+            reasons.setdefault((path, text), []).append(reason)
     return reasons
 
 
 def judge_trust_path(files: List[File]) -> bool:
-    """Prints what was not run of the trust path. False where something is that has no reason."""
+    """Prints what was not run of the trust path. False where something is that has no reason. Each excuses one line."""
     reasons = named_places()
-    met: Set[Place] = set()
     is_whole = True
     for file in files:
         if file.path not in TRUST_PATH:
@@ -104,10 +103,10 @@ def judge_trust_path(files: List[File]) -> bool:
         texts = file.texts()
         for number in file.unreached:
             place = (file.path, texts[number - 1])
-            met.add(place)
-            is_whole = is_whole and place in reasons
-            print(f"{file.path}:{number}: {place[1]}\n    {reasons.get(place, 'NOT RUN IN FULL')}")
-    for path, text in sorted(set(reasons) - met):
+            left = reasons.get(place, [])
+            is_whole = is_whole and bool(left)
+            print(f"{file.path}:{number}: {place[1]}\n    {left.pop(0) if left else 'NOT RUN IN FULL'}")
+    for path, text in sorted(place for place, left in reasons.items() if left):
         print(f"{path}: {text}\n    is named as not run, but is run in full or is there no more")
     missing = set(TRUST_PATH) - {file.path for file in files}
     for path in sorted(missing):
