@@ -66,7 +66,9 @@ class ChunkJudge {
 
     bool HasBuffer() {
         try {
-            hasBuffer_ = hasBuffer_ || reader_.AllocateBuffer(entry_.FileSizeBytes());
+            if (!hasBuffer_) {
+                hasBuffer_ = reader_.AllocateBuffer(entry_.FileSizeBytes());
+            }
         } catch (const std::bad_alloc&) {
             // To have no memory for another reading fails this file alone.
         }

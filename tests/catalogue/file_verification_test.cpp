@@ -191,14 +191,15 @@ TEST_F(FileVerificationTest, ChunkBehindAnAcceptedOneIsNotCompared) {
         {"the last chunk may pass", {2, 3}, 1, ResultCode::Ok, {3 * kChunk}},
         {"nothing is accepted", {0, 1}, 0, kHashMismatch, {kChunk}},
     };
+    const auto entry = EntryOf(test::RecordOfFile(u"a", listed));
     for (const LenientCase& lenient : cases) {
+        directory_.WriteFile("a", ChangedChunks(listed, lenient.changed));
         Asked asked{lenient.accepts, {}, {}};
-        EXPECT_EQ(VerifyContent(ChangedChunks(listed, lenient.changed), listed, AcceptSome, &asked),
-                  lenient.code)
-            << lenient.name;
+        EXPECT_EQ(Verify(*entry, L"a", AcceptSome, &asked), lenient.code) << lenient.name;
         EXPECT_EQ(asked.positions, lenient.positions) << lenient.name;
     }
-    EXPECT_EQ(VerifyContent(ChangedChunks(listed, {0, 1}), listed), kHashMismatch);
+    directory_.WriteFile("a", ChangedChunks(listed, {0, 1}));
+    EXPECT_EQ(Verify(*entry), kHashMismatch);
 }
 
 TEST_F(FileVerificationTest, WhatCannotBeOpened) {

@@ -282,6 +282,45 @@ TEST_F(FileVerificationFaults, SecondReaderThatFails) {
     EXPECT_EQ(Verify(), kHashMismatch);
 }
 
+// What is left of the leniency after a recovery needs a reading, too.
+TEST_F(FileVerificationFaults, NoMemoryForReadingOnceMore) {
+    EXPECT_EQ(Verify(), ResultCode::Ok);
+    for (const bool isLenient : {false, true}) {
+        std::size_t failedForThisFile = 0;
+        bool struck = true;
+        for (std::size_t allocation = 0; struck; ++allocation) {
+            ASSERT_LT(allocation, 100U);
+            const CapturedOutput quiet;
+            const ScopedFault reading(Call::ReadChunk, isLenient ? kFirstReadOfLenientChunk : 0,
+                                      Reach::Once);
+            ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
+            if (!isLenient) {
+                bytes.Disarm();
+            }
+            ScopedFault fault(Call::Allocation, allocation, Reach::Once);
+            try {
+                const ResultCode code = entry_->VerifyCatalogueFile(L"a", nullptr, nullptr);
+                fault.Disarm();
+                struck = fault.Struck();
+                EXPECT_EQ(code, struck ? kIoError : ResultCode::Ok) << allocation;
+                failedForThisFile += struck ? 1 : 0;
+            } catch (const std::bad_alloc&) {
+                // Memory that runs out elsewhere is for the caller to report.
+                fault.Disarm();
+            }
+        }
+        EXPECT_GE(failedForThisFile, 1U);
+    }
+}
+
+TEST_F(FileVerificationFaults, FileThatWasReadOnceIsLookedAtOnce) {
+    directory_.WriteFile("a", "first");
+    directory_.WriteFile("b", "second");
+    ResetCallCount(Call::Fstat);
+    EXPECT_EQ(VerifyBoth(), (std::vector<ResultCode>{ResultCode::Ok, ResultCode::Ok}));
+    EXPECT_EQ(CallCount(Call::Fstat), 2U);
+}
+
 TEST_F(FileVerificationFaults, NoMemoryForTheSecondReading) {
     ChangeChunks({0});
     // What is allocated once in a process is there before allocations are counted.
