@@ -1,4 +1,4 @@
-// What building an entry block asks of memory.
+// What building an entry block asks of memory and of the system.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -9,7 +9,10 @@
 #include "catalogue/hashing/make_chunk_hasher.h"
 #include "catalogue/path_alias.h"
 #include "fault/fault_injection.h"
+#include "platform/file_system.h"
+#include "platform/text_encoding.h"
 #include "support/captured_output.h"
+#include "support/temp_directory.h"
 
 namespace sealkeeper {
 namespace {
@@ -25,6 +28,21 @@ TEST(CatalogueWriterMemory, HoldsTheCompressedFormAlone) {
     EXPECT_EQ(BuildEntryBlock(files, {}, MakeChunkHasher(), block), ResultCode::Ok);
     EXPECT_EQ(block.entryCount, files.size());
     EXPECT_LT(test::LargestAllocation(), block.uncompressedBytes * 3 / 4);
+}
+
+TEST(CatalogueWriterCalls, WhatTheWalkSawIsNotLookedAtAgain) {
+    const test::TempDirectory directory;
+    std::vector<FoundFile> files;
+    for (const std::string name : {"a", "b", "c"}) {
+        const std::string path = directory.WriteFile(name, "hello");
+        files.push_back({Utf8ToWide(path), StatusOfPath(path)});
+    }
+    EntryBlock block;
+    const test::CapturedOutput quiet;
+    test::ResetCallCount(Call::Stat);
+    EXPECT_EQ(BuildEntryBlock(files, {}, MakeChunkHasher(), block), ResultCode::Ok);
+    // The first file's turn comes as it is opened.
+    EXPECT_EQ(test::CallCount(Call::Stat), 1U);
 }
 
 TEST(CatalogueWriterMemory, WithoutAliasesNoPathIsConverted) {

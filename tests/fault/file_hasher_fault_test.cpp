@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -106,6 +107,20 @@ TEST(FileHasherFaults, FileAheadThatCannotBeOpenedIsNotRead) {
     EXPECT_EQ(second.file, nullptr);
     EXPECT_EQ(second.chunkCount, 0U);
     EXPECT_FALSE(hasher.HasFileChanged());
+}
+
+// Who held it may have changed it.
+TEST(FileHasherFaults, FileThatHadToBeWaitedForIsLookedAtAgain) {
+    const TempDirectory directory;
+    const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
+    const test::ScopedFault before(Call::Stat, 0, test::ScopedFault::Reach::Once, 99);
+    const test::ScopedFault held(Call::Open, 0, test::ScopedFault::Reach::Once, EWOULDBLOCK);
+    const FileToHash file = OpenCollectedFile(path);
+    EXPECT_TRUE(before.Struck());
+    EXPECT_TRUE(held.Struck());
+    ASSERT_NE(file.file, nullptr);
+    EXPECT_EQ(file.status.sizeBytes, 5);
+    EXPECT_EQ(file.sizeBytes, 5U);
 }
 
 // The other systems' advice cannot be counted here.
