@@ -124,11 +124,12 @@ std::optional<WriteOutcome> Replace(const std::string& target, const struct stat
         return UnlessRefused(WriteOutcome::OpenFailed);
     }
     FileDescriptor& descriptor = temporary.Descriptor();
-    if (old != nullptr && !TakeOver(*old, descriptor.Get())) {
-        return UnlessRefused(WriteOutcome::WriteFailed);
-    }
     if (!descriptor.Write(bytes)) {
         return WriteOutcome::WriteFailed;
+    }
+    // Writing takes away the bits by which a program runs as its owner or group.
+    if (old != nullptr && !TakeOver(*old, descriptor.Get())) {
+        return UnlessRefused(WriteOutcome::WriteFailed);
     }
     if (!descriptor.Synchronise()) {
         return WriteOutcome::WriteFailed;
