@@ -5,9 +5,11 @@
 namespace sealkeeper {
 
 void SwitchOffCoreDumps() {
-    // Lowering a limit is open to every process.
-    constexpr rlimit kNone{0, 0};
-    static_cast<void>(setrlimit(RLIMIT_CORE, &kNone));
+    rlimit limit{};
+    static_cast<void>(getrlimit(RLIMIT_CORE, &limit));
+    // Lowering it is open to every process.
+    limit.rlim_cur = 0;
+    static_cast<void>(setrlimit(RLIMIT_CORE, &limit));
 }
 
 }  // namespace sealkeeper

@@ -4,8 +4,8 @@
 
 namespace sealkeeper {
 
-// From now on, a crash writes no core file, which would hold what is in memory; for good. A system
-// that hands core dumps to another program tells that program so.
+// From now on, a crash writes no core file, which would hold what is in memory. A system that hands
+// core dumps to another program tells that program so.
 void SwitchOffCoreDumps();
 
 }  // namespace sealkeeper
