@@ -1,13 +1,16 @@
 #include "app/command_line_parser.h"
 
 #include <gtest/gtest.h>
+#include <sched.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "fault/fault_injection.h"
 #include "platform/processors.h"
 #include "support/captured_output.h"
 #include "support/temp_directory.h"
@@ -132,6 +135,13 @@ TEST(CommandLineParser, JobsAreANumberOfThreads) {
 
 TEST(CommandLineParser, NoJobsAreOneForEachProcessor) {
     EXPECT_EQ(JobsAfter({"-jobs", "0"}), std::min<std::size_t>(CountProcessors(), 256));
+#ifdef CPU_COUNT
+    using Reach = test::ScopedFault::Reach;
+    for (const auto& [processors, jobs] : {std::pair{3, 3U}, std::pair{300, 256U}}) {
+        const test::ScopedFault told(test::Call::Affinity, 0, Reach::Onwards, processors);
+        EXPECT_EQ(JobsAfter({"-jobs", "0"}), jobs);
+    }
+#endif
 }
 
 TEST(CommandLineParser, FaultyJobsPrintUsageAlone) {

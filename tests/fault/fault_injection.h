@@ -1,5 +1,5 @@
 // Failing system and library calls. The test executable defines its own versions of some functions
-// (fault_injection.cpp), which the code under test, linked statically, then calls. Each forwards to
+// (interposed_*.cpp), which the code under test, linked statically, then calls. Each forwards to
 // the real function until a test arms a fault for it.
 #ifndef SEALKEEPER_TESTS_FAULT_FAULT_INJECTION_H
 #define SEALKEEPER_TESTS_FAULT_FAULT_INJECTION_H
@@ -48,8 +48,10 @@ enum class Call {
     ReaddirTypes,
     Lstat,
     Fnmatch,
-    // The question on which processors the process may run.
+    // Not failing, but telling that the process may run on another number of processors.
     Affinity,
+    // The same question.
+    AffinityFailure,
     // Not failing, but telling another time, `value` in seconds.
     Time,
     SeedGenerator,
@@ -99,6 +101,14 @@ void ResetCallCount(Call call);
 // The bytes of the largest allocation since the last `ResetLargestAllocation`.
 [[nodiscard]] std::size_t LargestAllocation();
 void ResetLargestAllocation();
+
+struct MemoryRange {
+    const void* start = nullptr;
+    std::size_t bytes = 0;
+};
+
+// The memory that large pages were last asked for; none where the system has no such wish.
+[[nodiscard]] MemoryRange LastLargePages();
 
 }  // namespace sealkeeper::test
 

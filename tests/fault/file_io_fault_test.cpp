@@ -123,7 +123,7 @@ TEST(FileIoFaults, DirectoryThatIsRemovedMeanwhileHasNoMoreEntries) {
     const TempDirectory directory;
     std::optional<DirectoryEntries> entries;
     CapturedOutput output;
-    // Behind the two dots.
+    // After the two dots.
     const ScopedFault fault(Call::Readdir, 2, Reach::Once, ENOENT);
     EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::Ok);
     EXPECT_TRUE(fault.Struck());

@@ -108,7 +108,7 @@ TEST_F(FileVerificationFaults, ReadThatFailsTwiceIsAnError) {
         for (const int delivered : {0, 3}) {
             const ScopedFault fault(Call::ReadChunk, chunk, Reach::Onwards, delivered);
             EXPECT_EQ(Verify(AcceptEvery), kIoError) << chunk;
-            // The chunks behind it are not tried.
+            // The chunks after it are not tried.
             EXPECT_EQ(CallCount(Call::ReadChunk), chunk + 2);
         }
     }
@@ -223,7 +223,7 @@ TEST_F(FileVerificationFaults, FileAheadThatCannotBeOpenedIsNotRead) {
     EXPECT_TRUE(fault.Struck());
 }
 
-TEST_F(FileVerificationFaults, ChunkBehindOneReadAfreshIsNotCompared) {
+TEST_F(FileVerificationFaults, ChunkAfterOneReadAfreshIsNotCompared) {
     ChangeChunks({1});
     {
         const ScopedFault fault(Call::ReadChunkBytes, 0, Reach::Once);
@@ -282,35 +282,52 @@ TEST_F(FileVerificationFaults, SecondReaderThatFails) {
     EXPECT_EQ(Verify(), kHashMismatch);
 }
 
-// What is left of the leniency after a recovery needs a reading, too.
-TEST_F(FileVerificationFaults, NoMemoryForReadingOnceMore) {
-    EXPECT_EQ(Verify(), ResultCode::Ok);
-    for (const bool isLenient : {false, true}) {
-        std::size_t failedForThisFile = 0;
-        bool struck = true;
-        for (std::size_t allocation = 0; struck; ++allocation) {
-            ASSERT_LT(allocation, 100U);
-            const CapturedOutput quiet;
-            const ScopedFault reading(Call::ReadChunk, isLenient ? kFirstReadOfLenientChunk : 0,
-                                      Reach::Once);
-            ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
-            if (!isLenient) {
-                bytes.Disarm();
+// Runs `check` with each of its allocations failing in turn. Where that is one for the file alone,
+// it comes to an I/O error, otherwise to `clean`; memory that runs out elsewhere is for the caller
+// to report. Returns how many were for the file.
+template <typename Check>
+std::size_t FailEachAllocation(ResultCode clean, Check check) {
+    constexpr std::size_t kMoreThanAnyCheckMakes = 100;
+    std::size_t failedForTheFile = 0;
+    for (std::size_t allocation = 0; allocation < kMoreThanAnyCheckMakes; ++allocation) {
+        const CapturedOutput quiet;
+        ScopedFault fault(Call::Allocation, allocation, Reach::Once);
+        try {
+            const ResultCode code = check();
+            fault.Disarm();
+            EXPECT_EQ(code, fault.Struck() ? kIoError : clean) << allocation;
+            if (!fault.Struck()) {
+                return failedForTheFile;
             }
-            ScopedFault fault(Call::Allocation, allocation, Reach::Once);
-            try {
-                const ResultCode code = entry_->VerifyCatalogueFile(L"a", nullptr, nullptr);
-                fault.Disarm();
-                struck = fault.Struck();
-                EXPECT_EQ(code, struck ? kIoError : ResultCode::Ok) << allocation;
-                failedForThisFile += struck ? 1 : 0;
-            } catch (const std::bad_alloc&) {
-                // Memory that runs out elsewhere is for the caller to report.
-                fault.Disarm();
-            }
+            ++failedForTheFile;
+        } catch (const std::bad_alloc&) {
+            fault.Disarm();
         }
-        EXPECT_GE(failedForThisFile, 1U);
     }
+    ADD_FAILURE() << "there is no end of allocations";
+    return failedForTheFile;
+}
+
+TEST_F(FileVerificationFaults, NoMemoryToReadAChunkAgain) {
+    EXPECT_EQ(Verify(), ResultCode::Ok);
+    EXPECT_GE(FailEachAllocation(ResultCode::Ok,
+                                 [this] {
+                                     const ScopedFault reading(Call::ReadChunk, 0, Reach::Once);
+                                     const ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
+                                     return entry_->VerifyCatalogueFile(L"a", nullptr, nullptr);
+                                 }),
+              1U);
+}
+
+TEST_F(FileVerificationFaults, NoMemoryToReadALaterChunkAgain) {
+    EXPECT_EQ(Verify(), ResultCode::Ok);
+    EXPECT_GE(FailEachAllocation(ResultCode::Ok,
+                                 [this] {
+                                     const ScopedFault reading(
+                                         Call::ReadChunk, kFirstReadOfLenientChunk, Reach::Once);
+                                     return entry_->VerifyCatalogueFile(L"a", nullptr, nullptr);
+                                 }),
+              1U);
 }
 
 TEST_F(FileVerificationFaults, FileThatWasReadOnceIsLookedAtOnce) {
@@ -321,58 +338,32 @@ TEST_F(FileVerificationFaults, FileThatWasReadOnceIsLookedAtOnce) {
     EXPECT_EQ(CallCount(Call::Fstat), 2U);
 }
 
-TEST_F(FileVerificationFaults, NoMemoryForTheSecondReading) {
+TEST_F(FileVerificationFaults, NoMemoryForTheSecondReader) {
     ChangeChunks({0});
     // What is allocated once in a process is there before allocations are counted.
     EXPECT_EQ(Verify(), kHashMismatch);
-    std::size_t failedForThisFile = 0;
-    bool struck = true;
     // Long enough to be allocated.
     const std::wstring path = L"././././././././././././a";
-    for (std::size_t allocation = 0; struck; ++allocation) {
-        ASSERT_LT(allocation, 100U);
-        CapturedOutput output;
-        ScopedFault fault(Call::Allocation, allocation, Reach::Once);
-        try {
-            const ResultCode code = entry_->VerifyCatalogueFile(path, nullptr, nullptr);
-            fault.Disarm();
-            struck = fault.Struck();
-            EXPECT_EQ(code, struck ? kIoError : kHashMismatch) << allocation;
-            failedForThisFile += struck ? 1 : 0;
-        } catch (const std::bad_alloc&) {
-            // Memory that runs out elsewhere is for the caller to report.
-            fault.Disarm();
-        }
-    }
     // The second reader's path, the form of it that is opened, and the buffer.
-    EXPECT_GE(failedForThisFile, 3U);
+    EXPECT_GE(
+        FailEachAllocation(kHashMismatch,
+                           [&] { return entry_->VerifyCatalogueFile(path, nullptr, nullptr); }),
+        3U);
 }
 
 // The chunk after one that was recovered is not compared, but it is to be read all the same.
-TEST_F(FileVerificationFaults, NoMemoryToReadOnceMore) {
+TEST_F(FileVerificationFaults, NoMemoryToReadWhatIsNotCompared) {
     ChangeChunks({0});
-    const std::size_t afterRecovered = 1;
+    constexpr std::size_t kAfterRecovered = 1;
     EXPECT_EQ(Verify(AcceptEvery), ResultCode::Ok);
-    std::size_t failedForThisFile = 0;
-    bool struck = true;
-    for (std::size_t allocation = 0; struck; ++allocation) {
-        ASSERT_LT(allocation, 100U);
-        CapturedOutput output;
-        const ScopedFault reading(Call::ReadChunk, afterRecovered, Reach::Once);
-        ScopedFault fault(Call::Allocation, allocation, Reach::Once);
-        try {
-            const ResultCode code = entry_->VerifyCatalogueFile(L"a", AcceptEvery, nullptr);
-            fault.Disarm();
-            struck = fault.Struck();
-            EXPECT_EQ(code, struck ? kIoError : ResultCode::Ok) << allocation;
-            failedForThisFile += struck ? 1 : 0;
-        } catch (const std::bad_alloc&) {
-            // Memory that runs out elsewhere is for the caller to report.
-            fault.Disarm();
-        }
-    }
     // The buffers of the second reader and of the first one.
-    EXPECT_GE(failedForThisFile, 2U);
+    EXPECT_GE(FailEachAllocation(ResultCode::Ok,
+                                 [this] {
+                                     const ScopedFault reading(Call::ReadChunk, kAfterRecovered,
+                                                               Reach::Once);
+                                     return entry_->VerifyCatalogueFile(L"a", AcceptEvery, nullptr);
+                                 }),
+              2U);
 }
 
 }  // namespace

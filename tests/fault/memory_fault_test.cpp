@@ -168,7 +168,7 @@ struct MemoryOutcomes {
 };
 
 // Runs with every allocation failing once. Each such run ends with a message: that of the program,
-// or `catalogueMessage` behind that of the catalogue.
+// or `catalogueMessage` after that of the catalogue.
 MemoryOutcomes FailEveryAllocation(const std::vector<const char*>& arguments,
                                    const std::string& catalogueMessage) {
     MemoryOutcomes outcomes;

@@ -48,7 +48,7 @@ class Progress : public testing::Test {
     FakeClock clock_;
 };
 
-TEST_F(Progress, OneDotAfterHalfASecondAndNoneRightBehindIt) {
+TEST_F(Progress, OneDotAfterHalfASecondAndNoneRightAfterIt) {
     clock_.Advance(kDotInterval + kShortest);
     EXPECT_EQ(Tick(false), ".");
     EXPECT_EQ(Tick(false), "");

@@ -131,7 +131,7 @@ TEST(ReadingMemoryFaults, RoomIsAskedForWithTheFirstByteAndForAPieceAlone) {
     EXPECT_EQ(record, Bytes(528, 'A'));
 }
 
-Bytes BombBehind(const Bytes& record) {
+Bytes BombAfter(const Bytes& record) {
     std::vector<std::uint32_t> codes(record.begin(), record.end());
     codes.push_back('A');
     // The strings that these codes add stand where they are never asked for again.
@@ -145,10 +145,10 @@ Bytes BombBehind(const Bytes& record) {
     return test::PackedCodes(codes);
 }
 
-// Almost 4 GiB behind one record, or none.
-TEST(ReadingMemoryFaults, BytesBehindTheLastRecordTakeNoMemory) {
+// Almost 4 GiB after one record, or none.
+TEST(ReadingMemoryFaults, BytesPastTheLastRecordTakeNoMemory) {
     constexpr std::size_t kMost = std::size_t{8} << 20U;
-    const Bytes bomb = BombBehind(test::RecordOf(0, u"a", {}));
+    const Bytes bomb = BombAfter(test::RecordOf(0, u"a", {}));
     HashCatalogue catalogue("");
     for (const std::uint32_t count : {0U, 1U}) {
         Bytes image = test::CatalogueOfCompressed(bomb, count);
