@@ -5,18 +5,21 @@ set -euo pipefail
 
 here=$(cd "$(dirname "$0")" && pwd)
 repository=$(cd "$here/../.." && pwd)
-out=${1:?usage: issue_test_credentials.sh OUT_DIR}
+issued=${1:?usage: issue_test_credentials.sh OUT_DIR}
 product=TestProduct42
 issue() { bash "$repository/tools/issue-credentials.sh" "$@" >/dev/null; }
 
 # Anything that decides what is issued; a change makes all of them anew.
 stamp=$(cat "$0" "$repository/tools/issue-credentials.sh" \
     "$repository/trust/development/ca.der" "$repository/trust/development/crl.der" | openssl sha256)
-if [ -f "$out/stamp" ] && [ "$(cat "$out/stamp")" = "$stamp" ]; then
+is_there() { [ -f "$issued/stamp" ] && [ "$(cat "$issued/stamp")" = "$stamp" ]; }
+if is_there; then
     exit 0
 fi
-rm -rf "$out"
-mkdir -p "$out"
+# Several builds share the folder: it appears as a whole.
+mkdir -p "$(dirname "$issued")"
+out=$(mktemp -d "$issued.XXXXXX")
+trap 'rm -rf "$out"' EXIT
 
 issue "$product" "$out/good"
 # Another key of the same product: a certificate that is trusted but fits no other key here.
@@ -59,7 +62,7 @@ head -c 300 "$out/good/base_private.key" > "$out/damaged/truncated.key"
 mkdir "$out/key-forms"
 pkcs1() {
     openssl rsa -traditional -in "$out/good/base_private.key" "$@" 2>/dev/null ||
-        openssl rsa -in "$out/good/base_private.key" "$@" 2>/dev/null
+        openssl rsa -in "$out/good/base_private.key" "$@"
 }
 pkcs8() { openssl pkcs8 -topk8 -in "$out/good/base_private.key" "$@"; }
 pkcs1 -out "$out/key-forms/pkcs1.pem"
@@ -92,3 +95,7 @@ done
 chmod -R a+rX "$out"
 find "$out" -name '*.key' -exec chmod a+r {} +
 echo "$stamp" > "$out/stamp"
+if ! is_there; then
+    rm -rf "$issued"
+    mv "$out" "$issued"
+fi
