@@ -25,7 +25,7 @@ namespace sealkeeper {
 namespace {
 
 // The absolute game directory, ending in '/'; nothing, logged, when it does not resolve.
-std::optional<std::string> ResolveInstalledGame(const std::string& verifyDir) {
+std::optional<std::string> ResolveVerifiedDirectory(const std::string& verifyDir) {
     auto resolved = ResolvePath(verifyDir);
     if (!resolved) {
         Log(LogLevel::Error,
@@ -145,7 +145,7 @@ ResultCode VerifyEntries(const EntryList& entries, std::size_t jobs, Verificatio
 }  // namespace
 
 ResultCode RunVerifyAction(const CommandLineOptions& options) {
-    const auto gameDirectory = ResolveInstalledGame(options.verifyDir);
+    const auto gameDirectory = ResolveVerifiedDirectory(options.verifyDir);
     if (!gameDirectory) {
         return ResultCode::SealkeeperUsageError;
     }

