@@ -139,7 +139,7 @@ class _Search:
         elif init is None:
             self._add(declaration, declared=declaration.spelling)
         else:
-            self._leave(cursor, "a condition that declares a variable, behind another declaration")
+            self._leave(cursor, "a condition that declares a variable, after another declaration")
 
     def _add_for(self, cursor: Cursor, children: List[Cursor]) -> None:
         """The one of its parts that stands between the two semicolons."""

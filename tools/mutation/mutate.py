@@ -127,7 +127,7 @@ class Mutation:
             self.unchanged += [(name, branch) for branch in found.unchanged]
             numbered += len(found.conditions)
         write_changed(self.tree / "src" / "mutation.h", (HERE / "mutation.h").read_bytes())
-        # Compiled once for a few runs of each test: what compiles fast is worth more than what runs fast.
+        # What compiles fast is worth more than what runs fast.
         self._run_quietly(
             [str(self.tree / "tools/configure.sh"), "dev", "-B", str(self.build),
              "-DSEALKEEPER_WARNINGS_AS_ERRORS=OFF", "-DSEALKEEPER_BUILD_BENCHMARKS=OFF",
@@ -174,17 +174,13 @@ class Mutation:
         print(f"{len(left)} of {len(mutants)} left after {time.monotonic() - begun:.0f} s of {tests}", flush=True)
         return left
 
-    def survivors(self, known: Set[str], own_tests_alone: bool) -> List[Mutant]:
-        """Run the tests of the unit against every mutant, and all against those left that are not known to survive."""
+    def survivors(self, own_tests_alone: bool) -> List[Mutant]:
+        """Run the tests of the unit against every mutant, and all tests against those left."""
         # A mutant may ask for memory without end, or crash by the hundred.
         resource.setrlimit(resource.RLIMIT_DATA, (MOST_DATA_BYTES, resource.getrlimit(resource.RLIMIT_DATA)[1]))
         resource.setrlimit(resource.RLIMIT_CORE, (0, resource.getrlimit(resource.RLIMIT_CORE)[1]))
         left = self.left_by(f"{self.own_tests}-{SLOW_TESTS}", self.mutants)
-        unknown = [mutant for mutant in left if str(mutant) not in known]
-        if own_tests_alone or not unknown:
-            return left
-        alive = set(self.left_by(ALL_TESTS, unknown))
-        return [mutant for mutant in left if str(mutant) in known or mutant in alive]
+        return left if own_tests_alone or not left else self.left_by(ALL_TESTS, left)
 
 
 def mutants_of(file: str, conditions: List[Condition], first_number: int) -> List[Mutant]:
@@ -225,7 +221,7 @@ def main() -> int:
     parser.add_argument("unit", choices=sorted(UNITS))
     parser.add_argument("--build-dir", type=Path, default=ROOT / "build" / "mutation")
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1)
-    parser.add_argument("--own-tests", action="store_true", help="ask the tests of the unit alone, to be done sooner")
+    parser.add_argument("--own-tests", action="store_true", help="ask the tests of the unit alone, without the slow ones, to be done sooner")
     options = parser.parse_args()
 
     begun = time.monotonic()
@@ -241,7 +237,7 @@ def main() -> int:
 def report(unit: str, mutation: Mutation, begun: float, own_tests_alone: bool) -> int:
     """Try the mutants and print what came of it."""
     known = explained()
-    survivors = mutation.survivors(known, own_tests_alone)
+    survivors = mutation.survivors(own_tests_alone)
     for mutant in survivors:
         mark = "explained" if str(mutant) in known else "UNEXPLAINED"
         print(f"{mark}: {mutant} # line {mutant.condition.line}")
