@@ -107,7 +107,7 @@ Keys Unusual() {
 Keys Trailing() {
     Keys all;
     for (const std::string& tail : {Byte(0), Byte('\n'), DerInteger(Byte(1)), GoodKey()}) {
-        const std::string name = std::to_string(tail.size()) + " bytes behind";
+        const std::string name = std::to_string(tail.size()) + " bytes after it";
         Append(all, Rsa(name, GoodKey() + tail));
         all.push_back({name + " PKCS#8", kPkcs8Label, Pkcs8(GoodKey()) + tail});
     }
@@ -259,7 +259,7 @@ std::vector<EncodedKeyRow> EncodedKeyTable() {
          {"taken", "taken"},
          {"taken", "taken"},
          Unusual()},
-        {"more bytes behind the key", {"taken", "15"}, {"taken", "11"}, Trailing()},
+        {"more bytes after the key", {"taken", "15"}, {"taken", "11"}, Trailing()},
         {"attributes in PKCS#8", {"taken", "15"}, {"taken", "11"}, WithAttributes()},
         {"cut off", {"15", "15"}, {"11", "11"}, CutOff()},
         {"its outer structure or its version damaged", {"15", "15"}, {"11", "11"}, OuterDamage()},

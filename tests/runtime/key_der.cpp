@@ -108,7 +108,7 @@ std::string Pem(const std::string& label, const std::string& der) {
                                        ("-----END " + label + "-----\n").c_str(), bytes.data(),
                                        bytes.size(), text.data(), text.size(), &textBytes),
               0);
-    // The size counts the zero behind the text.
+    // The size counts the zero after the text.
     return {text.begin(), text.begin() + static_cast<std::ptrdiff_t>(textBytes) - 1};
 }
 

@@ -73,13 +73,13 @@ Files OddPem() {
             {"byte order mark", "\xEF\xBB\xBF" + GoodPem()},
             {"text around", "Bag Attributes\n    a: b\n" + GoodPem() + "the end\n"},
             {"certificate in front", Pem("CERTIFICATE", "damaged") + GoodPem()},
-            {"another key behind", GoodPem() + damaged},
+            {"another key after it", GoodPem() + damaged},
             {"blank line", WithinBase64("\n", 0)},
             {"spaces at line ends", WithLineEnds(" \n")},
             {"spaces in front", "  " + GoodPem()},
             {"one line", InOneLine()},
             {"no last line feed", GoodPem().substr(0, GoodPem().size() - 1)},
-            {"zero byte behind", GoodPem() + '\0'}};
+            {"zero byte after it", GoodPem() + '\0'}};
 }
 
 Files NotPem() {
