@@ -1,10 +1,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <stdlib.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdio>
 #include <string>
 
@@ -13,6 +15,9 @@
 
 namespace sealkeeper {
 namespace {
+
+// A test that waits that long has failed.
+constexpr int kMostMilliseconds = 30'000;
 
 // The side of a new terminal on which can be read what it shows; below 0 where there is none.
 int OpenTerminal() {
@@ -38,11 +43,21 @@ bool WriteTo(int master) {
            dup2(terminal, STDOUT_FILENO) == STDOUT_FILENO;
 }
 
-std::string Shown(int master) {
+// The first `bytes` that the terminal shows, which it may hand out in pieces; what came of them
+// when nothing more comes.
+std::string Shown(int master, std::size_t bytes) {
     std::fflush(stdout);
-    std::array<char, 1024> bytes{};
-    const ssize_t count = read(master, bytes.data(), bytes.size());
-    return count < 0 ? std::string() : std::string(bytes.data(), static_cast<std::size_t>(count));
+    std::string shown;
+    std::array<char, 1024> piece{};
+    pollfd readable{master, POLLIN, 0};
+    while (shown.size() < bytes && poll(&readable, 1, kMostMilliseconds) == 1) {
+        const ssize_t count = read(master, piece.data(), piece.size());
+        if (count <= 0) {
+            break;
+        }
+        shown.append(piece.data(), static_cast<std::size_t>(count));
+    }
+    return shown;
 }
 
 // What standard output is is asked once, so this runs in a process that begins anew, not in a copy.
@@ -62,19 +77,19 @@ TEST_F(ConsoleLogOnATerminal, ShowsControlCharactersOfArgumentsEscaped) {
     if (master < 0) {
         GTEST_SKIP() << "there are no terminals";
     }
+    const std::string expected = "[Info] a/b\n\tc\\x0a\\x1b[2J/d \\xc2\\x9b\xC3\xA9.\n[Warn] \\x0d";
     // Ends with what the terminal showed on standard error.
-    const auto log = [master] {
+    const auto log = [master, &expected] {
         if (WriteTo(master)) {
             Log(LogLevel::Info, "a\\b\n\t%s.\n", "c\n\x1b[2J\\d \xC2\x9B\xC3\xA9");
             Log(LogLevel::Warning, "%s", "\r");
             Log(LogLevel::Verbose, "%s", "not shown");
             Log(LogLevel::Error, "%s", "");
-            std::fputs(Shown(master).c_str(), stderr);
+            std::fputs(Shown(master, expected.size()).c_str(), stderr);
         }
         test::EndChild(0);
     };
-    EXPECT_EXIT(log(), testing::ExitedWithCode(0),
-                testing::Eq("[Info] a/b\n\tc\\x0a\\x1b[2J/d \\xc2\\x9b\xC3\xA9.\n[Warn] \\x0d"));
+    EXPECT_EXIT(log(), testing::ExitedWithCode(0), testing::Eq(expected));
     close(master);
 }
 

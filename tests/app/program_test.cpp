@@ -79,14 +79,16 @@ TEST(Program, RunsTheActionThatWasChosen) {
                   missing + "'.");
 }
 
-// Runs the program, and then has the signals act as they did.
+// Runs the program in a process whose signals act as they do by default, and then as they did.
 struct ProgramRun {
     explicit ProgramRun(const std::vector<const char*>& arguments) {
+        auto* const brokenPipes = std::signal(SIGPIPE, SIG_DFL);
+        auto* const tooLargeFiles = std::signal(SIGXFSZ, SIG_DFL);
         CapturedOutput captured;
         status = RunProgram(static_cast<int>(arguments.size()), arguments.data());
         output = captured.Take();
-        ignoresBrokenPipes = std::signal(SIGPIPE, SIG_DFL) == SIG_IGN;
-        ignoresTooLargeFiles = std::signal(SIGXFSZ, SIG_DFL) == SIG_IGN;
+        ignoresBrokenPipes = std::signal(SIGPIPE, brokenPipes) == SIG_IGN;
+        ignoresTooLargeFiles = std::signal(SIGXFSZ, tooLargeFiles) == SIG_IGN;
     }
 
     int status = -1;

@@ -61,8 +61,8 @@ TEST(TerminalText, CharactersBeyondAscii) {
 TEST(TerminalText, C1BytesOutsideOfWellFormedUtf8AreEscaped) {
     const std::vector<TextCase> cases = {
         {"alone", "\x9B", R"(\x9b)"},
-        {"the bytes behind C1 are no control", "\x80\x9F\xA0\xFF", "\\x80\\x9f\xA0\xFF"},
-        {"behind a whole letter", "\xC3\xA9\x9B", "\xC3\xA9\\x9b"},
+        {"the bytes past C1 are no control", "\x80\x9F\xA0\xFF", "\\x80\\x9f\xA0\xFF"},
+        {"after a whole letter", "\xC3\xA9\x9B", "\xC3\xA9\\x9b"},
         {"overlong escape", "\xC0\x9B", "\xC0\\x9b"},
         {"overlong escape, three bytes", "\xE0\x80\x9B", "\xE0\\x80\\x9b"},
         {"overlong escape, four bytes", "\xF0\x80\x80\x9B", "\xF0\\x80\\x80\\x9b"},
@@ -94,8 +94,8 @@ TEST(TerminalText, TellsWhetherTextBeginsWithAControl) {
     EXPECT_FALSE(BeginsWithControl("\xC3\x9B"));
 }
 
-// As where a message is cut: what is behind the end is nobody's own.
-TEST(TerminalText, BehindTheMarkedTextNothingIsTheProgramsOwn) {
+// As where a message is cut: what is past the end is nobody's own.
+TEST(TerminalText, PastTheMarkedTextNothingIsTheProgramsOwn) {
     EXPECT_EQ(Written("a\nb\n", "a?b"), "a\nb\\x0a");
     EXPECT_EQ(Written("a\n", ""), "a\\x0a");
 }

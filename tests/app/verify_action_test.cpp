@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "support/captured_output.h"
 #include "support/temp_directory.h"
@@ -10,6 +12,7 @@
 namespace sealkeeper {
 namespace {
 
+namespace fs = std::filesystem;
 using test::CapturedOutput;
 using test::ReadFile;
 using test::TempDirectory;
@@ -44,6 +47,11 @@ TEST(VerifyAction, ResolvesTheDirectoryAgain) {
 // Its catalogues have paths in wide text, so it cannot be the text that stands for what is none.
 TEST(VerifyAction, DirectoryWhoseNameIsNoTextHasNoCatalogues) {
     const TempDirectory directory;
+    std::error_code refused;
+    fs::create_directories(directory / "g\xFF/Quorvane/Certificates", refused);
+    if (refused) {
+        GTEST_SKIP() << "the file system takes only UTF-8 names";
+    }
     directory.WriteFile("g\xFF/Quorvane/Certificates/base.bin", "");
     CommandLineOptions options;
     options.verifyDir = directory / "g\xFF";

@@ -89,7 +89,7 @@ TEST(CatalogueSignature, KeyThatCannotSignIsAGenericError) {
     EXPECT_EQ(length, 0U);
 }
 
-// What the key of "good" says of a header of an older layout behind whose signature `covered`
+// What the key of "good" says of a header of an older layout after whose signature `covered`
 // stands.
 ResultCode VerifyOlderLayout(const Bytes& covered) {
     Certificate certificate;

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -343,8 +344,9 @@ TEST(OutputFile, WithoutAConsoleNoFileIsTakenForIt) {
 // The system follows a link step by step; its path as a whole may be longer than any that it takes.
 TEST(OutputFile, LinksWhoseTargetHasNoPathOfItsOwn) {
     const TempDirectory directory;
+    // Each half is a path that the system takes, both together are none.
     std::string half;
-    for (int depth = 0; depth < 12; ++depth) {
+    while (half.size() <= PATH_MAX / 2) {
         half += std::string(180, 'd') + "/";
     }
     fs::create_directories(directory / half);
@@ -354,7 +356,9 @@ TEST(OutputFile, LinksWhoseTargetHasNoPathOfItsOwn) {
     const ScopedCurrentDirectory here(directory / half);
     fs::create_directories(half);
     EXPECT_EQ(WriteWholeFile(link, kNew), WriteOutcome::OpenFailed) << "nothing is there yet";
-    close(open((half + "a").c_str(), O_WRONLY | O_CREAT, 0600));
+    const int created = open((half + "a").c_str(), O_WRONLY | O_CREAT, 0600);
+    ASSERT_GE(created, 0);
+    close(created);
     EXPECT_EQ(WriteWholeFile(link, kNew), WriteOutcome::Written) << "in place";
     EXPECT_EQ(ReadFile(half + "a"), "new");
     // From here its path is short enough.

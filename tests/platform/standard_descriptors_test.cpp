@@ -69,14 +69,14 @@ TEST(StandardDescriptors, ThoseThatAreMissingLeadNowhere) {
 
 // What is printed would be written into it.
 TEST(StandardDescriptors, NoFileOfTheRunTakesTheirPlace) {
-    const auto isBehindThem = [] {
+    const auto isPastThem = [] {
         for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
             close(descriptor);
         }
         OpenMissingStandardDescriptors();
         return open("/dev/zero", O_RDONLY) > STDERR_FILENO;
     };
-    EXPECT_EXIT(EndChild(isBehindThem() ? 0 : 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(EndChild(isPastThem() ? 0 : 1), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

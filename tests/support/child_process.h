@@ -4,9 +4,9 @@
 
 namespace sealkeeper::test {
 
-// Ends this process, a copy of that of the tests, with `status` and without what they leave for
-// their end: that is done once, by the process that they run in. What ran here counts all the same
-// where coverage is measured, so no call may be made to fail any more and files can be written.
+// Ends a process that a test made, with `status`, without the clean-up at the end of all tests,
+// which their own process does. Writes what was run here where coverage is measured: every fault is
+// to be taken back before.
 [[noreturn]] void EndChild(int status);
 
 }  // namespace sealkeeper::test

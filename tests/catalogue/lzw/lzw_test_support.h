@@ -83,7 +83,7 @@ inline constexpr std::uint32_t kLastCode = 4094;
 // dictionary holds, again and again.
 [[nodiscard]] inline std::vector<std::uint32_t> CodesOf(const std::vector<std::uint8_t>& bytes) {
     constexpr std::uint32_t kFirstNewCode = 257;
-    // By each string's code and the byte behind it; 0 where the dictionary has no such string.
+    // By each string's code and the byte after it; 0 where the dictionary has no such string.
     std::vector<std::array<std::uint32_t, 256>> longer(kFirstNewCode);
     std::vector<std::uint32_t> codes;
     std::uint32_t matched = bytes.front();
