@@ -67,7 +67,7 @@ TEST(CatalogueReader, HeaderAlone) {
 
 TEST(CatalogueReader, EveryTruncationIsInvalid) {
     const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
-    for (std::size_t size = 0; size < whole.size(); ++size) {
+    for (std::size_t size = 0; size < whole.size(); size += SEALKEEPER_TEST_STEP) {
         const Bytes some(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
         EXPECT_EQ(Parse(some).code, ResultCode::FileInvalid) << size;
     }

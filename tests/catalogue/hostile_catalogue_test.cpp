@@ -68,7 +68,7 @@ TEST(HostileCatalogue, DigestsThatReachIntoTheNextRecord) {
 
 TEST(HostileCatalogue, EveryTruncationOfTheEntryBlockIsInvalid) {
     const Bytes raw = Joined({RecordOf(0, u"none", {}), RecordOfFile(u"a", "hello")});
-    for (std::size_t size = 1; size < raw.size(); ++size) {
+    for (std::size_t size = 1; size < raw.size(); size += SEALKEEPER_TEST_STEP) {
         // A code for each byte, which needs no search.
         const std::vector<std::uint32_t> some(raw.begin(),
                                               raw.begin() + static_cast<std::ptrdiff_t>(size));

@@ -76,7 +76,7 @@ TEST(ConfigDocument, EveryTruncationKeepsOnlyWhatWasComplete) {
 TEST(ConfigDocument, AChangedByteLeavesWhatStandsBeforeIt) {
     constexpr std::string_view kBytes("\"'[](){}\\\0\n\r\t #/*;:=09tfA\x7F\x80\xFF", 28);
     const std::string& text = RepresentativeText();
-    for (std::size_t position = 0; position < text.size(); ++position) {
+    for (std::size_t position = 0; position < text.size(); position += SEALKEEPER_TEST_STEP) {
         const std::set<std::string> before = ParsedEntries(text.substr(0, position));
         for (const char byte : kBytes) {
             std::string changed = text;
