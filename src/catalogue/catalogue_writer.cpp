@@ -124,15 +124,14 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
                                std::vector<std::uint8_t>& image) {
     // Every record has more than one byte, so an entry block that fits has a count that fits.
-    if (const ResultCode code = RequireStorable(
-            crlBlock.size(), "Too large for the catalogue: the certificate revocation list.");
-        code != ResultCode::Ok) {
-        return code;
-    }
-    if (const ResultCode code = RequireStorable(
-            block.compressed.size(), "Too large for the catalogue: the compressed entry block.");
-        code != ResultCode::Ok) {
-        return code;
+    const std::array<std::pair<std::size_t, const char*>, 2> lengths = {{
+        {crlBlock.size(), "Too large for the catalogue: the certificate revocation list."},
+        {block.compressed.size(), "Too large for the catalogue: the compressed entry block."},
+    }};
+    for (const auto& [length, message] : lengths) {
+        if (const ResultCode code = RequireStorable(length, message); code != ResultCode::Ok) {
+            return code;
+        }
     }
     // At once: growing step by step would need the old room and the new.
     image.assign(catalogue_header::kSizeBytes + crlBlock.size() + block.compressed.size(), 0);
