@@ -64,7 +64,8 @@ UNITS: Dict[str, Unit] = {
             "catalogue/progress.cpp",
         ),
         "CatalogueEntry*:HashCatalogue*:Chunked*:*FileHash*:FileHashing*:FileStatusFaults*:FileChanging*:GameFile*:"
-        "ReaderFallback*:*Changing*:AppearingFile*:JobsFaults*:Progress*",
+        "ReaderFallback*:*Changing*:AppearingFile*:JobsFaults*:Progress*:SequentialChunkHasher*:CatalogueWriter*:"
+        "*ConverterFaults.Verify*",
     ),
     "writer": Unit(
         ("catalogue/catalogue_writer.cpp", "catalogue/path_alias.cpp"),
