@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstddef>
@@ -13,6 +14,7 @@
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/hashing/chunks.h"
+#include "fault/fake_clock.h"
 #include "fault/fault_injection.h"
 #include "platform/text_encoding.h"
 #include "support/temp_directory.h"
@@ -106,7 +108,16 @@ TEST(FileHasherFaults, FileAheadThatCannotBeOpenedIsNotRead) {
     const FileToHash& second = hasher.NextFile();
     EXPECT_EQ(second.file, nullptr);
     EXPECT_EQ(second.chunkCount, 0U);
+    EXPECT_EQ(second.status.sizeBytes, 5);
     EXPECT_FALSE(hasher.HasFileChanged());
+}
+
+TEST(FileHasherFaults, WhatIsNoFileIsNotOpened) {
+    const TempDirectory directory;
+    ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
+    test::ResetCallCount(Call::Open);
+    EXPECT_EQ(OpenCollectedFile(Utf8ToWide(directory / "fifo")).file, nullptr);
+    EXPECT_EQ(CallCount(Call::Open), 0U);
 }
 
 // Who held it may have changed it.
@@ -151,6 +162,22 @@ TEST(FileHasherFaults, TellsTheSystemOfEachChunkOnce) {
     // More than are being hashed.
     EXPECT_GE(CallCount(Call::Advise), 8 * InputFile::ReadAheadSteps(kChunkBytes));
     for (std::size_t chunk = 1; chunk < kChunkCount; ++chunk) {
+        EXPECT_TRUE(hasher.NextDigest().isRead);
+    }
+    EXPECT_EQ(CallCount(Call::Advise), ReadAheadPolicy::kStepsAtFirst);
+}
+
+TEST(FileHasherFaults, TellsTheSystemOfNoMoreWhereNothingIsWaitedFor) {
+    // No read takes any time.
+    const test::FakeClock clock;
+    const TempDirectory directory;
+    const std::string path = directory.WriteFile("long", "");
+    std::filesystem::resize_file(path, 20 * kChunkBytes);
+    FileHasher hasher(1,
+                      [&](std::size_t /*index*/) { return OpenCollectedFile(Utf8ToWide(path)); });
+    test::ResetCallCount(Call::Advise);
+    static_cast<void>(hasher.NextFile());
+    for (std::size_t chunk = 0; chunk < 20; ++chunk) {
         EXPECT_TRUE(hasher.NextDigest().isRead);
     }
     EXPECT_EQ(CallCount(Call::Advise), ReadAheadPolicy::kStepsAtFirst);

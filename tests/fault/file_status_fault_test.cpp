@@ -52,6 +52,13 @@ TEST_F(FileStatusFaults, AnUnknownFileIsNotSealedAsAnEmptyOne) {
     EXPECT_EQ(output.Take(), "[Err!] [Error] Inaccessible file: './a'.\n");
 }
 
+TEST_F(FileStatusFaults, AFileOfANegativeSizeIsNotSealed) {
+    CapturedOutput output;
+    const ScopedFault fault(Call::Stat, 0, kOnce, -1);
+    EXPECT_EQ(BuildCatalogueEntry(L"./a", entry_), ResultCode::CatalogueIOError);
+    EXPECT_EQ(output.Take(), "[Err!] [Error] Inaccessible file: './a'.\n");
+}
+
 TEST_F(FileStatusFaults, AMissingFileCountsAsEmpty) {
     CapturedOutput output;
     const ScopedFault fault(Call::StatFailure, 0, kOnwards, ENOENT);

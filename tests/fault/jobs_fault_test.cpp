@@ -45,6 +45,12 @@ TEST_F(JobsFaults, OneJobStartsNoThread) {
     EXPECT_EQ(test::CallCount(Call::StartThread), 2U);
 }
 
+TEST_F(JobsFaults, ThreadsHaveLanesOfTheirOwn) {
+    const std::size_t lanes = ProcessSha256Engine().LaneCount();
+    EXPECT_EQ(MakeChunkHasher(1)->LaneCount(), lanes);
+    EXPECT_EQ(MakeChunkHasher(2)->LaneCount(), 2 * lanes);
+}
+
 TEST_F(JobsFaults, WithoutAnyThreadTheCallerHashes) {
     const ScopedFault fault(Call::StartThread);
     const auto hasher = MakeChunkHasher(3);

@@ -132,6 +132,13 @@ TEST(FileHasher, LooksAheadToSomeLargeFilesOnly) {
     EXPECT_LE(openedCount, 48U);
 }
 
+// Of which a disk brings many at a time.
+TEST(FileHasher, LooksAheadToManySmallFiles) {
+    Files files(std::vector<std::size_t>(100, 5));
+    files.ExpectNextFile(0);
+    EXPECT_GE(files.OpenedCount(), 60U);
+}
+
 // They keep no stream busy, so it is their number alone that stops the look ahead.
 TEST(FileHasher, ManyEmptyFiles) {
     std::vector<std::size_t> sizes(300);
