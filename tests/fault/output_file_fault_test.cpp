@@ -26,6 +26,14 @@ using Reach = ScopedFault::Reach;
 
 const std::vector<std::uint8_t> kNew = {'n', 'e', 'w'};
 
+struct OutputFault {
+    const char* name;
+    Call call;
+    std::size_t firstFailing;
+    int error;
+    WriteOutcome outcome;
+};
+
 // Beside a file to be replaced there is another name of it, by which it can be told whether it was
 // replaced or written in place.
 class OutputFileFaults : public testing::Test {
@@ -46,6 +54,12 @@ class OutputFileFaults : public testing::Test {
         const WriteOutcome outcome = WriteWholeFile(path_, kNew);
         umask(before);
         return outcome;
+    }
+
+    void ExpectOutcome(const OutputFault& failing) const {
+        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once, failing.error);
+        EXPECT_EQ(Write(), failing.outcome);
+        EXPECT_TRUE(fault.Struck());
     }
 
     // No temporary file is left.
@@ -82,14 +96,6 @@ class OutputFileFaults : public testing::Test {
     std::string hardLink_;
 };
 
-struct OutputFault {
-    const char* name;
-    Call call;
-    std::size_t firstFailing;
-    int error;
-    WriteOutcome outcome;
-};
-
 TEST_F(OutputFileFaults, ReplacesWithoutAFault) {
     EXPECT_EQ(Write(), WriteOutcome::Written);
     ExpectReplaced();
@@ -118,9 +124,7 @@ TEST_F(OutputFileFaults, AFailureLeavesTheOldFile) {
     };
     for (const OutputFault& failing : faults) {
         SCOPED_TRACE(failing.name);
-        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once, failing.error);
-        EXPECT_EQ(Write(), failing.outcome);
-        EXPECT_TRUE(fault.Struck());
+        ExpectOutcome(failing);
         ExpectOld();
     }
 }
@@ -137,9 +141,7 @@ TEST_F(OutputFileFaults, AFailureLeavesNoNewFile) {
     };
     for (const OutputFault& failing : faults) {
         SCOPED_TRACE(failing.name);
-        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once, failing.error);
-        EXPECT_EQ(Write(), failing.outcome);
-        EXPECT_TRUE(fault.Struck());
+        ExpectOutcome(failing);
         ExpectNames(0);
     }
 }
@@ -160,9 +162,7 @@ TEST_F(OutputFileFaults, WhatChangesNothingIsNoFailure) {
     for (const OutputFault& failing : faults) {
         SCOPED_TRACE(failing.name);
         PutOldFile();
-        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once, failing.error);
-        EXPECT_EQ(Write(), failing.outcome);
-        EXPECT_TRUE(fault.Struck());
+        ExpectOutcome(failing);
         ExpectReplaced();
     }
 }
@@ -184,9 +184,7 @@ TEST_F(OutputFileFaults, WhatMayNotBeReplacedIsWrittenInPlace) {
     for (const OutputFault& failing : faults) {
         SCOPED_TRACE(failing.name);
         PutOldFile();
-        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once, failing.error);
-        EXPECT_EQ(Write(), failing.outcome);
-        EXPECT_TRUE(fault.Struck());
+        ExpectOutcome(failing);
         ExpectWrittenInPlace();
     }
 }
@@ -220,9 +218,7 @@ TEST_F(OutputFileFaults, WrittenInPlaceItCanFailAsWell) {
     for (const OutputFault& failing : faults) {
         SCOPED_TRACE(failing.name);
         const ScopedFault refusal(Call::Open, 1, Reach::Once, EACCES);
-        const ScopedFault fault(failing.call, failing.firstFailing, Reach::Once, failing.error);
-        EXPECT_EQ(Write(), failing.outcome);
-        EXPECT_TRUE(fault.Struck());
+        ExpectOutcome(failing);
         ExpectNames(2);
     }
     const ScopedFault refusal(Call::Open, 1, Reach::Twice, EACCES);
