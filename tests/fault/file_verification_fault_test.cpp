@@ -338,6 +338,15 @@ TEST_F(FileVerificationFaults, FileThatWasReadOnceIsLookedAtOnce) {
     EXPECT_EQ(CallCount(Call::Fstat), 2U);
 }
 
+TEST_F(FileVerificationFaults, FileThatCannotBeOpenedAgainTakesNoMemory) {
+    ChangeChunks({0});
+    const ScopedFault fault(Call::Open, 1, Reach::Once);
+    test::ResetLargestAllocation();
+    EXPECT_EQ(Verify(NeverAsked), kIoError);
+    EXPECT_TRUE(fault.Struck());
+    EXPECT_LT(test::LargestAllocation(), kChunk);
+}
+
 TEST_F(FileVerificationFaults, NoMemoryForTheSecondReader) {
     ChangeChunks({0});
     // What is allocated once in a process is there before allocations are counted.
