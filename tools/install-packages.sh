@@ -22,7 +22,7 @@ for option in "$@"; do
 done
 
 install_on_debian() {
-    local wanted="g++ cmake ninja-build libmbedtls-dev openssl"
+    local wanted="g++ cmake ninja-build libmbedtls-dev openssl libcli11-dev nlohmann-json3-dev libpugixml-dev"
     if [ "$with_tests" = yes ]; then
         wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace"
     fi
@@ -56,10 +56,10 @@ install_on_debian() {
 
 install_on_macos() {
     if ! command -v brew >/dev/null 2>&1; then
-        echo "Homebrew is needed to install cmake, ninja and mbedtls@3." >&2
+        echo "Homebrew is needed to install cmake, ninja, mbedtls@3, cli11, nlohmann-json and pugixml." >&2
         exit 1
     fi
-    local wanted="cmake ninja mbedtls@3"
+    local wanted="cmake ninja mbedtls@3 cli11 nlohmann-json pugixml"
     if [ "$with_tests" = yes ]; then
         wanted="$wanted googletest google-benchmark clang-format"
     fi
@@ -81,7 +81,7 @@ elif command -v apt-get >/dev/null 2>&1; then
     install_on_debian
 else
     echo "This script knows Debian and macOS. Elsewhere install a C++20 compiler, cmake, ninja," >&2
-    echo "mbed TLS 2.28 or 3.6 with its headers, openssl, and for the tests GoogleTest, Google Benchmark" >&2
-    echo "and python3." >&2
+    echo "mbed TLS 2.28 or 3.6, CLI11, nlohmann-json and pugixml with their headers, openssl, and for the" >&2
+    echo "tests GoogleTest, Google Benchmark and python3." >&2
     exit 1
 fi

@@ -61,6 +61,9 @@ bool IsTerminal() {
     return isTerminal;
 }
 
+// Null while standard output is the console.
+LogSink g_sink = nullptr;
+
 void WriteToTerminal(std::string_view message, const char* format, std::va_list arguments) {
     const MessageBuffer markedFormat = WithoutControls(format);
     MessageBuffer marked;  // NOLINT: member initialisation
@@ -88,6 +91,10 @@ void Log(LogLevel level, const char* format, ...) {
 
     std::replace(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(message.size()), '\\',
                  '/');
+    if (g_sink != nullptr) {
+        g_sink(level, message);
+        return;
+    }
     std::fprintf(stdout, "[%s] ", LevelTag(level));
     if (!IsTerminal()) {
         std::fwrite(message.data(), 1, message.size(), stdout);
@@ -98,13 +105,21 @@ void Log(LogLevel level, const char* format, ...) {
     va_end(arguments);
 }
 
+void SendLogTo(LogSink sink) {
+    g_sink = sink;
+}
+
 void WriteUntagged(const char* text) {
-    std::fputs(text, stdout);
+    if (g_sink == nullptr) {
+        std::fputs(text, stdout);
+    }
 }
 
 void EndConsoleLine() {
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
+    if (g_sink == nullptr) {
+        std::fputc('\n', stdout);
+        std::fflush(stdout);
+    }
 }
 
 }  // namespace sealkeeper

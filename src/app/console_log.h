@@ -1,9 +1,10 @@
 // The one console channel. Everything is written to standard output; there is no log file and
-// nothing goes to standard error.
+// nothing goes to standard error. Another program that uses the same code may take the messages.
 #ifndef SEALKEEPER_APP_CONSOLE_LOG_H
 #define SEALKEEPER_APP_CONSOLE_LOG_H
 
 #include <cstdint>
+#include <string_view>
 
 namespace sealkeeper {
 
@@ -31,6 +32,13 @@ extern LogLevel g_logThreshold;
 __attribute__((format(printf, 2, 3)))
 #endif
 void Log(LogLevel level, const char* format, ...);
+
+// Takes a message that is shown, as it was formatted: without its tag, with its own line feed.
+using LogSink = void (*)(LogLevel level, std::string_view message);
+
+// From now on `sink` takes the messages, and nothing below is written to standard output. Null
+// gives that back.
+void SendLogTo(LogSink sink);
 
 // Writes `text` to standard output as it stands, without a tag and whatever the threshold.
 void WriteUntagged(const char* text);

@@ -1,6 +1,7 @@
 #include "app/terminal_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace sealkeeper {
@@ -66,25 +67,47 @@ bool IsControl(std::string_view character) {
     return character.size() == 2 && character.front() == '\xC2' && IsIn(kC1, last);
 }
 
+// "\x" and the two hexadecimal digits of `byte`.
+std::array<char, 4> EscapeOf(char byte) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    const auto value = static_cast<unsigned char>(byte);
+    return {'\\', 'x', kDigits[value / 16U], kDigits[value % 16U]};
+}
+
+// Hands `emit` what is shown of each character of `text`, in pieces.
+template <typename Emit>
+void ForEachShown(std::string_view text, std::string_view marked, Emit emit) {
+    std::string_view character;
+    for (std::size_t start = 0; start < text.size(); start += character.size()) {
+        character = FirstCharacter(text.substr(start));
+        const bool isOwn = start < marked.size() && text[start] != marked[start];
+        if (isOwn || !IsControl(character)) {
+            emit(character);
+            continue;
+        }
+        for (const char byte : character) {
+            const auto escape = EscapeOf(byte);
+            emit(std::string_view(escape.data(), escape.size()));
+        }
+    }
+}
+
 }  // namespace
 
 bool BeginsWithControl(std::string_view text) {
     return IsControl(FirstCharacter(text));
 }
 
+std::string EscapeControls(std::string_view text) {
+    std::string escaped;
+    ForEachShown(text, text, [&escaped](std::string_view shown) { escaped += shown; });
+    return escaped;
+}
+
 void WriteForTerminal(std::string_view text, std::string_view marked, std::FILE* stream) {
-    std::string_view character;
-    for (std::size_t start = 0; start < text.size(); start += character.size()) {
-        character = FirstCharacter(text.substr(start));
-        const bool isOwn = start < marked.size() && text[start] != marked[start];
-        if (isOwn || !IsControl(character)) {
-            std::fwrite(character.data(), 1, character.size(), stream);
-            continue;
-        }
-        for (const char byte : character) {
-            std::fprintf(stream, "\\x%02x", static_cast<unsigned char>(byte));
-        }
-    }
+    ForEachShown(text, marked, [stream](std::string_view shown) {
+        std::fwrite(shown.data(), 1, shown.size(), stream);
+    });
 }
 
 }  // namespace sealkeeper

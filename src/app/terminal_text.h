@@ -5,6 +5,7 @@
 #define SEALKEEPER_APP_TERMINAL_TEXT_H
 
 #include <cstdio>
+#include <string>
 #include <string_view>
 
 namespace sealkeeper {
@@ -14,9 +15,12 @@ namespace sealkeeper {
 // some terminals take such a one for a C1.
 [[nodiscard]] bool BeginsWithControl(std::string_view text);
 
-// Writes `text` to `stream` with each byte of a control character as "\x" and its two hexadecimal
-// digits. A control character stays as it is where `marked`, which is as long, has another
-// character: there it is the program's own.
+// `text` with each byte of a control character as "\x" and its two hexadecimal digits.
+[[nodiscard]] std::string EscapeControls(std::string_view text);
+
+// Writes `text`, escaped in the same way, to `stream`. A control character stays as it is where
+// `marked`, which is as long, has another character: there it is the program's own. Takes no
+// memory.
 void WriteForTerminal(std::string_view text, std::string_view marked, std::FILE* stream);
 
 }  // namespace sealkeeper

@@ -1,7 +1,6 @@
 #include "catalogue/progress.h"
 
 #include <chrono>
-#include <cstdio>
 
 #include "app/console_log.h"
 
@@ -18,7 +17,7 @@ void ProgressTick(bool final) {
     const Clock::time_point now = Clock::now();
     static Clock::time_point lastDot = now;
     if (now > lastDot + kDotInterval) {
-        std::fputc('.', stdout);
+        WriteUntagged(".");
         lastDot = now;
     }
     if (final) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 #include "support/captured_output.h"
 
@@ -66,6 +67,26 @@ TEST(ConsoleLog, MessageThatCannotBeFormattedPrintsNothing) {
     CapturedOutput output;
     Log(LogLevel::Error, "before %ls behind\n", noText.c_str());
     EXPECT_EQ(output.Take(), "");
+}
+
+std::string g_taken;  // NOLINT: a sink has no state of its own
+
+void Take(LogLevel level, std::string_view message) {
+    g_taken += std::to_string(static_cast<unsigned>(level)) + " " + std::string(message);
+}
+
+TEST(ConsoleLog, ASinkTakesWhatIsShownInPlaceOfStandardOutput) {
+    g_taken.clear();
+    CapturedOutput output;
+    SendLogTo(Take);
+    Log(LogLevel::Error, "a\\b %d\n", 5);
+    Log(LogLevel::Verbose, "not shown\n");
+    WriteUntagged("untagged");
+    EndConsoleLine();
+    SendLogTo(nullptr);
+    Log(LogLevel::Info, "after\n");
+    EXPECT_EQ(output.Take(), "[Info] after\n");
+    EXPECT_EQ(g_taken, "1 a/b 5\n");
 }
 
 TEST(ConsoleLog, CutsAtItsBuffer) {

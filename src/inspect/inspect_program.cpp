@@ -1,0 +1,61 @@
+#include "inspect/inspect_program.h"
+
+#include <CLI/CLI.hpp>
+#include <new>
+
+#include "inspect/report/command_status.h"
+#include "inspect/report/console.h"
+#include "platform/output_signals.h"
+#include "platform/standard_descriptors.h"
+#include "runtime/mbedtls_compat.h"
+
+namespace sealkeeper {
+namespace {
+
+// What `error` means for the exit status. A call for help is none, and was answered here.
+int AnswerParseError(const CLI::App& program, const CLI::ParseError& error, Console& console) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+        return program.exit(error) == 0 ? kStatusGood : kUsageStatus;
+    }
+    console.Fail(std::string(error.what()) + " (see --help)");
+    return kUsageStatus;
+}
+
+int ParseAndRun(int argc, const char* const* argv, Console& console) {
+    int status = kStatusGood;
+    CLI::App program("Says what sealkeeper hashes and why, and what its files hold.",
+                     "sealkeeper-inspect");
+    program.set_version_flag("--version", "sealkeeper-inspect " SEALKEEPER_VERSION);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return AnswerParseError(program, error, console);
+    }
+    // Asked here and not of the library, which would not say what was typed in place of one.
+    if (program.get_subcommands().empty()) {
+        console.Fail("a command is required (see --help)");
+        return kUsageStatus;
+    }
+    return status;
+}
+
+}  // namespace
+
+int RunInspectProgram(int argc, const char* const* argv) {
+    OpenMissingStandardDescriptors();
+    IgnoreOutputSignals();
+    KeepLogQuiet();
+    Console console;
+    if (!InitialiseMbedTls()) {
+        console.Fail("the cryptographic library could not be initialised");
+        return kStatusError;
+    }
+    try {
+        return ParseAndRun(argc, argv, console);
+    } catch (const std::bad_alloc&) {
+        console.Fail("out of memory");
+        return kStatusError;
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,101 @@
+#include "inspect/report/console.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/console_log.h"
+#include "app/terminal_text.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr std::string_view kProgramName = "sealkeeper-inspect: ";
+
+bool HasText(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+bool IsDumbTerminal() {
+    const char* const kind = std::getenv("TERM");
+    return kind == nullptr || std::string_view(kind) == "dumb";
+}
+
+// Select graphic rendition (ECMA-48, 8.3.117).
+std::string_view RenditionOf(Style style) {
+    switch (style) {
+        case Style::Plain:
+            return "";
+        case Style::Strong:
+            return "\x1b[1m";
+        case Style::Faint:
+            return "\x1b[2m";
+        case Style::Good:
+            return "\x1b[32m";
+        case Style::Warning:
+            return "\x1b[33m";
+        case Style::Bad:
+            return "\x1b[31m";
+    }
+    return "";
+}
+
+constexpr std::string_view kDefaultRendition = "\x1b[0m";
+
+std::string& LoggedError() {
+    static std::string message;
+    return message;
+}
+
+void KeepError(LogLevel level, std::string_view message) {
+    if (level == LogLevel::Error) {
+        LoggedError() = message.substr(0, message.find_last_not_of('\n') + 1);
+    }
+}
+
+}  // namespace
+
+Console::Console()
+    : isOutputTerminal_(isatty(STDOUT_FILENO) == 1),
+      isErrorTerminal_(isatty(STDERR_FILENO) == 1),
+      hasColour_(isOutputTerminal_ && !HasText("NO_COLOR") && !IsDumbTerminal()) {}
+
+void Console::Write(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+std::string Console::Foreign(std::string_view text) const {
+    return isOutputTerminal_ ? EscapeControls(text) : std::string(text);
+}
+
+std::string Console::Styled(Style style, std::string_view text) const {
+    if (!hasColour_ || style == Style::Plain) {
+        return std::string(text);
+    }
+    return std::string(RenditionOf(style)).append(text).append(kDefaultRendition);
+}
+
+void Console::Fail(std::string_view message) {
+    // What was written before comes first where both go to one place.
+    std::fflush(stdout);
+    const std::string line = std::string(kProgramName) +
+                             (isErrorTerminal_ ? EscapeControls(message) : std::string(message)) +
+                             "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+const std::string& LastLoggedError() {
+    return LoggedError();
+}
+
+void ForgetLoggedError() {
+    LoggedError().clear();
+}
+
+void KeepLogQuiet() {
+    SendLogTo(KeepError);
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,50 @@
+// What a person sees: the report on standard output, and what went wrong on standard error.
+#ifndef SEALKEEPER_INSPECT_REPORT_CONSOLE_H
+#define SEALKEEPER_INSPECT_REPORT_CONSOLE_H
+
+#include <string>
+#include <string_view>
+
+namespace sealkeeper {
+
+enum class Style { Plain, Strong, Faint, Good, Warning, Bad };
+
+class Console {
+  public:
+    // Colours standard output where it is a terminal, unless NO_COLOR is set and not empty
+    // (no-color.org) or the terminal is a dumb one.
+    Console();
+
+    // Writes `text` to standard output as it stands.
+    void Write(std::string_view text);
+
+    // What is not the program's own, as it goes into a text for standard output: where that is a
+    // terminal, with its control characters escaped.
+    [[nodiscard]] std::string Foreign(std::string_view text) const;
+
+    // `text` in the colour of `style`, where there is colour.
+    [[nodiscard]] std::string Styled(Style style, std::string_view text) const;
+
+    // Writes a line "sealkeeper-inspect: " and `message`, which has no line feed, to standard
+    // error. Control characters are escaped where that is a terminal.
+    void Fail(std::string_view message);
+
+  private:
+    bool isOutputTerminal_;
+    bool isErrorTerminal_;
+    bool hasColour_;
+};
+
+// The last message of the tool's own code that tells of an error, without its line feed; empty when
+// there was none. That code logs where it finds a failure, which is where most is known of it.
+[[nodiscard]] const std::string& LastLoggedError();
+
+// Forgets it, so that the next one is known to be of what comes next.
+void ForgetLoggedError();
+
+// Has the tool's own code tell its messages to `LastLoggedError` alone.
+void KeepLogQuiet();
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,76 @@
+// What generate would make of a game by the rules of a configuration file.
+#ifndef SEALKEEPER_INSPECT_RULES_RULES_REPORT_H
+#define SEALKEEPER_INSPECT_RULES_RULES_REPORT_H
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace sealkeeper {
+
+// The rule that left a file out, itself or by a directory above it.
+enum class LeftOutReason {
+    // A name that begins with a dot.
+    Hidden,
+    Link,
+    DanglingLink,
+    ExcludedPath,
+    ExcludedExtension,
+    NoExtension,
+    TooLarge,
+    // A directory that is missing or must not be read; what it holds is not known.
+    Unlistable,
+    NotRegularFile,
+    // No include pattern leads to it.
+    NotIncluded,
+};
+
+// In the words of reports: "hidden", "link" and so on.
+[[nodiscard]] const char* LeftOutReasonText(LeftOutReason reason);
+
+struct JudgedFile {
+    // From the game directory, as its names are on disk.
+    std::string path;
+    std::uint64_t sizeBytes = 0;
+    // Nothing for a file that is sealed. That one stands here as often as the catalogue lists it.
+    std::optional<LeftOutReason> leftOut;
+};
+
+// Something in the rules that is likely not what was meant.
+struct RuleWarning {
+    // From 1, in bytes; both 0 for what stands at no place of the configuration file.
+    std::size_t line = 0;
+    std::size_t column = 0;
+    // One sentence each.
+    std::string message;
+    std::string cure;
+};
+
+struct FileTotal {
+    std::uint64_t files = 0;
+    std::uint64_t bytes = 0;
+};
+
+struct RulesTotals {
+    FileTotal sealed;
+    FileTotal leftOut;
+    std::map<LeftOutReason, FileTotal> leftOutBy;
+};
+
+struct RulesReport {
+    std::string configFile;
+    std::string gameDirectory;
+    // Sorted by path.
+    std::vector<JudgedFile> files;
+    // Sorted by place.
+    std::vector<RuleWarning> warnings;
+};
+
+[[nodiscard]] RulesTotals TotalsOf(const RulesReport& report);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,48 @@
+#include "inspect/report/console.h"
+
+#include <gtest/gtest.h>
+
+#include "app/console_log.h"
+#include "support/captured_output.h"
+
+namespace sealkeeper {
+namespace {
+
+using test::CapturedOutput;
+
+class QuietLog : public testing::Test {
+  protected:
+    QuietLog() {
+        KeepLogQuiet();
+        ForgetLoggedError();
+    }
+    ~QuietLog() override { SendLogTo(nullptr); }
+};
+
+TEST_F(QuietLog, WritesNothing) {
+    CapturedOutput output;
+    Log(LogLevel::Error, "a\n");
+    WriteUntagged("b\n");
+    EndConsoleLine();
+    EXPECT_EQ(output.Take(), "");
+}
+
+TEST_F(QuietLog, KeepsTheLastErrorWithoutItsLineFeed) {
+    Log(LogLevel::Error, "first\n");
+    Log(LogLevel::Error, "second '%s'.\n", "x");
+    Log(LogLevel::Warning, "no error\n");
+    EXPECT_EQ(LastLoggedError(), "second 'x'.");
+    ForgetLoggedError();
+    EXPECT_EQ(LastLoggedError(), "");
+}
+
+TEST(InspectConsole, LeavesForeignTextAloneAndHasNoColourOffATerminal) {
+    CapturedOutput output;
+    const Console console;
+    EXPECT_EQ(console.Foreign("a\nb"), "a\nb");
+    EXPECT_EQ(console.Styled(Style::Bad, "a"), "a");
+    EXPECT_EQ(output.Take(), "");
+}
+
+}  // namespace
+}  // namespace sealkeeper
