@@ -30,6 +30,10 @@ std::string ExtensionOf(const std::string& name) {
     return name.substr(dot);
 }
 
+bool IsDirectoryItselfOrParent(const std::string& name) {
+    return name == "." || name == "..";
+}
+
 void LogResolvedPaths(const PathSet& paths) {
     for (const std::string& path : paths) {
         // The same wording for included paths is deliberate.
@@ -39,7 +43,28 @@ void LogResolvedPaths(const PathSet& paths) {
 
 }  // namespace
 
-FileCollector::FileCollector(std::string basePath) : basePath_(std::move(basePath)) {
+// What a walk has found so far.
+struct FileCollector::Collection {
+    std::vector<FoundFile>& files;
+    // Null where nobody asks for it.
+    CollectionTrace* trace = nullptr;
+
+    void Add(const std::string& path, const FileStatus& status) {
+        files.push_back({Utf8ToWide(path), status});
+        if (trace != nullptr) {
+            trace->paths.push_back(path);
+        }
+    }
+
+    void Skip(const std::string& path, SkipRule rule) {
+        if (trace != nullptr) {
+            trace->skipped.push_back({path, rule});
+        }
+    }
+};
+
+FileCollector::FileCollector(std::string basePath, const FileTree& tree)
+    : basePath_(std::move(basePath)), tree_(tree) {
     excludedPaths_.max_load_factor(kMaxLoadFactor);
     includedPaths_.max_load_factor(kMaxLoadFactor);
     config_.excludedExtensions.max_load_factor(kMaxLoadFactor);
@@ -47,11 +72,25 @@ FileCollector::FileCollector(std::string basePath) : basePath_(std::move(basePat
 
 ResultCode FileCollector::CollectFiles(const std::string& startPath, const std::string& pattern,
                                        std::vector<FoundFile>& files) const {
+    Collection collection{files};
+    return CollectInto(startPath, pattern, collection);
+}
+
+ResultCode FileCollector::CollectFilesTraced(const std::string& startPath,
+                                             const std::string& pattern,
+                                             std::vector<FoundFile>& files,
+                                             CollectionTrace& trace) const {
+    Collection collection{files, &trace};
+    return CollectInto(startPath, pattern, collection);
+}
+
+ResultCode FileCollector::CollectInto(const std::string& startPath, const std::string& pattern,
+                                      Collection& collection) const {
     if (includedPaths_.empty()) {
-        return RecursePath(startPath, pattern, files);
+        return RecursePath(startPath, pattern, collection);
     }
     for (const std::string& path : includedPaths_) {
-        if (const ResultCode code = RecursePath(path, kNamedDirectly, files);
+        if (const ResultCode code = RecursePath(path, kNamedDirectly, collection);
             code != ResultCode::Ok) {
             return code;
         }
@@ -66,7 +105,8 @@ std::string FileCollector::BasePath() const {
 ResultCode FileCollector::ResolvePaths() {
     bool hasMatched = false;
     if (config_.includePaths.empty()) {
-        if (const ResultCode code = GlobPaths(config_.excludePaths, excludedPaths_, hasMatched);
+        if (const ResultCode code =
+                GlobPaths(config_.excludePaths, excludedPaths_, hasMatched, tree_);
             code != ResultCode::Ok) {
             return code;
         }
@@ -76,7 +116,7 @@ ResultCode FileCollector::ResolvePaths() {
         LogResolvedPaths(excludedPaths_);
         return ResultCode::Ok;
     }
-    if (const ResultCode code = GlobPaths(config_.includePaths, includedPaths_, hasMatched);
+    if (const ResultCode code = GlobPaths(config_.includePaths, includedPaths_, hasMatched, tree_);
         code != ResultCode::Ok) {
         return code;
     }
@@ -97,10 +137,9 @@ ResultCode FileCollector::ApplyCatalogueRules(ConfigSection& searchOptions) {
 }
 
 // A file named directly is taken whatever the skip rules say.
-ResultCode FileCollector::CollectNamedPath(const std::string& path,
-                                           std::vector<FoundFile>& files) const {
+ResultCode FileCollector::CollectNamedPath(const std::string& path, Collection& collection) const {
     FileStatus status;
-    if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
+    if (const ResultCode code = tree_.LookAtPath(path, status); code != ResultCode::Ok) {
         return code;
     }
     switch (status.type) {
@@ -111,35 +150,37 @@ ResultCode FileCollector::CollectNamedPath(const std::string& path,
                 static_cast<unsigned>(errno));
             break;
         case FileType::Directory:
-            return RecursePath(path + "/", kEveryFilePattern, files);
+            return RecursePath(path + "/", kEveryFilePattern, collection);
         case FileType::Regular:
         case FileType::Fifo:
         case FileType::Socket:
         case FileType::Other:
-            files.push_back({Utf8ToWide(path), status});
+            collection.Add(path, status);
             break;
     }
     return ResultCode::Ok;
 }
 
 ResultCode FileCollector::RecursePath(const std::string& startPath, const std::string& pattern,
-                                      std::vector<FoundFile>& files) const {
+                                      Collection& collection) const {
     if (pattern == kNamedDirectly) {
-        return CollectNamedPath(startPath, files);
+        return CollectNamedPath(startPath, collection);
     }
     // A backslash at the end belongs to the directory's name here, so it is no separator.
     const std::string directory = startPath.ends_with('/') ? startPath : startPath + "/";
     Log(LogLevel::Trace, "RecursePath '%s'.\n", (directory + pattern).c_str());
     std::optional<DirectoryEntries> entries;
-    if (const ResultCode code = ListDirectory(directory, entries); code != ResultCode::Ok) {
+    if (const ResultCode code = tree_.ReadDirectory(directory, entries); code != ResultCode::Ok) {
         return code;
     }
     if (!entries) {
         Log(LogLevel::Error, "Unable to open '%s'.\n", directory.c_str());
+        collection.Skip(directory.substr(0, directory.size() - 1), SkipRule::Unlistable);
         return ResultCode::Ok;
     }
+    SortEntries(*entries);
     for (auto entry = entries->rbegin(); entry != entries->rend(); ++entry) {
-        if (const ResultCode code = CollectEntry(directory, *entry, pattern, files);
+        if (const ResultCode code = CollectEntry(directory, *entry, pattern, collection);
             code != ResultCode::Ok) {
             return code;
         }
@@ -148,20 +189,24 @@ ResultCode FileCollector::RecursePath(const std::string& startPath, const std::s
 }
 
 ResultCode FileCollector::CollectEntry(const std::string& directory, const DirectoryEntry& entry,
-                                       const std::string& pattern,
-                                       std::vector<FoundFile>& files) const {
-    if (entry.name.starts_with('.')) {
+                                       const std::string& pattern, Collection& collection) const {
+    if (IsDirectoryItselfOrParent(entry.name)) {
         return ResultCode::Ok;
     }
     const std::string path = directory + entry.name;
+    if (entry.name.starts_with('.')) {
+        collection.Skip(path, SkipRule::HiddenName);
+        return ResultCode::Ok;
+    }
     if (IsSkippedByPath(path)) {
+        collection.Skip(path, SkipRule::ExcludedPath);
         return ResultCode::Ok;
     }
     FileStatus status;
     // Where no size matters, nobody looks.
     if (config_.sizeThresholdBytes != 0) {
         if (entry.type == EntryType::Regular || entry.type == EntryType::Directory) {
-            if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
+            if (const ResultCode code = tree_.LookAtPath(path, status); code != ResultCode::Ok) {
                 return code;
             }
         } else {
@@ -170,13 +215,18 @@ ResultCode FileCollector::CollectEntry(const std::string& directory, const Direc
         }
     }
     if (IsSkippedBySize(path, status)) {
+        collection.Skip(path, SkipRule::SizeThreshold);
         return ResultCode::Ok;
     }
     if (entry.type == EntryType::Directory) {
-        return RecursePath(path, pattern, files);
+        return RecursePath(path, pattern, collection);
     }
-    if (entry.type == EntryType::Regular && !IsSkippedByExtension(path, entry.name)) {
-        files.push_back({Utf8ToWide(path), status});
+    const std::optional<SkipRule> rule =
+        entry.type == EntryType::Regular ? RuleOfExtension(path, entry.name) : SkipRule::OtherType;
+    if (rule) {
+        collection.Skip(path, *rule);
+    } else {
+        collection.Add(path, status);
     }
     return ResultCode::Ok;
 }
@@ -198,20 +248,22 @@ bool FileCollector::IsSkippedBySize(const std::string& path, const FileStatus& s
     return false;
 }
 
-bool FileCollector::IsSkippedByExtension(const std::string& path, const std::string& name) const {
+std::optional<SkipRule> FileCollector::RuleOfExtension(const std::string& path,
+                                                       const std::string& name) const {
     const std::string extension = ExtensionOf(name);
     if (extension.empty()) {
-        if (config_.skipFilesWithoutExtension) {
-            Log(LogLevel::Trace, "Skipping file by rule ignore_files_without_extensions '%s'.\n",
-                path.c_str());
+        if (!config_.skipFilesWithoutExtension) {
+            return std::nullopt;
         }
-        return config_.skipFilesWithoutExtension;
+        Log(LogLevel::Trace, "Skipping file by rule ignore_files_without_extensions '%s'.\n",
+            path.c_str());
+        return SkipRule::NoExtension;
     }
     if (config_.excludedExtensions.contains(extension)) {
         Log(LogLevel::Trace, "Skipping file by rule exclude_extensions: '%s'.\n", path.c_str());
-        return true;
+        return SkipRule::ExcludedExtension;
     }
-    return false;
+    return std::nullopt;
 }
 
 }  // namespace sealkeeper

@@ -3,6 +3,7 @@
 #ifndef SEALKEEPER_CONFIG_FILE_COLLECTOR_H
 #define SEALKEEPER_CONFIG_FILE_COLLECTOR_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,9 +12,36 @@
 #include "config/config_document.h"
 #include "config/path_patterns.h"
 #include "platform/directory_listing.h"
+#include "platform/file_tree.h"
 #include "platform/found_file.h"
 
 namespace sealkeeper {
+
+// The rule by which the walk passes an entry over; for a directory, with all that it holds.
+enum class SkipRule {
+    HiddenName,
+    ExcludedPath,
+    SizeThreshold,
+    ExcludedExtension,
+    NoExtension,
+    // A link, or another thing that is neither file nor directory.
+    OtherType,
+    // A directory that is missing or must not be read.
+    Unlistable,
+};
+
+struct SkippedPath {
+    // As the walk forms it; for a directory without a slash at its end.
+    std::string path;
+    SkipRule rule;
+};
+
+// What a walk leaves behind for whoever wants to know why it found what it found.
+struct CollectionTrace {
+    // Of the files, in their order, as their names are on disk.
+    std::vector<std::string> paths;
+    std::vector<SkippedPath> skipped;
+};
 
 // The start path and the pattern of a walk over the whole game directory. The pattern filters
 // nothing; it is there for the trace.
@@ -22,8 +50,9 @@ inline constexpr const char* kEveryFilePattern = "*.*";
 
 class FileCollector {
   public:
-    // `basePath` is the absolute path of the game directory, ending in '/'.
-    explicit FileCollector(std::string basePath);
+    // `basePath` is the absolute path of the game directory, ending in '/'. `tree`, which must
+    // outlive the collector, is where files are looked for.
+    explicit FileCollector(std::string basePath, const FileTree& tree = SystemFileTree());
     FileCollector(const FileCollector&) = delete;
     FileCollector& operator=(const FileCollector&) = delete;
     virtual ~FileCollector() = default;
@@ -34,6 +63,10 @@ class FileCollector {
     // `SealkeeperIOError`, logged, when the system fails to read a directory or to look at a file.
     virtual ResultCode CollectFiles(const std::string& startPath, const std::string& pattern,
                                     std::vector<FoundFile>& files) const;
+
+    // The same, and tells in `trace` what it came by.
+    ResultCode CollectFilesTraced(const std::string& startPath, const std::string& pattern,
+                                  std::vector<FoundFile>& files, CollectionTrace& trace) const;
 
     [[nodiscard]] virtual std::string BasePath() const;
 
@@ -50,16 +83,22 @@ class FileCollector {
     [[nodiscard]] const CatalogueConfig& Config() const { return config_; }
 
   private:
+    struct Collection;
+
+    ResultCode CollectInto(const std::string& startPath, const std::string& pattern,
+                           Collection& collection) const;
     ResultCode RecursePath(const std::string& startPath, const std::string& pattern,
-                           std::vector<FoundFile>& files) const;
-    ResultCode CollectNamedPath(const std::string& path, std::vector<FoundFile>& files) const;
+                           Collection& collection) const;
+    ResultCode CollectNamedPath(const std::string& path, Collection& collection) const;
     ResultCode CollectEntry(const std::string& directory, const DirectoryEntry& entry,
-                            const std::string& pattern, std::vector<FoundFile>& files) const;
+                            const std::string& pattern, Collection& collection) const;
     [[nodiscard]] bool IsSkippedByPath(const std::string& path) const;
     [[nodiscard]] bool IsSkippedBySize(const std::string& path, const FileStatus& status) const;
-    [[nodiscard]] bool IsSkippedByExtension(const std::string& path, const std::string& name) const;
+    [[nodiscard]] std::optional<SkipRule> RuleOfExtension(const std::string& path,
+                                                          const std::string& name) const;
 
     std::string basePath_;
+    const FileTree& tree_;
     CatalogueConfig config_;
     PathSet excludedPaths_;
     PathSet includedPaths_;

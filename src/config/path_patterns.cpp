@@ -29,23 +29,23 @@ std::string PatternInGameDirectory(const std::string& pattern) {
     return path;
 }
 
-ResultCode LookUpNamedPath(const std::string& path, Paths& matches) {
+ResultCode LookUpNamedPath(const std::string& path, const FileTree& tree, Paths& matches) {
     FileStatus status;
-    const ResultCode code = LookAtPath(path, status);
+    const ResultCode code = tree.LookAtPath(path, status);
     if (status.type == FileType::Regular || status.type == FileType::Directory) {
         matches.push_back(path);
     }
     return code;
 }
 
-ResultCode FindMatches(const std::string& pattern, Paths& matches) {
+ResultCode FindMatches(const std::string& pattern, const FileTree& tree, Paths& matches) {
     // No path holds a zero byte, and the system would look at what stands before it.
     if (pattern.find('\0') != std::string::npos) {
         return ResultCode::Ok;
     }
     const bool hasWildcard = pattern.find_first_of("*?") != std::string::npos;
-    const ResultCode code =
-        hasWildcard ? ExpandGlobPattern(pattern, matches) : LookUpNamedPath(pattern, matches);
+    const ResultCode code = hasWildcard ? ExpandGlobPattern(pattern, matches, tree)
+                                        : LookUpNamedPath(pattern, tree, matches);
     std::sort(matches.begin(), matches.end(),
               [](const std::string& left, const std::string& right) {
                   return strcasecmp(left.c_str(), right.c_str()) < 0;
@@ -67,9 +67,9 @@ void ReportExpansion(const std::string& pattern, int outcome) {
 }
 
 // A fault of the system is reported for the pattern, too.
-ResultCode ExpandPattern(const std::string& pattern, Paths& matches) {
+ResultCode ExpandPattern(const std::string& pattern, const FileTree& tree, Paths& matches) {
     try {
-        const ResultCode code = FindMatches(pattern, matches);
+        const ResultCode code = FindMatches(pattern, tree, matches);
         if (code != ResultCode::Ok) {
             ReportExpansion(pattern, kReadAborted);
         } else {
@@ -84,13 +84,14 @@ ResultCode ExpandPattern(const std::string& pattern, Paths& matches) {
 
 }  // namespace
 
-ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched) {
+ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched,
+                     const FileTree& tree) {
     Paths matches;
     for (const std::string& pattern : patterns) {
         const std::string expanded = PatternInGameDirectory(pattern);
         Log(LogLevel::Trace, "GlobPaths: %s.\n", expanded.c_str());
         Paths found;
-        if (const ResultCode code = ExpandPattern(expanded, found); code != ResultCode::Ok) {
+        if (const ResultCode code = ExpandPattern(expanded, tree, found); code != ResultCode::Ok) {
             return code;
         }
         matches.insert(matches.end(), found.begin(), found.end());

@@ -7,15 +7,18 @@
 #include <vector>
 
 #include "app/result_code.h"
+#include "platform/file_tree.h"
 
 namespace sealkeeper {
 
 using PathSet = std::unordered_set<std::string>;
 
-// Expands each pattern, with "./" in front, and adds the paths it matches to `paths`; `hasMatched`
-// tells whether there was one. Every pattern is reported by a message of its own. Fails with
-// `SealkeeperIOError`, logged, when the system fails to look for them; nothing is added then.
-ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched);
+// Expands each pattern, with "./" in front, in `tree` and adds the paths it matches to `paths`;
+// `hasMatched` tells whether there was one. Every pattern is reported by a message of its own.
+// Fails with `SealkeeperIOError`, logged, when the system fails to look for them; nothing is added
+// then.
+ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched,
+                     const FileTree& tree = SystemFileTree());
 
 }  // namespace sealkeeper
 

@@ -95,13 +95,17 @@ ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEn
     return ResultCode::Ok;
 }
 
+void SortEntries(DirectoryEntries& entries) {
+    std::sort(entries.begin(), entries.end(),
+              [](const DirectoryEntry& left, const DirectoryEntry& right) {
+                  return std::strcoll(left.name.c_str(), right.name.c_str()) < 0;
+              });
+}
+
 ResultCode ListDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries) {
     const ResultCode code = ReadDirectory(directory, entries);
     if (entries) {
-        std::sort(entries->begin(), entries->end(),
-                  [](const DirectoryEntry& left, const DirectoryEntry& right) {
-                      return std::strcoll(left.name.c_str(), right.name.c_str()) < 0;
-                  });
+        SortEntries(*entries);
     }
     return code;
 }

@@ -26,7 +26,10 @@ using DirectoryEntries = std::vector<DirectoryEntry>;
 // read it: what was read of it by then says nothing of the rest.
 ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);
 
-// The same entries, sorted as by POSIX `alphasort`.
+// Sorts `entries` as by POSIX `alphasort`.
+void SortEntries(DirectoryEntries& entries);
+
+// Both.
 ResultCode ListDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);
 
 // Sets `type` to that of the entry at `path`, asked with `lstat`, for file systems whose

@@ -1,10 +1,8 @@
 #include "platform/glob.h"
 
 #include <fnmatch.h>
-#include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -46,9 +44,10 @@ Component TakeComponent(std::string& pattern) {
 }
 
 // Appends `directory` with each of its names that matches `component` to `paths`.
-ResultCode AddMatchesIn(const std::string& directory, const Component& component, Paths& paths) {
+ResultCode AddMatchesIn(const std::string& directory, const Component& component,
+                        const FileTree& tree, Paths& paths) {
     std::optional<DirectoryEntries> entries;
-    if (const ResultCode code = ReadDirectory(directory.empty() ? "." : directory, entries);
+    if (const ResultCode code = tree.ReadDirectory(directory.empty() ? "." : directory, entries);
         code != ResultCode::Ok) {
         return code;
     }
@@ -67,10 +66,10 @@ ResultCode AddMatchesIn(const std::string& directory, const Component& component
     return ResultCode::Ok;
 }
 
-ResultCode ExpandComponent(const Component& component, Paths& paths) {
+ResultCode ExpandComponent(const Component& component, const FileTree& tree, Paths& paths) {
     Paths longer;
     for (const std::string& directory : paths) {
-        if (const ResultCode code = AddMatchesIn(directory, component, longer);
+        if (const ResultCode code = AddMatchesIn(directory, component, tree, longer);
             code != ResultCode::Ok) {
             return code;
         }
@@ -79,17 +78,16 @@ ResultCode ExpandComponent(const Component& component, Paths& paths) {
     return ResultCode::Ok;
 }
 
-// Keeps those of `paths` that `isWanted` by their mode. `look` is `stat` or `lstat`.
-template <typename Look, typename IsWanted>
-ResultCode KeepThose(Paths& paths, Look look, IsWanted isWanted) {
+// Keeps those of `paths` for which `look`, called with a path and a flag to set, sets the flag.
+template <typename Look>
+ResultCode KeepThose(Paths& paths, Look look) {
     Paths kept;
     for (std::string& path : paths) {
-        struct stat status {};
-        if (look(path.c_str(), &status) != 0) {
-            if (const ResultCode code = JudgeLookError(path, errno); code != ResultCode::Ok) {
-                return code;
-            }
-        } else if (isWanted(status.st_mode)) {
+        bool isWanted = false;
+        if (const ResultCode code = look(path, isWanted); code != ResultCode::Ok) {
+            return code;
+        }
+        if (isWanted) {
             kept.push_back(std::move(path));
         }
     }
@@ -103,7 +101,7 @@ bool HasPattern(const std::string& text) {
     return text.find_first_of("*?[") != std::string::npos;
 }
 
-ResultCode ExpandGlobPattern(const std::string& pattern, Paths& paths) {
+ResultCode ExpandGlobPattern(const std::string& pattern, Paths& paths, const FileTree& tree) {
     std::string rest = pattern;
     while (rest.ends_with('/')) {
         rest.pop_back();
@@ -125,16 +123,24 @@ ResultCode ExpandGlobPattern(const std::string& pattern, Paths& paths) {
             }
             continue;
         }
-        if (const ResultCode code = ExpandComponent(component, paths); code != ResultCode::Ok) {
+        if (const ResultCode code = ExpandComponent(component, tree, paths);
+            code != ResultCode::Ok) {
             return code;
         }
         isExpanded = true;
     }
     if (!endsInPattern) {
-        return KeepThose(paths, lstat, [](mode_t /*mode*/) { return true; });
+        return KeepThose(paths, [&tree](const std::string& path, bool& isThere) {
+            return tree.LookForName(path, isThere);
+        });
     }
     if (endsInSlash) {
-        return KeepThose(paths, stat, [](mode_t mode) { return S_ISDIR(mode); });
+        return KeepThose(paths, [&tree](const std::string& path, bool& isDirectory) {
+            FileStatus status;
+            const ResultCode code = tree.LookAtPath(path, status);
+            isDirectory = status.type == FileType::Directory;
+            return code;
+        });
     }
     return ResultCode::Ok;
 }

@@ -9,7 +9,9 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/captured_output.h"
@@ -117,6 +119,83 @@ TEST_F(FileCollectorTest, WalksInReverseOrderOfNames) {
     EXPECT_EQ(CollectBy("exclude_paths=[ ]"),
               (Files{L"./z.z", L"./b/c", L"./b/b/x", L"./b/a", L"./a", L"./B", L"./A.b"}));
     EXPECT_EQ(output_, Walked("./") + Walked("./b/") + Walked("./b/b/"));
+}
+
+TEST_F(FileCollectorTest, TracesWhatItFindsAndByWhichRuleItPassesOverTheRest) {
+    Write({"a.txt", "b.pdb", "big.dat", "bare", ".hidden", ".dir/x", "out/y", "\xFF.dat"});
+    fs::create_symlink("a.txt", game_ / "link");
+    fs::resize_file(game_ / "big.dat", 11'000'000);
+    Apply(
+        "exclude_paths=[\"out\"] exclude_extensions=[\".pdb\"] exclude_size_threshold=10; "
+        "ignore_files_without_extension=true ");
+    ASSERT_TRUE(Resolve());
+    std::vector<FoundFile> files;
+    CollectionTrace trace;
+    EXPECT_EQ(collector_.CollectFilesTraced(kWholeDirectory, kEveryFilePattern, files, trace),
+              ResultCode::Ok);
+    EXPECT_EQ(trace.paths, (std::vector<std::string>{"./\xFF.dat", "./a.txt"}));
+    EXPECT_EQ(files.size(), 2U);
+    const std::vector<std::pair<std::string, SkipRule>> expected = {
+        {"./out", SkipRule::ExcludedPath},        {"./link", SkipRule::OtherType},
+        {"./big.dat", SkipRule::SizeThreshold},   {"./bare", SkipRule::NoExtension},
+        {"./b.pdb", SkipRule::ExcludedExtension}, {"./.hidden", SkipRule::HiddenName},
+        {"./.dir", SkipRule::HiddenName}};
+    std::vector<std::pair<std::string, SkipRule>> skipped;
+    for (const auto& path : trace.skipped) {
+        skipped.emplace_back(path.path, path.rule);
+    }
+    EXPECT_EQ(skipped, expected);
+}
+
+TEST_F(FileCollectorTest, TracesADirectoryThatCannotBeRead) {
+    Apply("exclude_paths=[ ]");
+    std::vector<FoundFile> files;
+    CollectionTrace trace;
+    const CapturedOutput quiet;
+    EXPECT_EQ(collector_.CollectFilesTraced("./nowhere", kEveryFilePattern, files, trace),
+              ResultCode::Ok);
+    ASSERT_EQ(trace.skipped.size(), 1U);
+    EXPECT_EQ(trace.skipped[0].path, "./nowhere");
+    EXPECT_EQ(trace.skipped[0].rule, SkipRule::Unlistable);
+}
+
+// Has one directory that is not there.
+class TreeWithNova : public FileTree {
+  public:
+    ResultCode ReadDirectory(const std::string& directory,
+                             std::optional<DirectoryEntries>& entries) const override {
+        const ResultCode code = FileTree::ReadDirectory(directory, entries);
+        if (directory == ".") {
+            entries->push_back({"nova", EntryType::Directory});
+        } else if (directory == "./nova/") {
+            entries = {{"star", EntryType::Regular}};
+        }
+        return code;
+    }
+
+    ResultCode LookAtPath(const std::string& path, FileStatus& status) const override {
+        if (path == "./nova") {
+            status = {FileType::Directory};
+            return ResultCode::Ok;
+        }
+        return FileTree::LookAtPath(path, status);
+    }
+};
+
+TEST(FileCollectorTree, LooksInTheTreeThatItIsGiven) {
+    const TempDirectory game;
+    const ScopedCurrentDirectory inGame(game.Path());
+    const TreeWithNova tree;
+    FileCollector collector("/the/game/", tree);
+    ConfigDocument document;
+    ASSERT_TRUE(document.ParseConfigText("s { include_paths = [\"n*\"] }\n"));
+    std::string name = "s";
+    const CapturedOutput quiet;
+    ASSERT_EQ(collector.ApplyCatalogueRules(document.GetSection(name)), ResultCode::Ok);
+    ASSERT_EQ(collector.ResolvePaths(), ResultCode::Ok);
+    std::vector<FoundFile> files;
+    EXPECT_EQ(collector.CollectFiles(kWholeDirectory, kEveryFilePattern, files), ResultCode::Ok);
+    EXPECT_EQ(PathsOf(files), Files{L"./nova/star"});
 }
 
 TEST_F(FileCollectorTest, EmptyDirectories) {
