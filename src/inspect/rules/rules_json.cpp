@@ -1,0 +1,73 @@
+#include "inspect/rules/rules_json.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "inspect/rules/utf8_text.h"
+
+namespace sealkeeper {
+namespace {
+
+Json FileJson(const JudgedFile& file) {
+    Json json;
+    const std::string path = WellFormedUtf8(file.path);
+    json["path"] = path;
+    if (path != file.path) {
+        json["pathHex"] = HexText(file.path);
+    }
+    json["bytes"] = file.sizeBytes;
+    json["state"] = file.leftOut ? "left out" : "sealed";
+    json["reason"] = file.leftOut ? Json(LeftOutReasonText(*file.leftOut)) : Json(nullptr);
+    return json;
+}
+
+Json WarningJson(const RuleWarning& warning) {
+    const bool hasPlace = warning.line != 0;
+    Json json;
+    json["line"] = hasPlace ? Json(warning.line) : Json(nullptr);
+    json["column"] = hasPlace ? Json(warning.column) : Json(nullptr);
+    json["message"] = warning.message;
+    json["cure"] = warning.cure;
+    return json;
+}
+
+Json TotalJson(const FileTotal& total) {
+    Json json;
+    json["files"] = total.files;
+    json["bytes"] = total.bytes;
+    return json;
+}
+
+Json TotalsJson(const RulesTotals& totals) {
+    Json byReason = Json::object();
+    for (const auto& [reason, total] : totals.leftOutBy) {
+        byReason[LeftOutReasonText(reason)] = TotalJson(total);
+    }
+    Json json;
+    json["sealed"] = TotalJson(totals.sealed);
+    json["leftOut"] = TotalJson(totals.leftOut);
+    json["byReason"] = std::move(byReason);
+    return json;
+}
+
+}  // namespace
+
+Json RulesJson(const RulesReport& report) {
+    Json files = Json::array();
+    for (const JudgedFile& file : report.files) {
+        files.push_back(FileJson(file));
+    }
+    Json warnings = Json::array();
+    for (const RuleWarning& warning : report.warnings) {
+        warnings.push_back(WarningJson(warning));
+    }
+    Json json;
+    json["configFile"] = report.configFile;
+    json["gameDirectory"] = report.gameDirectory;
+    json["files"] = std::move(files);
+    json["warnings"] = std::move(warnings);
+    json["totals"] = TotalsJson(TotalsOf(report));
+    return json;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,16 @@
+// The report of the rules for programs.
+#ifndef SEALKEEPER_INSPECT_RULES_RULES_JSON_H
+#define SEALKEEPER_INSPECT_RULES_RULES_JSON_H
+
+#include "inspect/report/json.h"
+#include "inspect/rules/rules_report.h"
+
+namespace sealkeeper {
+
+// Members `configFile`, `gameDirectory`, `files`, `warnings` and `totals`. A file whose path is no
+// UTF-8, which JSON cannot hold, has the bytes of it as `pathHex` besides.
+[[nodiscard]] Json RulesJson(const RulesReport& report);
+
+}  // namespace sealkeeper
+
+#endif
