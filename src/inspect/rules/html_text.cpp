@@ -1,0 +1,40 @@
+#include "inspect/rules/html_text.h"
+
+#include "app/terminal_text.h"
+#include "inspect/rules/utf8_text.h"
+
+namespace sealkeeper {
+namespace {
+
+// What stands for `character`; nothing for what stands for itself.
+std::string_view ReferenceTo(char character) {
+    switch (character) {
+        case '&':
+            return "&amp;";
+        case '<':
+            return "&lt;";
+        case '>':
+            return "&gt;";
+        case '"':
+            return "&quot;";
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+std::string HtmlText(std::string_view text) {
+    std::string html;
+    for (const char character : WellFormedUtf8(EscapeControls(text))) {
+        const std::string_view reference = ReferenceTo(character);
+        if (reference.empty()) {
+            html += character;
+        } else {
+            html += reference;
+        }
+    }
+    return html;
+}
+
+}  // namespace sealkeeper

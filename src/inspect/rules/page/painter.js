@@ -1,0 +1,162 @@
+// Draws the map, and the samples of its colours.
+
+const PATTERN_SIZE = 8;
+const HALF = PATTERN_SIZE / 2;
+
+// Strokes that repeat every PATTERN_SIZE, so that no state is told by its colour alone.
+const PATTERNS = {
+  'hidden': [[HALF, HALF, HALF + 1, HALF]],
+  'link': [[0, PATTERN_SIZE, PATTERN_SIZE, 0]],
+  'dangling link': [[0, 0, PATTERN_SIZE, PATTERN_SIZE], [0, PATTERN_SIZE, PATTERN_SIZE, 0]],
+  'excluded path': [[0, PATTERN_SIZE, PATTERN_SIZE, 0], [0, HALF, HALF, 0], [HALF, PATTERN_SIZE, PATTERN_SIZE, HALF]],
+  'extension': [[0, 0, PATTERN_SIZE, PATTERN_SIZE]],
+  'no extension': [[0, HALF, PATTERN_SIZE, HALF]],
+  'size': [[HALF, 0, HALF, PATTERN_SIZE]],
+  'unlistable': [[0, HALF, PATTERN_SIZE, HALF], [HALF, 0, HALF, PATTERN_SIZE]],
+  'not a regular file': [[0, 1, HALF, 1], [HALF, HALF + 1, PATTERN_SIZE, HALF + 1]],
+  'not included': [[1, 1, 2, 1], [HALF + 1, HALF + 1, HALF + 2, HALF + 1]],
+};
+
+function colourOf(name, element) {
+  return getComputedStyle(element).getPropertyValue(name).trim();
+}
+
+function makePattern(context, fill, ink, strokes) {
+  const tile = document.createElement('canvas');
+  const scale = devicePixelRatio;
+  tile.width = Math.round(PATTERN_SIZE * scale);
+  tile.height = tile.width;
+  const pen = tile.getContext('2d');
+  pen.scale(tile.width / PATTERN_SIZE, tile.width / PATTERN_SIZE);
+  pen.fillStyle = fill;
+  pen.fillRect(0, 0, PATTERN_SIZE, PATTERN_SIZE);
+  pen.strokeStyle = ink;
+  pen.globalAlpha = 0.45;
+  pen.lineCap = 'square';
+  for (const [x1, y1, x2, y2] of strokes) {
+    pen.beginPath();
+    pen.moveTo(x1, y1);
+    pen.lineTo(x2, y2);
+    pen.stroke();
+  }
+  const pattern = context.createPattern(tile, 'repeat');
+  // The context is scaled, which the tile has been already.
+  pattern.setTransform(new DOMMatrix().scale(PATTERN_SIZE / tile.width));
+  return pattern;
+}
+
+// What to draw with in the colour scheme of now. `rows` are the rows of totals by state.
+function makePalette(context, states, rows) {
+  const ink = colourOf('--ink', document.body);
+  const plain = states.map((state) => colourOf('--fill', rows.get(state)));
+  return {
+    ink,
+    plain,
+    filled: states.map((state, index) => (Object.hasOwn(PATTERNS, state)
+      ? makePattern(context, plain[index], ink, PATTERNS[state]) : plain[index])),
+    folder: colourOf('--folder', document.body),
+    panel: colourOf('--panel', document.body),
+    quiet: colourOf('--quiet', document.body),
+    font: `12px ${getComputedStyle(document.body).fontFamily}`,
+  };
+}
+
+// Gives `canvas` as many pixels as the screen has for it; what is drawn is in CSS pixels.
+function sizedContext(canvas) {
+  const context = canvas.getContext('2d');
+  canvas.width = Math.round(canvas.clientWidth * devicePixelRatio);
+  canvas.height = Math.round(canvas.clientHeight * devicePixelRatio);
+  context.setTransform(devicePixelRatio, 0, 0, devicePixelRatio, 0, 0);
+  return context;
+}
+
+// `text`, or as much of its beginning as `width` has room for.
+function fitted(context, text, width) {
+  if (context.measureText(text).width <= width) {
+    return text;
+  }
+  let least = 0;
+  let most = text.length;
+  while (least < most) {
+    const middle = Math.ceil((least + most) / 2);
+    if (context.measureText(`${text.slice(0, middle)}\u2026`).width <= width) {
+      least = middle;
+    } else {
+      most = middle - 1;
+    }
+  }
+  return least > 0 ? `${text.slice(0, least)}\u2026` : '';
+}
+
+// On whole pixels, so that neighbours share an edge.
+function snapped(box) {
+  const x = Math.round(box.x);
+  const y = Math.round(box.y);
+  return { x, y, width: Math.round(box.x + box.width) - x, height: Math.round(box.y + box.height) - y };
+}
+
+// Smaller pieces have but half an edge, so that many of them do not look like one.
+const LEAST_WITH_EDGE = 4;
+const LEAST_WITH_HALF_EDGE = 2;
+const LABEL_HEIGHT = 16;
+const LEAST_LABEL_WIDTH = 48;
+
+function edgeOf(width, height) {
+  const least = Math.min(width, height);
+  if (least >= LEAST_WITH_EDGE) {
+    return 1;
+  }
+  return least >= LEAST_WITH_HALF_EDGE ? 0.5 : 0;
+}
+
+// In `ink`, on a strip of `ground` where that is given.
+function drawLabel(context, text, box, ink, ground) {
+  const label = fitted(context, visibleText(text), box.width - 6);
+  if (label === '') {
+    return;
+  }
+  if (ground) {
+    context.fillStyle = ground;
+    context.fillRect(box.x + 1, box.y + 1, Math.min(box.width - 2, context.measureText(label).width + 6), LABEL_HEIGHT - 2);
+  }
+  context.fillStyle = ink;
+  context.fillText(label, box.x + 3, box.y + LABEL_HEIGHT / 2);
+}
+
+function drawPiece(context, palette, node) {
+  let { x, y, width, height } = snapped(node.box);
+  // What is too thin for a pixel still shows.
+  width = Math.max(width, 1);
+  height = Math.max(height, 1);
+  const edge = edgeOf(width, height);
+  const state = mainState(node);
+  context.fillStyle = node.isFound ? palette.filled[state] : palette.panel;
+  context.fillRect(x, y, width - edge, height - edge);
+  if (width >= LEAST_LABEL_WIDTH && height >= LABEL_HEIGHT) {
+    const [ink, ground] = node.isFound ? [palette.ink, palette.plain[state]] : [palette.quiet, null];
+    drawLabel(context, node.name, { x, y, width, height }, ink, ground);
+  }
+}
+
+function drawChildren(context, palette, folder) {
+  for (const child of folder.children) {
+    if (!child.isOpen || child.file) {
+      drawPiece(context, palette, child);
+      continue;
+    }
+    const box = snapped(child.box);
+    context.fillStyle = palette.folder;
+    context.fillRect(box.x, box.y, box.width - 1, box.height - 1);
+    if (hasHeading(child)) {
+      drawLabel(context, `${child.name}/`, box, child.isFound ? palette.ink : palette.quiet, null);
+    }
+    drawChildren(context, palette, child);
+  }
+}
+
+// Draws what `folder` holds, laid out before; pieces where nothing is found are faint.
+function drawMap(context, palette, folder) {
+  context.font = palette.font;
+  context.textBaseline = 'middle';
+  drawChildren(context, palette, folder);
+}

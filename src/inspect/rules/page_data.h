@@ -1,0 +1,19 @@
+// What the page's script shows.
+#ifndef SEALKEEPER_INSPECT_RULES_PAGE_DATA_H
+#define SEALKEEPER_INSPECT_RULES_PAGE_DATA_H
+
+#include <string>
+
+#include "inspect/rules/rules_report.h"
+
+namespace sealkeeper {
+
+// JSON that may stand in a script element: it has no "<". Its members:
+//   states  the words for what became of a file: "sealed", then the reasons that occur
+//   files   for each file [path, bytes, index in states], and the bytes of the path in hexadecimal
+//           behind them where the path is no UTF-8
+[[nodiscard]] std::string PageData(const RulesReport& report);
+
+}  // namespace sealkeeper
+
+#endif
