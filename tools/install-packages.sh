@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the build, with --tests what the tests, with --bench what the benchmarks, with
-# --mutation what tools/mutate.sh, and with --coverage what tools/coverage.sh needs:
+# --mutation what tools/mutate.sh, with --coverage what tools/coverage.sh, and with --browser what
+# tools/look-at-page.sh needs:
 # Debian's packages through apt, macOS's through Homebrew. Does nothing when all of it is there.
 set -euo pipefail
 
@@ -8,14 +9,16 @@ with_tests=no
 with_bench=no
 with_mutation=no
 with_coverage=no
+with_browser=no
 for option in "$@"; do
     case "$option" in
         --tests) with_tests=yes ;;
         --bench) with_bench=yes ;;
         --mutation) with_mutation=yes ;;
         --coverage) with_coverage=yes ;;
+        --browser) with_browser=yes ;;
         *)
-            echo "usage: install-packages.sh [--tests] [--bench] [--mutation] [--coverage]" >&2
+            echo "usage: install-packages.sh [--tests] [--bench] [--mutation] [--coverage] [--browser]" >&2
             exit 1
             ;;
     esac
@@ -34,6 +37,9 @@ install_on_debian() {
     fi
     if [ "$with_coverage" = yes ]; then
         wanted="$wanted gcovr"
+    fi
+    if [ "$with_browser" = yes ]; then
+        wanted="$wanted chromium chromium-driver fonts-dejavu-core python3-selenium python3-html5lib"
     fi
     local missing="" package
     for package in $wanted; do
@@ -55,6 +61,10 @@ install_on_debian() {
 }
 
 install_on_macos() {
+    if [ "$with_browser" = yes ]; then
+        echo "--browser knows Debian's packages alone." >&2
+        exit 1
+    fi
     if ! command -v brew >/dev/null 2>&1; then
         echo "Homebrew is needed to install cmake, ninja, mbedtls@3, cli11, nlohmann-json and pugixml." >&2
         exit 1

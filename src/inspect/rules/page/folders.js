@@ -1,7 +1,9 @@
 // The folders of the game, as a tree of nodes.
 
 function makeFolder(name, parent) {
-  return { name, parent, file: null, folders: new Map(), leaves: [], children: [], bytes: 0, files: 0, bytesBy: [] };
+  return {
+    name, parent, file: null, folders: new Map(), leaves: [], children: [], bytes: 0, files: 0, bytesBy: [],
+  };
 }
 
 function folderPath(folder) {

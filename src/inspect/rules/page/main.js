@@ -81,4 +81,12 @@ class Page {
   }
 }
 
+// What the page has without the script, it has as it came.
+function showUnseenOfTexts() {
+  for (const element of document.querySelectorAll('header dd, #warnings code, #warnings strong, #warnings li p')) {
+    element.textContent = visibleText(element.textContent);
+  }
+}
+
+showUnseenOfTexts();
 new Page(readReport(document.getElementById('report').textContent)).start();

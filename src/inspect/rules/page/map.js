@@ -76,7 +76,8 @@ class MapView {
     }
     const sealed = node.bytesBy[0] ?? 0;
     const name = node.parent ? `${visibleText(folderPath(node))}/` : 'The whole game';
-    return `${name}: ${countText(node.files, 'file')}, ${sizeText(node.bytes)} (${sizeText(sealed)} sealed, ${sizeText(node.bytes - sealed)} left out)`;
+    const split = `${sizeText(sealed)} sealed, ${sizeText(node.bytes - sealed)} left out`;
+    return `${name}: ${countText(node.files, 'file')}, ${sizeText(node.bytes)} (${split})`;
   }
 
   // One level further in, towards what is under the pointer; the heading of a folder opens that one.

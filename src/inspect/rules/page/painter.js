@@ -117,24 +117,25 @@ function drawLabel(context, text, box, ink, ground) {
   }
   if (ground) {
     context.fillStyle = ground;
-    context.fillRect(box.x + 1, box.y + 1, Math.min(box.width - 2, context.measureText(label).width + 6), LABEL_HEIGHT - 2);
+    const width = Math.min(box.width - 2, context.measureText(label).width + 6);
+    context.fillRect(box.x + 1, box.y + 1, width, LABEL_HEIGHT - 2);
   }
   context.fillStyle = ink;
   context.fillText(label, box.x + 3, box.y + LABEL_HEIGHT / 2);
 }
 
 function drawPiece(context, palette, node) {
-  let { x, y, width, height } = snapped(node.box);
+  const box = snapped(node.box);
   // What is too thin for a pixel still shows.
-  width = Math.max(width, 1);
-  height = Math.max(height, 1);
+  const width = Math.max(box.width, 1);
+  const height = Math.max(box.height, 1);
   const edge = edgeOf(width, height);
   const state = mainState(node);
   context.fillStyle = node.isFound ? palette.filled[state] : palette.panel;
-  context.fillRect(x, y, width - edge, height - edge);
+  context.fillRect(box.x, box.y, width - edge, height - edge);
   if (width >= LEAST_LABEL_WIDTH && height >= LABEL_HEIGHT) {
     const [ink, ground] = node.isFound ? [palette.ink, palette.plain[state]] : [palette.quiet, null];
-    drawLabel(context, node.name, { x, y, width, height }, ink, ground);
+    drawLabel(context, node.name, box, ink, ground);
   }
 }
 

@@ -77,8 +77,9 @@ class TableView {
     const first = this.page * ROWS_A_PAGE;
     const rows = this.files.slice(first, first + ROWS_A_PAGE);
     this.table.tBodies[0].replaceChildren(...rows.map((file) => this.makeRow(file)));
-    document.getElementById('page-number').textContent = rows.length === 0 ? 'No files'
-      : `${grouped.format(first + 1)}\u2013${grouped.format(first + rows.length)} of ${grouped.format(this.files.length)}`;
+    const range = `${grouped.format(first + 1)}\u2013${grouped.format(first + rows.length)}`;
+    document.getElementById('page-number').textContent = rows.length === 0
+      ? 'No files' : `${range} of ${grouped.format(this.files.length)}`;
     for (const [button, target] of this.pageButtons) {
       const next = Math.min(Math.max(target(), 0), this.lastPage());
       button.disabled = next === this.page;
