@@ -4,24 +4,29 @@
 #define SEALKEEPER_CONFIG_CONFIG_SCANNER_H
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "config/config_document.h"
+#include "config/config_outline.h"
+#include "config/config_values.h"
 
 namespace sealkeeper {
 
 class ConfigScanner {
   public:
-    // Both must outlive the scanner; `text` is not empty.
-    ConfigScanner(std::string_view text, ConfigDocument& document)
-        : text_(text), document_(document) {}
+    // All must outlive the scanner; `text` is not empty. An outline is empty.
+    ConfigScanner(std::string_view text, ConfigDocument& document, ConfigOutline* outline = nullptr)
+        : text_(text), document_(document), outline_(outline) {}
 
-    // Scans the text into the document. False only for a string list element with a line feed.
+    // Scans the text into the document, and where it stood into the outline if there is one. False
+    // only for a string list element with a line feed.
     [[nodiscard]] bool Scan();
 
   private:
     enum class Step { Continue, Stop, Fail };
+    enum class CommentKind { Line, Block };
 
     [[nodiscard]] Step ScanToken();
     [[nodiscard]] bool TakeCommentMarker();
@@ -37,9 +42,18 @@ class ConfigScanner {
     [[nodiscard]] bool StartsWith(std::string_view marker) const;
     [[nodiscard]] bool EqualsIgnoringCase(std::string_view lowerCaseWord) const;
     [[nodiscard]] Step StoreAndContinueAt(std::size_t position);
+    [[nodiscard]] Step StopAt(std::size_t position, ConfigStop why);
+
+    // They fill the outline. Without one they do nothing.
+    void RecordCommentMarker(CommentKind kind);
+    void RecordCommentEnd(std::size_t end);
+    void RecordValue(ConfigValueKind kind, std::size_t end, const QuotedTexts& texts,
+                     std::int64_t number);
+    void RecordEnd();
 
     std::string_view text_;
     ConfigDocument& document_;
+    ConfigOutline* outline_;
     std::size_t position_ = 0;
     // Null while no section is open.
     ConfigSection* section_ = nullptr;

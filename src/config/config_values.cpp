@@ -23,8 +23,8 @@ std::optional<std::string_view> TakeQuoted(std::string_view& text) {
 
 }  // namespace
 
-std::optional<StringList> ParseStringList(std::string_view text) {
-    StringList list;
+std::optional<QuotedTexts> FindListElements(std::string_view text) {
+    QuotedTexts elements;
     while (const auto quoted = TakeQuoted(text)) {
         if (quoted->empty()) {
             continue;
@@ -32,13 +32,13 @@ std::optional<StringList> ParseStringList(std::string_view text) {
         if (quoted->find('\n') != std::string_view::npos) {
             return std::nullopt;
         }
-        list.push_back(UnescapeBackslashes(std::string(*quoted)));
+        elements.push_back(*quoted);
     }
-    return list;
+    return elements;
 }
 
-StringPairs ParseStringPairs(std::string_view text) {
-    StringPairs pairs;
+QuotedTexts FindPairs(std::string_view text) {
+    QuotedTexts pairs;
     while (true) {
         const auto name = TakeQuoted(text);
         if (!name || name->empty()) {
@@ -48,8 +48,7 @@ StringPairs ParseStringPairs(std::string_view text) {
         if (!value || value->empty()) {
             return pairs;
         }
-        pairs.emplace(UnescapeBackslashes(std::string(*name)),
-                      UnescapeBackslashes(std::string(*value)));
+        pairs.insert(pairs.end(), {*name, *value});
     }
 }
 

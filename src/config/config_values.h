@@ -6,18 +6,20 @@
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "config/config_document.h"
+#include <vector>
 
 namespace sealkeeper {
 
+// Parts of a text, without the double quotes round them and with backslashes as they stand.
+using QuotedTexts = std::vector<std::string_view>;
+
 // The quoted elements of `text`, empty ones left out; bytes outside quotes are ignored. Nothing
 // when an element contains a line feed.
-[[nodiscard]] std::optional<StringList> ParseStringList(std::string_view text);
+[[nodiscard]] std::optional<QuotedTexts> FindListElements(std::string_view text);
 
-// The quoted strings of `text`, two by two; ends at an empty name or value and where one of a pair
-// is missing. A repeated name keeps its first value.
-[[nodiscard]] StringPairs ParseStringPairs(std::string_view text);
+// The quoted names and values of `text` in turn; ends before an empty name or value and where one
+// of a pair is missing.
+[[nodiscard]] QuotedTexts FindPairs(std::string_view text);
 
 // The decimal digits at the start of `text` as an unsigned 32-bit number that wraps on overflow,
 // then reinterpreted as signed and sign-extended.

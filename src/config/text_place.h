@@ -1,0 +1,37 @@
+// Lines and columns of a text.
+#ifndef SEALKEEPER_CONFIG_TEXT_PLACE_H
+#define SEALKEEPER_CONFIG_TEXT_PLACE_H
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace sealkeeper {
+
+// Both from 1; the column counts bytes. Only a line feed ends a line.
+struct TextPlace {
+    std::size_t line = 1;
+    std::size_t column = 1;
+
+    bool operator==(const TextPlace&) const = default;
+};
+
+// The place of the byte at `offset`. What is past the end is as far behind the last byte's place as
+// its offset is. Takes time in proportion to `offset`.
+[[nodiscard]] TextPlace PlaceOf(std::string_view text, std::size_t offset);
+
+// Where the lines of a text begin, for many questions about one text.
+class TextLines {
+  public:
+    explicit TextLines(std::string_view text);
+
+    // As the function of that name, in logarithmic time.
+    [[nodiscard]] TextPlace PlaceOf(std::size_t offset) const;
+
+  private:
+    std::vector<std::size_t> begins_;
+};
+
+}  // namespace sealkeeper
+
+#endif
