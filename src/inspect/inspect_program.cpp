@@ -5,6 +5,7 @@
 
 #include "inspect/report/command_status.h"
 #include "inspect/report/console.h"
+#include "inspect/rules/rules_command.h"
 #include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
@@ -26,6 +27,7 @@ int ParseAndRun(int argc, const char* const* argv, Console& console) {
     CLI::App program("Says what sealkeeper hashes and why, and what its files hold.",
                      "sealkeeper-inspect");
     program.set_version_flag("--version", "sealkeeper-inspect " SEALKEEPER_VERSION);
+    AddRulesCommand(program, console, status);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

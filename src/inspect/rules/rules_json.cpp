@@ -50,6 +50,16 @@ Json TotalsJson(const RulesTotals& totals) {
     return json;
 }
 
+Json RefusalJson(const std::optional<Refusal>& refusal) {
+    if (!refusal) {
+        return nullptr;
+    }
+    Json json;
+    json["code"] = ResultCodeNumber(refusal->code);
+    json["message"] = refusal->message;
+    return json;
+}
+
 }  // namespace
 
 Json RulesJson(const RulesReport& report) {
@@ -64,6 +74,7 @@ Json RulesJson(const RulesReport& report) {
     Json json;
     json["configFile"] = report.configFile;
     json["gameDirectory"] = report.gameDirectory;
+    json["refusal"] = RefusalJson(report.refusal);
     json["files"] = std::move(files);
     json["warnings"] = std::move(warnings);
     json["totals"] = TotalsJson(TotalsOf(report));

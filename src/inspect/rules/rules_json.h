@@ -7,8 +7,9 @@
 
 namespace sealkeeper {
 
-// Members `configFile`, `gameDirectory`, `files`, `warnings` and `totals`. A file whose path is no
-// UTF-8, which JSON cannot hold, has the bytes of it as `pathHex` besides.
+// Members `configFile`, `gameDirectory`, `refusal` (null, or `code` and `message`), `files`,
+// `warnings` and `totals`. A file whose path is no UTF-8, which JSON cannot hold, has the bytes of
+// it as `pathHex` besides.
 [[nodiscard]] Json RulesJson(const RulesReport& report);
 
 }  // namespace sealkeeper

@@ -43,9 +43,11 @@ std::string FilesAndSize(const FileTotal& total) {
     return CountText(total.files, "file") + " (" + SizeText(total.bytes) + ")";
 }
 
-std::string SummaryText(const RulesTotals& totals) {
-    return FilesAndSize(totals.sealed) + (totals.sealed.files == 1 ? " is" : " are") + " sealed, " +
-           FilesAndSize(totals.leftOut) + " left out.";
+std::string SummaryText(const RulesReport& report, const RulesTotals& totals) {
+    const std::string refusal =
+        report.refusal ? "<strong>" + HtmlText(RefusalText(*report.refusal)) + "</strong> " : "";
+    return refusal + FilesAndSize(totals.sealed) + (totals.sealed.files == 1 ? " is" : " are") +
+           " sealed, " + FilesAndSize(totals.leftOut) + " left out.";
 }
 
 // `attribute` tells the script what the row is the total of.
@@ -93,7 +95,7 @@ std::string RulesPage(const RulesReport& report) {
                                      {"script", std::string(assets.script)},
                                      {"game", HtmlText(report.gameDirectory)},
                                      {"config", HtmlText(report.configFile)},
-                                     {"summary", SummaryText(totals)},
+                                     {"summary", SummaryText(report, totals)},
                                      {"totals", TotalRows(totals)},
                                      {"warningCount", CountText(report.warnings.size(), "warning")},
                                      {"warnings", WarningItems(report)},

@@ -36,6 +36,11 @@ const char* LeftOutReasonText(LeftOutReason reason) {
     return "";
 }
 
+std::string RefusalText(const Refusal& refusal) {
+    return "generate fails with code " + std::to_string(ResultCodeNumber(refusal.code)) + ": " +
+           refusal.message;
+}
+
 RulesTotals TotalsOf(const RulesReport& report) {
     RulesTotals totals;
     for (const JudgedFile& file : report.files) {

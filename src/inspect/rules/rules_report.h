@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "app/result_code.h"
+
 namespace sealkeeper {
 
 // The rule that left a file out, itself or by a directory above it.
@@ -60,6 +62,13 @@ struct RulesTotals {
     std::map<LeftOutReason, FileTotal> leftOutBy;
 };
 
+// Why generate would end without a catalogue.
+struct Refusal {
+    ResultCode code = ResultCode::Ok;
+    // Its own message, or one where it has none.
+    std::string message;
+};
+
 struct RulesReport {
     std::string configFile;
     std::string gameDirectory;
@@ -67,7 +76,12 @@ struct RulesReport {
     std::vector<JudgedFile> files;
     // Sorted by place.
     std::vector<RuleWarning> warnings;
+    // Where there is one and it came before the walk over the game, there are no files.
+    std::optional<Refusal> refusal = std::nullopt;
 };
+
+// "generate fails with code 4: " and the message.
+[[nodiscard]] std::string RefusalText(const Refusal& refusal);
 
 [[nodiscard]] RulesTotals TotalsOf(const RulesReport& report);
 

@@ -38,6 +38,12 @@ std::string WarningsText(const RulesReport& report, const Console& console) {
     return text.empty() ? text : text + "\n";
 }
 
+std::string RefusalLine(const RulesReport& report, const Console& console) {
+    return report.refusal
+               ? console.Styled(Style::Bad, console.Foreign(RefusalText(*report.refusal))) + "\n\n"
+               : "";
+}
+
 // One line of the totals, in columns.
 struct TotalRow {
     Style style = Style::Plain;
@@ -154,7 +160,8 @@ std::string EveryFileText(const RulesReport& report, const Console& console) {
 }  // namespace
 
 std::string RulesText(const RulesReport& report, const Console& console, RulesListing listing) {
-    std::string text = WarningsText(report, console) + TotalsText(TotalsOf(report), console);
+    std::string text = RefusalLine(report, console) + WarningsText(report, console) +
+                       TotalsText(TotalsOf(report), console);
     switch (listing) {
         case RulesListing::LeftOut:
             return text + LeftOutText(report, console);

@@ -17,8 +17,8 @@ enum class RulesListing {
     EveryFile,
 };
 
-// The warnings with their cures, then the totals, then the files of `listing`, in lines. Meant for
-// standard output, as `console` knows it.
+// Why generate would fail if it would, the warnings with their cures, then the totals, then the
+// files of `listing`, in lines. Meant for standard output, as `console` knows it.
 [[nodiscard]] std::string RulesText(const RulesReport& report, const Console& console,
                                     RulesListing listing);
 

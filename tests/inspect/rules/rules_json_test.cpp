@@ -17,6 +17,7 @@ TEST(RulesJson, HasTheWholeReport) {
     EXPECT_EQ(JsonText(RulesJson(report)), R"({
   "configFile": "game.cfg",
   "gameDirectory": "/game",
+  "refusal": null,
   "files": [
     {
       "path": ".git/index",
@@ -67,6 +68,12 @@ TEST(RulesJson, HasTheWholeReport) {
   }
 }
 )");
+}
+
+TEST(RulesJson, SaysWhyGenerateWouldFail) {
+    const Json json =
+        RulesJson({"game.cfg", "/game", {}, {}, Refusal{ResultCode::InitFailedConfig, "Because."}});
+    EXPECT_EQ(json.at("refusal"), (Json{{"code", 4}, {"message", "Because."}}));
 }
 
 TEST(RulesJson, HasEmptyListsForNothing) {

@@ -43,6 +43,13 @@ TEST(RulesText, TellsTotalsAndWhatIsLeftOutByReason) {
               "  1.1 GB  video/small.mkv\n");
 }
 
+TEST(RulesText, SaysFirstWhyGenerateWouldFail) {
+    RulesReport report = SmallReport();
+    report.refusal = Refusal{ResultCode::InitFailedConfig, "Because."};
+    EXPECT_TRUE(PlainText(report, RulesListing::LeftOut)
+                    .starts_with("generate fails with code 4: Because.\n\nsealed"));
+}
+
 TEST(RulesText, ListsEveryFileInOrder) {
     EXPECT_EQ(PlainText(SmallReport(), RulesListing::EveryFile),
               "sealed       1 file   1.2 MB\n"

@@ -1,0 +1,69 @@
+// Warnings about path aliases.
+#include <algorithm>
+#include <map>
+#include <string>
+
+#include "catalogue/path_alias.h"
+#include "inspect/report/number_text.h"
+#include "inspect/rules/lint_text.h"
+#include "inspect/rules/selection_lint.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+AliasMap WideAliases(const CatalogueConfig& config) {
+    AliasMap aliases;
+    for (const auto& [name, value] : config.pathAliases) {
+        aliases.emplace(Utf8ToWide(name), Utf8ToWide(value));
+    }
+    return aliases;
+}
+
+// The path as it is stored before an alias is looked for.
+std::wstring StoredForm(const std::string& walkedPath) {
+    std::wstring path = Utf8ToWide(walkedPath);
+    if (path.starts_with(L"./")) {
+        path.erase(0, 2);
+    }
+    std::replace(path.begin(), path.end(), L'\\', L'/');
+    return path;
+}
+
+// How many paths each alias is put into, by its name.
+std::map<std::wstring, std::size_t> CountUses(const Selection& selection, const AliasMap& aliases) {
+    std::map<std::wstring, std::size_t> uses;
+    for (const SelectedFile& file : selection.files) {
+        if (const auto* const alias = FirstAliasIn(aliases, StoredForm(file.path))) {
+            ++uses[alias->first];
+        }
+    }
+    return uses;
+}
+
+}  // namespace
+
+void LintAliases(const LintSubject& subject, RuleWarnings& warnings) {
+    const CatalogueConfig& config = subject.selection.config;
+    auto uses = CountUses(subject.selection, WideAliases(config));
+    for (const auto& [name, value] : config.pathAliases) {
+        const auto found = subject.places.aliases.find(name);
+        const TextPlace place = found == subject.places.aliases.end() ? kNoPlace : found->second;
+        const std::size_t count = uses[Utf8ToWide(name)];
+        if (count == 0) {
+            warnings.push_back(
+                WarningAt(place,
+                          "The alias '" + name +
+                              "' stands in no sealed path that an alias before it does not take.",
+                          "Correct it or take it out."));
+            continue;
+        }
+        warnings.push_back(WarningAt(
+            place,
+            "The alias '" + name + "' changes the stored paths of " + CountText(count, "file") +
+                ": verify looks for them by what is stored, finds none, and fails for good.",
+            "Take it out, unless these files are checked by a client that knows aliases and never by verify."));
+    }
+}
+
+}  // namespace sealkeeper

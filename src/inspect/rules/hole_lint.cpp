@@ -1,0 +1,76 @@
+// Warnings about what is left out without a word.
+#include <algorithm>
+#include <string>
+
+#include "inspect/report/number_text.h"
+#include "inspect/rules/lint_text.h"
+#include "inspect/rules/selection_lint.h"
+
+namespace sealkeeper {
+namespace {
+
+std::vector<const JudgedFile*> LeftOutBy(LeftOutReason reason,
+                                         const std::vector<JudgedFile>& files) {
+    std::vector<const JudgedFile*> found;
+    for (const JudgedFile& file : files) {
+        if (file.leftOut == reason) {
+            found.push_back(&file);
+        }
+    }
+    return found;
+}
+
+std::vector<std::string> PathsOf(const std::vector<const JudgedFile*>& files) {
+    std::vector<std::string> paths;
+    for (const JudgedFile* const file : files) {
+        paths.push_back(file->path);
+    }
+    return paths;
+}
+
+}  // namespace
+
+void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto large = LeftOutBy(LeftOutReason::TooLarge, subject.files);
+    if (large.empty()) {
+        return;
+    }
+    const auto largest = std::max_element(
+        large.begin(), large.end(),
+        [](const JudgedFile* a, const JudgedFile* b) { return a->sizeBytes < b->sizeBytes; });
+    warnings.push_back(WarningAt(
+        subject.places.sizeThreshold.value_or(kNoPlace),
+        CountText(large.size(), "file") + " above the size threshold of " +
+            SizeText(subject.selection.config.sizeThresholdBytes) +
+            ByNumber(large.size(), " is", " are") + " left out without a word, the largest '" +
+            (*largest)->path + "' with " + SizeText((*largest)->sizeBytes) + ".",
+        "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed by anybody."));
+}
+
+void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {
+    auto links = LeftOutBy(LeftOutReason::Link, subject.files);
+    const auto dangling = LeftOutBy(LeftOutReason::DanglingLink, subject.files);
+    links.insert(links.end(), dangling.begin(), dangling.end());
+    if (links.empty()) {
+        return;
+    }
+    warnings.push_back(WarningAt(kNoPlace,
+                                 Quoted(PathsOf(links)) +
+                                     ByNumber(links.size(), " is a link", " are links") +
+                                     " and left out: a walk neither follows nor seals links.",
+                                 "Ship files in place of links, or name them in include_paths."));
+}
+
+void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto directories = LeftOutBy(LeftOutReason::Unlistable, subject.files);
+    if (directories.empty()) {
+        return;
+    }
+    warnings.push_back(
+        WarningAt(kNoPlace,
+                  Quoted(PathsOf(directories)) + " cannot be read, so nothing in " +
+                      ByNumber(directories.size(), "it", "them") + " is sealed.",
+                  "Give this user the right to read it, or exclude it if that is meant."));
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,101 @@
+#include "inspect/rules/judged_files.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "inspect/rules/lexical_path.h"
+
+namespace sealkeeper {
+namespace {
+
+// Ordered, so that what lies below a path stands right after it.
+using SealedPaths = std::set<std::string, std::less<>>;
+using SkipRules = std::unordered_map<std::string, SkipRule>;
+
+LeftOutReason ReasonOfKind(ItemKind kind) {
+    switch (kind) {
+        case ItemKind::Link:
+            return LeftOutReason::Link;
+        case ItemKind::DanglingLink:
+            return LeftOutReason::DanglingLink;
+        case ItemKind::RegularFile:
+        case ItemKind::SpecialFile:
+        case ItemKind::UnlistableDirectory:
+            break;
+    }
+    return LeftOutReason::NotRegularFile;
+}
+
+LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {
+    switch (rule) {
+        case SkipRule::HiddenName:
+            return LeftOutReason::Hidden;
+        case SkipRule::ExcludedPath:
+            return LeftOutReason::ExcludedPath;
+        case SkipRule::SizeThreshold:
+            return LeftOutReason::TooLarge;
+        case SkipRule::ExcludedExtension:
+            return LeftOutReason::ExcludedExtension;
+        case SkipRule::NoExtension:
+            return LeftOutReason::NoExtension;
+        case SkipRule::OtherType:
+            return ReasonOfKind(kind);
+        case SkipRule::Unlistable:
+            break;
+    }
+    return LeftOutReason::Unlistable;
+}
+
+// By the rule that was met nearest to the item.
+LeftOutReason ReasonFor(const InventoryItem& item, const SkipRules& rules) {
+    for (std::string_view path = item.path;; path = ParentOf(path)) {
+        if (const auto found = rules.find(std::string(path)); found != rules.end()) {
+            return ReasonOf(found->second, item.kind);
+        }
+        if (path.empty()) {
+            return LeftOutReason::NotIncluded;
+        }
+    }
+}
+
+bool LeadsToSealedFiles(const InventoryItem& item, const SealedPaths& sealed) {
+    const std::string below = item.path + "/";
+    const auto next = sealed.lower_bound(below);
+    return item.kind == ItemKind::Link && next != sealed.end() && next->starts_with(below);
+}
+
+// From the game directory, as its names are on disk.
+std::string ShownPath(const std::string& walkedPath) {
+    constexpr std::string_view kHere = "./";
+    return walkedPath.starts_with(kHere) ? walkedPath.substr(kHere.size()) : walkedPath;
+}
+
+}  // namespace
+
+std::vector<JudgedFile> JudgeFiles(const Selection& selection,
+                                   const std::vector<InventoryItem>& inventory) {
+    std::vector<JudgedFile> judged;
+    SealedPaths sealed;
+    for (const SelectedFile& file : selection.files) {
+        judged.push_back({ShownPath(file.path), file.sizeBytes, std::nullopt});
+        sealed.insert(LexicalPath(file.path));
+    }
+    SkipRules rules;
+    for (const SkippedPath& skipped : selection.skipped) {
+        rules.emplace(LexicalPath(skipped.path), skipped.rule);
+    }
+    for (const InventoryItem& item : inventory) {
+        if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
+            judged.push_back({item.path, item.sizeBytes, ReasonFor(item, rules)});
+        }
+    }
+    std::stable_sort(judged.begin(), judged.end(),
+                     [](const JudgedFile& a, const JudgedFile& b) { return a.path < b.path; });
+    return judged;
+}
+
+}  // namespace sealkeeper

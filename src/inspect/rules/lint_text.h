@@ -1,0 +1,28 @@
+// The wording that warnings share.
+#ifndef SEALKEEPER_INSPECT_RULES_LINT_TEXT_H
+#define SEALKEEPER_INSPECT_RULES_LINT_TEXT_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "config/text_place.h"
+#include "inspect/rules/rules_report.h"
+
+namespace sealkeeper {
+
+// Of what is about nothing in the configuration file.
+inline constexpr TextPlace kNoPlace{0, 0};
+
+[[nodiscard]] RuleWarning WarningAt(TextPlace place, std::string message, std::string cure);
+
+// "'a'"; of several "'a' and 'b'", "'a', 'b' and 3 more": the first few of `names`, which is not
+// empty.
+[[nodiscard]] std::string Quoted(const std::vector<std::string>& names);
+
+// `singular` for one, else `plural`.
+[[nodiscard]] const char* ByNumber(std::size_t count, const char* singular, const char* plural);
+
+}  // namespace sealkeeper
+
+#endif

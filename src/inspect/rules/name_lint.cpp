@@ -1,0 +1,114 @@
+// Warnings about names, and about files that their names alone do not tell the fate of.
+#include <unistd.h>
+
+#include <map>
+#include <string>
+
+#include "catalogue/catalogue_format.h"
+#include "inspect/rules/lexical_path.h"
+#include "inspect/rules/lint_text.h"
+#include "inspect/rules/selection_lint.h"
+#include "platform/ascii_case.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+// The lexical paths of the selected files that `isWanted`, in order and each once.
+template <typename IsWanted>
+std::vector<std::string> SelectedPaths(const Selection& selection, IsWanted isWanted) {
+    std::map<std::string, bool> paths;
+    for (const SelectedFile& file : selection.files) {
+        if (isWanted(file)) {
+            paths.emplace(LexicalPath(file.path), true);
+        }
+    }
+    std::vector<std::string> sorted;
+    for (const auto& [path, wanted] : paths) {
+        sorted.push_back(path);
+    }
+    return sorted;
+}
+
+bool IsUtf8(const std::string& text) {
+    return WideToUtf8(Utf8ToWide(text)) == text;
+}
+
+bool IsTooLong(const SelectedFile& file) {
+    constexpr std::size_t kRemovedStart = 2;
+    // "./" is not stored.
+    const std::string stored =
+        file.path.starts_with("./") ? file.path.substr(kRemovedStart) : file.path;
+    return WideToUtf16(Utf8ToWide(stored)).size() > entry_record::kMaxPathUnits;
+}
+
+void WarnOf(const std::vector<std::string>& paths, const char* singular, const char* plural,
+            const char* cure, RuleWarnings& warnings) {
+    if (!paths.empty()) {
+        warnings.push_back(WarningAt(
+            kNoPlace, Quoted(paths) + " " + ByNumber(paths.size(), singular, plural), cure));
+    }
+}
+
+}  // namespace
+
+void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
+    WarnOf(
+        SelectedPaths(subject.selection,
+                      [](const SelectedFile& file) { return !IsUtf8(file.path); }),
+        "is no UTF-8: the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails.",
+        "are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in their place, and verify fails.",
+        "Rename it, or leave it out.", warnings);
+    WarnOf(
+        SelectedPaths(subject.selection, IsTooLong),
+        "is longer than the 255 UTF-16 units that a catalogue has room for: generate fails at it.",
+        "are longer than the 255 UTF-16 units that a catalogue has room for: generate fails at them.",
+        "Shorten its names, or leave it out.", warnings);
+}
+
+void LintBackslashes(const LintSubject& subject, RuleWarnings& warnings) {
+    WarnOf(
+        SelectedPaths(
+            subject.selection,
+            [](const SelectedFile& file) { return file.path.find('\\') != std::string::npos; }),
+        "has a backslash, which the catalogue holds as a slash: verify looks for another file and fails.",
+        "have a backslash, which the catalogue holds as a slash: verify looks for other files and fails.",
+        "Rename it, or leave it out.", warnings);
+}
+
+void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
+    std::map<std::string, std::vector<std::string>> byLowerCase;
+    for (const std::string& path :
+         SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; })) {
+        std::string lowered = path;
+        LowerCaseAscii(lowered);
+        byLowerCase[lowered].push_back(path);
+    }
+    for (const auto& [lowered, paths] : byLowerCase) {
+        if (paths.size() > 1) {
+            warnings.push_back(WarningAt(
+                kNoPlace, Quoted(paths) + " differ in letter case alone.",
+                "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails for the other."));
+        }
+    }
+}
+
+void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    WarnOf(
+        SelectedPaths(subject.selection, [](const SelectedFile& file) { return !file.isRegular; }),
+        "is no regular file: the catalogue lists it as an empty one, and verify fails.",
+        "are no regular files: the catalogue lists them as empty ones, and verify fails.",
+        "Write a pattern that does not take it in.", warnings);
+    const PlannedOutputs& outputs = subject.outputs;
+    WarnOf(SelectedPaths(subject.selection,
+                         [&outputs](const SelectedFile& file) {
+                             return file.isRegular && file.sizeBytes > 0 &&
+                                    LexicalPath(file.path) != outputs.runtimeConfiguration &&
+                                    access(file.path.c_str(), R_OK) != 0;
+                         }),
+           "cannot be read by this user: generate fails at it.",
+           "cannot be read by this user: generate fails at them.",
+           "Give this user the right to read it.", warnings);
+}
+
+}  // namespace sealkeeper

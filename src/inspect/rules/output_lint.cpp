@@ -1,0 +1,71 @@
+// Warnings about the run's own outputs.
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "inspect/rules/lexical_path.h"
+#include "inspect/rules/lint_text.h"
+#include "inspect/rules/selection_lint.h"
+
+namespace sealkeeper {
+namespace {
+
+// The pattern that leads to `path`; the list where none does, as in a walk over the whole game.
+TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) {
+    const auto& matches = subject.secondSelection.matches;
+    if (subject.secondSelection.config.includePaths.empty()) {
+        return subject.places.patternList;
+    }
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        const bool leads =
+            std::any_of(matches[i].begin(), matches[i].end(), [&path](const std::string& match) {
+                const std::string lexical = LexicalPath(match);
+                return lexical.empty() || lexical == path || path.starts_with(lexical + "/");
+            });
+        if (leads) {
+            return subject.places.patterns.at(i);
+        }
+    }
+    return subject.places.patternList;
+}
+
+std::string CureFor(const std::string& output, const CatalogueConfig& config) {
+    const std::size_t slash = output.find('/');
+    const std::string top = output.substr(0, slash);
+    return config.includePaths.empty() ? "Add \"" + top + "\" to exclude_paths."
+                                       : "Write patterns that do not take in '" + top + "'.";
+}
+
+}  // namespace
+
+void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
+    std::set<std::string> selected;
+    for (const SelectedFile& file : subject.secondSelection.files) {
+        selected.insert(LexicalPath(file.path));
+    }
+    const PlannedOutputs& outputs = subject.outputs;
+    std::vector<std::string> replaced;
+    for (const std::string& output : {outputs.catalogue, outputs.certificateCopy}) {
+        if (selected.contains(output)) {
+            replaced.push_back(output);
+        }
+    }
+    const CatalogueConfig& config = subject.secondSelection.config;
+    if (!replaced.empty()) {
+        warnings.push_back(
+            WarningAt(PlaceOfPatternTo(replaced.front(), subject),
+                      "A second run seals " + Quoted(replaced) + " as the first has written " +
+                          ByNumber(replaced.size(), "it", "them") + ", and then replaces " +
+                          ByNumber(replaced.size(), "it", "them") + ": verify fails.",
+                      CureFor(replaced.front(), config)));
+    } else if (outputs.runtimeConfiguration && selected.contains(*outputs.runtimeConfiguration)) {
+        // It is written before it is sealed, so verify accepts it.
+        warnings.push_back(
+            WarningAt(PlaceOfPatternTo(*outputs.runtimeConfiguration, subject),
+                      "A run seals '" + *outputs.runtimeConfiguration +
+                          "', which it writes itself and which has a signature of its own.",
+                      CureFor(*outputs.runtimeConfiguration, config)));
+    }
+}
+
+}  // namespace sealkeeper

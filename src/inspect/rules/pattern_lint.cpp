@@ -1,0 +1,164 @@
+// Warnings about patterns and extensions.
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "inspect/rules/lexical_path.h"
+#include "inspect/rules/lint_text.h"
+#include "inspect/rules/selection_lint.h"
+#include "platform/ascii_case.h"
+#include "platform/path_strings.h"
+
+namespace sealkeeper {
+namespace {
+
+bool IsIncludeMode(const CatalogueConfig& config) {
+    return !config.includePaths.empty();
+}
+
+const std::vector<std::string>& PatternsOf(const CatalogueConfig& config) {
+    return IsIncludeMode(config) ? config.includePaths : config.excludePaths;
+}
+
+using LexicalPaths = std::set<std::string, std::less<>>;
+
+LexicalPaths LexicalMatches(const PathSet& matches) {
+    LexicalPaths paths;
+    for (const std::string& match : matches) {
+        paths.insert(LexicalPath(match));
+    }
+    return paths;
+}
+
+// Whether `path` or a directory above it is among `matches`.
+bool IsLedTo(std::string_view path, const LexicalPaths& matches) {
+    while (!path.empty()) {
+        if (matches.contains(path)) {
+            return true;
+        }
+        path = ParentOf(path);
+    }
+    return matches.contains("");
+}
+
+// The numbers of the patterns that lead to `path`.
+std::vector<std::size_t> PatternsLeadingTo(const std::string& path,
+                                           const std::vector<LexicalPaths>& matches) {
+    std::vector<std::size_t> numbers;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        if (IsLedTo(path, matches[i])) {
+            numbers.push_back(i);
+        }
+    }
+    return numbers;
+}
+
+// Paths that are sealed more than once, by the patterns that lead to them.
+using RepeatedFiles = std::map<std::vector<std::size_t>, std::vector<std::string>>;
+
+RepeatedFiles FindRepeatedFiles(const Selection& selection) {
+    std::unordered_map<std::string, std::size_t> counts;
+    for (const SelectedFile& file : selection.files) {
+        ++counts[LexicalPath(file.path)];
+    }
+    std::vector<LexicalPaths> matches;
+    for (const PathSet& paths : selection.matches) {
+        matches.push_back(LexicalMatches(paths));
+    }
+    RepeatedFiles repeated;
+    for (const auto& [path, count] : counts) {
+        if (count > 1) {
+            repeated[PatternsLeadingTo(path, matches)].push_back(path);
+        }
+    }
+    return repeated;
+}
+
+std::string LowerCased(std::string text) {
+    LowerCaseAscii(text);
+    return text;
+}
+
+std::string_view ExtensionIn(std::string_view path) {
+    const std::string_view name = path.substr(path.rfind('/') + 1);
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string_view::npos ? std::string_view() : name.substr(dot);
+}
+
+}  // namespace
+
+void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto& patterns = PatternsOf(subject.selection.config);
+    const char* const cure = IsIncludeMode(subject.selection.config)
+                                 ? "Correct it or take it out: what it was meant for is not sealed."
+                                 : "Correct it or take it out: what it was meant for is sealed.";
+    for (std::size_t i = 0; i < subject.selection.matches.size(); ++i) {
+        if (subject.selection.matches[i].empty()) {
+            warnings.push_back(WarningAt(subject.places.patterns.at(i),
+                                         "The pattern '" + patterns[i] + "' matches nothing.",
+                                         cure));
+        }
+    }
+}
+
+void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto& patterns = PatternsOf(subject.selection.config);
+    for (std::size_t i = 0; i < patterns.size(); ++i) {
+        if (LeavesGame(LexicalPath(WithForwardSlashes(patterns[i])))) {
+            warnings.push_back(WarningAt(
+                subject.places.patterns.at(i),
+                "The pattern '" + patterns[i] + "' leads out of the game directory by '..'.",
+                "Name files of the game alone: on another machine there is something else beside it."));
+        }
+    }
+}
+
+void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto& patterns = PatternsOf(subject.selection.config);
+    for (auto& [numbers, files] : FindRepeatedFiles(subject.selection)) {
+        std::vector<std::string> named = files;
+        std::sort(named.begin(), named.end());
+        std::vector<std::string> leading;
+        for (const std::size_t number : numbers) {
+            leading.push_back(patterns[number]);
+        }
+        const TextPlace place =
+            numbers.empty() ? kNoPlace : subject.places.patterns.at(numbers.back());
+        warnings.push_back(
+            WarningAt(place,
+                      Quoted(named) + ByNumber(named.size(), " is", " are") +
+                          " sealed more than once, because several paths lead there" +
+                          (leading.empty() ? "." : ": by " + Quoted(leading) + "."),
+                      "Keep one of the patterns: each listing is hashed and verified for itself."));
+    }
+}
+
+void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
+    std::set<std::string, std::less<>> sealed;
+    std::set<std::string, std::less<>> leftOut;
+    for (const JudgedFile& file : subject.files) {
+        (file.leftOut ? leftOut : sealed).emplace(ExtensionIn(file.path));
+    }
+    for (const std::string& extension : subject.selection.config.excludedExtensions) {
+        if (leftOut.contains(extension)) {
+            continue;
+        }
+        const auto other =
+            std::find_if(sealed.begin(), sealed.end(), [&extension](const std::string& candidate) {
+                return LowerCased(candidate) == LowerCased(extension);
+            });
+        if (other != sealed.end()) {
+            const auto place = subject.places.extensions.find(extension);
+            warnings.push_back(
+                WarningAt(place == subject.places.extensions.end() ? kNoPlace : place->second,
+                          "The extension '" + extension + "' leaves nothing out, and '" + *other +
+                              "' files are sealed: letter case counts.",
+                          "Write \"" + *other + "\"."));
+        }
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,69 @@
+#include "inspect/rules/rule_places.h"
+
+#include "platform/path_strings.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr const char* kSection = "search_options";
+
+// The one of the two lists that the tool uses.
+std::string_view ListInUse(const ConfigOutline& outline) {
+    constexpr std::string_view kExcludes = "exclude_paths";
+    constexpr std::string_view kIncludes = "include_paths";
+    for (const OutlinedValue* const value : ValuesOf(outline, kSection, kExcludes)) {
+        if (value->kind == ConfigValueKind::List) {
+            return kExcludes;
+        }
+    }
+    return kIncludes;
+}
+
+template <typename TakeText>
+void ForEachText(const ConfigOutline& outline, std::string_view key, ConfigValueKind kind,
+                 TakeText take) {
+    for (const OutlinedValue* const value : ValuesOf(outline, kSection, key)) {
+        if (value->kind != kind) {
+            continue;
+        }
+        for (std::size_t i = 0; i < value->texts.size(); ++i) {
+            take(value->texts[i], i);
+        }
+    }
+}
+
+}  // namespace
+
+RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline) {
+    RulePlaces places;
+    const auto placeOf = [text](const OutlinedText& outlined) {
+        return PlaceOf(text, outlined.begin);
+    };
+    const std::string_view list = ListInUse(outline);
+    ForEachText(outline, list, ConfigValueKind::List,
+                [&](const OutlinedText& pattern, std::size_t /*index*/) {
+                    places.patterns.push_back(placeOf(pattern));
+                });
+    if (const auto values = ValuesOf(outline, kSection, list); !values.empty()) {
+        places.patternList = PlaceOf(text, values.front()->begin);
+    }
+    ForEachText(outline, "exclude_extensions", ConfigValueKind::List,
+                [&](const OutlinedText& extension, std::size_t /*index*/) {
+                    places.extensions.emplace(extension.text, placeOf(extension));
+                });
+    ForEachText(outline, "alias_paths", ConfigValueKind::PairTable,
+                [&](const OutlinedText& nameOrValue, std::size_t index) {
+                    if (index % 2 == 0) {
+                        places.aliases.emplace(WithForwardSlashes(nameOrValue.text),
+                                               placeOf(nameOrValue));
+                    }
+                });
+    for (const OutlinedValue* const value : ValuesOf(outline, kSection, "exclude_size_threshold")) {
+        if (value->kind == ConfigValueKind::Number) {
+            places.sizeThreshold = PlaceOf(text, value->begin);
+        }
+    }
+    return places;
+}
+
+}  // namespace sealkeeper

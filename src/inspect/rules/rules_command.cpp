@@ -1,0 +1,143 @@
+#include "inspect/rules/rules_command.h"
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "inspect/report/command_status.h"
+#include "inspect/report/json.h"
+#include "inspect/rules/rules_json.h"
+#include "inspect/rules/rules_page.h"
+#include "inspect/rules/rules_run.h"
+#include "inspect/rules/rules_text.h"
+#include "platform/file_io.h"
+#include "platform/file_system.h"
+#include "platform/output_file.h"
+
+namespace sealkeeper {
+namespace {
+
+struct RulesOptions {
+    std::string configFile;
+    std::string gameDirectory;
+    std::string outputName = "base";
+    std::string pageFile;
+    bool asJson = false;
+    bool listsEveryFile = false;
+};
+
+std::string SystemReason(int systemError) {
+    return std::strerror(systemError);
+}
+
+// The bytes of `path`; nothing, said on standard error, when it cannot be read.
+std::optional<std::string> ReadText(const std::string& path, Console& console) {
+    errno = 0;
+    const auto bytes = ReadWholeFile(path);
+    if (!bytes) {
+        console.Fail("'" + path +
+                     "': cannot be read: " + (errno != 0 ? SystemReason(errno) : "it is no file"));
+        return std::nullopt;
+    }
+    return std::string(bytes->begin(), bytes->end());
+}
+
+// The absolute form of `path`; nothing, said on standard error, when it does not resolve.
+std::optional<std::string> Resolve(const std::string& path, Console& console) {
+    auto resolved = ResolvePath(path);
+    if (!resolved) {
+        console.Fail("'" + path + "': " + SystemReason(errno));
+    }
+    return resolved;
+}
+
+// The absolute form of a path that names nothing yet.
+std::string FromHere(const std::string& path) {
+    const auto here = CurrentDirectory();
+    return path.starts_with('/') || !here ? path : *here + "/" + path;
+}
+
+bool WritePage(const RulesReport& report, const std::string& path, Console& console) {
+    const std::string page = RulesPage(report);
+    // The bytes as they are.
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(page.data());  // NOLINT
+    if (WriteWholeFile(path, {bytes, page.size()}) != WriteOutcome::Written) {
+        console.Fail("'" + path + "': cannot be written: " + SystemReason(errno));
+        return false;
+    }
+    return true;
+}
+
+int StatusOf(const RulesReport& report) {
+    if (report.refusal) {
+        return kStatusError;
+    }
+    return report.warnings.empty() ? kStatusGood : kStatusWarning;
+}
+
+int ShowReport(const RulesReport& report, const RulesOptions& options, const std::string& pageFile,
+               Console& console) {
+    if (options.asJson) {
+        console.Write(JsonText(RulesJson(report)));
+    } else {
+        console.Write(
+            RulesText(report, console,
+                      options.listsEveryFile ? RulesListing::EveryFile : RulesListing::LeftOut));
+    }
+    if (!options.pageFile.empty() && !WritePage(report, pageFile, console)) {
+        return kStatusError;
+    }
+    return StatusOf(report);
+}
+
+int RunRulesCommand(const RulesOptions& options, Console& console) {
+    const auto configFile = Resolve(options.configFile, console);
+    if (!configFile) {
+        return kStatusError;
+    }
+    const auto text = ReadText(*configFile, console);
+    const auto gameDirectory = Resolve(options.gameDirectory, console);
+    if (!text || !gameDirectory) {
+        return kStatusError;
+    }
+    const std::string pageFile = FromHere(options.pageFile);
+    if (chdir(gameDirectory->c_str()) != 0) {
+        console.Fail("'" + options.gameDirectory + "': " + SystemReason(errno));
+        return kStatusError;
+    }
+    RulesReport report;
+    if (RunRules({*configFile, *text, *gameDirectory, options.outputName}, report) !=
+        ResultCode::Ok) {
+        console.Fail(LastLoggedError());
+        return kStatusError;
+    }
+    report.configFile = options.configFile;
+    return ShowReport(report, options, pageFile, console);
+}
+
+}  // namespace
+
+void AddRulesCommand(CLI::App& program, Console& console, int& status) {
+    const auto options = std::make_shared<RulesOptions>();
+    CLI::App* const command = program.add_subcommand(
+        "rules",
+        "What generate would hash of a game, why not the rest, and what is wrong with the rules");
+    command->add_option("cfg", options->configFile, "The configuration file")->required();
+    command->add_option("--game", options->gameDirectory, "The game directory")->required();
+    command->add_option("--outname", options->outputName,
+                        "The output name that generate is given (default: base)");
+    command->add_flag("--files", options->listsEveryFile, "Name every file, sealed ones too");
+    command->add_flag("--json", options->asJson, "Report as JSON");
+    command->add_option("--html", options->pageFile,
+                        "Write a page that shows the game by size to this file, too");
+    command->callback(
+        [options, &console, &status] { status = RunRulesCommand(*options, console); });
+}
+
+}  // namespace sealkeeper

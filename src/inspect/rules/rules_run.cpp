@@ -1,0 +1,78 @@
+#include "inspect/rules/rules_run.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "config/config_outline.h"
+#include "inspect/rules/game_inventory.h"
+#include "inspect/rules/game_with_outputs.h"
+#include "inspect/rules/judged_files.h"
+#include "inspect/rules/planned_outputs.h"
+#include "inspect/rules/rule_places.h"
+#include "inspect/rules/selection.h"
+#include "inspect/rules/selection_lint.h"
+
+namespace sealkeeper {
+namespace {
+
+void SortByPlace(std::vector<RuleWarning>& warnings) {
+    std::stable_sort(warnings.begin(), warnings.end(),
+                     [](const RuleWarning& a, const RuleWarning& b) {
+                         return std::tie(a.line, a.column) < std::tie(b.line, b.column);
+                     });
+}
+
+// What a second run selects, which finds the outputs of the first.
+ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& outputs,
+                       Selection& selection) {
+    GameWithOutputs game;
+    game.AddFile(outputs.catalogue, 0);
+    game.AddFile(outputs.certificateCopy, 0);
+    if (outputs.runtimeConfiguration) {
+        game.AddFile(*outputs.runtimeConfiguration, 0);
+    }
+    return SelectFiles(request.configFile, outputs, game, selection);
+}
+
+}  // namespace
+
+ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
+    report.configFile = request.configFile;
+    report.gameDirectory = request.gameDirectory;
+
+    const PlannedOutputs outputs = PlanOutputs(request.gameDirectory, request.outputName);
+    GameWithOutputs game;
+    Selection selection;
+    if (const ResultCode code = SelectFiles(request.configFile, outputs, game, selection);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    report.refusal = selection.refusal;
+    // Nothing is known of the files then.
+    if (!selection.isComplete) {
+        return ResultCode::Ok;
+    }
+    std::vector<InventoryItem> inventory;
+    if (const ResultCode code = TakeInventory(game, inventory); code != ResultCode::Ok) {
+        return code;
+    }
+    report.files = JudgeFiles(selection, inventory);
+
+    Selection second;
+    if (const ResultCode code = SelectAgain(request, outputs, second); code != ResultCode::Ok) {
+        return code;
+    }
+    ConfigDocument document;
+    ConfigOutline outline;
+    static_cast<void>(OutlineConfigText(request.configText, document, outline));
+    const RulePlaces places = PlacesOfRules(request.configText, outline);
+    auto warnings = LintSelection({selection, second, outputs, places, report.files});
+    std::move(warnings.begin(), warnings.end(), std::back_inserter(report.warnings));
+    SortByPlace(report.warnings);
+    return ResultCode::Ok;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,153 @@
+#include "inspect/rules/selection.h"
+
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "config/catalogue_rules.h"
+#include "config/config_document.h"
+#include "inspect/report/console.h"
+#include "platform/found_file.h"
+#include "runtime/runtime_configuration_format.h"
+#include "runtime/runtime_settings.h"
+
+namespace sealkeeper {
+namespace {
+
+// A failure that tells of the rules, not of the system.
+bool TellsOfTheRules(ResultCode code) {
+    return code == ResultCode::InitFailedConfig;
+}
+
+// The refusal of a step that failed with `code`.
+Refusal RefusalOf(ResultCode code) {
+    return {code, LastLoggedError()};
+}
+
+// Whether a directory is at `path`, or can be made there as far as its names tell.
+bool CanBeDirectory(const std::string& path, const FileTree& game) {
+    FileStatus status;
+    bool isTaken = false;
+    if (game.LookAtPath(path, status) != ResultCode::Ok ||
+        game.LookForName(path, isTaken) != ResultCode::Ok) {
+        return false;
+    }
+    // A link to nothing takes the name, too.
+    return isTaken ? status.type == FileType::Directory : status.type == FileType::Missing;
+}
+
+std::optional<Refusal> PlaceDirectories(const PlannedOutputs& outputs, GameWithOutputs& game) {
+    for (const std::string& directory : outputs.directories) {
+        if (!CanBeDirectory("./" + directory, game)) {
+            return Refusal{ResultCode::SealkeeperIOError,
+                           "Failed to create the output directory: '" + directory + "'."};
+        }
+        game.AddDirectory(directory);
+    }
+    return std::nullopt;
+}
+
+ResultCode MatchPatterns(const CatalogueConfig& config, const FileTree& game,
+                         std::vector<PathSet>& matches) {
+    const auto& patterns = config.includePaths.empty() ? config.excludePaths : config.includePaths;
+    for (const std::string& pattern : patterns) {
+        bool hasMatched = false;
+        if (const ResultCode code = GlobPaths({pattern}, matches.emplace_back(), hasMatched, game);
+            code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    return ResultCode::Ok;
+}
+
+// The file at `path`, which the walk may not have looked at.
+ResultCode LookAtSelected(const FileTree& game, const std::string& path, const FileStatus& seen,
+                          std::vector<SelectedFile>& files) {
+    FileStatus status = seen;
+    if (status.type == FileType::Missing) {
+        if (const ResultCode code = game.LookAtPath(path, status); code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    files.push_back(
+        {path, static_cast<std::uint64_t>(status.sizeBytes), status.type == FileType::Regular});
+    return ResultCode::Ok;
+}
+
+ResultCode Walk(const FileCollector& collector, const FileTree& game, Selection& selection) {
+    std::vector<FoundFile> found;
+    CollectionTrace trace;
+    if (const ResultCode code =
+            collector.CollectFilesTraced(kWholeDirectory, kEveryFilePattern, found, trace);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        if (const ResultCode code =
+                LookAtSelected(game, trace.paths[i], found[i].status, selection.files);
+            code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    selection.skipped = std::move(trace.skipped);
+    selection.isComplete = true;
+    return ResultCode::Ok;
+}
+
+// The steps of generate from its configuration file to its list of files, in its order.
+ResultCode RunSteps(const std::string& configFile, const PlannedOutputs& outputs,
+                    GameWithOutputs& game, Selection& selection) {
+    ConfigDocument document;
+    if (const ResultCode code = CheckConfigVersion(configFile, document); code != ResultCode::Ok) {
+        return code;
+    }
+    FileCollector collector("./", game);
+    std::string sectionName = "search_options";
+    const ResultCode applied = collector.ApplyCatalogueRules(document.GetSection(sectionName));
+    selection.config = collector.Config();
+    if (applied != ResultCode::Ok) {
+        return applied;
+    }
+    if (const ResultCode code = MatchPatterns(selection.config, game, selection.matches);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    if (const ResultCode code = collector.ResolvePaths(); code != ResultCode::Ok) {
+        return code;
+    }
+    if (outputs.runtimeConfiguration) {
+        RuntimeConfiguration settings;
+        if (!LoadRuntimeSettings(settings, document)) {
+            selection.refusal = Refusal{ResultCode::InitFailedConfig,
+                                        "anti_tamper_solution_name names no supported solution."};
+            return ResultCode::Ok;
+        }
+        game.AddFile(*outputs.runtimeConfiguration, runtime_file::kSizeBytes);
+    }
+    collector.AddExcludedPath(outputs.pathToLeaveOut);
+    return Walk(collector, game, selection);
+}
+
+}  // namespace
+
+ResultCode SelectFiles(const std::string& configFile, const PlannedOutputs& outputs,
+                       GameWithOutputs& game, Selection& selection) {
+    ForgetLoggedError();
+    if (auto refusal = PlaceDirectories(outputs, game)) {
+        selection.refusal = std::move(refusal);
+        return ResultCode::Ok;
+    }
+    const ResultCode code = RunSteps(configFile, outputs, game, selection);
+    if (TellsOfTheRules(code)) {
+        selection.refusal = RefusalOf(code);
+        return ResultCode::Ok;
+    }
+    if (code == ResultCode::Ok && !selection.refusal && selection.files.empty()) {
+        selection.refusal = Refusal{
+            ResultCode::CatalogueError,
+            "Cannot create an empty catalogue, at least all executables and libraries must be included."};
+    }
+    return code;
+}
+
+}  // namespace sealkeeper

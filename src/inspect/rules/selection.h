@@ -1,0 +1,48 @@
+// What generate would select of a game, by generate's own code.
+#ifndef SEALKEEPER_INSPECT_RULES_SELECTION_H
+#define SEALKEEPER_INSPECT_RULES_SELECTION_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/result_code.h"
+#include "config/catalogue_config.h"
+#include "config/file_collector.h"
+#include "config/path_patterns.h"
+#include "inspect/rules/game_with_outputs.h"
+#include "inspect/rules/planned_outputs.h"
+#include "inspect/rules/rules_report.h"
+
+namespace sealkeeper {
+
+// A file that would be sealed.
+struct SelectedFile {
+    // As the walk forms it.
+    std::string path;
+    std::uint64_t sizeBytes = 0;
+    bool isRegular = true;
+};
+
+struct Selection {
+    std::optional<Refusal> refusal;
+    // Whether the walk over the game was made. What stands below may otherwise be missing.
+    bool isComplete = false;
+    CatalogueConfig config;
+    // What each pattern of the list in use matches, in the order of the file.
+    std::vector<PathSet> matches;
+    // In the order of the walk. A file reached in two ways stands here twice.
+    std::vector<SelectedFile> files;
+    std::vector<SkippedPath> skipped;
+};
+
+// Selects by the rules of the configuration file at `configFile`, an absolute path, in the current
+// directory, which is the game directory. `game` is given what the run would have written by the
+// time it looks. Fails with `SealkeeperIOError`, logged, for a fault of the system.
+ResultCode SelectFiles(const std::string& configFile, const PlannedOutputs& outputs,
+                       GameWithOutputs& game, Selection& selection);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,23 @@
+#include "inspect/rules/selection_lint.h"
+
+namespace sealkeeper {
+
+RuleWarnings LintSelection(const LintSubject& subject) {
+    RuleWarnings warnings;
+    LintUnmatchedPatterns(subject, warnings);
+    LintLeavingPatterns(subject, warnings);
+    LintRepeatedFiles(subject, warnings);
+    LintExtensionCase(subject, warnings);
+    LintOwnOutputs(subject, warnings);
+    LintImpossibleNames(subject, warnings);
+    LintBackslashes(subject, warnings);
+    LintLetterCase(subject, warnings);
+    LintUnhashableFiles(subject, warnings);
+    LintAliases(subject, warnings);
+    LintLargeFiles(subject, warnings);
+    LintLinks(subject, warnings);
+    LintUnlistableDirectories(subject, warnings);
+    return warnings;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,56 @@
+"""Runs of sealkeeper-inspect on a game."""
+
+from __future__ import annotations
+
+import json
+import os
+import subprocess
+from dataclasses import dataclass
+from pathlib import Path
+from typing import Any, Dict, List, Optional
+
+import e2e_console as console
+from e2e_support import TIMEOUT_SECONDS, EndToEndTest, PathOrText
+
+INSPECT = Path(os.environ["SEALKEEPER_INSPECT"]).resolve()
+
+GOOD = 0
+WARNING = 1
+ERROR = 2
+USAGE = 64
+
+
+@dataclass(frozen=True)
+class Inspection:
+    """One finished run: exit status, standard output, standard error."""
+
+    status: int
+    output: str
+    errors: str
+
+    def json(self) -> Dict[str, Any]:
+        """The report, which must be one document of JSON."""
+        return json.loads(self.output)
+
+
+class InspectTest(EndToEndTest):
+    """Base of the tests of sealkeeper-inspect."""
+
+    def inspect(self, *arguments: PathOrText, environment: Optional[Dict[str, str]] = None) -> Inspection:
+        """Run the program, which must end by itself."""
+        finished = subprocess.run(
+            [console.to_bytes(str(argument)) for argument in [INSPECT, *arguments]],
+            cwd=self.directory,
+            env=dict(os.environ, **environment) if environment else None,
+            stdin=subprocess.DEVNULL,
+            capture_output=True,
+            timeout=TIMEOUT_SECONDS,
+            check=False,
+            **self._identity(),
+        )
+        self.assertGreaterEqual(finished.returncode, 0, "no signal ends it")
+        return Inspection(finished.returncode, console.to_text(finished.stdout), console.to_text(finished.stderr))
+
+    def warnings_of(self, report: Dict[str, Any]) -> List[str]:
+        """The messages of a report's warnings."""
+        return [warning["message"] for warning in report["warnings"]]

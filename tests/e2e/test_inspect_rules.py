@@ -1,0 +1,284 @@
+"""`sealkeeper-inspect rules`: what generate would hash, why not the rest, and what is wrong with the rules."""
+
+import os
+import random
+import unittest
+from pathlib import Path
+from typing import Any, Dict, List, Optional
+
+import catalogue_format
+import random_games
+from e2e_support import OUTPUT_FOLDER, STEP, config
+from inspect_support import ERROR, GOOD, USAGE, WARNING, InspectTest
+
+RANDOM_GAMES = int(os.environ.get("SEALKEEPER_RANDOM_GAMES", "140")) // STEP
+NO_UTF8 = "U82W_ERROR"
+
+
+class Rules(InspectTest):
+    """One report."""
+
+    def report(self, search_options: str, status: int, *options: str, game: Optional[Path] = None) -> Dict[str, Any]:
+        """The report of a configuration file, which must end with this status."""
+        config_file = self.write_config(config(search_options))
+        run = self.inspect("rules", config_file, "--game", game or self.game, "--json", *options)
+        self.assertEqual((run.status, run.errors), (status, ""), run.output)
+        return run.json()
+
+    def states(self, report: Dict[str, Any]) -> Dict[str, str]:
+        """What became of each file, by its path."""
+        return {file["path"]: file["reason"] or file["state"] for file in report["files"]}
+
+    def assert_warned(self, search_options: str, message: str, cure: str, at: Optional[str] = None) -> None:
+        """One warning is this one, where the options hold `at`, or at no place."""
+        report = self.report(search_options, WARNING)
+        line, column = (None, None) if at is None else (2, config(search_options).splitlines()[1].index(at) + 1)
+        expected = {"line": line, "column": column, "message": message, "cure": cure}
+        self.assertIn(expected, report["warnings"])
+
+
+class Reasons(Rules):
+    """Every file has a state, and what is left out the rule that left it out."""
+
+    def test_each_reason_of_a_walk(self) -> None:
+        for name in ("a.exe", ".hidden", ".cache/x", "out/y", "out/deep/z", "x.pdb", "bare"):
+            self.write(name, b"12345")
+        self.write_sparse("big.pak", 11_000_001)
+        (self.game / "link").symlink_to("a.exe")
+        (self.game / "dangling").symlink_to("nowhere")
+        os.mkfifo(self.game / "fifo.p")
+        report = self.report(
+            'exclude_paths = ["out", "Quorvane"] exclude_extensions = [".pdb"] exclude_size_threshold = 11; '
+            "ignore_files_without_extension = true ",
+            WARNING,
+        )
+        self.assertEqual(self.states(report), {
+            "a.exe": "sealed",
+            ".hidden": "hidden",
+            ".cache/x": "hidden",
+            "out/y": "excluded path",
+            "out/deep/z": "excluded path",
+            "x.pdb": "extension",
+            "bare": "no extension",
+            "big.pak": "size",
+            "link": "link",
+            "dangling": "dangling link",
+            "fifo.p": "not a regular file",
+            f"{OUTPUT_FOLDER}/runtime.conf": "excluded path",
+        })
+        self.assertEqual(report["totals"]["sealed"], {"files": 1, "bytes": 5})
+        self.assertEqual(report["totals"]["leftOut"]["files"], 11)
+
+    def test_what_no_pattern_includes(self) -> None:
+        self.write("bin/a", b"1")
+        self.write("data/b", b"2")
+        self.write("data/.c", b"3")
+        report = self.report('include_paths = ["bin"]', GOOD)
+        self.assertEqual(self.states(report), {
+            "bin/a": "sealed", "data/b": "not included", "data/.c": "not included",
+            f"{OUTPUT_FOLDER}/runtime.conf": "not included",
+        })
+
+    def test_a_directory_that_cannot_be_read(self) -> None:
+        self.write("bin/a", b"1")
+        self.write("closed/b", b"1")
+        self.become_unprivileged()
+        (self.game / "closed").chmod(0)
+        report = self.report('exclude_paths = ["Quorvane"]', WARNING)
+        self.assertEqual(self.states(report)["closed"], "unlistable")
+
+    def test_a_link_to_sealed_files_is_not_left_out(self) -> None:
+        self.write("real/a", b"1")
+        (self.game / "link").symlink_to("real")
+        report = self.report('include_paths = ["link"]', GOOD)
+        self.assertEqual(self.states(report), {
+            "link/a": "sealed", "real/a": "not included", f"{OUTPUT_FOLDER}/runtime.conf": "not included"})
+
+
+class Traps(Rules):
+    """What generate does in silence or what makes verify fail, each by name."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.write("bin/a.exe", b"1")
+
+    def test_a_pattern_that_matches_nothing(self) -> None:
+        self.assert_warned(
+            'include_paths = ["bin", "lib/*.so"]', "The pattern 'lib/*.so' matches nothing.",
+            "Correct it or take it out: what it was meant for is not sealed.", "lib/*.so")
+
+    def test_a_pattern_that_leads_out_of_the_game(self) -> None:
+        (self.directory / "beside").write_bytes(b"x")
+        self.assert_warned(
+            'include_paths = ["bin", "../beside"]',
+            "The pattern '../beside' leads out of the game directory by '..'.",
+            "Name files of the game alone: on another machine there is something else beside it.", "../beside")
+
+    def test_a_file_reached_twice(self) -> None:
+        self.assert_warned(
+            'include_paths = ["bin", "bin/a.exe"]',
+            "'bin/a.exe' is sealed more than once, because several paths lead there: by 'bin' and 'bin/a.exe'.",
+            "Keep one of the patterns: each listing is hashed and verified for itself.", "bin/a.exe")
+
+    def test_own_output_is_foreseen_before_the_first_run(self) -> None:
+        message = (f"A second run seals '{OUTPUT_FOLDER}/base.bin' and '{OUTPUT_FOLDER}/base.cer' as the first has "
+                   "written them, and then replaces them: verify fails.")
+        self.assert_warned('exclude_paths = ["*.log"]', message, 'Add "Quorvane" to exclude_paths.', '["*.log"')
+        self.assert_warned('include_paths = ["bin", "*"]', message,
+                           "Write patterns that do not take in 'Quorvane'.", '*"')
+        self.assertFalse((self.game / "Quorvane").exists(), "nothing is written")
+
+    def test_own_output_of_a_mod(self) -> None:
+        report = self.report('exclude_paths = ["Quorvane"]', WARNING, "--outname", "mod1")
+        self.assertIn("A second run seals 'mod1.bin' and 'mod1.cer' as the first has written them, and then replaces "
+                      "them: verify fails.", self.warnings_of(report))
+
+    def test_names_that_are_no_utf8(self) -> None:
+        self.write("bin/\udcff", b"x")
+        report = self.report('include_paths = ["bin"]', WARNING)
+        self.assertEqual([w for w in self.warnings_of(report) if "no UTF-8" in w][0][-72:],
+                         "the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails."[-72:])
+        self.assertEqual([file["pathHex"] for file in report["files"] if "pathHex" in file], ["62696e2fff"])
+
+    def test_a_name_with_a_backslash(self) -> None:
+        self.write("bin/a\\b", b"x")
+        self.assert_warned(
+            'include_paths = ["bin"]',
+            "'bin/a\\b' has a backslash, which the catalogue holds as a slash: verify looks for another file and fails.",
+            "Rename it, or leave it out.")
+
+    def test_a_path_over_the_limit(self) -> None:
+        name = "bin/" + "/".join(["d" * 62] * 4)
+        self.assertEqual(len(name), 255)
+        self.write(name, b"x")
+        self.report('include_paths = ["bin"]', GOOD)
+        self.write(name + "e", b"x")
+        self.assert_warned(
+            'include_paths = ["bin"]',
+            f"'{name}e' is longer than the 255 UTF-16 units that a catalogue has room for: generate fails at it.",
+            "Shorten its names, or leave it out.")
+
+    def test_names_equal_but_for_case(self) -> None:
+        self.write("bin/A.exe", b"x")
+        self.assert_warned(
+            'include_paths = ["bin"]', "'bin/A.exe' and 'bin/a.exe' differ in letter case alone.",
+            "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails "
+            "for the other.")
+
+    def test_aliases_and_what_they_do_to_verify(self) -> None:
+        self.assert_warned(
+            'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',
+            "The alias 'bin' changes the stored paths of 1 file: verify looks for them by what is stored, finds none, "
+            "and fails for good.",
+            "Take it out, unless these files are checked by a client that knows aliases and never by verify.", 'bin", "Bin')
+        self.assert_warned(
+            'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',
+            "The alias 'zz' stands in no sealed path that an alias before it does not take.",
+            "Correct it or take it out.", 'zz"')
+
+    def test_a_file_over_the_size_threshold(self) -> None:
+        self.write_sparse("bin/world.pak", 1_024_000_001)
+        self.assert_warned(
+            'include_paths = ["bin"]',
+            "1 file above the size threshold of 1.0 GB is left out without a word, the largest 'bin/world.pak' with "
+            "1.0 GB.",
+            "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed "
+            "by anybody.")
+
+    def test_links(self) -> None:
+        (self.game / "bin/link").symlink_to("a.exe")
+        self.assert_warned(
+            'include_paths = ["bin"]',
+            "'bin/link' is a link and left out: a walk neither follows nor seals links.",
+            "Ship files in place of links, or name them in include_paths.")
+
+    def test_a_fifo_that_a_pattern_names(self) -> None:
+        os.mkfifo(self.game / "bin/fifo")
+        self.assert_warned(
+            'include_paths = ["bin/*"]',
+            "'bin/fifo' is no regular file: the catalogue lists it as an empty one, and verify fails.",
+            "Write a pattern that does not take it in.")
+
+    def test_an_extension_in_another_case(self) -> None:
+        self.write("bin/a.pdb", b"x")
+        self.assert_warned(
+            'include_paths = ["bin"] exclude_extensions = [".PDB"]',
+            "The extension '.PDB' leaves nothing out, and '.pdb' files are sealed: letter case counts.",
+            'Write ".pdb".', '.PDB"')
+
+
+class Refusals(Rules):
+    """Where generate would end without a catalogue, the report says so."""
+
+    def assert_refused(self, text: str, code: int, message: str) -> None:
+        config_file = self.write_config(text)
+        run = self.inspect("rules", config_file, "--game", self.game, "--json")
+        self.assertEqual((run.status, run.errors), (ERROR, ""))
+        self.assertEqual(run.json()["refusal"], {"code": code, "message": message})
+        generated = self.run_program(*self.generate_arguments(config_file=config_file))
+        self.assertEqual(generated.status, code)
+
+    def test_refusals_are_those_of_generate(self) -> None:
+        self.write("a", b"x")
+        self.assert_refused("x {}\n", 4, "Unsupported config file version: 1.")
+        self.assert_refused(config(""), 4, "Either include_paths or exclude_paths must be specified.")
+        self.assert_refused(config('include_paths = ["b"]'), 4,
+                            "include_paths was specified but did not match any files.")
+        self.assert_refused(config('exclude_paths = ["a", "Quorvane"]'), 7,
+                            "Cannot create an empty catalogue, at least all executables and libraries must be included.")
+        self.assert_refused(config('include_paths = ["a"]', 'anti_tamper_solution_name = "None"'), 4,
+                            "anti_tamper_solution_name names no supported solution.")
+
+    def test_files_that_cannot_be_read_are_named(self) -> None:
+        run = self.inspect("rules", "missing.cfg", "--game", self.game)
+        self.assertEqual((run.status, run.output), (ERROR, ""))
+        self.assertEqual(run.errors, "sealkeeper-inspect: 'missing.cfg': No such file or directory\n")
+        config_file = self.write_config(config('include_paths = ["a"]'))
+        run = self.inspect("rules", config_file, "--game", "nowhere")
+        self.assertEqual((run.status, run.errors),
+                         (ERROR, "sealkeeper-inspect: 'nowhere': No such file or directory\n"))
+
+    def test_an_unknown_option_is_named(self) -> None:
+        run = self.inspect("rules", "x.cfg", "--game", self.game, "--frob")
+        self.assertEqual(run.status, USAGE)
+        self.assertIn("--frob", run.errors)
+
+
+class SameAsGenerate(Rules):
+    """The sealed files of the report are those that generate catalogues."""
+
+    def listed(self) -> Optional[List[str]]:
+        """What a run of generate catalogues, in order; None where it refuses."""
+        run = self.run_program(*self.generate_arguments(config_file=self.directory / "game.cfg"))
+        if run.status != 0:
+            return None
+        image = (self.output / "base.bin").read_bytes()
+        return sorted(entry.path for entry in catalogue_format.parse(image, strict=False).entries)
+
+    def told(self) -> Optional[List[str]]:
+        """What the report says that generate catalogues."""
+        run = self.inspect("rules", "game.cfg", "--game", self.game, "--json")
+        self.assertEqual(run.errors, "")
+        report = run.json()
+        if report["refusal"]:
+            self.assertEqual(run.status, ERROR)
+            return None
+        return sorted(NO_UTF8 if "pathHex" in file else file["path"].replace("\\", "/")
+                      for file in report["files"] if file["state"] == "sealed")
+
+    def test_on_random_games(self) -> None:
+        for seed in range(RANDOM_GAMES):
+            with self.subTest(seed=seed):
+                source = random.Random(seed)
+                self.game = self.directory / f"game{seed}" / "game"
+                self.game.mkdir(parents=True)
+                random_games.lay_out(self.game, source)
+                self.write_config(random_games.configuration(self.game, source))
+                # Before the first run, and before the second, which finds what the first has written.
+                for _ in range(2):
+                    told = self.told()
+                    self.assertEqual(told, self.listed(), (self.directory / "game.cfg").read_text())
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+#include "inspect/rules/game_inventory.h"
+#include "inspect/rules/game_with_outputs.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace fs = std::filesystem;
+using test::ScopedCurrentDirectory;
+using test::TempDirectory;
+using Names = std::vector<std::string>;
+
+class GameTree : public ::testing::Test {
+  protected:
+    [[nodiscard]] Names NamesIn(const std::string& directory) const {
+        std::optional<DirectoryEntries> entries;
+        EXPECT_EQ(game_.ReadDirectory(directory, entries), ResultCode::Ok);
+        Names names;
+        for (const DirectoryEntry& entry : entries.value_or(DirectoryEntries())) {
+            if (!entry.name.starts_with('.')) {
+                names.push_back(entry.name);
+            }
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    [[nodiscard]] FileStatus Look(const std::string& path) const {
+        FileStatus status;
+        EXPECT_EQ(game_.LookAtPath(path, status), ResultCode::Ok);
+        return status;
+    }
+
+    [[nodiscard]] std::map<std::string, InventoryItem> Inventory() const {
+        std::vector<InventoryItem> items;
+        EXPECT_EQ(TakeInventory(game_, items), ResultCode::Ok);
+        std::map<std::string, InventoryItem> byPath;
+        for (const InventoryItem& item : items) {
+            byPath.emplace(item.path, item);
+        }
+        return byPath;
+    }
+
+    TempDirectory directory_;
+    ScopedCurrentDirectory inGame_{directory_.Path()};
+    GameWithOutputs game_;
+};
+
+TEST_F(GameTree, HasWhatWasAdded) {
+    static_cast<void>(directory_.WriteFile("a", "1"));
+    game_.AddDirectory("x");
+    game_.AddDirectory("x/y");
+    game_.AddFile("x/y/z", 7);
+    EXPECT_EQ(NamesIn("."), (Names{"a", "x"}));
+    EXPECT_EQ(NamesIn("./x/"), Names{"y"});
+    EXPECT_EQ(NamesIn("./x//y/"), Names{"z"});
+    EXPECT_EQ(Look("./x").type, FileType::Directory);
+    EXPECT_EQ(Look("./x/y/z").type, FileType::Regular);
+    EXPECT_EQ(Look("./x/y/z").sizeBytes, 7);
+    bool isThere = false;
+    EXPECT_EQ(game_.LookForName("./x/y/z", isThere), ResultCode::Ok);
+    EXPECT_TRUE(isThere);
+    EXPECT_EQ(game_.LookForName("./x/y/q", isThere), ResultCode::Ok);
+    EXPECT_FALSE(isThere);
+}
+
+TEST_F(GameTree, LeavesAloneWhatIsThere) {
+    static_cast<void>(directory_.WriteFile("x/z", "123"));
+    game_.AddDirectory("x");
+    game_.AddFile("x/z", 7);
+    EXPECT_EQ(NamesIn("."), Names{"x"});
+    EXPECT_EQ(NamesIn("./x"), Names{"z"});
+    EXPECT_EQ(Look("./x/z").sizeBytes, 3);
+}
+
+TEST_F(GameTree, IsReachedByLinksAndParents) {
+    fs::create_directory(directory_ / "d");
+    fs::create_directory_symlink(".", directory_ / "link");
+    game_.AddDirectory("x");
+    game_.AddFile("x/z", 7);
+    EXPECT_EQ(NamesIn("./link/x/"), Names{"z"});
+    EXPECT_EQ(NamesIn("./d/.."), (Names{"d", "link", "x"}));
+    EXPECT_EQ(Look("./d/../x/z").sizeBytes, 7);
+}
+
+TEST_F(GameTree, InventoryHasEverythingButDirectories) {
+    static_cast<void>(directory_.WriteFile("a", "12"));
+    static_cast<void>(directory_.WriteFile(".b/c", "123"));
+    fs::create_directories(directory_ / "empty");
+    fs::create_symlink("a", directory_ / "link");
+    fs::create_symlink("nowhere", directory_ / "dangling");
+    ASSERT_EQ(mkfifo((directory_ / "fifo").c_str(), 0600), 0);
+    game_.AddDirectory("x");
+    game_.AddFile("x/z", 7);
+    const auto items = Inventory();
+    ASSERT_EQ(items.size(), 6U);
+    EXPECT_EQ(items.at("a").kind, ItemKind::RegularFile);
+    EXPECT_EQ(items.at("a").sizeBytes, 2U);
+    EXPECT_EQ(items.at(".b/c").sizeBytes, 3U);
+    EXPECT_EQ(items.at("link").kind, ItemKind::Link);
+    EXPECT_EQ(items.at("link").sizeBytes, 0U);
+    EXPECT_EQ(items.at("dangling").kind, ItemKind::DanglingLink);
+    EXPECT_EQ(items.at("fifo").kind, ItemKind::SpecialFile);
+    EXPECT_EQ(items.at("x/z").sizeBytes, 7U);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,77 @@
+#include "inspect/rules/judged_files.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+namespace sealkeeper {
+namespace {
+
+struct Case {
+    SkipRule rule;
+    ItemKind kind;
+    LeftOutReason reason;
+};
+
+std::vector<std::pair<std::string, std::optional<LeftOutReason>>> Told(
+    const Selection& selection, const std::vector<InventoryItem>& inventory) {
+    std::vector<std::pair<std::string, std::optional<LeftOutReason>>> told;
+    for (const JudgedFile& file : JudgeFiles(selection, inventory)) {
+        told.emplace_back(file.path, file.leftOut);
+    }
+    return told;
+}
+
+using Pairs = std::vector<std::pair<std::string, std::optional<LeftOutReason>>>;
+
+TEST(JudgedFiles, EachRuleHasItsReason) {
+    const Case cases[] = {
+        {SkipRule::HiddenName, ItemKind::RegularFile, LeftOutReason::Hidden},
+        {SkipRule::ExcludedPath, ItemKind::RegularFile, LeftOutReason::ExcludedPath},
+        {SkipRule::SizeThreshold, ItemKind::RegularFile, LeftOutReason::TooLarge},
+        {SkipRule::ExcludedExtension, ItemKind::RegularFile, LeftOutReason::ExcludedExtension},
+        {SkipRule::NoExtension, ItemKind::RegularFile, LeftOutReason::NoExtension},
+        {SkipRule::OtherType, ItemKind::Link, LeftOutReason::Link},
+        {SkipRule::OtherType, ItemKind::DanglingLink, LeftOutReason::DanglingLink},
+        {SkipRule::OtherType, ItemKind::SpecialFile, LeftOutReason::NotRegularFile},
+        {SkipRule::Unlistable, ItemKind::UnlistableDirectory, LeftOutReason::Unlistable},
+    };
+    for (const Case& one : cases) {
+        Selection selection;
+        selection.skipped = {{"./d/a", one.rule}};
+        EXPECT_EQ(Told(selection, {{"d/a", one.kind}}), (Pairs{{"d/a", one.reason}}))
+            << LeftOutReasonText(one.reason);
+    }
+}
+
+TEST(JudgedFiles, ADirectorysRuleHoldsForWhatItHolds) {
+    Selection selection;
+    selection.skipped = {{"./d", SkipRule::ExcludedPath}, {"./d/e/.f", SkipRule::HiddenName}};
+    EXPECT_EQ(Told(selection, {{"d/e/a", ItemKind::RegularFile},
+                               {"d/e/.f/b", ItemKind::RegularFile},
+                               {"de/c", ItemKind::RegularFile}}),
+              (Pairs{{"d/e/.f/b", LeftOutReason::Hidden},
+                     {"d/e/a", LeftOutReason::ExcludedPath},
+                     {"de/c", LeftOutReason::NotIncluded}}));
+}
+
+TEST(JudgedFiles, ASealedFileStandsAsOftenAsItIsListedAndIsNotLeftOut) {
+    Selection selection;
+    selection.files = {{"./d/a", 1}, {"./d//a", 1}};
+    selection.skipped = {{"./d", SkipRule::ExcludedPath}};
+    EXPECT_EQ(Told(selection, {{"d/a", ItemKind::RegularFile, 1}}),
+              (Pairs{{"d//a", std::nullopt}, {"d/a", std::nullopt}}));
+}
+
+TEST(JudgedFiles, ALinkToSealedFilesStandsForNothing) {
+    Selection selection;
+    selection.files = {{"./link/a", 1}};
+    const std::vector<InventoryItem> inventory = {
+        {"link", ItemKind::Link}, {"lin", ItemKind::Link}, {"links", ItemKind::Link}};
+    EXPECT_EQ(Told(selection, inventory), (Pairs{{"lin", LeftOutReason::NotIncluded},
+                                                 {"link/a", std::nullopt},
+                                                 {"links", LeftOutReason::NotIncluded}}));
+}
+
+}  // namespace
+}  // namespace sealkeeper
