@@ -56,7 +56,8 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
         return ResultCode::Ok;
     }
     std::vector<InventoryItem> inventory;
-    if (const ResultCode code = TakeInventory(game, inventory); code != ResultCode::Ok) {
+    // Of what is there: an output that is yet to be written is only worth a word if it is sealed.
+    if (const ResultCode code = TakeInventory(SystemFileTree(), inventory); code != ResultCode::Ok) {
         return code;
     }
     report.files = JudgeFiles(selection, inventory);
