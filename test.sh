@@ -20,7 +20,8 @@ build_and_test() {
     ctest --preset "$preset" -j "$jobs" --no-tests=error
 }
 
-build_and_test dev all
+# Each test in a process of its own takes more time for the processes than for the tests.
+build_and_test dev all -DSEALKEEPER_TEST_SHARDS=8
 
 clang=""
 if command -v clang++ >/dev/null 2>&1; then
