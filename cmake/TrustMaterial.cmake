@@ -2,13 +2,19 @@
 
 set(SEALKEEPER_DEVELOPMENT_TRUST_DIR "${CMAKE_CURRENT_LIST_DIR}/../trust/development")
 
+# Configures anew when the file changes. Ninja takes no file by two names, so that each has its real one.
+function(sealkeeper_configure_depends path)
+    file(REAL_PATH "${path}" real)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${real}")
+endfunction()
+
 function(sealkeeper_read_der variable path result)
     if(NOT EXISTS "${path}" OR IS_DIRECTORY "${path}")
         message(FATAL_ERROR
             "${variable} names a file that is not there: '${path}'. "
             "Set it to a DER file with -D${variable}=PATH, or leave it out for the development pair.")
     endif()
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${path}")
+    sealkeeper_configure_depends("${path}")
     file(READ "${path}" hex HEX)
     # A certificate and a revocation list are a SEQUENCE (0x30) whose length takes two bytes (0x82), and
     # nothing follows it (X.690).
@@ -68,5 +74,17 @@ function(sealkeeper_generate_trust_material template output)
     sealkeeper_read_der(SEALKEEPER_TRUST_CA "${SEALKEEPER_TRUST_CA}" SEALKEEPER_TRUST_CA_BYTES)
     sealkeeper_read_der(SEALKEEPER_TRUST_CRL "${SEALKEEPER_TRUST_CRL}" SEALKEEPER_TRUST_CRL_BYTES)
     sealkeeper_refuse_or_warn_of_development_trust()
+    configure_file("${template}" "${output}" @ONLY)
+endfunction()
+
+# Writes the source file that knows the development trust material to `output`.
+function(sealkeeper_generate_development_trust template output)
+    foreach(name IN ITEMS ca crl)
+        string(TOUPPER "${name}" upper)
+        set(path "${SEALKEEPER_DEVELOPMENT_TRUST_DIR}/${name}.der")
+        sealkeeper_configure_depends("${path}")
+        file(SHA256 "${path}" digest)
+        string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1, " SEALKEEPER_DEVELOPMENT_${upper}_DIGEST "${digest}")
+    endforeach()
     configure_file("${template}" "${output}" @ONLY)
 endfunction()

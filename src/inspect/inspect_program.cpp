@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <new>
 
+#include "inspect/credentials/credentials_command.h"
+#include "inspect/credentials/trust_command.h"
 #include "inspect/report/command_status.h"
 #include "inspect/report/console.h"
 #include "inspect/rules/rules_command.h"
@@ -27,7 +29,9 @@ int ParseAndRun(int argc, const char* const* argv, Console& console) {
     CLI::App program("Says what sealkeeper hashes and why, and what its files hold.",
                      "sealkeeper-inspect");
     program.set_version_flag("--version", "sealkeeper-inspect " SEALKEEPER_VERSION);
+    AddCredentialsCommand(program, console, status);
     AddRulesCommand(program, console, status);
+    AddTrustCommand(program, console, status);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -48,20 +48,6 @@ int ParseKey(const std::string& path, FileType type, PrivateKey& key) {
     return ParsePrivateKeyFile(key.Get(), path.c_str());
 }
 
-ResultCode ReadPrivateKey(const std::string& path, PrivateKey& key) {
-    const FileType type = GetFileType(path);
-    if (type == FileType::Missing) {
-        Log(LogLevel::Error, "Could not locate the private key file '%s'\n", path.c_str());
-        return kPrivateKeyFileMissing;
-    }
-    const ResultCode code = MapKeyError(ParseKey(path, type, key));
-    if (code != ResultCode::Ok) {
-        Log(LogLevel::Error, "Error reading RSA private key file '%s' (%i).\n", path.c_str(),
-            ResultCodeNumber(code));
-    }
-    return code;
-}
-
 ResultCode ParseUncheckedCertificate(const std::string& path, SigningMaterial& material) {
     if (ParseCertificate(material.certificateBytes, material.certificate) < 0) {
         Log(LogLevel::Error, "Error parsing certificate file '%s'.\n", path.c_str());
@@ -101,6 +87,20 @@ ResultCode CheckPair(const SigningFiles& files, const SigningMaterial& material)
 }
 
 }  // namespace
+
+ResultCode ReadPrivateKey(const std::string& path, PrivateKey& key) {
+    const FileType type = GetFileType(path);
+    if (type == FileType::Missing) {
+        Log(LogLevel::Error, "Could not locate the private key file '%s'\n", path.c_str());
+        return kPrivateKeyFileMissing;
+    }
+    const ResultCode code = MapKeyError(ParseKey(path, type, key));
+    if (code != ResultCode::Ok) {
+        Log(LogLevel::Error, "Error reading RSA private key file '%s' (%i).\n", path.c_str(),
+            ResultCodeNumber(code));
+    }
+    return code;
+}
 
 ResultCode LoadSigningMaterial(const SigningFiles& files, const std::string& productId,
                                TrustCheck trustCheck, SigningMaterial& material) {

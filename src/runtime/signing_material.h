@@ -28,6 +28,10 @@ struct SigningFiles {
     std::string crlFile;
 };
 
+// Parses the private key file at `path`, without a password, into `key`. A failure is logged and
+// its code returned; `key` must not be used then.
+ResultCode ReadPrivateKey(const std::string& path, PrivateKey& key);
+
 enum class TrustCheck { Required, Skipped };
 
 // Reads `files` into `material`, checks the certificate for `productId` against the built-in trust

@@ -19,8 +19,9 @@ ALLOWED = {
     "catalogue": {"catalogue", "catalogue/hashing", "catalogue/lzw", "runtime", "platform"},
     "app": {"app", "catalogue", "catalogue/hashing", "runtime", "config", "platform"},
     "inspect/report": {"inspect/report", "app"},
+    "inspect/credentials": {"inspect/credentials", "inspect/report", "runtime", "platform"},
     "inspect/rules": {"inspect/rules", "inspect/report", "app", "catalogue", "runtime", "config", "platform"},
-    "inspect": {"inspect", "inspect/report", "inspect/rules", "runtime", "platform"},
+    "inspect": {"inspect", "inspect/credentials", "inspect/report", "inspect/rules", "runtime", "platform"},
 }
 FOR_EVERY_FOLDER = {"app/console_log.h", "app/result_code.h"}
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)

@@ -1,0 +1,220 @@
+#include "inspect/credentials/certificate_findings.h"
+
+#include <mbedtls/x509_crt.h>
+
+#include "inspect/credentials/chain_state.h"
+#include "inspect/credentials/detail_text.h"
+#include "inspect/credentials/name_findings.h"
+#include "inspect/credentials/shell_word.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr const char* kAskForNew = "Have the authority issue a new certificate.";
+
+// Has `reader`, a command that writes a certificate, write DER beside `path`.
+Cure Converted(const char* text, const std::string& path, const std::string& reader) {
+    return {text, reader + " -outform DER -out " + ShellWord(path + ".der")};
+}
+
+Cure CureOfKind(const std::string& path, FileKind kind) {
+    constexpr const char* kConvert = "Convert it, and name the new file by --cert (-incert).";
+    constexpr const char* kTakeOut =
+        "Take the certificate out of it, and name the new file by --cert (-incert).";
+    const std::string word = ShellWord(path);
+    switch (kind) {
+        case FileKind::PemCertificate:
+            return Converted(kConvert, path, "openssl x509 -in " + word);
+        case FileKind::DerPkcs7:
+            return Converted(
+                kTakeOut, path,
+                "openssl pkcs7 -inform DER -print_certs -in " + word + " | openssl x509");
+        case FileKind::PemPkcs7:
+            return Converted(kTakeOut, path,
+                             "openssl pkcs7 -print_certs -in " + word + " | openssl x509");
+        case FileKind::Pkcs12:
+            return Converted(kTakeOut, path,
+                             "openssl pkcs12 -clcerts -nokeys -in " + word + " | openssl x509");
+        case FileKind::DerCertificateRequest:
+        case FileKind::PemCertificateRequest:
+            return {
+                "Send it to the authority, and name the certificate that comes back by --cert."};
+        case FileKind::CutOffDer:
+        case FileKind::Empty:
+        case FileKind::DamagedSigned:
+            return {"Copy it anew from where it was issued."};
+        case FileKind::Unknown:
+        case FileKind::Utf16Text:
+        case FileKind::DerCertificate:
+        case FileKind::DerRevocationList:
+        case FileKind::PemRevocationList:
+        case FileKind::DerPrivateKey:
+        case FileKind::PemPrivateKey:
+        case FileKind::DerEncryptedKey:
+        case FileKind::PemEncryptedKey:
+        case FileKind::OpenSshKey:
+        case FileKind::PublicKey:
+            break;
+    }
+    return {"Name the certificate, as a rule base_public.cer, by --cert."};
+}
+
+bool IsSwapped(const CredentialFacts& facts) {
+    return facts.key && facts.key->file.kind && facts.certificate.file.kind &&
+           IsCertificate(*facts.key->file.kind) && IsPrivateKey(*facts.certificate.file.kind);
+}
+
+// Of a file that is no certificate in DER form.
+CredentialFindings JudgeForm(const CredentialFacts& facts) {
+    const ExaminedFile& file = facts.certificate.file;
+    if (!file.kind) {
+        return {MakeError(
+            "certificate-unread", facts.certificate.code,
+            "The certificate '" + file.path + "' cannot be read: " + file.reasonUnread + ".",
+            {"Name the certificate, as a rule base_public.cer, by --cert, and let yourself read it."})};
+    }
+    if (IsSwapped(facts)) {
+        return {MakeError(
+            "swapped", facts.key->code,
+            "The two are swapped: --cert names the private key, --key the certificate.",
+            {"Name the certificate by --cert (-incert of sealkeeper) and the key by --key (-inkey)."})};
+    }
+    if (*file.kind == FileKind::DerCertificate) {
+        return {};
+    }
+    const bool isPem = *file.kind == FileKind::PemCertificate;
+    return {MakeError(isPem ? "certificate-pem" : "not-a-certificate", facts.certificate.code,
+                      "'" + file.path + "' is " + FileKindText(*file.kind) +
+                          "; sealkeeper takes a certificate in DER form alone.",
+                      CureOfKind(file.path, *file.kind))};
+}
+
+CredentialFindings JudgeDates(const CertificateDetails& certificate, const JudgingTime& time) {
+    CredentialFindings findings;
+    if (IsPast(certificate.notAfter, time.now)) {
+        findings.push_back(
+            MakeError("certificate-expired", CodeOfFlag(MBEDTLS_X509_BADCERT_EXPIRED),
+                      "The certificate expired on " + TimeText(certificate.notAfter) +
+                          "; this machine's clock says " + TimeText(time.now) + ".",
+                      {std::string({kAskForNew}) +
+                       " Catalogues that were signed with this one cannot be verified any more."}));
+    }
+    if (EndsSoon(certificate.notAfter, time)) {
+        findings.push_back(MakeWarning(
+            "certificate-expires-soon",
+            "The certificate expires on " + TimeText(certificate.notAfter) + ": " +
+                DaysLeftText(certificate.notAfter, time.now) + ".",
+            {"Have the authority issue a new certificate in time, and sign the game anew."}));
+    }
+    if (certificate.notBefore > time.now) {
+        findings.push_back(
+            MakeError("certificate-not-yet-valid", CodeOfFlag(MBEDTLS_X509_BADCERT_FUTURE),
+                      "The certificate is not valid before " + TimeText(certificate.notBefore) +
+                          "; this machine's clock says " + TimeText(time.now) + ".",
+                      {"Wait until then, or set this machine's clock if it is wrong."}));
+    }
+    return findings;
+}
+
+CredentialFindings JudgeChain(const CertificateFacts& facts, const TrustFacts& trust) {
+    const ResultCode code = CodeOfFlag(MBEDTLS_X509_BADCERT_NOT_TRUSTED);
+    const std::string authority =
+        trust.authority.certificate ? trust.authority.certificate->subject : std::string();
+    switch (ChainOf(facts, trust)) {
+        case ChainState::Authority:
+        case ChainState::NotChecked:
+            return {};
+        case ChainState::ForeignAuthority:
+            return {MakeError(
+                "foreign-authority", code,
+                "The certificate names the built-in authority as its issuer, but is not signed by its key: another authority of the same name issued it, or the certificate is damaged.",
+                {std::string({kAskForNew}) +
+                 " \"sealkeeper-inspect trust\" shows the fingerprint of the built-in authority."})};
+        case ChainState::SelfSigned:
+            return {MakeError(
+                "self-signed", code,
+                "The certificate was issued by itself, and not by the built-in authority '" +
+                    authority + "'.",
+                {kAskForNew})};
+        case ChainState::OtherIssuer:
+            return {MakeError(
+                "other-issuer", code,
+                "The certificate was issued by '" + facts.details->issuer +
+                    "', and not by the built-in authority '" + authority +
+                    "': it is a mod's, issued by a product's certificate, or another authority's. Generate refuses it, and verify cannot check a mod's own certificate that a product's certificate issued: both know the built-in authority alone.",
+                {"Have the built-in authority itself issue the mod's certificate, with the product id as its name."})};
+    }
+    return {};
+}
+
+CredentialFinding Revoked(const CertificateFacts& facts, const TrustFacts& trust) {
+    std::string message =
+        "The built-in revocation list has the certificate's serial " + facts.details->serial;
+    if (trust.revocationList.list) {
+        const RevokedSerial* const entry =
+            FindRevoked(*trust.revocationList.list, facts.details->serial);
+        if (entry != nullptr && entry->revokedOn) {
+            message += ", revoked on " + TimeText(*entry->revokedOn);
+        }
+    }
+    return MakeError("certificate-revoked", CodeOfFlag(MBEDTLS_X509_BADCERT_REVOKED), message + ".",
+                     {"Ask the authority why, and have it issue a new certificate for a new key."});
+}
+
+CredentialFinding WeakKey(const CertificateDetails& certificate) {
+    // The least that the library takes of an authority, too.
+    constexpr std::size_t kLeastRsaBits = 2048;
+    const bool isAuthoritys = certificate.key.isRsa && certificate.key.bits >= kLeastRsaBits;
+    return MakeError(
+        "weak-key", CodeOfFlag(MBEDTLS_X509_BADCERT_BAD_KEY),
+        isAuthoritys
+            ? "The key of the authority is too short for the cryptographic library."
+            : "The certificate's key (" + KeyText(certificate.key) +
+                  ") is too short: the cryptographic library wants RSA keys of 2048 bits or more.",
+        {"Make an RSA key of 2048 bits or more, and have a certificate issued for it."});
+}
+
+CredentialFindings JudgeStrength(const CertificateFacts& facts) {
+    CredentialFindings findings;
+    const CertificateDetails& certificate = *facts.details;
+    if ((facts.flags & MBEDTLS_X509_BADCERT_BAD_KEY) != 0) {
+        findings.push_back(WeakKey(certificate));
+    }
+    if ((facts.flags & (MBEDTLS_X509_BADCERT_BAD_MD | MBEDTLS_X509_BADCERT_BAD_PK)) != 0) {
+        findings.push_back(
+            MakeError("weak-digest", CodeOfFlag(MBEDTLS_X509_BADCERT_BAD_MD),
+                      "The certificate is signed by " + certificate.signature +
+                          ", which the cryptographic library does not trust.",
+                      {"Have the authority issue a new certificate, signed with SHA-256."}));
+    }
+    if (!certificate.key.isRsa) {
+        findings.push_back(MakeWarning(
+            "key-not-rsa",
+            "The certificate's key is no RSA key (" + KeyText(certificate.key) +
+                "). The cryptographic library takes it, but sealkeeper is made for RSA keys.",
+            {"Make an RSA key of 2048 bits or more, and have a certificate issued for it."}));
+    }
+    return findings;
+}
+
+}  // namespace
+
+CredentialFindings JudgeCertificate(const CredentialFacts& facts, const JudgingTime& time) {
+    const CertificateFacts& certificate = facts.certificate;
+    CredentialFindings findings = JudgeForm(facts);
+    if (!certificate.details) {
+        return findings;
+    }
+    Append(findings, JudgeDates(*certificate.details, time));
+    if ((certificate.flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
+        findings.push_back(Revoked(certificate, facts.trust));
+    }
+    if ((certificate.flags & MBEDTLS_X509_BADCERT_CN_MISMATCH) != 0) {
+        findings.push_back(JudgeMismatch(*certificate.details, facts.productId));
+    }
+    Append(findings, JudgeChain(certificate, facts.trust));
+    Append(findings, JudgeStrength(certificate));
+    return findings;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,183 @@
+#include "inspect/credentials/credential_facts.h"
+
+#include <mbedtls/platform_util.h>
+
+#include <vector>
+
+#include "inspect/credentials/signature_check.h"
+#include "platform/file_io.h"
+#include "runtime/certificate_trust.h"
+#include "runtime/mbedtls_compat.h"
+#include "runtime/mbedtls_contexts.h"
+#include "runtime/mbedtls_result.h"
+#include "runtime/signing_material.h"
+
+namespace sealkeeper {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::uint32_t kNoFlags = 0;
+
+// As `ParseCertificate`, of the first certificate in PEM form.
+int ParsePemCertificate(Bytes bytes, Certificate& certificate) {
+    // The library takes PEM with a zero at its end.
+    bytes.push_back(0);
+    const int result = mbedtls_x509_crt_parse(certificate.Get(), bytes.data(), bytes.size());
+    // Positive where there is more in the file that it could not read.
+    return certificate.Get()->raw.p != nullptr ? 0 : result;
+}
+
+// Called by the library for each certificate of a chain, of which the first is at depth 0.
+int KeepFlagsOfFirst(void* kept, mbedtls_x509_crt* /*certificate*/, int depth,
+                     std::uint32_t* flags) {
+    if (depth == 0) {
+        *static_cast<std::uint32_t*>(kept) = *flags;
+    }
+    return 0;
+}
+
+std::uint32_t VerificationFlags(const TrustMaterial& trust, const std::string& name,
+                                Certificate& certificate) {
+    Certificate authority;
+    RevocationList list;
+    if (ParseCertificate(trust.authorityDer, authority) != 0 ||
+        mbedtls_x509_crl_parse_der(list.Get(), trust.revocationListDer.data(),
+                                   trust.revocationListDer.size()) != 0) {
+        return 0;
+    }
+    std::uint32_t flags = 0;
+    std::uint32_t flagsOfAll = 0;
+    // The flags tell more than the result.
+    static_cast<void>(mbedtls_x509_crt_verify(certificate.Get(), authority.Get(), list.Get(),
+                                              name.c_str(), &flagsOfAll, KeepFlagsOfFirst, &flags));
+    return flags;
+}
+
+// The name that the certificate is checked for.
+std::string ExpectedName(const std::optional<std::string>& productId,
+                         const CertificateDetails& details) {
+    if (productId) {
+        return *productId;
+    }
+    const auto& names = details.hasAlternativeNames ? details.dnsNames : details.commonNames;
+    return names.empty() ? std::string() : names.front();
+}
+
+void DescribeCertificate(const TrustMaterial& trust, const std::optional<std::string>& productId,
+                         Certificate& certificate, CertificateFacts& facts) {
+    mbedtls_x509_crt& parsed = *certificate.Get();
+    facts.details = DetailsOfCertificate(parsed);
+    facts.isSelfSigned =
+        IsSameEncoding(parsed.issuer_raw, parsed.subject_raw) &&
+        IsSignedBy(parsed.pk, {parsed.raw, parsed.tbs, parsed.sig_oid}).value_or(true);
+    facts.namesAuthority = !IsFromAnotherIssuer(trust, certificate);
+    facts.flags = VerificationFlags(trust, ExpectedName(productId, *facts.details), certificate);
+}
+
+// Leaves the certificate parsed in `certificate` where the file has one, be it in PEM form.
+CertificateFacts GatherCertificate(const CredentialFiles& files, const TrustMaterial& trust,
+                                   Certificate& certificate) {
+    CertificateFacts facts;
+    facts.file = ExamineFile(files.certificate);
+    const auto bytes = ReadCertificateBytes(files.certificate);
+    if (!bytes) {
+        facts.code = ResultCode::CertIOError;
+        MarkUnread(facts.file);
+        return facts;
+    }
+    facts.file.kind = FileKindOf(*bytes);
+    const int error = *facts.file.kind == FileKind::PemCertificate
+                          ? ParsePemCertificate(*bytes, certificate)
+                          : ParseCertificate(*bytes, certificate);
+    if (error == 0) {
+        DescribeCertificate(trust, files.productId, certificate, facts);
+    }
+    const std::string name =
+        facts.details ? ExpectedName(files.productId, *facts.details) : std::string();
+    Certificate checked;
+    facts.code = VerifySigningCertificate(trust, name, *bytes, {}, {}, checked);
+    return facts;
+}
+
+// Looks what a file is that was refused as a key. Its bytes are wiped, for they may be those of a
+// damaged one.
+void ExamineRefusedKey(ExaminedFile& file) {
+    constexpr std::uint64_t kMostBytes = 1'048'576;
+    auto start = ReadFileStart(file.path, kMostBytes);
+    if (!start) {
+        MarkUnread(file);
+        return;
+    }
+    file.kind = FileKindOf(start->bytes);
+    mbedtls_platform_zeroize(start->bytes.data(), start->bytes.size());
+}
+
+KeyFacts GatherKey(const std::string& path, const Certificate& certificate) {
+    KeyFacts facts;
+    facts.file = ExamineFile(path);
+    PrivateKey key;
+    facts.code = ReadPrivateKey(path, key);
+    if (facts.code != ResultCode::Ok) {
+        ExamineRefusedKey(facts.file);
+        return facts;
+    }
+    facts.details = DetailsOfKey(*key.Get());
+    if (certificate.Get()->raw.p != nullptr) {
+        facts.pairCode = MapX509Error(CheckKeyPair(&certificate.Get()->pk, key.Get()), kNoFlags);
+    }
+    return facts;
+}
+
+GivenListFacts GatherList(const std::string& path) {
+    GivenListFacts facts;
+    facts.file = ExamineFile(path);
+    const auto bytes = ReadWholeFile(path);
+    if (!bytes) {
+        facts.code = ResultCode::CertIOError;
+        MarkUnread(facts.file);
+        return facts;
+    }
+    facts.file.kind = FileKindOf(*bytes);
+    RevocationList list;
+    if (mbedtls_x509_crl_parse_der(list.Get(), bytes->data(), bytes->size()) == 0) {
+        facts.list = DetailsOfList(*list.Get());
+    }
+    return facts;
+}
+
+}  // namespace
+
+CredentialFacts GatherCredentialFacts(const CredentialFiles& files, const TrustMaterial& trust) {
+    Certificate certificate;
+    CredentialFacts facts;
+    facts.productId = files.productId;
+    facts.trust = GatherTrustFacts(trust);
+    facts.certificate = GatherCertificate(files, trust, certificate);
+    if (files.key) {
+        facts.key = GatherKey(*files.key, certificate);
+    }
+    if (files.revocationList) {
+        facts.revocationList = GatherList(*files.revocationList);
+    }
+    return facts;
+}
+
+ResultCode GenerateCode(const CredentialFacts& facts) {
+    constexpr ResultCode kGood = ResultCode::Ok;
+    if (facts.revocationList && facts.revocationList->code != kGood) {
+        return facts.revocationList->code;
+    }
+    if (facts.certificate.code == ResultCode::CertIOError) {
+        return facts.certificate.code;
+    }
+    if (facts.key && facts.key->code != kGood) {
+        return facts.key->code;
+    }
+    if (facts.certificate.code != kGood) {
+        return facts.certificate.code;
+    }
+    return facts.key ? facts.key->pairCode.value_or(kGood) : kGood;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,80 @@
+// What is known of a certificate, its key and a revocation list, and what generate makes of them.
+#ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FACTS_H
+#define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FACTS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/result_code.h"
+#include "inspect/credentials/certificate_details.h"
+#include "inspect/credentials/examined_file.h"
+#include "inspect/credentials/trust_facts.h"
+#include "runtime/trust_material.h"
+
+namespace sealkeeper {
+
+// What was asked for.
+struct CredentialFiles {
+    std::string certificate;
+    std::optional<std::string> key;
+    std::optional<std::string> revocationList;
+    std::optional<std::string> productId;
+};
+
+struct CertificateFacts {
+    ExaminedFile file;
+    // Also of a certificate in PEM form, which the tool does not take. Nothing where none can be
+    // read.
+    std::optional<CertificateDetails> details;
+    // Whether the authority is its issuer by name.
+    bool namesAuthority = false;
+    // Whether it is its own issuer, by name and by its signature. A mod's certificate may have the
+    // name of its issuer, too.
+    bool isSelfSigned = false;
+    // MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_... of the certificate, not of the
+    // authority. None where one of the two cannot be read.
+    std::uint32_t flags = 0;
+    // What generate makes of the file, by itself.
+    ResultCode code = ResultCode::Ok;
+};
+
+struct KeyFacts {
+    ExaminedFile file;
+    ResultCode code = ResultCode::Ok;
+    // Nothing where it cannot be read.
+    std::optional<KeyDetails> details;
+    // Whether it belongs to the certificate, as generate tells it; nothing where one of the two
+    // cannot be read.
+    std::optional<ResultCode> pairCode;
+};
+
+// The revocation list that generate puts into the catalogue.
+struct GivenListFacts {
+    ExaminedFile file;
+    ResultCode code = ResultCode::Ok;
+    // Nothing where it is no list in DER form. Generate does not mind that.
+    std::optional<ListDetails> list;
+};
+
+struct CredentialFacts {
+    CertificateFacts certificate;
+    std::optional<KeyFacts> key;
+    std::optional<GivenListFacts> revocationList;
+    // As it was given. Where none was, the certificate was checked for a name of its own.
+    std::optional<std::string> productId;
+    TrustFacts trust;
+};
+
+// Reads what `files` names and checks it against `trust`, with the tool's own functions where they
+// decide. The library asks the system for the time.
+[[nodiscard]] CredentialFacts GatherCredentialFacts(const CredentialFiles& files,
+                                                    const TrustMaterial& trust);
+
+// The result code of generate as far as the credentials decide it: of what it finds first. Without
+// a key, that of a run with the right one.
+ResultCode GenerateCode(const CredentialFacts& facts);
+
+}  // namespace sealkeeper
+
+#endif

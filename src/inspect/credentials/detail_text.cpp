@@ -1,0 +1,38 @@
+#include "inspect/credentials/detail_text.h"
+
+#include "inspect/report/number_text.h"
+
+namespace sealkeeper {
+
+std::string KeyText(const KeyDetails& key) {
+    return key.type + ", " + std::to_string(key.bits) + " bits";
+}
+
+std::string SpanText(UtcTime from, UtcTime to, UtcTime now) {
+    return TimeText(from) + " to " + TimeText(to) + ", " +
+           (from > now ? "not begun" : DaysLeftText(to, now));
+}
+
+std::string ListSpanText(const ListDetails& list, UtcTime now) {
+    return list.nextUpdate ? SpanText(list.thisUpdate, *list.nextUpdate, now)
+                           : TimeText(list.thisUpdate) + ", without a next update";
+}
+
+std::string RevokedText(const ListDetails& list) {
+    constexpr std::size_t kMostShown = 8;
+    std::string text = CountText(list.revoked.size(), "serial");
+    for (std::size_t index = 0; index < list.revoked.size() && index < kMostShown; ++index) {
+        text += (index == 0 ? ": " : ", ") + list.revoked[index].serial;
+    }
+    return list.revoked.size() > kMostShown ? text + ", ..." : text;
+}
+
+std::string QuotedNames(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) {
+        text += (text.empty() ? "'" : ", '") + name + "'";
+    }
+    return text;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,29 @@
+// Parts of certificates and lists as they stand in reports.
+#ifndef SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_TEXT_H
+#define SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_TEXT_H
+
+#include <string>
+#include <vector>
+
+#include "inspect/credentials/certificate_details.h"
+
+namespace sealkeeper {
+
+// "RSA, 2048 bits".
+[[nodiscard]] std::string KeyText(const KeyDetails& key);
+
+// "2026-01-01 00:00:00 UTC to 2036-01-01 00:00:00 UTC, 3,649 days left".
+[[nodiscard]] std::string SpanText(UtcTime from, UtcTime to, UtcTime now);
+
+// The same of a list, up to its next update.
+[[nodiscard]] std::string ListSpanText(const ListDetails& list, UtcTime now);
+
+// "2 serials: 0DEAD001, 0DEAD002"; of many, the first few.
+[[nodiscard]] std::string RevokedText(const ListDetails& list);
+
+// "'a', 'b'".
+[[nodiscard]] std::string QuotedNames(const std::vector<std::string>& names);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,231 @@
+#include "inspect/credentials/file_kind.h"
+
+#include <mbedtls/asn1.h>
+
+#include <optional>
+#include <string_view>
+
+#include "runtime/certificate_trust.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr int kSequence = MBEDTLS_ASN1_CONSTRUCTED | MBEDTLS_ASN1_SEQUENCE;
+
+std::string_view TextOf(std::span<const std::uint8_t> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+FileKind KindOfPemLabel(std::string_view label, std::string_view text) {
+    constexpr std::string_view kPrivateKey = "PRIVATE KEY";
+    if (label == "CERTIFICATE" || label == "X509 CERTIFICATE" || label == "TRUSTED CERTIFICATE") {
+        return FileKind::PemCertificate;
+    }
+    if (label == "X509 CRL") {
+        return FileKind::PemRevocationList;
+    }
+    if (label == "CERTIFICATE REQUEST" || label == "NEW CERTIFICATE REQUEST") {
+        return FileKind::PemCertificateRequest;
+    }
+    if (label == "PKCS7" || label == "CMS") {
+        return FileKind::PemPkcs7;
+    }
+    if (label == "OPENSSH PRIVATE KEY") {
+        return FileKind::OpenSshKey;
+    }
+    if (label == "PUBLIC KEY" || label == "RSA PUBLIC KEY" || label == "SSH2 PUBLIC KEY") {
+        return FileKind::PublicKey;
+    }
+    if (label == "ENCRYPTED PRIVATE KEY") {
+        return FileKind::PemEncryptedKey;
+    }
+    if (label.size() >= kPrivateKey.size() &&
+        label.substr(label.size() - kPrivateKey.size()) == kPrivateKey) {
+        // RFC 1421, 4.6.1.1.
+        return text.find("Proc-Type: 4,ENCRYPTED") == std::string_view::npos
+                   ? FileKind::PemPrivateKey
+                   : FileKind::PemEncryptedKey;
+    }
+    return FileKind::Unknown;
+}
+
+FileKind KindOfText(std::string_view text) {
+    constexpr std::string_view kBegin = "-----BEGIN ";
+    if (text.substr(0, 4) == "ssh-" || text.substr(0, 6) == "ecdsa-") {
+        return FileKind::PublicKey;
+    }
+    const std::size_t begin = text.find(kBegin);
+    if (begin == std::string_view::npos) {
+        return FileKind::Unknown;
+    }
+    text.remove_prefix(begin + kBegin.size());
+    return KindOfPemLabel(text.substr(0, text.find("-----")), text);
+}
+
+bool IsDerCertificate(std::span<const std::uint8_t> bytes) {
+    Certificate certificate;
+    return ParseCertificate(bytes, certificate) == 0;
+}
+
+bool IsDerRevocationList(std::span<const std::uint8_t> bytes) {
+    RevocationList list;
+    return mbedtls_x509_crl_parse_der(list.Get(), bytes.data(), bytes.size()) == 0;
+}
+
+// Reads tags of DER one after the other.
+class DerCursor {
+  public:
+    explicit DerCursor(std::span<const std::uint8_t> bytes)
+        // The library's functions take no pointers to what is constant, and write nothing.
+        : position_(const_cast<unsigned char*>(bytes.data())), end_(position_ + bytes.size()) {}
+
+    // Goes past the header of an element of the type `tag` and returns how long its content is;
+    // nothing, and goes nowhere, where there is no such element.
+    std::optional<std::size_t> Enter(int tag) {
+        unsigned char* next = position_;
+        std::size_t length = 0;
+        if (mbedtls_asn1_get_tag(&next, end_, &length, tag) != 0) {
+            return std::nullopt;
+        }
+        position_ = next;
+        return length;
+    }
+
+    // Goes past an element of the type `tag`. False where there is none.
+    bool Skip(int tag) {
+        const auto length = Enter(tag);
+        if (length) {
+            position_ += *length;
+        }
+        return length.has_value();
+    }
+
+    [[nodiscard]] unsigned char FirstByte() const { return position_ == end_ ? 0 : *position_; }
+
+  private:
+    unsigned char* position_;
+    unsigned char* end_;
+};
+
+// Private keys and PKCS#12 begin with the number of their version (RFC 5208, 5; RFC 5915, 3;
+// RFC 7292, 4; RFC 8017, A.1.2), a bare public key of RSA with its modulus (A.1.1).
+FileKind KindOfSequenceWithNumber(DerCursor cursor) {
+    constexpr unsigned kPkcs12Version = 3;
+    if (cursor.Enter(MBEDTLS_ASN1_INTEGER) != std::size_t{1}) {
+        return FileKind::PublicKey;
+    }
+    return cursor.FirstByte() == kPkcs12Version ? FileKind::Pkcs12 : FileKind::DerPrivateKey;
+}
+
+// An algorithm and a key: with a password the octets of one (RFC 5208, 6), else the bits of a
+// public one (RFC 5280, 4.1). Or the signed part of a request (RFC 2986, 4.2), or that of a
+// certificate or list that the library could not read.
+FileKind KindOfSequenceWithSequence(DerCursor cursor) {
+    DerCursor inner = cursor;
+    if (inner.Enter(kSequence) && inner.Skip(MBEDTLS_ASN1_INTEGER)) {
+        return inner.Skip(kSequence) ? FileKind::DerCertificateRequest : FileKind::Unknown;
+    }
+    cursor.Skip(kSequence);
+    if (cursor.Skip(MBEDTLS_ASN1_OCTET_STRING)) {
+        return FileKind::DerEncryptedKey;
+    }
+    if (cursor.Skip(MBEDTLS_ASN1_BIT_STRING)) {
+        return FileKind::PublicKey;
+    }
+    const bool isSigned = cursor.Skip(kSequence) && cursor.Skip(MBEDTLS_ASN1_BIT_STRING);
+    return isSigned ? FileKind::DamagedSigned : FileKind::Unknown;
+}
+
+FileKind KindOfDer(std::span<const std::uint8_t> bytes) {
+    if (IsDerCertificate(bytes)) {
+        return FileKind::DerCertificate;
+    }
+    if (IsDerRevocationList(bytes)) {
+        return FileKind::DerRevocationList;
+    }
+    DerCursor cursor(bytes);
+    if (!cursor.Enter(kSequence)) {
+        return FileKind::CutOffDer;
+    }
+    switch (cursor.FirstByte()) {
+        case MBEDTLS_ASN1_INTEGER:
+            return KindOfSequenceWithNumber(cursor);
+        case MBEDTLS_ASN1_OID:
+            return FileKind::DerPkcs7;
+        case kSequence:
+            return KindOfSequenceWithSequence(cursor);
+        default:
+            return FileKind::Unknown;
+    }
+}
+
+}  // namespace
+
+FileKind FileKindOf(std::span<const std::uint8_t> bytes) {
+    if (bytes.empty()) {
+        return FileKind::Empty;
+    }
+    const std::string_view text = TextOf(bytes);
+    if (text.substr(0, 2) == "\xff\xfe" || text.substr(0, 2) == "\xfe\xff") {
+        return FileKind::Utf16Text;
+    }
+    return bytes.front() == kSequence ? KindOfDer(bytes) : KindOfText(text);
+}
+
+const char* FileKindText(FileKind kind) {
+    switch (kind) {
+        case FileKind::Unknown:
+            return "neither a certificate nor a key nor a revocation list";
+        case FileKind::Empty:
+            return "an empty file";
+        case FileKind::Utf16Text:
+            return "text in UTF-16";
+        case FileKind::DerCertificate:
+            return "a certificate in DER form";
+        case FileKind::PemCertificate:
+            return "a certificate in PEM form";
+        case FileKind::DerRevocationList:
+            return "a revocation list in DER form";
+        case FileKind::PemRevocationList:
+            return "a revocation list in PEM form";
+        case FileKind::DerPrivateKey:
+            return "a private key in DER form";
+        case FileKind::PemPrivateKey:
+            return "a private key in PEM form";
+        case FileKind::DerEncryptedKey:
+            return "a private key with a password, in DER form";
+        case FileKind::PemEncryptedKey:
+            return "a private key with a password, in PEM form";
+        case FileKind::OpenSshKey:
+            return "a private key of OpenSSH";
+        case FileKind::PublicKey:
+            return "a public key";
+        case FileKind::DerCertificateRequest:
+            return "a request for a certificate, in DER form";
+        case FileKind::PemCertificateRequest:
+            return "a request for a certificate, in PEM form";
+        case FileKind::DerPkcs7:
+            return "a PKCS#7 collection of certificates, in DER form";
+        case FileKind::PemPkcs7:
+            return "a PKCS#7 collection of certificates, in PEM form";
+        case FileKind::Pkcs12:
+            return "a PKCS#12 file (.p12, .pfx)";
+        case FileKind::CutOffDer:
+            return "the beginning of a DER file, of which the rest is missing";
+        case FileKind::DamagedSigned:
+            return "a damaged certificate or revocation list in DER form";
+    }
+    return "";
+}
+
+bool IsPrivateKey(FileKind kind) {
+    return kind == FileKind::DerPrivateKey || kind == FileKind::PemPrivateKey ||
+           kind == FileKind::DerEncryptedKey || kind == FileKind::PemEncryptedKey ||
+           kind == FileKind::OpenSshKey;
+}
+
+bool IsCertificate(FileKind kind) {
+    return kind == FileKind::DerCertificate || kind == FileKind::PemCertificate;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,146 @@
+#include "inspect/credentials/key_findings.h"
+
+#include <sys/stat.h>
+
+#include "inspect/credentials/shell_word.h"
+
+namespace sealkeeper {
+namespace {
+
+// Has `writer`, a command that ends where the name of its output belongs, write a file beside
+// `path` that nobody else may read.
+Cure Written(const char* text, const std::string& path, const std::string& writer) {
+    return {text, "(umask 077; " + writer + " " + ShellWord(path + ".new") + ")"};
+}
+
+Cure CureOfKind(const std::string& path, FileKind kind) {
+    constexpr const char* kWithoutPassword =
+        "Write it without its password, which openssl asks for, and name the new file by --key (-inkey).";
+    const std::string word = ShellWord(path);
+    switch (kind) {
+        case FileKind::PemEncryptedKey:
+            return Written(kWithoutPassword, path,
+                           "openssl pkcs8 -topk8 -nocrypt -in " + word + " -out");
+        case FileKind::DerEncryptedKey:
+            // "openssl pkcs8 -topk8" reads no such key.
+            return Written(kWithoutPassword, path,
+                           "openssl pkey -inform DER -in " + word + " -out");
+        case FileKind::OpenSshKey:
+            return {"Convert a copy of it, and name that by --key (-inkey).",
+                    "(umask 077; cp " + word + " " + ShellWord(path + ".new") +
+                        " && ssh-keygen -p -N '' -m PEM -f " + ShellWord(path + ".new") + ")"};
+        case FileKind::Pkcs12:
+            return Written("Take the key out of it, and name the new file by --key (-inkey).", path,
+                           "openssl pkcs12 -nocerts -nodes -in " + word +
+                               " | openssl pkcs8 -topk8 -nocrypt -out");
+        case FileKind::Utf16Text:
+            return Written("Convert it, and name the new file by --key (-inkey).", path,
+                           "iconv -f UTF-16 -t UTF-8 " + word + " >");
+        case FileKind::PemPrivateKey:
+            return Written(
+                "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.",
+                path, "openssl pkcs8 -topk8 -nocrypt -in " + word + " -out");
+        case FileKind::DerPrivateKey:
+            return Written(
+                "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.",
+                path, "openssl pkcs8 -topk8 -nocrypt -inform DER -in " + word + " -out");
+        case FileKind::CutOffDer:
+        case FileKind::Empty:
+            return {"Copy it anew from where it was kept."};
+        case FileKind::Unknown:
+        case FileKind::DerCertificate:
+        case FileKind::PemCertificate:
+        case FileKind::DerRevocationList:
+        case FileKind::PemRevocationList:
+        case FileKind::PublicKey:
+        case FileKind::DerCertificateRequest:
+        case FileKind::PemCertificateRequest:
+        case FileKind::DerPkcs7:
+        case FileKind::PemPkcs7:
+        case FileKind::DamagedSigned:
+            break;
+    }
+    return {"Name the private key, as a rule base_private.key, by --key."};
+}
+
+CredentialFinding UnreadKey(const KeyFacts& key) {
+    const bool isMissing = key.file.type == FileType::Missing;
+    return MakeError(
+        isMissing ? "key-missing" : "key-unread", key.code,
+        "The private key '" + key.file.path + "' cannot be " + (isMissing ? "found" : "read") +
+            ": " + key.file.reasonUnread + ".",
+        {"Name the private key, as a rule base_private.key, by --key, and let yourself read it."});
+}
+
+CredentialFinding RefusedKey(const KeyFacts& key) {
+    if (!key.file.kind) {
+        return UnreadKey(key);
+    }
+    const std::string& path = key.file.path;
+    const FileKind kind = *key.file.kind;
+    if (kind == FileKind::PemEncryptedKey || kind == FileKind::DerEncryptedKey) {
+        return MakeError("key-password", key.code,
+                         "'" + path + "' is " + FileKindText(kind) +
+                             "; sealkeeper asks for none, and takes keys without one alone.",
+                         CureOfKind(path, kind));
+    }
+    if (kind == FileKind::PemPrivateKey || kind == FileKind::DerPrivateKey) {
+        return MakeError(
+            "key-damaged", key.code,
+            "'" + path + "' is " + FileKindText(kind) +
+                " that is damaged, or of a kind that the cryptographic library does not know.",
+            CureOfKind(path, kind));
+    }
+    return MakeError("not-a-key", key.code,
+                     "'" + path + "' is " + FileKindText(kind) +
+                         "; sealkeeper takes a private key in PEM or DER form.",
+                     CureOfKind(path, kind));
+}
+
+// A directory on the way to the file may be open as well; that is the machine's business.
+CredentialFindings JudgeMode(const ExaminedFile& file) {
+    constexpr unsigned kOthersRead = S_IRGRP | S_IROTH;
+    constexpr unsigned kOthersWrite = S_IWGRP | S_IWOTH;
+    if (!file.mode || (*file.mode & (kOthersRead | kOthersWrite)) == 0) {
+        return {};
+    }
+    const bool canRead = (*file.mode & kOthersRead) != 0;
+    const bool canWrite = (*file.mode & kOthersWrite) != 0;
+    const char* const what = !canWrite ? "read" : !canRead ? "changed" : "read and changed";
+    return {
+        MakeWarning("key-mode",
+                    std::string("The private key can be ") + what + " by others: its mode is " +
+                        ModeText(*file.mode) + ".",
+                    {"Let nobody else read or write it.", "chmod 600 " + ShellWord(file.path)})};
+}
+
+CredentialFindings JudgeRefused(const KeyFacts& key) {
+    CredentialFindings findings = {RefusedKey(key)};
+    if (key.file.kind && IsPrivateKey(*key.file.kind)) {
+        Append(findings, JudgeMode(key.file));
+    }
+    return findings;
+}
+
+}  // namespace
+
+CredentialFindings JudgeKey(const KeyFacts& key, const ExaminedFile& certificate) {
+    if (key.code != ResultCode::Ok) {
+        const bool isSwapped = key.file.kind && certificate.kind && IsCertificate(*key.file.kind) &&
+                               IsPrivateKey(*certificate.kind);
+        // The certificate's findings tell of it.
+        return isSwapped ? CredentialFindings() : JudgeRefused(key);
+    }
+    CredentialFindings findings;
+    if (key.pairCode && *key.pairCode != ResultCode::Ok) {
+        findings.push_back(MakeError(
+            "no-pair", *key.pairCode,
+            "The private key '" + key.file.path + "' is not that of the certificate '" +
+                certificate.path + "'.",
+            {"Find the key with which the certificate was requested, or have one issued for this key."}));
+    }
+    Append(findings, JudgeMode(key.file));
+    return findings;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,72 @@
+#include "inspect/credentials/name_findings.h"
+
+#include <mbedtls/x509.h>
+
+#include <algorithm>
+
+#include "inspect/credentials/detail_text.h"
+#include "inspect/credentials/name_difference.h"
+
+namespace sealkeeper {
+namespace {
+
+// The difference to the name that is nearest to `productId`.
+NameDifference LeastDifference(const std::vector<std::string>& names,
+                               const std::string& productId) {
+    NameDifference least = NameDifference::Other;
+    for (const std::string& name : names) {
+        least = std::min(least, DifferenceOf(name, productId));
+    }
+    return least;
+}
+
+const char* DifferenceText(NameDifference difference) {
+    switch (difference) {
+        case NameDifference::WhiteSpace:
+            return " They differ in white space (letter case is no matter).";
+        case NameDifference::OutsideAscii:
+            return " They differ in characters outside ASCII, of which the bytes are compared: their letter case counts, and whether an accent is part of its letter.";
+        case NameDifference::None:
+        case NameDifference::LetterCase:
+        case NameDifference::Other:
+            return " They differ in more than white space and letter case.";
+    }
+    return "";
+}
+
+bool HasCommonName(const CertificateDetails& certificate, const std::string& productId) {
+    return LeastDifference(certificate.commonNames, productId) <= NameDifference::LetterCase;
+}
+
+}  // namespace
+
+const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate) {
+    return certificate.hasAlternativeNames ? certificate.dnsNames : certificate.commonNames;
+}
+
+CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
+                                const std::optional<std::string>& productId) {
+    constexpr const char* kName = "wrong-product";
+    const ResultCode code = CodeOfFlag(MBEDTLS_X509_BADCERT_CN_MISMATCH);
+    const std::vector<std::string>& names = ComparedNames(certificate);
+    if (names.empty() || !productId) {
+        return MakeError(kName, code, "The certificate has no name that a product id could be.",
+                         {"Have a certificate issued with the product id as its common name."});
+    }
+    if (certificate.hasAlternativeNames && HasCommonName(certificate, *productId)) {
+        return MakeError(
+            kName, code,
+            "The certificate has the product id '" + *productId +
+                "' as its common name, but DNS names too (" + QuotedNames(names) +
+                "), and the cryptographic library compares those in its place.",
+            {"Have a certificate issued without DNS names, or with the product id among them."});
+    }
+    return MakeError(
+        kName, code,
+        "The certificate is for " + QuotedNames(names) + ", --product says '" + *productId + "'." +
+            DifferenceText(LeastDifference(names, *productId)),
+        {"Give the product id as the certificate has it (-productid of sealkeeper), or have a certificate issued for '" +
+         *productId + "'."});
+}
+
+}  // namespace sealkeeper

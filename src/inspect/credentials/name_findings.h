@@ -1,0 +1,23 @@
+// A certificate that is not for the product id that was given.
+#ifndef SEALKEEPER_INSPECT_CREDENTIALS_NAME_FINDINGS_H
+#define SEALKEEPER_INSPECT_CREDENTIALS_NAME_FINDINGS_H
+
+#include <optional>
+#include <string>
+
+#include "inspect/credentials/certificate_details.h"
+#include "inspect/credentials/credential_finding.h"
+
+namespace sealkeeper {
+
+// The names that the library compares with a product id: the DNS names if the certificate has
+// alternative names, else its common names.
+[[nodiscard]] const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate);
+
+// Of a certificate in which the library did not find `productId`, if there is one, else any name.
+[[nodiscard]] CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
+                                              const std::optional<std::string>& productId);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,78 @@
+#include "inspect/credentials/trust_facts.h"
+
+#include <array>
+#include <cstdio>
+#include <span>
+
+#include "inspect/credentials/development_trust.h"
+#include "inspect/credentials/signature_check.h"
+#include "runtime/certificate_trust.h"
+#include "runtime/mbedtls_contexts.h"
+#include "runtime/mbedtls_result.h"
+#include "runtime/sha256.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr std::uint32_t kNoFlags = 0;
+
+std::string FingerprintText(const Sha256Digest& digest) {
+    std::string text;
+    for (const std::uint8_t byte : digest) {
+        std::array<char, 4> pair{};
+        std::snprintf(pair.data(), pair.size(), "%s%02X", text.empty() ? "" : ":", byte);
+        text += pair.data();
+    }
+    return text;
+}
+
+AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& authority) {
+    AuthorityFacts facts;
+    Sha256Digest digest{};
+    if (ComputeSha256(der, digest) == 0) {
+        facts.fingerprint = FingerprintText(digest);
+        facts.isDevelopment = IsDevelopmentAuthority(digest);
+    }
+    facts.code = MapX509Error(ParseCertificate(der, authority), kNoFlags);
+    if (facts.code == ResultCode::Ok) {
+        facts.certificate = DetailsOfCertificate(*authority.Get());
+        facts.maySign =
+            mbedtls_x509_crt_check_key_usage(
+                authority.Get(), MBEDTLS_X509_KU_KEY_CERT_SIGN | MBEDTLS_X509_KU_CRL_SIGN) == 0;
+    }
+    return facts;
+}
+
+BuiltInListFacts FactsOfList(std::span<const std::uint8_t> der, RevocationList& list) {
+    BuiltInListFacts facts;
+    Sha256Digest digest{};
+    if (ComputeSha256(der, digest) == 0) {
+        facts.fingerprint = FingerprintText(digest);
+        facts.isDevelopment = IsDevelopmentRevocationList(digest);
+    }
+    facts.code =
+        MapX509Error(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()), kNoFlags);
+    if (facts.code == ResultCode::Ok) {
+        facts.list = DetailsOfList(*list.Get());
+    }
+    return facts;
+}
+
+}  // namespace
+
+TrustFacts GatherTrustFacts(const TrustMaterial& trust) {
+    Certificate authority;
+    RevocationList list;
+    TrustFacts facts;
+    facts.authority = FactsOfAuthority(trust.authorityDer, authority);
+    facts.revocationList = FactsOfList(trust.revocationListDer, list);
+    if (facts.authority.certificate && facts.revocationList.list) {
+        facts.revocationList.namesAuthority =
+            IsSameEncoding(list.Get()->issuer_raw, authority.Get()->subject_raw);
+        facts.revocationList.isSignedByAuthority = IsSignedBy(
+            authority.Get()->pk, {list.Get()->raw, list.Get()->tbs, list.Get()->sig_oid});
+    }
+    return facts;
+}
+
+}  // namespace sealkeeper

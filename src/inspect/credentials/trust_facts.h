@@ -1,0 +1,48 @@
+// What is known of an authority and its revocation list, as they are built into the program.
+#ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FACTS_H
+#define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FACTS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "app/result_code.h"
+#include "inspect/credentials/certificate_details.h"
+#include "runtime/trust_material.h"
+
+namespace sealkeeper {
+
+struct AuthorityFacts {
+    // Of the DER encoding, as openssl prints it: "AB:CD:" and so on.
+    std::string fingerprint;
+    bool isDevelopment = false;
+    // What `sealkeeper` returns for every certificate because of it, where it cannot be parsed.
+    ResultCode code = ResultCode::Ok;
+    // Nothing where it cannot be parsed.
+    std::optional<CertificateDetails> certificate;
+    // Whether it may sign certificates and lists (RFC 5280, 4.2.1.3).
+    bool maySign = false;
+};
+
+struct BuiltInListFacts {
+    std::string fingerprint;
+    bool isDevelopment = false;
+    ResultCode code = ResultCode::Ok;
+    std::optional<ListDetails> list;
+    // Whether it names the authority as its issuer. The library passes over a list of another name.
+    bool namesAuthority = false;
+    // Whether the authority's key signed it; nothing where that is not known, as of a signature by
+    // RSASSA-PSS.
+    std::optional<bool> isSignedByAuthority;
+};
+
+struct TrustFacts {
+    AuthorityFacts authority;
+    BuiltInListFacts revocationList;
+};
+
+[[nodiscard]] TrustFacts GatherTrustFacts(const TrustMaterial& trust);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,20 @@
+// The report of the command `trust` as JSON.
+#ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_JSON_H
+#define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_JSON_H
+
+#include "inspect/credentials/credential_finding.h"
+#include "inspect/credentials/trust_facts.h"
+#include "inspect/report/json.h"
+
+namespace sealkeeper {
+
+// Both objects lack what cannot be read.
+[[nodiscard]] Json AuthorityJson(const AuthorityFacts& facts, UtcTime now);
+[[nodiscard]] Json BuiltInListJson(const BuiltInListFacts& facts, UtcTime now);
+
+[[nodiscard]] Json TrustJson(const TrustFacts& facts, const CredentialFindings& findings,
+                             UtcTime now);
+
+}  // namespace sealkeeper
+
+#endif
