@@ -3,6 +3,7 @@
 #include <mbedtls/oid.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace sealkeeper {
 namespace {

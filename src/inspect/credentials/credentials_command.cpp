@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "inspect/credentials/credential_facts.h"
 #include "inspect/credentials/credential_findings.h"

@@ -59,7 +59,9 @@ FileKind KindOfText(std::string_view text) {
         return FileKind::Unknown;
     }
     text.remove_prefix(begin + kBegin.size());
-    return KindOfPemLabel(text.substr(0, text.find("-----")), text);
+    const std::size_t end = text.find("-----");
+    return end == std::string_view::npos ? FileKind::Unknown
+                                         : KindOfPemLabel(text.substr(0, end), text);
 }
 
 bool IsDerCertificate(std::span<const std::uint8_t> bytes) {

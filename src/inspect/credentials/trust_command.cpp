@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "inspect/credentials/trust_facts.h"
 #include "inspect/credentials/trust_findings.h"
