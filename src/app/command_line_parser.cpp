@@ -1,21 +1,18 @@
 #include "app/command_line_parser.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "app/console_log.h"
+#include "app/job_count.h"
 #include "app/option_table.h"
 #include "app/usage_text.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
-#include "platform/processors.h"
 
 namespace sealkeeper {
 namespace {
@@ -50,18 +47,6 @@ std::optional<std::string> TakeValue(const MatchedArgument& matched, Arguments a
         return std::nullopt;
     }
     return arguments[++index];
-}
-
-// Nothing when `text` is no number from 0 to 256. 0 stands for one job for each processor.
-std::optional<std::size_t> JobsFrom(const std::string& text) {
-    constexpr std::size_t kMostJobs = 256;
-    std::size_t jobs = 0;
-    const char* const end = text.data() + text.size();
-    const auto [parsedEnd, error] = std::from_chars(text.data(), end, jobs);
-    if (error != std::errc() || parsedEnd != end || jobs > kMostJobs) {
-        return std::nullopt;
-    }
-    return jobs == 0 ? std::min(CountProcessors(), kMostJobs) : jobs;
 }
 
 void StoreText(const Option& option, const std::string& value, CommandLineOptions& options) {

@@ -11,46 +11,64 @@
 namespace sealkeeper {
 namespace {
 
-ResultCode LoadCertificate(const std::string& path, Certificate& certificate) {
+using Verdict = RuntimeConfigurationVerdict;
+
+// `Good` once `certificate` holds what is at `path`.
+Verdict LoadCertificate(const std::string& path, Certificate& certificate) {
     const auto bytes = ReadCertificateBytes(path);
     if (!bytes) {
         Log(LogLevel::Error, "Failed to read certificate file %s.\n", path.c_str());
-        return ResultCode::CertIOError;
+        return Verdict::CertificateNotRead;
     }
     if (ParseCertificate(*bytes, certificate) < 0) {
         Log(LogLevel::Error, "Error parsing certificate file '%s'.\n", path.c_str());
-        return ResultCode::CertIOError;
+        return Verdict::CertificateNotParsed;
     }
-    return ResultCode::Ok;
+    return Verdict::Good;
 }
 
 }  // namespace
 
-ResultCode CheckRuntimeConfiguration(const CommandLineOptions& options,
-                                     const std::string& directory) {
+ResultCode CodeOf(RuntimeConfigurationVerdict verdict) {
+    switch (verdict) {
+        case Verdict::NotRead:
+        case Verdict::Good:
+            return ResultCode::Ok;
+        case Verdict::CertificateNotRead:
+        case Verdict::CertificateNotParsed:
+            return ResultCode::CertIOError;
+        case Verdict::CertificateNotTrusted:
+        case Verdict::NotValid:
+            break;
+    }
+    return ResultCode::MbedTlsX509VerifyFailed;
+}
+
+RuntimeConfigurationVerdict CheckRuntimeConfiguration(const CommandLineOptions& options,
+                                                      const std::string& directory) {
     const std::string path = directory + kRuntimeConfigurationFileName;
     auto file = ReadFileStart(path, kMaxRuntimeFileBytes);
     if (!file) {
-        return ResultCode::Ok;
+        return Verdict::NotRead;
     }
     Log(LogLevel::Info, "Validating runtime configuration file at: %s\n", path.c_str());
     const std::string certificatePath = directory + kMainCatalogueName + kCertificateExtension;
     Certificate certificate;
-    if (const ResultCode code = LoadCertificate(certificatePath, certificate);
-        code != ResultCode::Ok) {
-        return code;
+    if (const Verdict verdict = LoadCertificate(certificatePath, certificate);
+        verdict != Verdict::Good) {
+        return verdict;
     }
     if (!options.gameDevMode &&
         !CheckCertificateTrust(BuiltInTrustMaterial(), certificate, options.productId)) {
         Log(LogLevel::Error, "Error verifying certificate file '%s'.\n", certificatePath.c_str());
-        return ResultCode::MbedTlsX509VerifyFailed;
+        return Verdict::CertificateNotTrusted;
     }
     if (!ValidateRuntimeConfiguration(file->bytes, certificate)) {
         Log(LogLevel::Error, "Validation of runtime configuration failed: '%s'.\n", path.c_str());
-        return ResultCode::MbedTlsX509VerifyFailed;
+        return Verdict::NotValid;
     }
     Log(LogLevel::Info, "Successfully validated runtime configuration: '%s'.\n", path.c_str());
-    return ResultCode::Ok;
+    return Verdict::Good;
 }
 
 }  // namespace sealkeeper

@@ -9,13 +9,27 @@
 
 namespace sealkeeper {
 
+// What was found of a runtime.conf.
+enum class RuntimeConfigurationVerdict {
+    // There is none that can be read. That is no failure: a mod has none.
+    NotRead,
+    Good,
+    // Of the certificate beside it.
+    CertificateNotRead,
+    CertificateNotParsed,
+    CertificateNotTrusted,
+    NotValid,
+};
+
+// `Ok` for what is no failure, `CertIOError` for a certificate that cannot be read or parsed,
+// otherwise `MbedTlsX509VerifyFailed`.
+ResultCode CodeOf(RuntimeConfigurationVerdict verdict);
+
 // Checks runtime.conf in `directory`, which ends in '/', with the certificate base.cer beside it,
-// and logs the outcome. Returns `Ok` also when there is no runtime.conf that can be read, without a
-// message: a mod has none. Fails with `CertIOError` when the certificate cannot be read or parsed,
-// and with `MbedTlsX509VerifyFailed` when it is not trusted, which `-gamedev` leaves unchecked, or
-// the signature is not its key's.
-ResultCode CheckRuntimeConfiguration(const CommandLineOptions& options,
-                                     const std::string& directory);
+// and logs the outcome, unless there is no runtime.conf that can be read. `-gamedev` leaves
+// unchecked whether the certificate is trusted.
+RuntimeConfigurationVerdict CheckRuntimeConfiguration(const CommandLineOptions& options,
+                                                      const std::string& directory);
 
 }  // namespace sealkeeper
 

@@ -42,9 +42,9 @@ class RuntimeConfigurationCheck : public testing::Test {
 
     ResultCode Check() {
         CapturedOutput output;
-        const ResultCode code = CheckRuntimeConfiguration(options_, directory_ / "");
+        verdict_ = CheckRuntimeConfiguration(options_, directory_ / "");
         output_ = output.Take();
-        return code;
+        return CodeOf(verdict_);
     }
 
     [[nodiscard]] std::string Begun() const {
@@ -65,12 +65,14 @@ class RuntimeConfigurationCheck : public testing::Test {
 
     TempDirectory directory_;
     CommandLineOptions options_;
+    RuntimeConfigurationVerdict verdict_ = RuntimeConfigurationVerdict::NotRead;
     std::string output_;
 };
 
 TEST_F(RuntimeConfigurationCheck, SignedByTheKeyOfATrustedCertificate) {
     EXPECT_EQ(Check(), ResultCode::Ok);
     EXPECT_EQ(output_, Begun() + Trusted() + Valid());
+    EXPECT_EQ(verdict_, RuntimeConfigurationVerdict::Good);
 }
 
 TEST_F(RuntimeConfigurationCheck, NothingIsLookedAtWithoutAFile) {
@@ -78,6 +80,7 @@ TEST_F(RuntimeConfigurationCheck, NothingIsLookedAtWithoutAFile) {
     std::filesystem::remove(directory_ / "base.cer");
     EXPECT_EQ(Check(), ResultCode::Ok);
     EXPECT_EQ(output_, "");
+    EXPECT_EQ(verdict_, RuntimeConfigurationVerdict::NotRead);
     std::filesystem::create_directory(directory_ / "runtime.conf");
     EXPECT_EQ(Check(), ResultCode::Ok);
     EXPECT_EQ(output_, "");
@@ -88,6 +91,7 @@ TEST_F(RuntimeConfigurationCheck, CertificateThatIsNotThere) {
     for (const bool gameDevMode : {false, true}) {
         options_.gameDevMode = gameDevMode;
         EXPECT_EQ(Check(), ResultCode::CertIOError);
+        EXPECT_EQ(verdict_, RuntimeConfigurationVerdict::CertificateNotRead);
         EXPECT_EQ(output_, Begun() + "[Err!] Failed to read certificate file " +
                                (directory_ / "base.cer") + ".\n");
     }
@@ -99,6 +103,7 @@ TEST_F(RuntimeConfigurationCheck, CertificateThatCannotBeParsed) {
         for (const bool gameDevMode : {false, true}) {
             options_.gameDevMode = gameDevMode;
             EXPECT_EQ(Check(), ResultCode::CertIOError) << name;
+            EXPECT_EQ(verdict_, RuntimeConfigurationVerdict::CertificateNotParsed) << name;
             EXPECT_EQ(output_, Begun() + "[Err!] Error parsing certificate file '" +
                                    (directory_ / "base.cer") + "'.\n")
                 << name;
@@ -111,6 +116,7 @@ TEST_F(RuntimeConfigurationCheck, CertificateThatIsNotTrusted) {
         Install(kind);
         options_.gameDevMode = false;
         EXPECT_EQ(Check(), ResultCode::MbedTlsX509VerifyFailed) << kind;
+        EXPECT_EQ(verdict_, RuntimeConfigurationVerdict::CertificateNotTrusted) << kind;
         EXPECT_EQ(output_, Begun() +
                                "[Err!] Failed to verify the certificate for product ID: "
                                "TestProduct42\n[Err!] Error verifying certificate file '" +
@@ -127,6 +133,7 @@ TEST_F(RuntimeConfigurationCheck, SignedByAnotherKey) {
     directory_.WriteFile("base.cer", ReadFile(CertificatePath("other-key")));
     EXPECT_EQ(Check(), ResultCode::MbedTlsX509VerifyFailed);
     EXPECT_EQ(output_, Begun() + Trusted() + Invalid());
+    EXPECT_EQ(verdict_, RuntimeConfigurationVerdict::NotValid);
     options_.gameDevMode = true;
     EXPECT_EQ(Check(), ResultCode::MbedTlsX509VerifyFailed);
     EXPECT_EQ(output_, Begun() + Invalid());
