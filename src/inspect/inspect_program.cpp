@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <new>
 
+#include "inspect/check/check_command.h"
 #include "inspect/credentials/credentials_command.h"
 #include "inspect/credentials/trust_command.h"
 #include "inspect/report/command_status.h"
@@ -31,6 +32,7 @@ int ParseAndRun(int argc, const char* const* argv, Console& console) {
     program.set_version_flag("--version", "sealkeeper-inspect " SEALKEEPER_VERSION);
     AddCredentialsCommand(program, console, status);
     AddRulesCommand(program, console, status);
+    AddCheckCommand(program, console, status);
     AddTrustCommand(program, console, status);
     try {
         program.parse(argc, argv);

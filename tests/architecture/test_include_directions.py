@@ -18,10 +18,11 @@ ALLOWED = {
     "catalogue/lzw": {"catalogue/lzw", "platform"},
     "catalogue": {"catalogue", "catalogue/hashing", "catalogue/lzw", "runtime", "platform"},
     "app": {"app", "catalogue", "catalogue/hashing", "runtime", "config", "platform"},
-    "inspect/report": {"inspect/report", "app"},
+    "inspect/check": {"inspect/check", "inspect/report", "app", "catalogue", "runtime", "platform"},
     "inspect/credentials": {"inspect/credentials", "inspect/report", "runtime", "platform"},
+    "inspect/report": {"inspect/report", "app", "platform"},
     "inspect/rules": {"inspect/rules", "inspect/report", "app", "catalogue", "runtime", "config", "platform"},
-    "inspect": {"inspect", "inspect/credentials", "inspect/report", "inspect/rules", "runtime", "platform"},
+    "inspect": {"inspect", "inspect/check", "inspect/credentials", "inspect/report", "inspect/rules", "runtime", "platform"},
 }
 FOR_EVERY_FOLDER = {"app/console_log.h", "app/result_code.h"}
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)

@@ -25,6 +25,7 @@ TEST(StoredEntry, ReadsEveryField) {
     EXPECT_EQ(entry->FileSizeBytes(), 0x0807060504030201U);
     EXPECT_EQ(entry->NamePosition(), 4U);
     EXPECT_EQ(entry->Path(), L"bin/a.dat");
+    EXPECT_EQ(entry->PathUnits(), 9U);
     EXPECT_EQ(entry->DigestCount(), 2U);
     EXPECT_EQ(Hex(entry->Digest(1)), test::kDigestOfHello);
     EXPECT_EQ(Hex(entry->Digest(0)), Hex(DigestOf("x")));

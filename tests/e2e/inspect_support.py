@@ -36,10 +36,15 @@ class Inspection:
 class InspectTest(EndToEndTest):
     """Base of the tests of sealkeeper-inspect."""
 
-    def inspect(self, *arguments: PathOrText, environment: Optional[Dict[str, str]] = None) -> Inspection:
-        """Run the program, which must end by itself."""
+    def inspect(
+        self,
+        *arguments: PathOrText,
+        program: Path = INSPECT,
+        environment: Optional[Dict[str, str]] = None,
+    ) -> Inspection:
+        """Run the program, or a copy of it that its user may run. It must end by itself."""
         finished = subprocess.run(
-            [console.to_bytes(str(argument)) for argument in [INSPECT, *arguments]],
+            [console.to_bytes(str(argument)) for argument in [program, *arguments]],
             cwd=self.directory,
             env=dict(os.environ, **environment) if environment else None,
             stdin=subprocess.DEVNULL,

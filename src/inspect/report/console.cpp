@@ -44,14 +44,23 @@ std::string_view RenditionOf(Style style) {
 
 constexpr std::string_view kDefaultRendition = "\x1b[0m";
 
-std::string& LoggedError() {
-    static std::string message;
-    return message;
+struct LoggedErrors {
+    std::string first;
+    std::string last;
+};
+
+LoggedErrors& Logged() {
+    static LoggedErrors errors;
+    return errors;
 }
 
 void KeepError(LogLevel level, std::string_view message) {
-    if (level == LogLevel::Error) {
-        LoggedError() = message.substr(0, message.find_last_not_of('\n') + 1);
+    if (level != LogLevel::Error) {
+        return;
+    }
+    Logged().last = message.substr(0, message.find_last_not_of('\n') + 1);
+    if (Logged().first.empty()) {
+        Logged().first = Logged().last;
     }
 }
 
@@ -87,11 +96,15 @@ void Console::Fail(std::string_view message) {
 }
 
 const std::string& LastLoggedError() {
-    return LoggedError();
+    return Logged().last;
+}
+
+const std::string& FirstLoggedError() {
+    return Logged().first;
 }
 
 void ForgetLoggedError() {
-    LoggedError().clear();
+    Logged() = {};
 }
 
 void KeepLogQuiet() {

@@ -39,7 +39,10 @@ class Console {
 // there was none. That code logs where it finds a failure, which is where most is known of it.
 [[nodiscard]] const std::string& LastLoggedError();
 
-// Forgets it, so that the next one is known to be of what comes next.
+// The first one since they were forgotten: what was found first may be the cause of the others.
+[[nodiscard]] const std::string& FirstLoggedError();
+
+// Forgets them, so that the next one is known to be of what comes next.
 void ForgetLoggedError();
 
 // Has the tool's own code tell its messages to `LastLoggedError` alone.

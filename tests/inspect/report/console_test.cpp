@@ -27,13 +27,15 @@ TEST_F(QuietLog, WritesNothing) {
     EXPECT_EQ(output.Take(), "");
 }
 
-TEST_F(QuietLog, KeepsTheLastErrorWithoutItsLineFeed) {
+TEST_F(QuietLog, KeepsTheFirstAndTheLastErrorWithoutTheirLineFeeds) {
     Log(LogLevel::Error, "first\n");
     Log(LogLevel::Error, "second '%s'.\n", "x");
     Log(LogLevel::Warning, "no error\n");
     EXPECT_EQ(LastLoggedError(), "second 'x'.");
+    EXPECT_EQ(FirstLoggedError(), "first");
     ForgetLoggedError();
     EXPECT_EQ(LastLoggedError(), "");
+    EXPECT_EQ(FirstLoggedError(), "");
 }
 
 TEST(InspectConsole, LeavesForeignTextAloneAndHasNoColourOffATerminal) {

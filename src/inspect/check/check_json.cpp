@@ -1,0 +1,102 @@
+#include "inspect/check/check_json.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "inspect/report/json.h"
+
+namespace sealkeeper {
+namespace {
+
+Json VerificationJson(const CheckReport& report) {
+    Json verification = {{"code", ResultCodeNumber(report.code)},
+                         {"result", ResultCodeText(report.code)},
+                         {"isComplete", report.failure.empty()}};
+    if (!report.failure.empty()) {
+        verification["failure"] = report.failure;
+    }
+    return verification;
+}
+
+Json CataloguesJson(const CheckReport& report) {
+    Json catalogues = Json::array();
+    for (const CheckedCatalogue& catalogue : report.catalogues) {
+        catalogues.push_back({{"name", catalogue.name},
+                              {"files", catalogue.files},
+                              {"code", ResultCodeNumber(catalogue.code)},
+                              {"result", ResultCodeText(catalogue.code)}});
+    }
+    return catalogues;
+}
+
+Json FilesJson(const CheckReport& report) {
+    Json files = Json::array();
+    for (const CheckedFile& file : report.files) {
+        files.push_back({{"path", file.path},
+                         {"catalogue", report.catalogues[file.catalogueIndex].name},
+                         {"bytes", file.listedSizeBytes},
+                         {"code", ResultCodeNumber(file.code)},
+                         {"result", ResultCodeText(file.code)},
+                         {"isAliased", file.isAliased}});
+    }
+    return files;
+}
+
+Json SummaryJson(const CheckReport& report) {
+    Json summary = Json::array();
+    for (const auto& [code, count] : CountsByCode(report)) {
+        summary.push_back(
+            {{"code", ResultCodeNumber(code)}, {"result", ResultCodeText(code)}, {"files", count}});
+    }
+    return summary;
+}
+
+// Null when the verification ended before.
+Json RuntimeConfigurationJson(const CheckReport& report) {
+    if (!report.runtimeConfiguration) {
+        return nullptr;
+    }
+    const ResultCode code = CodeOf(*report.runtimeConfiguration);
+    Json json = {{"state", RuntimeConfigurationVerdictText(*report.runtimeConfiguration)},
+                 {"code", ResultCodeNumber(code)},
+                 {"result", ResultCodeText(code)}};
+    if (!report.runtimeConfigurationFailure.empty()) {
+        json["failure"] = report.runtimeConfigurationFailure;
+    }
+    return json;
+}
+
+Json AdditionsJson(const CheckReport& report) {
+    Json additions = Json::array();
+    for (const Addition& addition : report.additions) {
+        Json json = {{"kind", AdditionKindText(addition.kind)}, {"path", addition.path}};
+        if (!addition.target.empty()) {
+            json["target"] = addition.target;
+        }
+        if (addition.sealedFiles > 0) {
+            json["sealedFiles"] = addition.sealedFiles;
+        }
+        if (!addition.reason.empty()) {
+            json["reason"] = addition.reason;
+        }
+        additions.push_back(std::move(json));
+    }
+    return additions;
+}
+
+}  // namespace
+
+std::string CheckJson(const CheckReport& report, bool isStrict) {
+    return JsonText({{"game", report.gameDirectory},
+                     {"productId", report.productId},
+                     {"isStrict", isStrict},
+                     {"status", StatusOf(report, isStrict)},
+                     {"verification", VerificationJson(report)},
+                     {"catalogues", CataloguesJson(report)},
+                     {"files", FilesJson(report)},
+                     {"summary", SummaryJson(report)},
+                     {"runtimeConfiguration", RuntimeConfigurationJson(report)},
+                     {"additions", AdditionsJson(report)}});
+}
+
+}  // namespace sealkeeper

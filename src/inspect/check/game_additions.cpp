@@ -1,0 +1,91 @@
+#include "inspect/check/game_additions.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <tuple>
+
+#include "app/certificates_directory.h"
+#include "app/command_line_options.h"
+#include "catalogue/catalogue_format.h"
+#include "inspect/check/listed_paths.h"
+#include "inspect/check/sealed_links.h"
+#include "inspect/check/unlisted_files.h"
+#include "inspect/check/unreadable_reason.h"
+#include "platform/directory_listing.h"
+#include "platform/file_system.h"
+#include "runtime/runtime_configuration_writer.h"
+
+namespace sealkeeper {
+namespace {
+
+std::string RuntimeConfigurationPath() {
+    return std::string(kCertificatesDirectory) + kRuntimeConfigurationFileName;
+}
+
+// Everything that was verified: the listed files and those that hold the signatures.
+std::vector<std::string> VerifiedPaths(const CheckReport& report) {
+    std::vector<std::string> paths;
+    for (const CheckedFile& file : report.files) {
+        paths.push_back(file.path);
+    }
+    for (const CheckedCatalogue& catalogue : report.catalogues) {
+        const std::string path = kCertificatesDirectory + catalogue.name;
+        paths.push_back(path);
+        paths.push_back(path.substr(0, path.rfind('.')) + kCertificateExtension);
+    }
+    paths.push_back(RuntimeConfigurationPath());
+    return paths;
+}
+
+bool HasMainCatalogue(const CheckReport& report) {
+    return std::any_of(
+        report.catalogues.begin(), report.catalogues.end(), [](const CheckedCatalogue& catalogue) {
+            return catalogue.name == std::string(kMainCatalogueName) + kCatalogueExtension;
+        });
+}
+
+// What there is to say of a runtime.conf that was not read. A mod has none.
+void AddRuntimeConfiguration(const CheckReport& report, std::vector<Addition>& additions) {
+    if (report.runtimeConfiguration != RuntimeConfigurationVerdict::NotRead) {
+        return;
+    }
+    const std::string path = RuntimeConfigurationPath();
+    if (GetFileType(path) != FileType::Missing) {
+        additions.push_back({AdditionKind::UnreadableRuntimeConfiguration,
+                             path,
+                             {},
+                             0,
+                             UnreadableFileReason(path)});
+    } else if (HasMainCatalogue(report)) {
+        additions.push_back({AdditionKind::MissingRuntimeConfiguration, path, {}, 0, {}});
+    }
+}
+
+void Append(std::vector<Addition> more, std::vector<Addition>& additions) {
+    additions.insert(additions.end(), std::make_move_iterator(more.begin()),
+                     std::make_move_iterator(more.end()));
+}
+
+}  // namespace
+
+std::vector<Addition> FindAdditions(const CheckReport& report) {
+    ListedPaths listed(report.gameDirectory);
+    SealedLinks links;
+    for (const std::string& path : VerifiedPaths(report)) {
+        listed.Add(path);
+        links.LookOnTheWayTo(path);
+    }
+    std::vector<Addition> additions = links.Additions();
+    for (const Addition& link : additions) {
+        listed.Add(link.path);
+    }
+    Append(FindUnlistedFiles(listed), additions);
+    AddRuntimeConfiguration(report, additions);
+    std::sort(additions.begin(), additions.end(), [](const Addition& left, const Addition& right) {
+        return std::tie(left.kind, left.path) < std::tie(right.kind, right.path);
+    });
+    return additions;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,133 @@
+#include "inspect/check/game_check.h"
+
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <utility>
+
+#include "app/certificates_directory.h"
+#include "app/game_verification.h"
+#include "inspect/check/catalogue_failure.h"
+#include "inspect/check/game_additions.h"
+#include "inspect/report/console.h"
+#include "inspect/report/progress_bar.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+namespace {
+
+std::string SearchFailureText(ResultCode code, int systemError, const std::string& directory) {
+    if (code == ResultCode::SealkeeperUsageError ||
+        code == ResultCode::InitFailedWorkingDirectory) {
+        return "'" + directory + "': cannot be entered: " + std::strerror(systemError);
+    }
+    return LastLoggedError();
+}
+
+// Ends `report` with `code`, for which `failure` gives the reason.
+ResultCode EndWith(ResultCode code, std::string failure, CheckReport& report) {
+    report.code = code;
+    report.failure = std::move(failure);
+    return code;
+}
+
+ResultCode FindCatalogues(GameVerification& game, CheckReport& report) {
+    const ResultCode code = game.FindCatalogues();
+    const int systemError = errno;
+    if (code != ResultCode::Ok) {
+        return EndWith(code, SearchFailureText(code, systemError, report.gameDirectory), report);
+    }
+    report.gameDirectory = game.Directory();
+    return ResultCode::Ok;
+}
+
+// What stands for the name of a catalogue that is not UTF-8.
+std::string NameThatIsNoText() {
+    return WideToUtf8(Utf8ToWide("\xFF"));
+}
+
+// Why the last of the catalogues of `report` was not read.
+std::string ReadingFailureText(const CheckReport& report) {
+    const CheckedCatalogue& failed = report.catalogues.back();
+    // What has this code is logged where it is found; with the others their number says all.
+    const bool isCauseLogged =
+        failed.code == ResultCode::CatalogueError && failed.name != NameThatIsNoText();
+    return CatalogueFailureText({failed.code, kCertificatesDirectory + failed.name,
+                                 report.productId, isCauseLogged ? FirstLoggedError() : ""});
+}
+
+ResultCode ReadCatalogues(GameVerification& game, CheckReport& report) {
+    ForgetLoggedError();
+    const ResultCode code = game.ReadCatalogues();
+    std::uint64_t entriesBefore = 0;
+    for (const VerifiedCatalogue& catalogue : game.Catalogues()) {
+        report.catalogues.push_back(
+            {catalogue.nameUtf8, catalogue.code, catalogue.entriesSoFar - entriesBefore});
+        entriesBefore = catalogue.entriesSoFar;
+    }
+    return code == ResultCode::Ok ? code : EndWith(code, ReadingFailureText(report), report);
+}
+
+// At most what a number holds: sizes are those that the catalogues claim.
+std::uint64_t TotalBytesOf(const EntryList& entries) {
+    constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t total = 0;
+    for (const auto& entry : entries) {
+        const std::uint64_t size = entry->FileSizeBytes();
+        total = size > kMost - total ? kMost : total + size;
+    }
+    return total;
+}
+
+ResultCode VerifyFiles(GameVerification& game, CheckReport& report) {
+    ProgressBar progress(TotalBytesOf(game.Entries()));
+    report.files.reserve(game.Entries().size());
+    FileVerdict verdict;
+    while (game.HasNextFile()) {
+        if (const ResultCode code = game.VerifyNextFile(verdict); code != ResultCode::Ok) {
+            return EndWith(code, LastLoggedError(), report);
+        }
+        const StoredEntry& entry = *verdict.entry;
+        report.files.push_back({verdict.pathUtf8, verdict.catalogueIndex, entry.FileSizeBytes(),
+                                verdict.code, entry.NamePosition() > entry.PathUnits()});
+        progress.Advance(entry.FileSizeBytes());
+    }
+    return ResultCode::Ok;
+}
+
+void VerifyRuntimeConfiguration(GameVerification& game, CheckReport& report) {
+    ForgetLoggedError();
+    report.runtimeConfiguration = game.VerifyRuntimeConfiguration();
+    report.runtimeConfigurationFailure = LastLoggedError();
+    report.code = game.Result();
+}
+
+void Verify(const CommandLineOptions& options, CheckReport& report) {
+    GameVerification game(options);
+    if (FindCatalogues(game, report) == ResultCode::Ok &&
+        ReadCatalogues(game, report) == ResultCode::Ok &&
+        VerifyFiles(game, report) == ResultCode::Ok) {
+        VerifyRuntimeConfiguration(game, report);
+    }
+}
+
+}  // namespace
+
+CheckReport CheckGame(const CommandLineOptions& options) {
+    CheckReport report;
+    report.gameDirectory = options.verifyDir;
+    report.productId = options.productId;
+    try {
+        Verify(options, report);
+        if (report.failure.empty()) {
+            report.additions = FindAdditions(report);
+        }
+    } catch (const std::bad_alloc&) {
+        report.code = ResultCode::SealkeeperHashtoolGenericError;
+        report.failure = "out of memory";
+    }
+    return report;
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,18 @@
+// What is in a game and in none of its catalogues.
+#ifndef SEALKEEPER_INSPECT_CHECK_UNLISTED_FILES_H
+#define SEALKEEPER_INSPECT_CHECK_UNLISTED_FILES_H
+
+#include <vector>
+
+#include "inspect/check/check_report.h"
+#include "inspect/check/listed_paths.h"
+
+namespace sealkeeper {
+
+// Every file, link and special file below the current directory, hidden ones among them, that is
+// not in `listed`; and the directories that cannot be read. Links are not followed.
+[[nodiscard]] std::vector<Addition> FindUnlistedFiles(const ListedPaths& listed);
+
+}  // namespace sealkeeper
+
+#endif

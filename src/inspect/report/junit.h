@@ -1,0 +1,31 @@
+// Reports as JUnit XML, which build servers read as the results of tests.
+#ifndef SEALKEEPER_INSPECT_REPORT_JUNIT_H
+#define SEALKEEPER_INSPECT_REPORT_JUNIT_H
+
+#include <string>
+#include <vector>
+
+namespace sealkeeper {
+
+struct JunitCase {
+    enum class Outcome { Passed, Failure, Error, Skipped };
+
+    std::string className;
+    std::string name;
+    Outcome outcome = Outcome::Passed;
+    // Both empty for a case that passed; the type is for failures and errors.
+    std::string type;
+    std::string message;
+};
+
+struct JunitSuite {
+    std::string name;
+    std::vector<JunitCase> cases;
+};
+
+// A whole document, in UTF-8. Texts are those of `XmlText`.
+[[nodiscard]] std::string JunitText(const std::string& name, const std::vector<JunitSuite>& suites);
+
+}  // namespace sealkeeper
+
+#endif
