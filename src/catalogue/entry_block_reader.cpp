@@ -1,6 +1,5 @@
 #include "catalogue/entry_block_reader.h"
 
-#include <array>
 #include <cstddef>
 #include <deque>
 #include <memory>
@@ -9,44 +8,28 @@
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
-#include "catalogue/lzw/lzw_decompressor.h"
-#include "catalogue/lzw/lzw_format.h"
+#include "catalogue/entry_record_reader.h"
 #include "platform/little_endian.h"
 
 namespace sealkeeper {
 namespace {
 
-static_assert(lzw::kMaxUncompressedBytes == kMaxStoredLength);
-
-// The part of a record that every record has.
-using FixedPart = std::array<std::uint8_t, entry_record::kFixedBytes>;
-
 // The entries of a catalogue and what they view, which they own together: with memory and an owner
 // for each of them alone, a small file would take half as much again.
 class SharedEntries {
   public:
-    // Reads the next record of `block`. Null when it is not whole.
-    const StoredEntry* ReadRecord(LzwDecompressor& block) {
-        FixedPart fixed;
-        if (!block.Read(fixed)) {
+    // Reads the next one of `records`. Null when it is not whole.
+    const StoredEntry* ReadRecord(EntryRecordReader& records) {
+        RecordStart start;
+        if (!records.ReadStart(start)) {
             return nullptr;
         }
-        const std::span<const std::uint8_t> record(fixed);
-        const std::uint64_t digestsBytes =
-            entry_record::kDigestBytes * std::uint64_t{LoadLittleEndian<std::uint32_t>(
-                                             record.subspan(entry_record::kDigestCountOffset))};
-        if (digestsBytes > block.BytesLeft()) {
+        const auto digests = MakeRoom<std::uint8_t>(static_cast<std::size_t>(start.DigestsBytes()));
+        if (!records.ReadDigests(digests)) {
             return nullptr;
         }
-        const auto digests = MakeRoom<std::uint8_t>(static_cast<std::size_t>(digestsBytes));
-        if (!block.Read(digests)) {
-            return nullptr;
-        }
-        return &entries_.emplace_back(StoredFields{
-            LoadLittleEndian<std::uint64_t>(record.subspan(entry_record::kFileSizeOffset)),
-            LoadLittleEndian<std::uint32_t>(record.subspan(entry_record::kNamePositionOffset)),
-            KeepPath(record.subspan(entry_record::kPathOffset, entry_record::kPathBytes)),
-            digests});
+        return &entries_.emplace_back(StoredFields{start.FileSizeBytes(), start.NamePosition(),
+                                                   KeepPath(start.PathField()), digests});
     }
 
   private:
@@ -80,13 +63,13 @@ class SharedEntries {
     std::pmr::deque<StoredEntry> entries_{&pieces_};
 };
 
-ResultCode ReadRecords(LzwDecompressor& block, std::uint32_t entryCount, EntryList& entries) {
+ResultCode ReadRecords(EntryRecordReader& records, std::uint32_t entryCount, EntryList& entries) {
     const auto shared = std::make_shared<SharedEntries>();
     EntryList read;
     // The block is known to have room for so many.
     read.reserve(entryCount);
     for (std::uint32_t i = 0; i < entryCount; ++i) {
-        const StoredEntry* const entry = shared->ReadRecord(block);
+        const StoredEntry* const entry = shared->ReadRecord(records);
         if (entry == nullptr) {
             return ResultCode::FileInvalid;
         }
@@ -101,12 +84,8 @@ ResultCode ReadRecords(LzwDecompressor& block, std::uint32_t entryCount, EntryLi
 ResultCode ReadEntryBlock(std::span<const std::uint8_t> compressed, std::uint32_t entryCount,
                           EntryList& entries) {
     entries.clear();
-    auto block = LzwDecompressor::Open(compressed);
-    const std::uint64_t minimumBytes = std::uint64_t{entryCount} * entry_record::kFixedBytes;
-    if (!block || block->BytesLeft() < minimumBytes) {
-        return ResultCode::FileInvalid;
-    }
-    return ReadRecords(*block, entryCount, entries);
+    auto records = EntryRecordReader::Open(compressed, entryCount);
+    return records ? ReadRecords(*records, entryCount, entries) : ResultCode::FileInvalid;
 }
 
 }  // namespace sealkeeper

@@ -27,20 +27,30 @@ RuntimeConfiguration LoadRecord(std::span<const std::uint8_t> file) {
 }  // namespace
 
 ResultCode ListRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
-                                    RuntimeConfiguration& configuration) {
+                                    RuntimeConfiguration& configuration, InvalidReason* reason) {
     Unscramble(fileBytes);
     if (fileBytes.size() < runtime_file::kSizeBytes) {
         Log(LogLevel::Error,
             "The provided file was too small to be a configuration file, file size: %zu, expected: %zu.\n",
             fileBytes.size(), runtime_file::kSizeBytes);
-        return ResultCode::FileInvalid;
+        return FailInvalid({InvalidField::FileLength, InvalidPlace::File, fileBytes.size(),
+                            fileBytes.size(), runtime_file::kSizeBytes},
+                           reason);
     }
     if (!signed_file::HasMagic(fileBytes)) {
         Log(LogLevel::Error, "Unsupported file format.\n");
-        return ResultCode::FileInvalid;
+        return FailInvalid({InvalidField::Magic, InvalidPlace::File, runtime_file::kMagicOffset,
+                            LoadLittleEndian<std::uint32_t>(fileBytes), signed_file::kMagicNumber},
+                           reason);
     }
     configuration = LoadRecord(fileBytes);
-    return PrintRuntimeConfiguration(configuration);
+    const ResultCode code = PrintRuntimeConfiguration(configuration);
+    if (code != ResultCode::Ok) {
+        TellReason({InvalidField::SettingsVersion, InvalidPlace::File, runtime_file::kVersionOffset,
+                    configuration.version, kRuntimeConfigurationVersion},
+                   reason);
+    }
+    return code;
 }
 
 bool ValidateRuntimeConfiguration(std::span<std::uint8_t> fileBytes, Certificate& certificate) {

@@ -13,6 +13,9 @@ namespace sealkeeper::signed_file {
 // "QVR" and a zero byte, at the start of the file.
 inline constexpr std::array<std::uint8_t, 4> kMagic = {0x51, 0x56, 0x52, 0x00};
 
+// The same as a little-endian number.
+inline constexpr std::uint32_t kMagicNumber = 0x00525651;
+
 // Whether `file` begins with the magic.
 [[nodiscard]] inline bool HasMagic(std::span<const std::uint8_t> file) {
     return file.size() >= kMagic.size() && std::equal(kMagic.begin(), kMagic.end(), file.begin());

@@ -122,6 +122,60 @@ TEST(CatalogueReader, HeaderMustBeWholeWhateverTheFilesSize) {
               ResultCode::Ok);
 }
 
+struct HeaderReason {
+    const char* name;
+    std::size_t offset;
+    std::uint8_t value;
+    InvalidReason reason;
+};
+
+TEST(CatalogueReader, TellsWhichFieldOfTheHeaderIsWrong) {
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
+    const std::uint64_t afterHeader = whole.size() - 1052;
+    const std::vector<HeaderReason> cases = {
+        {"magic", 3, 1, {InvalidField::Magic, InvalidPlace::File, 0, 0x01525651, 0x00525651}},
+        {"version", 5, 1, {InvalidField::FormatVersion, InvalidPlace::File, 4, 0x0104, 4}},
+        {"crl_length",
+         1037,
+         1,
+         {InvalidField::BlockLengths, InvalidPlace::File, 1036, afterHeader + 256, afterHeader}},
+        {"compressed_length",
+         1043,
+         1,
+         {InvalidField::BlockLengths, InvalidPlace::File, 1036, afterHeader + 0x1000000,
+          afterHeader}},
+    };
+    for (const HeaderReason& changed : cases) {
+        Bytes file = whole;
+        file.at(changed.offset) = changed.value;
+        CatalogueHeader header;
+        InvalidReason reason;
+        EXPECT_EQ(ReadCatalogueHeader(file, file.size(), header, &reason), ResultCode::FileInvalid);
+        EXPECT_EQ(reason.field, changed.reason.field) << changed.name;
+        EXPECT_EQ(reason.place, InvalidPlace::File) << changed.name;
+        EXPECT_EQ(reason.offset, changed.reason.offset) << changed.name;
+        EXPECT_EQ(reason.found, changed.reason.found) << changed.name;
+        EXPECT_EQ(reason.expected, changed.reason.expected) << changed.name;
+    }
+}
+
+TEST(CatalogueReader, TellsThatTheHeaderIsCut) {
+    const TempDirectory directory;
+    const Bytes whole = CatalogueOf(ThreeRecords(), 3);
+    for (const std::size_t size : {0U, 3U, 1051U}) {
+        const Bytes cut(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        auto opened = OpenSizedFile(directory.WriteFile("cut", test::TextOfBytes(cut)));
+        ASSERT_TRUE(opened.has_value());
+        CatalogueFile read;
+        InvalidReason reason{InvalidField::Magic};
+        EXPECT_EQ(ReadCatalogueFile(std::move(*opened), read, &reason), ResultCode::FileInvalid);
+        EXPECT_EQ(reason.field, InvalidField::FileLength) << size;
+        EXPECT_EQ(reason.offset, size);
+        EXPECT_EQ(reason.found, size);
+        EXPECT_EQ(reason.expected, 1052U);
+    }
+}
+
 TEST(CatalogueReader, AllOfTheBodyMayBeRevocationList) {
     Bytes file = CatalogueOf({}, 0, {1, 2, 3});
     StoreAt<std::uint32_t>(file, test::kCrlLengthOffset, 6);

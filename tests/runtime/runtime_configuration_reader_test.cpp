@@ -99,6 +99,34 @@ TEST(RuntimeConfigurationReader, ListsEveryField) {
     EXPECT_EQ(listed.configuration.antiTamperSolution, 1U);
 }
 
+TEST(RuntimeConfigurationReader, TellsWhatIsWrong) {
+    Bytes magic = PlainFile();
+    magic[2] = 0x53;
+    Bytes version = PlainFile();
+    version[1033] = 2;
+    struct Case {
+        Bytes stored;
+        InvalidReason reason;
+    };
+    const std::vector<Case> cases = {
+        {Bytes(1107), {InvalidField::FileLength, InvalidPlace::File, 1107, 1107, 1108}},
+        {Scrambled(magic), {InvalidField::Magic, InvalidPlace::File, 0, 0x00535651, 0x00525651}},
+        {Scrambled(version), {InvalidField::SettingsVersion, InvalidPlace::File, 1032, 0x201, 1}},
+    };
+    for (Case wrong : cases) {
+        RuntimeConfiguration configuration;
+        InvalidReason reason;
+        CapturedOutput output;
+        EXPECT_NE(ListRuntimeConfiguration(wrong.stored, configuration, &reason), ResultCode::Ok);
+        static_cast<void>(output.Take());
+        EXPECT_EQ(reason.field, wrong.reason.field);
+        EXPECT_EQ(reason.place, InvalidPlace::File);
+        EXPECT_EQ(reason.offset, wrong.reason.offset);
+        EXPECT_EQ(reason.found, wrong.reason.found);
+        EXPECT_EQ(reason.expected, wrong.reason.expected);
+    }
+}
+
 TEST(RuntimeConfigurationReader, NamesAndSolutions) {
     EXPECT_EQ(List(Scrambled(PlainFile("", 0))).output, Shown("N/A", "None"));
     const std::string longest(64, 'n');

@@ -23,6 +23,7 @@ TRUST_PATH = (
     "src/catalogue/catalogue_reader.cpp",
     "src/catalogue/catalogue_signature.cpp",
     "src/catalogue/entry_block_reader.cpp",
+    "src/catalogue/entry_record_reader.cpp",
     "src/catalogue/file_verification.cpp",
     "src/catalogue/stored_entry.cpp",
     "src/platform/standard_descriptors.cpp",

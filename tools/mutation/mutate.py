@@ -38,9 +38,14 @@ class Unit:
 
 UNITS: Dict[str, Unit] = {
     "reader": Unit(
-        ("catalogue/catalogue_reader.cpp", "catalogue/entry_block_reader.cpp", "catalogue/stored_entry.cpp"),
-        ("CatalogueReader*:HostileCatalogue*:StoredEntry*:HashCatalogueRead*:HashCatalogueList*:ReadingMemoryFaults*:"
-         "VerifyFaults.Catalogue*",),
+        (
+            "catalogue/catalogue_reader.cpp",
+            "catalogue/entry_block_reader.cpp",
+            "catalogue/entry_record_reader.cpp",
+            "catalogue/stored_entry.cpp",
+        ),
+        ("CatalogueReader*:EntryRecordReader*:HostileCatalogue*:StoredEntry*:HashCatalogueRead*:HashCatalogueList*:"
+         "ReadingMemoryFaults*:VerifyFaults.Catalogue*",),
     ),
     "lzw": Unit(("catalogue/lzw/*.cpp",), ("*Lzw*:HostileCatalogue*",)),
     "signatures": Unit(

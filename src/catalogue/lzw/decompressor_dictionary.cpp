@@ -19,6 +19,7 @@ bool DecompressorDictionary::Follow(const PackedCodes& codes) {
         }
         previous = {static_cast<std::uint32_t>(bytes_), Find(codes.At(i)).length};
         if (previous.length == 0) {
+            endedAt_ = i;
             return false;
         }
         bytes_ += previous.length;
@@ -34,11 +35,17 @@ bool DecompressorDictionary::FollowUnchanging(const PackedCodes& codes, std::siz
         const std::size_t length = Find(codes.At(i)).length;
         bytes += length;
         if (length == 0 || bytes > kMaxUncompressedBytes) {
+            endedAt_ = i;
             return false;
         }
     }
     bytes_ = bytes;
     return true;
+}
+
+std::uint32_t DecompressorDictionary::LastCodeAt(std::size_t index) {
+    const auto added = static_cast<std::uint32_t>(std::min(index, kGrowingCodes - 1));
+    return added == 0 ? kOneByteStrings - 1 : kFirstFreeCode + added - 1;
 }
 
 // The last entry stands for every number that is never assigned.

@@ -35,6 +35,15 @@ class DecompressorDictionary {
     // `kMaxUncompressedBytes` bytes. Called once.
     [[nodiscard]] bool Follow(const PackedCodes& codes);
 
+    // The number of the code at which `Follow` ended when it returned false.
+    [[nodiscard]] std::size_t EndedAt() const { return endedAt_; }
+
+    // Whether `code` stands for a string where `Follow` ended.
+    [[nodiscard]] bool Knows(std::uint32_t code) const { return Find(code).length != 0; }
+
+    // The last code that can stand for a string where the code number `index` is.
+    [[nodiscard]] static std::uint32_t LastCodeAt(std::size_t index);
+
     // The string of a code that `Follow` has seen.
     [[nodiscard]] const StoredString& operator[](std::uint32_t code) const {
         return strings_[code];
@@ -54,6 +63,7 @@ class DecompressorDictionary {
     std::array<StoredString, kEndOfCodes + 1> strings_{};
     std::size_t bytes_ = 0;
     std::size_t growingBytes_ = 0;
+    std::size_t endedAt_ = 0;
 };
 
 }  // namespace sealkeeper::lzw

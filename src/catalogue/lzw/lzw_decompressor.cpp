@@ -28,14 +28,9 @@ constexpr auto kOneByteStrings = [] {
     return bytes;
 }();
 
-bool HasMagic(std::span<const std::uint8_t> input) {
-    return input.size() >= lzw::kMagicBytes &&
-           std::equal(input.begin(), input.begin() + lzw::kMagicBytes, lzw::kPrefix.begin());
-}
-
 // The codes after the prefix; nothing when the width of a code is missing or 0.
 std::optional<PackedCodes> CodesOf(std::span<const std::uint8_t> input) {
-    if (!HasMagic(input)) {
+    if (!lzw::HasMagic(input)) {
         return PackedCodes();
     }
     if (input.size() < lzw::kPrefix.size()) {
@@ -48,16 +43,36 @@ std::optional<PackedCodes> CodesOf(std::span<const std::uint8_t> input) {
     return PackedCodes(input.subspan(lzw::kPrefix.size()), codeBits);
 }
 
+// What is wrong with the code at which `dictionary` ended.
+LzwFault FaultOf(const PackedCodes& codes, const DecompressorDictionary& dictionary) {
+    const std::size_t index = dictionary.EndedAt();
+    LzwFault fault;
+    fault.offset = lzw::kPrefix.size() + codes.ByteOffset(index);
+    fault.codeIndex = index;
+    fault.code = codes.At(index);
+    fault.lastCode = DecompressorDictionary::LastCodeAt(index);
+    fault.kind =
+        dictionary.Knows(fault.code) ? LzwFault::Kind::TooManyBytes : LzwFault::Kind::UnknownCode;
+    return fault;
+}
+
 }  // namespace
 
-std::optional<LzwDecompressor> LzwDecompressor::Open(std::span<const std::uint8_t> input) {
+std::optional<LzwDecompressor> LzwDecompressor::Open(std::span<const std::uint8_t> input,
+                                                     LzwFault* fault) {
     const auto codes = CodesOf(input);
     if (!codes) {
+        if (fault != nullptr) {
+            *fault = {LzwFault::Kind::NoCodeWidth, lzw::kMagicBytes};
+        }
         return std::nullopt;
     }
     std::optional<LzwDecompressor> opened = LzwDecompressor();
     opened->codes_ = *codes;
     if (!opened->dictionary_.Follow(*codes)) {
+        if (fault != nullptr) {
+            *fault = FaultOf(*codes, opened->dictionary_);
+        }
         return std::nullopt;
     }
     opened->bytesLeft_ = opened->dictionary_.Bytes();

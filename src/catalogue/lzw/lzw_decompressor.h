@@ -13,6 +13,26 @@
 
 namespace sealkeeper {
 
+// Why some bytes cannot be decompressed.
+struct LzwFault {
+    enum class Kind {
+        // The byte that tells it is missing or tells 0.
+        NoCodeWidth,
+        UnknownCode,
+        // More than `lzw::kMaxUncompressedBytes`.
+        TooManyBytes,
+    };
+
+    Kind kind = Kind::NoCodeWidth;
+    // Where the byte of the width stands, or should; the byte that the code begins in.
+    std::size_t offset = 0;
+    // The number of the code, counted from 0, and the code.
+    std::size_t codeIndex = 0;
+    std::uint32_t code = 0;
+    // The last code that stands for a string there.
+    std::uint32_t lastCode = 0;
+};
+
 // Gives the decompressed form of some bytes, which must outlive it, piece by piece. However much
 // that is, it takes the memory of what the growing codes give, 7 MiB at the most, and 64 KiB, and
 // none before the first bytes are read. Time is linear in the bytes read and produced.
@@ -29,7 +49,9 @@ class LzwDecompressor {
     // given. Nothing when the width of a code is missing or 0, a code is not in the dictionary, or
     // there would be more than `lzw::kMaxUncompressedBytes` bytes. Input without the container's
     // magic gives, deliberately, no bytes; the bits past the last whole code are not looked at.
-    [[nodiscard]] static std::optional<LzwDecompressor> Open(std::span<const std::uint8_t> input);
+    // What is wrong is left in `*fault`, unless that is null.
+    [[nodiscard]] static std::optional<LzwDecompressor> Open(std::span<const std::uint8_t> input,
+                                                             LzwFault* fault = nullptr);
 
     // How many bytes are left to be read.
     [[nodiscard]] std::uint64_t BytesLeft() const { return bytesLeft_; }

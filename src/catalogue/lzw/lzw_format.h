@@ -4,10 +4,12 @@
 #ifndef SEALKEEPER_CATALOGUE_LZW_LZW_FORMAT_H
 #define SEALKEEPER_CATALOGUE_LZW_LZW_FORMAT_H
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 
 namespace sealkeeper::lzw {
 
@@ -17,7 +19,15 @@ inline constexpr std::uint8_t kBlockModeFlag = 0x80;
 // The container's magic and its flag byte, whose low bits hold the width of a code.
 inline constexpr std::array<std::uint8_t, 3> kPrefix = {0x1F, 0x9D, kBlockModeFlag | kCodeBits};
 inline constexpr std::size_t kMagicBytes = 2;
+// The same bytes as a little-endian number.
+inline constexpr std::uint16_t kMagicNumber = 0x9D1F;
 inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
+
+// Whether `input` begins with the container's magic.
+[[nodiscard]] inline bool HasMagic(std::span<const std::uint8_t> input) {
+    return input.size() >= kMagicBytes &&
+           std::equal(input.begin(), input.begin() + kMagicBytes, kPrefix.begin());
+}
 
 // Codes 0 to 255 are the one-byte strings.
 inline constexpr std::uint16_t kOneByteStrings = 256;

@@ -46,6 +46,11 @@ class PackedCodes {
         return static_cast<std::uint32_t>(word >> (bit % kByteBits) & mask_);
     }
 
+    // The byte that the code number `index` begins in.
+    [[nodiscard]] std::size_t ByteOffset(std::size_t index) const {
+        return index * codeBits_ / kByteBits;
+    }
+
   private:
     static constexpr unsigned kByteBits = 8;
     // A code is taken out of the eight bytes from where it starts, as a number of this machine.
