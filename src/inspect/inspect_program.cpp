@@ -9,6 +9,8 @@
 #include "inspect/report/command_status.h"
 #include "inspect/report/console.h"
 #include "inspect/rules/rules_command.h"
+#include "inspect/show/compare_command.h"
+#include "inspect/show/show_command.h"
 #include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
@@ -30,9 +32,11 @@ int ParseAndRun(int argc, const char* const* argv, Console& console) {
     CLI::App program("Says what sealkeeper hashes and why, and what its files hold.",
                      "sealkeeper-inspect");
     program.set_version_flag("--version", "sealkeeper-inspect " SEALKEEPER_VERSION);
+    AddCheckCommand(program, console, status);
+    AddCompareCommand(program, console, status);
     AddCredentialsCommand(program, console, status);
     AddRulesCommand(program, console, status);
-    AddCheckCommand(program, console, status);
+    AddShowCommand(program, console, status);
     AddTrustCommand(program, console, status);
     try {
         program.parse(argc, argv);

@@ -1,0 +1,107 @@
+#include "inspect/show/compare_command.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "inspect/show/catalogue_difference.h"
+#include "inspect/show/compare_report.h"
+#include "inspect/show/invalid_finding.h"
+#include "inspect/show/unread_reason.h"
+#include "platform/converter_watch.h"
+#include "platform/file_io.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr int kSame = 0;
+constexpr int kDifferent = 1;
+constexpr int kTrouble = 2;
+
+struct CompareOptions {
+    ComparedPaths paths;
+    bool isJson = false;
+};
+
+std::string WhyInvalid(const InvalidReason& reason, const std::string& path,
+                       std::uint64_t sizeBytes) {
+    // What reads as nothing else may still be a runtime.conf.
+    if (reason.field == InvalidField::Magic) {
+        return "is no catalogue; the command show may tell what it is";
+    }
+    std::string failure;
+    const auto finding = FindingOfFile(reason, path, sizeBytes, failure);
+    return finding ? "is no valid catalogue: " + finding->field + ", at offset " +
+                         std::to_string(finding->offset) + ", " + finding->message
+                   : failure;
+}
+
+// Nothing, with the reason in `failure`, when `path` leads to no valid catalogue.
+std::optional<ComparedCatalogue> ReadToCompare(const std::string& path, std::string& failure) {
+    errno = 0;
+    auto opened = OpenSizedFile(path);
+    const std::uint64_t sizeBytes = opened ? opened->sizeBytes : 0;
+    ComparedCatalogue catalogue;
+    InvalidReason reason;
+    const ResultCode code = opened ? ReadCatalogueFile(std::move(*opened), catalogue.file, &reason)
+                                   : ResultCode::CatalogueIOError;
+    if (code == ResultCode::CatalogueIOError) {
+        failure = CannotBeRead(path, errno);
+        return std::nullopt;
+    }
+    if (code == ResultCode::Ok) {
+        if (auto entries = EntriesToCompare(catalogue.file, reason)) {
+            catalogue.entries = std::move(*entries);
+            return catalogue;
+        }
+    }
+    failure = WhyInvalid(reason, path, sizeBytes);
+    return std::nullopt;
+}
+
+int Fail(const std::string& path, const std::string& failure, Console& console) {
+    console.Fail("'" + path + "': " + failure);
+    return kTrouble;
+}
+
+int Compare(const CompareOptions& options, Console& console) {
+    const ConverterWatch converter;
+    std::string failure;
+    auto before = ReadToCompare(options.paths.before, failure);
+    if (!before) {
+        return Fail(options.paths.before, failure, console);
+    }
+    auto after = ReadToCompare(options.paths.after, failure);
+    if (!after) {
+        return Fail(options.paths.after, failure, console);
+    }
+    // Names would be compared by an error text.
+    if (converter.RequireSound() != ResultCode::Ok) {
+        return Fail(options.paths.after, LastLoggedError(), console);
+    }
+    const CatalogueDifference difference = DifferenceOf(std::move(*before), std::move(*after));
+    if (options.isJson) {
+        WriteCompareJson(options.paths, difference, console);
+    } else {
+        WriteCompareText(options.paths, difference, console);
+    }
+    return difference.HasEntries() || !difference.others.empty() ? kDifferent : kSame;
+}
+
+}  // namespace
+
+void AddCompareCommand(CLI::App& program, Console& console, int& status) {
+    auto* const command =
+        program.add_subcommand("compare", "Which files two catalogues list differently");
+    const auto options = std::make_shared<CompareOptions>();
+    command->add_option("OLD", options->paths.before, "The catalogue before")->required();
+    command->add_option("NEW", options->paths.after, "The catalogue after")->required();
+    command->add_flag("--json", options->isJson, "Print JSON");
+    command->callback([options, &console, &status] { status = Compare(*options, console); });
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,34 @@
+// A JSON object whose last members are arrays written element by element, so that no more than one
+// element is in memory.
+#ifndef SEALKEEPER_INSPECT_SHOW_JSON_STREAM_H
+#define SEALKEEPER_INSPECT_SHOW_JSON_STREAM_H
+
+#include <string_view>
+
+#include "inspect/report/console.h"
+#include "inspect/report/json.h"
+
+namespace sealkeeper {
+
+// The text is that of `JsonText` of the whole document.
+class JsonStream {
+  public:
+    // Writes the members of `head`, which has one at least.
+    JsonStream(Console& console, const Json& head);
+
+    // A member `name` whose elements are those added until the array ends.
+    void BeginArray(std::string_view name);
+    void Add(const Json& element);
+    void EndArray();
+
+    // Ends the document.
+    void Finish();
+
+  private:
+    Console& console_;
+    bool hasElements_ = false;
+};
+
+}  // namespace sealkeeper
+
+#endif

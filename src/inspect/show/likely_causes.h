@@ -1,0 +1,22 @@
+// What likely became of a file that is neither a sound catalogue nor a sound runtime.conf.
+#ifndef SEALKEEPER_INSPECT_SHOW_LIKELY_CAUSES_H
+#define SEALKEEPER_INSPECT_SHOW_LIKELY_CAUSES_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/file_io.h"
+
+namespace sealkeeper {
+
+// How much of a file is looked at for it.
+inline constexpr std::uint64_t kMaxBytesForCauses = 67'108'864;
+
+// Sentences without a full stop, the most likely first; none where nothing can be told. `file` is
+// the start of the file, of `kMaxBytesForCauses` at the most.
+[[nodiscard]] std::vector<std::string> LikelyCausesOf(const FileStart& file);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,94 @@
+#include "inspect/show/runtime_facts.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <span>
+#include <utility>
+
+#include "inspect/report/console.h"
+#include "inspect/report/number_text.h"
+#include "inspect/show/hex_text.h"
+#include "inspect/show/signature_facts.h"
+#include "platform/little_endian.h"
+#include "runtime/anti_tamper_solutions.h"
+#include "runtime/runtime_configuration_format.h"
+#include "runtime/runtime_configuration_reader.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace format = runtime_file;
+
+std::string NameIn(const RuntimeConfiguration& configuration) {
+    const auto& field = configuration.crashReporterName;
+    return {field.begin(), std::find(field.begin(), field.end(), '\0')};
+}
+
+std::string SolutionMeaning(std::uint32_t solution, std::vector<std::string>& notes) {
+    ForgetLoggedError();
+    const std::string name = AntiTamperSolutionName(solution);
+    // It logs a number that it does not know.
+    if (!LastLoggedError().empty()) {
+        notes.push_back("anti-tamper solution " + GroupedNumber(solution) + " is not known");
+        return {};
+    }
+    return name;
+}
+
+std::vector<ShownField> FieldsOf(std::span<const std::uint8_t> plain,
+                                 const RuntimeConfiguration& configuration,
+                                 std::vector<std::string>& notes) {
+    constexpr std::size_t kNumber = sizeof(std::uint32_t);
+    const auto area = plain.subspan(format::kSignatureOffset, signed_file::kSignatureAreaBytes);
+    const auto length =
+        LoadLittleEndian<std::uint32_t>(plain.subspan(format::kSignatureLengthOffset));
+    return {
+        {"magic",
+         format::kMagicOffset,
+         signed_file::kMagic.size(),
+         SpacedHex(signed_file::kMagic),
+         {}},
+        {"signature area",
+         format::kSignatureOffset,
+         area.size(),
+         SpacedHex(area.first(4)) + " ...",
+         {}},
+        {"signature length", format::kSignatureLengthOffset, kNumber, std::uint64_t{length}, {}},
+        {"version", format::kVersionOffset, kNumber, std::uint64_t{configuration.version}, {}},
+        {"instances", format::kMaxActiveInstancesOffset, kNumber,
+         std::uint64_t{configuration.maxActiveInstances}, "of the game at once, at the most"},
+        {"crash reporter",
+         format::kCrashReporterNameOffset,
+         kCrashReporterNameBytes,
+         NameIn(configuration),
+         {}},
+        {"anti-tamper solution", format::kAntiTamperSolutionOffset, kNumber,
+         std::uint64_t{configuration.antiTamperSolution},
+         SolutionMeaning(configuration.antiTamperSolution, notes)},
+    };
+}
+
+}  // namespace
+
+std::optional<InvalidReason> AddRuntimeFacts(std::vector<std::uint8_t> stored,
+                                             const std::optional<std::string>& productId,
+                                             ShownFile& shown) {
+    std::vector<std::uint8_t> plain = stored;
+    RuntimeConfiguration configuration;
+    InvalidReason reason;
+    const ResultCode code = ListRuntimeConfiguration(plain, configuration, &reason);
+    if (code == ResultCode::FileInvalid) {
+        return reason;
+    }
+    shown.kind = FileKind::RuntimeConfiguration;
+    shown.fields = FieldsOf(plain, configuration, shown.notes);
+    if (plain.size() > format::kSizeBytes) {
+        shown.notes.push_back("the file has " +
+                              CountText(plain.size() - format::kSizeBytes, "byte") +
+                              " after its settings, all of which count as signed");
+    }
+    shown.signature = CheckRuntimeSignature(shown.path, std::move(stored), productId);
+    return code == ResultCode::Ok ? std::nullopt : std::optional(reason);
+}
+
+}  // namespace sealkeeper

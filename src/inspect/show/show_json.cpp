@@ -1,0 +1,177 @@
+#include "inspect/show/show_json.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "inspect/report/json.h"
+#include "inspect/show/entry_oddities.h"
+#include "inspect/show/entry_walk.h"
+#include "inspect/show/hex_text.h"
+#include "inspect/show/json_stream.h"
+
+namespace sealkeeper {
+namespace {
+
+const char* KindName(FileKind kind) {
+    switch (kind) {
+        case FileKind::Unknown:
+            return "unknown";
+        case FileKind::Catalogue:
+            return "catalogue";
+        case FileKind::RuntimeConfiguration:
+            return "runtime.conf";
+    }
+    return "";
+}
+
+const char* StateName(SignatureState state) {
+    switch (state) {
+        case SignatureState::Good:
+            return "good";
+        case SignatureState::Bad:
+            return "bad";
+        case SignatureState::CertificateMissing:
+            return "certificate missing";
+        case SignatureState::CertificateUnusable:
+            return "certificate unusable";
+    }
+    return "";
+}
+
+Json InvalidJson(const InvalidFinding& finding) {
+    Json json = {{"field", finding.field},
+                 {"offset", finding.offset},
+                 {"isInEntryBlock", finding.isInEntryBlock}};
+    if (finding.entryIndex) {
+        json["entryIndex"] = *finding.entryIndex;
+    }
+    json["message"] = finding.message;
+    json["likelyCauses"] = finding.likelyCauses;
+    return json;
+}
+
+Json FieldsJson(const std::vector<ShownField>& fields) {
+    Json json = Json::array();
+    for (const ShownField& field : fields) {
+        Json member = {
+            {"name", field.name}, {"offset", field.offset}, {"sizeBytes", field.sizeBytes}};
+        std::visit([&member](const auto& value) { member["value"] = value; }, field.value);
+        if (!field.meaning.empty()) {
+            member["meaning"] = field.meaning;
+        }
+        json.push_back(std::move(member));
+    }
+    return json;
+}
+
+Json SignatureJson(const SignatureFacts& signature) {
+    Json json = {{"state", StateName(signature.state)}, {"certificate", signature.certificatePath}};
+    if (!signature.reason.empty()) {
+        json["reason"] = signature.reason;
+    }
+    if (signature.trust) {
+        json["productId"] = signature.trust->productId;
+        json["isTrusted"] = signature.trust->isTrusted;
+        if (!signature.trust->isTrusted) {
+            json["trustReason"] = signature.trust->reason;
+        }
+    }
+    return json;
+}
+
+Json RevocationJson(const RevocationFacts& list) {
+    Json json = {{"sizeBytes", list.lengthBytes}, {"isList", list.isList}};
+    if (list.isList) {
+        json["issuer"] = list.issuer;
+        json["thisUpdate"] = list.thisUpdate;
+        json["nextUpdate"] = list.nextUpdate.empty() ? Json() : Json(list.nextUpdate);
+        json["revoked"] = list.revoked;
+    }
+    if (!list.remark.empty()) {
+        json["remark"] = list.remark;
+    }
+    return json;
+}
+
+Json TotalsJson(const EntryTotals& totals) {
+    return {{"entries", totals.entries},
+            {"fileBytes", totals.fileBytes},
+            {"chunks", totals.chunks},
+            {"oddEntries", totals.oddEntries}};
+}
+
+Json HeadJson(const ShownFile& file) {
+    Json json = {{"file", file.path},
+                 {"kind", KindName(file.kind)},
+                 {"sizeBytes", file.sizeBytes},
+                 {"isValid", !file.invalid}};
+    if (file.invalid) {
+        json["invalid"] = InvalidJson(*file.invalid);
+    }
+    json["fields"] = FieldsJson(file.fields);
+    if (file.signature) {
+        json["signature"] = SignatureJson(*file.signature);
+    }
+    if (file.revocationList) {
+        json["revocationList"] = RevocationJson(*file.revocationList);
+    }
+    json["notes"] = file.notes;
+    if (file.totals) {
+        json["totals"] = TotalsJson(*file.totals);
+    }
+    return json;
+}
+
+Json EntryJson(const WalkedEntry& entry) {
+    Json json = {{"path", entry.path.spelt},
+                 {"sizeBytes", entry.record.FileSizeBytes()},
+                 {"chunks", entry.record.DigestCount()},
+                 {"namePosition", entry.record.NamePosition()}};
+    if (entry.path.form == StoredPath::Form::Aliased) {
+        json["seenAs"] = entry.path.seen;
+    }
+    if (auto oddities = OdditiesOf(entry.record, entry.path); !oddities.empty()) {
+        json["oddities"] = std::move(oddities);
+    }
+    return json;
+}
+
+Json DigestsJson(EntryWalk& walk) {
+    Json json = Json::array();
+    Sha256Digest digest;
+    while (walk.NextDigest(digest)) {
+        json.push_back(Hex(digest));
+    }
+    return json;
+}
+
+void WriteEntries(const ReadFile& file, const ShowOptions& options, JsonStream& stream) {
+    stream.BeginArray("entries");
+    auto walk = EntryWalk::Begin(*file.catalogue);
+    WalkedEntry entry;
+    for (std::uint64_t left = options.limit.value_or(file.shown.totals->entries);
+         left > 0 && walk && walk->Next(entry); --left) {
+        Json json = EntryJson(entry);
+        if (options.hasDigests) {
+            json["digests"] = DigestsJson(*walk);
+        }
+        stream.Add(json);
+    }
+    stream.EndArray();
+}
+
+}  // namespace
+
+void WriteShowJson(const ReadFile& file, const ShowOptions& options, Console& console) {
+    JsonStream stream(console, HeadJson(file.shown));
+    if (file.catalogue) {
+        WriteEntries(file, options, stream);
+    }
+    stream.Finish();
+}
+
+}  // namespace sealkeeper

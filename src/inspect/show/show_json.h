@@ -1,0 +1,16 @@
+// What `show --json` prints.
+#ifndef SEALKEEPER_INSPECT_SHOW_SHOW_JSON_H
+#define SEALKEEPER_INSPECT_SHOW_SHOW_JSON_H
+
+#include "inspect/report/console.h"
+#include "inspect/show/read_file.h"
+#include "inspect/show/show_options.h"
+
+namespace sealkeeper {
+
+// Writes the report on `file`, with the entries of a valid catalogue one by one.
+void WriteShowJson(const ReadFile& file, const ShowOptions& options, Console& console);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,153 @@
+#include "inspect/show/signature_facts.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <span>
+
+#include "app/command_line_options.h"
+#include "app/result_code.h"
+#include "catalogue/catalogue_format.h"
+#include "catalogue/catalogue_signature.h"
+#include "inspect/report/number_text.h"
+#include "inspect/show/unread_reason.h"
+#include "platform/little_endian.h"
+#include "runtime/certificate_trust.h"
+#include "runtime/runtime_configuration_format.h"
+#include "runtime/runtime_configuration_reader.h"
+#include "runtime/scramble.h"
+#include "runtime/trust_material.h"
+
+namespace sealkeeper {
+namespace {
+
+std::size_t NameStart(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? 0 : slash + 1;
+}
+
+std::string CertificateOfCatalogue(const std::string& path) {
+    const std::size_t extension = path.rfind('.');
+    const bool hasExtension = extension != std::string::npos && extension >= NameStart(path);
+    return path.substr(0, hasExtension ? extension : std::string::npos) + kCertificateExtension;
+}
+
+std::string CertificateOfRuntimeConfiguration(const std::string& path) {
+    return path.substr(0, NameStart(path)) + kMainCatalogueName + kCertificateExtension;
+}
+
+struct Refusal {
+    ResultCode code;
+    const char* reason;
+};
+
+constexpr std::array<Refusal, 5> kRefusals = {{
+    {ResultCode::CertificateExpired, "the certificate has expired"},
+    {ResultCode::CertificateCNMismatch, "the certificate names another product id"},
+    {ResultCode::CertificateRevoked, "the certificate was revoked"},
+    {ResultCode::CertificateRLInvalid, "the built-in revocation list cannot be used"},
+    {ResultCode::CertificateRLExpired, "the built-in revocation list has expired"},
+}};
+
+std::string TrustRefusal(ResultCode code, Certificate& certificate) {
+    for (const Refusal& refusal : kRefusals) {
+        if (refusal.code == code) {
+            return refusal.reason;
+        }
+    }
+    if (IsFromAnotherIssuer(BuiltInTrustMaterial(), certificate)) {
+        return "the certificate was issued by another than the built-in authority, as a mod's is";
+    }
+    return std::string("the certificate is not good: ") + ResultFailureText(code);
+}
+
+TrustFacts TrustOf(ByteView certificateBytes, Certificate& certificate,
+                   const std::string& productId) {
+    Certificate verified;
+    const ResultCode code = VerifySigningCertificate(BuiltInTrustMaterial(), productId,
+                                                     certificateBytes, {}, {}, verified);
+    TrustFacts facts{productId, code == ResultCode::Ok, {}};
+    if (!facts.isTrusted) {
+        facts.reason = TrustRefusal(code, certificate);
+    }
+    return facts;
+}
+
+// Why a signature of `lengthBytes`, as stored, is not that of the certificate's key.
+std::string WhyBad(std::uint32_t lengthBytes, Certificate& certificate) {
+    constexpr std::size_t kByteBits = 8;
+    const mbedtls_pk_context& key = certificate.Get()->pk;
+    const std::size_t keyBytes = mbedtls_pk_get_len(&key);
+    if (lengthBytes == 0) {
+        return "the file holds no signature";
+    }
+    if (lengthBytes > signed_file::kSignatureAreaBytes) {
+        return "its length, " + GroupedNumber(lengthBytes) + ", is more than its area has";
+    }
+    if (mbedtls_pk_can_do(&key, MBEDTLS_PK_RSA) == 0) {
+        return "the certificate's key is no RSA key";
+    }
+    if (lengthBytes != keyBytes) {
+        return "it was made with a key of " + std::to_string(lengthBytes * kByteBits) +
+               " bits, and the certificate's has " + std::to_string(keyBytes * kByteBits);
+    }
+    return "the file was changed after it was signed, or was signed with another key than the "
+           "certificate's";
+}
+
+// Reads the certificate and, where there is one, asks `verify` whether the signature, whose stored
+// length is `lengthBytes`, is that of its key.
+template <typename Verify>
+SignatureFacts CheckWith(const std::string& certificatePath, std::uint32_t lengthBytes,
+                         const std::optional<std::string>& productId, Verify verify) {
+    SignatureFacts facts;
+    facts.certificatePath = certificatePath;
+    errno = 0;
+    const auto bytes = ReadCertificateBytes(certificatePath);
+    if (!bytes) {
+        facts.state = SignatureState::CertificateMissing;
+        facts.reason = UnreadReason(certificatePath, errno);
+        return facts;
+    }
+    Certificate certificate;
+    if (ParseCertificate(*bytes, certificate) != 0) {
+        facts.state = SignatureState::CertificateUnusable;
+        facts.reason = "it is no certificate in DER";
+        return facts;
+    }
+    const bool isGood = verify(certificate);
+    facts.state = isGood ? SignatureState::Good : SignatureState::Bad;
+    if (!isGood) {
+        facts.reason = WhyBad(lengthBytes, certificate);
+    }
+    if (productId) {
+        facts.trust = TrustOf(*bytes, certificate, *productId);
+    }
+    return facts;
+}
+
+}  // namespace
+
+SignatureFacts CheckCatalogueSignature(const std::string& path, CatalogueFile& file,
+                                       const std::optional<std::string>& productId) {
+    const auto length = LoadLittleEndian<std::uint32_t>(
+        std::span(file.bytes).subspan(catalogue_header::kSignatureLengthOffset));
+    return CheckWith(
+        CertificateOfCatalogue(path), length, productId, [&file](Certificate& certificate) {
+            return VerifyCatalogueSignature(&certificate.Get()->pk, file.bytes) == ResultCode::Ok;
+        });
+}
+
+SignatureFacts CheckRuntimeSignature(const std::string& path, std::vector<std::uint8_t> stored,
+                                     const std::optional<std::string>& productId) {
+    std::vector<std::uint8_t> plain = stored;
+    Unscramble(plain);
+    const auto length = LoadLittleEndian<std::uint32_t>(
+        std::span(plain).subspan(runtime_file::kSignatureLengthOffset));
+    return CheckWith(CertificateOfRuntimeConfiguration(path), length, productId,
+                     [&stored](Certificate& certificate) {
+                         return ValidateRuntimeConfiguration(stored, certificate);
+                     });
+}
+
+}  // namespace sealkeeper
