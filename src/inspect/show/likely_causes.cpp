@@ -150,11 +150,12 @@ std::optional<std::string> CauseByDamagedSettings(const FileStart& file) {
     }
     Bytes unscrambled = file.bytes;
     Unscramble(unscrambled);
-    if (!IsMagicBesideChange(unscrambled)) {
+    const std::size_t size = file.bytes.size();
+    const bool isWhole = size == runtime_file::kSizeBytes && signed_file::HasMagic(unscrambled);
+    if (isWhole || !IsMagicBesideChange(unscrambled)) {
         return std::nullopt;
     }
     const std::string start = "this is a runtime.conf ";
-    const std::size_t size = file.bytes.size();
     if (size < runtime_file::kSizeBytes) {
         return start + "that was cut off: " + CountText(runtime_file::kSizeBytes - size, "byte") +
                " of its end got lost";

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <cstdio>
 #include <string_view>
 
-#include "inspect/report/number_text.h"
 #include "runtime/mbedtls_contexts.h"
 
 namespace sealkeeper {
@@ -54,7 +52,7 @@ RevocationFacts RevocationFactsOf(std::span<const std::uint8_t> block) {
     if (mbedtls_x509_crl_parse_der(list.Get(), block.data(), block.size()) != 0) {
         const bool isPem = block.size() >= kPemStart.size() &&
                            std::equal(kPemStart.begin(), kPemStart.end(), block.begin());
-        facts.remark = isPem ? "is text (PEM), not a list in DER" : "is no revocation list in DER";
+        facts.remark = isPem ? "text (PEM), not a list in DER" : "no revocation list in DER";
         return facts;
     }
     facts.isList = true;
@@ -62,9 +60,6 @@ RevocationFacts RevocationFactsOf(std::span<const std::uint8_t> block) {
     facts.thisUpdate = TimeText(list.Get()->this_update);
     facts.nextUpdate = TimeText(list.Get()->next_update);
     facts.revoked = CountRevoked(*list.Get());
-    if (const std::size_t length = list.Get()->raw.len; length < block.size()) {
-        facts.remark = "has " + CountText(block.size() - length, "byte") + " after the list";
-    }
     return facts;
 }
 

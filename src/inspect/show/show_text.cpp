@@ -138,13 +138,11 @@ std::string RevocationText(const RevocationFacts& list, const Console& console) 
     if (list.lengthBytes == 0) {
         return Line("Revocation list", "none");
     }
-    const std::string remark = list.remark.empty() ? "" : "; " + list.remark;
     if (!list.isList) {
-        return Line("Revocation list", CountText(list.lengthBytes, "byte") + remark);
+        return Line("Revocation list", CountText(list.lengthBytes, "byte") + ", " + list.remark);
     }
     return Line("Revocation list", CountText(list.lengthBytes, "byte") + ", " +
-                                       CountText(list.revoked, "certificate") + " revoked" +
-                                       remark) +
+                                       CountText(list.revoked, "certificate") + " revoked") +
            Line("", "by " + console.Foreign(list.issuer)) +
            Line("", "of " + list.thisUpdate +
                         (list.nextUpdate.empty() ? "" : ", until " + list.nextUpdate));

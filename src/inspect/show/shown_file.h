@@ -57,14 +57,14 @@ struct SignatureFacts {
 
 struct RevocationFacts {
     std::uint64_t lengthBytes = 0;
-    // Whether it begins with a list in DER, of which the rest is told.
+    // Whether it is a list in DER, of which the rest is told.
     bool isList = false;
     std::string issuer;
     // ISO 8601, UTC; `nextUpdate` is empty where the list has none.
     std::string thisUpdate;
     std::string nextUpdate;
     std::uint64_t revoked = 0;
-    // What else there is to say; may be empty.
+    // What it is in place of a list; empty where there is nothing.
     std::string remark;
 };
 

@@ -1,0 +1,47 @@
+#include "inspect/show/json_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <vector>
+
+#include "support/captured_output.h"
+
+namespace sealkeeper {
+namespace {
+
+// What the stream writes of `whole`, whose last two members are arrays.
+std::string Streamed(const Json& head, const Json& first, const Json& second) {
+    test::CapturedOutput output;
+    Console console;
+    JsonStream stream(console, head);
+    for (const auto& [name, array] : {std::pair("first", &first), std::pair("second", &second)}) {
+        stream.BeginArray(name);
+        for (const Json& element : *array) {
+            stream.Add(element);
+        }
+        stream.EndArray();
+    }
+    stream.Finish();
+    return output.Take();
+}
+
+TEST(JsonStream, WritesWhatTheWholeDocumentWouldBe) {
+    const Json head = {{"a", 1}, {"nested", {{"b", "}\n"}, {"c", Json::array()}}}};
+    const std::vector<Json> arrays = {
+        Json::array(),
+        Json::array({1}),
+        Json::array({"line\nfeed", Json::object(), {{"x", {1, 2}}, {"y", nullptr}}}),
+    };
+    for (const Json& first : arrays) {
+        for (const Json& second : arrays) {
+            Json whole = head;
+            whole["first"] = first;
+            whole["second"] = second;
+            EXPECT_EQ(Streamed(head, first, second), JsonText(whole));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace sealkeeper
