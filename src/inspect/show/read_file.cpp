@@ -26,7 +26,7 @@ struct OpenedCatalogue {
 // Whether the file could be read. What is wrong with it is then in `invalid`.
 bool ReadCatalogue(OpenedCatalogue from, const std::optional<std::string>& productId,
                    ReadFile& read, std::optional<InvalidReason>& invalid) {
-    read.shown.kind = FileKind::Catalogue;
+    read.shown.kind = ShownKind::Catalogue;
     read.shown.fields = CatalogueFieldsOf(from.start);
     CatalogueFile file{std::move(from.start), {}};
     InvalidReason reason;

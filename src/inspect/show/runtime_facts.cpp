@@ -80,7 +80,7 @@ std::optional<InvalidReason> AddRuntimeFacts(std::vector<std::uint8_t> stored,
     if (code == ResultCode::FileInvalid) {
         return reason;
     }
-    shown.kind = FileKind::RuntimeConfiguration;
+    shown.kind = ShownKind::RuntimeConfiguration;
     shown.fields = FieldsOf(plain, configuration, shown.notes);
     if (plain.size() > format::kSizeBytes) {
         shown.notes.push_back("the file has " +

@@ -16,13 +16,13 @@
 namespace sealkeeper {
 namespace {
 
-const char* KindName(FileKind kind) {
+const char* KindName(ShownKind kind) {
     switch (kind) {
-        case FileKind::Unknown:
+        case ShownKind::Unknown:
             return "unknown";
-        case FileKind::Catalogue:
+        case ShownKind::Catalogue:
             return "catalogue";
-        case FileKind::RuntimeConfiguration:
+        case ShownKind::RuntimeConfiguration:
             return "runtime.conf";
     }
     return "";

@@ -31,13 +31,13 @@ std::string Line(const std::string& name, const std::string& value) {
     return PaddedRight(name, kNameWidth) + value + "\n";
 }
 
-const char* KindText(FileKind kind) {
+const char* KindText(ShownKind kind) {
     switch (kind) {
-        case FileKind::Unknown:
+        case ShownKind::Unknown:
             return "neither a catalogue nor a runtime.conf";
-        case FileKind::Catalogue:
+        case ShownKind::Catalogue:
             return "hash catalogue";
-        case FileKind::RuntimeConfiguration:
+        case ShownKind::RuntimeConfiguration:
             return "runtime.conf";
     }
     return "";
@@ -80,7 +80,7 @@ std::string ValueText(const ShownField& field, const Console& console) {
 }
 
 bool IsStoredScrambled(const ShownFile& file) {
-    return file.kind == FileKind::RuntimeConfiguration;
+    return file.kind == ShownKind::RuntimeConfiguration;
 }
 
 std::string FieldsText(const ShownFile& file, const Console& console) {
@@ -125,7 +125,7 @@ std::string SignatureText(const SignatureFacts& signature, const Console& consol
     return {};
 }
 
-std::string TrustText(const TrustFacts& trust, const Console& console) {
+std::string TrustText(const SignerTrust& trust, const Console& console) {
     const std::string product = " for product id '" + console.Foreign(trust.productId) + "'";
     if (trust.isTrusted) {
         return Line("Certificate", console.Styled(Style::Good, "trusted") + product);

@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-enum class FileKind { Unknown, Catalogue, RuntimeConfiguration };
+enum class ShownKind { Unknown, Catalogue, RuntimeConfiguration };
 
 // A field of fixed place.
 struct ShownField {
@@ -36,7 +36,7 @@ struct InvalidFinding {
     std::vector<std::string> likelyCauses;
 };
 
-struct TrustFacts {
+struct SignerTrust {
     std::string productId;
     bool isTrusted = false;
     // Why it is not.
@@ -52,7 +52,7 @@ struct SignatureFacts {
     // Why it is not good.
     std::string reason;
     // Where there is a certificate and a product id to ask for.
-    std::optional<TrustFacts> trust;
+    std::optional<SignerTrust> trust;
 };
 
 struct RevocationFacts {
@@ -81,7 +81,7 @@ struct EntryTotals {
 struct ShownFile {
     std::string path;
     std::uint64_t sizeBytes = 0;
-    FileKind kind = FileKind::Unknown;
+    ShownKind kind = ShownKind::Unknown;
     std::vector<ShownField> fields;
     // Nothing for a file that is valid.
     std::optional<InvalidFinding> invalid;

@@ -61,12 +61,12 @@ std::string TrustRefusal(ResultCode code, Certificate& certificate) {
     return std::string("the certificate is not good: ") + ResultFailureText(code);
 }
 
-TrustFacts TrustOf(ByteView certificateBytes, Certificate& certificate,
-                   const std::string& productId) {
+SignerTrust TrustOf(ByteView certificateBytes, Certificate& certificate,
+                    const std::string& productId) {
     Certificate verified;
     const ResultCode code = VerifySigningCertificate(BuiltInTrustMaterial(), productId,
                                                      certificateBytes, {}, {}, verified);
-    TrustFacts facts{productId, code == ResultCode::Ok, {}};
+    SignerTrust facts{productId, code == ResultCode::Ok, {}};
     if (!facts.isTrusted) {
         facts.reason = TrustRefusal(code, certificate);
     }

@@ -25,12 +25,12 @@ class SignatureFactsTest : public testing::Test {
         return CheckCatalogueSignature(directory_ / name, file, productId);
     }
 
-    TrustFacts TrustOf(const std::string& kind, const std::string& productId) {
+    SignerTrust TrustOf(const std::string& kind, const std::string& productId) {
         WriteCertificate(kind);
         const SignatureFacts facts = Check(test::SignedImage(kind), "base.bin", productId);
         EXPECT_EQ(facts.state, SignatureState::Good) << kind;
         EXPECT_TRUE(facts.trust.has_value()) << kind;
-        return facts.trust.value_or(TrustFacts());
+        return facts.trust.value_or(SignerTrust());
     }
 
     TempDirectory directory_;
@@ -92,7 +92,7 @@ TEST_F(SignatureFactsTest, Bad) {
 }
 
 TEST_F(SignatureFactsTest, Trust) {
-    const TrustFacts trusted = TrustOf("good", test::kTestProductId);
+    const SignerTrust trusted = TrustOf("good", test::kTestProductId);
     EXPECT_TRUE(trusted.isTrusted);
     EXPECT_EQ(trusted.productId, test::kTestProductId);
     EXPECT_EQ(trusted.reason, "");
