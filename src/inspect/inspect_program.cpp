@@ -1,6 +1,9 @@
 #include "inspect/inspect_program.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <new>
 
 #include "inspect/check/check_command.h"
@@ -51,21 +54,37 @@ int ParseAndRun(int argc, const char* const* argv, Console& console) {
     return status;
 }
 
+// Not by the console, which takes memory.
+void SayOutOfMemory() {
+    std::fputs("sealkeeper-inspect: out of memory\n", stderr);
+}
+
+// nlohmann-json takes memory where it frees a document, from which no exception comes out.
+[[noreturn]] void EndForWantOfMemory() {
+    SayOutOfMemory();
+    std::_Exit(kStatusError);
+}
+
+int StartAndRun(int argc, const char* const* argv) {
+    Console console;
+    if (!InitialiseMbedTls()) {
+        console.Fail("the cryptographic library could not be initialised");
+        return kStatusError;
+    }
+    return ParseAndRun(argc, argv, console);
+}
+
 }  // namespace
 
 int RunInspectProgram(int argc, const char* const* argv) {
     OpenMissingStandardDescriptors();
     IgnoreOutputSignals();
     KeepLogQuiet();
-    Console console;
-    if (!InitialiseMbedTls()) {
-        console.Fail("the cryptographic library could not be initialised");
-        return kStatusError;
-    }
+    std::set_terminate(EndForWantOfMemory);
     try {
-        return ParseAndRun(argc, argv, console);
+        return StartAndRun(argc, argv);
     } catch (const std::bad_alloc&) {
-        console.Fail("out of memory");
+        SayOutOfMemory();
         return kStatusError;
     }
 }
