@@ -61,8 +61,14 @@ void SayOutOfMemory() {
 
 // nlohmann-json takes memory where it frees a document, from which no exception comes out.
 [[noreturn]] void EndForWantOfMemory() {
-    SayOutOfMemory();
-    std::_Exit(kStatusError);
+    try {
+        std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc&) {
+        SayOutOfMemory();
+        std::_Exit(kStatusError);
+    } catch (...) {
+        std::abort();
+    }
 }
 
 int StartAndRun(int argc, const char* const* argv) {
