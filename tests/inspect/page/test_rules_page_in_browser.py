@@ -110,11 +110,12 @@ class RulesPageInBrowser(unittest.TestCase):
                         (self.find("#files-count").text, count))
         self.assertEqual(len(self.all("#file-table tbody tr")), min(count, 100))
 
-    def largest_folder(self):
+    def largest_folder(self, above=""):
+        """The one right in the folder `above`, which is written with a slash at its end."""
         bytes_of = {}
         for file in self.files:
-            folder, slash, _ = file["path"].partition("/")
-            if slash:
+            folder, slash, _ = file["path"].removeprefix(above).partition("/")
+            if slash and file["path"].startswith(above):
                 bytes_of[folder] = bytes_of.get(folder, 0) + file["bytes"]
         return max(bytes_of, key=bytes_of.get)
 
@@ -138,7 +139,7 @@ class RulesPageInBrowser(unittest.TestCase):
         self.filter("hostile/")
         self.assert_listed(lambda file: file["path"].startswith("hostile/"))
         shown = [cell.text for cell in self.all("#file-table td:first-child")]
-        for text in ("hostile/</script><script>window.broken = 1</script>", "hostile/__proto__",
+        for text in ("hostile/0</script><script>window.broken = 1</script>", "hostile/__proto__",
                      "hostile/turned \u27e8U+202E\u27e9gpj.exe", "hostile/&lt;b&gt;&amp;"):
             self.assertIn(text, shown)
         self.assertIn("turned \u27e8U+202E\u27e9gpj.exe", [message.text for message in self.all("#warnings strong")])
@@ -187,6 +188,24 @@ class RulesPageInBrowser(unittest.TestCase):
         area = self.find("#map-area").size
         self.click_map(area["width"] * 0.1, area["height"] * 0.2)
         self.assertEqual(self.folders_above_map(), ["Game", self.largest_folder()])
+
+    def test_click_on_the_heading_of_a_folder_opens_that_one(self):
+        outer = self.largest_folder()
+        inner = self.largest_folder(outer + "/")
+        self.click_map(8, 18 + 8)
+        self.assertEqual(self.folders_above_map(), ["Game", outer, inner])
+
+    def test_map_is_squarified(self):
+        """The example of the paper that describes it, Bruls, Huizing and van Wijk (2000)."""
+        boxes = self.browser.execute_script("""
+            const nodes = [6, 6, 4, 3, 2, 2, 1].map((bytes) => ({ bytes }));
+            squarify(nodes, { x: 0, y: 0, width: 6, height: 4 });
+            return nodes.map(({ box }) => [box.x, box.y, box.width, box.height]);""")
+        expected = [(0, 0, 3, 2), (0, 2, 3, 2), (3, 0, 12 / 7, 7 / 3), (33 / 7, 0, 9 / 7, 7 / 3),
+                    (3, 7 / 3, 6 / 5, 5 / 3), (21 / 5, 7 / 3, 6 / 5, 5 / 3), (27 / 5, 7 / 3, 3 / 5, 5 / 3)]
+        for box, place in zip(boxes, expected, strict=True):
+            for side, right in zip(box, place, strict=True):
+                self.assertAlmostEqual(side, right)
 
     def test_keys_move_open_and_go_back(self):
         largest = self.largest_folder()

@@ -78,9 +78,10 @@ void SortByPath(RulesReport& report) {
         [](const JudgedFile& left, const JudgedFile& right) { return left.path < right.path; });
 }
 
-// Each would run where it were taken for markup or script.
+// Each would run where it were taken for markup or script. The first of them in order of paths ends
+// a script element, which it would not do behind the one that begins a comment.
 constexpr std::array<std::string_view, 16> kHostileTexts = {
-    "</script><script>window.broken = 1</script>",
+    "0</script><script>window.broken = 1</script>",
     "<!--<script>",
     "<img src=x onerror=\"window.broken = 2\">",
     "\"><svg onload=window.broken=3>",

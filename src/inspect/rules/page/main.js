@@ -83,7 +83,8 @@ class Page {
 
 // What the page has without the script, it has as it came.
 function showUnseenOfTexts() {
-  for (const element of document.querySelectorAll('header dd, #warnings code, #warnings strong, #warnings li p')) {
+  const texts = 'header dd, #summary strong, #warnings code, #warnings strong, #warnings li p';
+  for (const element of document.querySelectorAll(texts)) {
     element.textContent = visibleText(element.textContent);
   }
 }
