@@ -95,18 +95,22 @@ function snapped(box) {
   return { x, y, width: Math.round(box.x + box.width) - x, height: Math.round(box.y + box.height) - y };
 }
 
-// Smaller pieces have but half an edge, so that many of them do not look like one.
 const LEAST_WITH_EDGE = 4;
-const LEAST_WITH_HALF_EDGE = 2;
+const TINY_EDGE = 0.4;
 const LABEL_HEIGHT = 16;
 const LEAST_LABEL_WIDTH = 48;
 
-function edgeOf(width, height) {
-  const least = Math.min(width, height);
-  if (least >= LEAST_WITH_EDGE) {
-    return 1;
+// What is filled of the box of a piece: all but an edge that shows where the next one begins. Tiny
+// ones are not put on whole pixels, so that many of them look grained and not like one.
+function filledPart(box) {
+  const { x, y, width, height } = snapped(box);
+  if (width >= LEAST_WITH_EDGE && height >= LEAST_WITH_EDGE) {
+    return { x, y, width: width - 1, height: height - 1 };
   }
-  return least >= LEAST_WITH_HALF_EDGE ? 0.5 : 0;
+  // What is too thin for a pixel still shows.
+  return {
+    x: box.x, y: box.y, width: Math.max(box.width - TINY_EDGE, 0.5), height: Math.max(box.height - TINY_EDGE, 0.5),
+  };
 }
 
 // In `ink`, on a strip of `ground` where that is given.
@@ -125,17 +129,13 @@ function drawLabel(context, text, box, ink, ground) {
 }
 
 function drawPiece(context, palette, node) {
-  const box = snapped(node.box);
-  // What is too thin for a pixel still shows.
-  const width = Math.max(box.width, 1);
-  const height = Math.max(box.height, 1);
-  const edge = edgeOf(width, height);
+  const { x, y, width, height } = filledPart(node.box);
   const state = mainState(node);
   context.fillStyle = node.isFound ? palette.filled[state] : palette.panel;
-  context.fillRect(box.x, box.y, width - edge, height - edge);
+  context.fillRect(x, y, width, height);
   if (width >= LEAST_LABEL_WIDTH && height >= LABEL_HEIGHT) {
     const [ink, ground] = node.isFound ? [palette.ink, palette.plain[state]] : [palette.quiet, null];
-    drawLabel(context, node.name, box, ink, ground);
+    drawLabel(context, node.name, { x, y, width }, ink, ground);
   }
 }
 
