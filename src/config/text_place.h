@@ -28,8 +28,12 @@ class TextLines {
     // As the function of that name, in logarithmic time.
     [[nodiscard]] TextPlace PlaceOf(std::size_t offset) const;
 
+    // The offset of the line feed that ends the line of `offset`, or the length of the text.
+    [[nodiscard]] std::size_t LineEnd(std::size_t offset) const;
+
   private:
     std::vector<std::size_t> begins_;
+    std::size_t length_;
 };
 
 }  // namespace sealkeeper

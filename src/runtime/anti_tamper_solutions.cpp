@@ -24,11 +24,6 @@ bool EqualIgnoringCaseBit(char left, char right) {
     return (static_cast<unsigned>(difference) & ~kCaseBit) == 0;
 }
 
-bool ContainsIgnoringCaseBit(std::string_view text, std::string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), EqualIgnoringCaseBit) !=
-           text.end();
-}
-
 }  // namespace
 
 const char* AntiTamperSolutionName(std::uint32_t solution) {
@@ -39,17 +34,32 @@ const char* AntiTamperSolutionName(std::uint32_t solution) {
     return kSolutionNames[solution];
 }
 
-std::uint32_t AntiTamperSolutionFromName(std::string_view name) {
-    for (std::size_t number = 0; number < kSolutionNames.size(); ++number) {
-        if (ContainsIgnoringCaseBit(name, kSolutionNames[number])) {
-            return static_cast<std::uint32_t>(number);
+std::vector<NamedSolution> FindAntiTamperSolutions(std::string_view text) {
+    std::vector<NamedSolution> found;
+    for (std::uint32_t solution = 0; solution < kSolutionNames.size(); ++solution) {
+        const std::string_view name = kSolutionNames[solution];
+        const auto* const place =
+            std::search(text.begin(), text.end(), name.begin(), name.end(), EqualIgnoringCaseBit);
+        if (place != text.end()) {
+            found.push_back({solution, static_cast<std::size_t>(place - text.begin())});
         }
+    }
+    return found;
+}
+
+std::uint32_t AntiTamperSolutionFromName(std::string_view name) {
+    if (const auto found = FindAntiTamperSolutions(name); !found.empty()) {
+        return found.front().solution;
     }
     Log(LogLevel::Error,
         "Called with an unsupported anti-tamper solution name: '%s'. The following are supported:\n",
         std::string(name).c_str());
     ListAntiTamperSolutions();
     return kNoAntiTamperSolution;
+}
+
+std::span<const char* const> AntiTamperSolutionNames() {
+    return kSolutionNames;
 }
 
 void ListAntiTamperSolutions() {

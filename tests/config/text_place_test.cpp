@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace sealkeeper {
@@ -29,6 +30,8 @@ TEST(TextPlace, LinesGiveTheSamePlaces) {
         const TextLines lines(text);
         for (std::size_t offset = 0; offset <= text.size() + 1; ++offset) {
             EXPECT_EQ(lines.PlaceOf(offset), PlaceOf(text, offset)) << text << offset;
+            EXPECT_EQ(lines.LineEnd(offset), std::min(text.find('\n', offset), text.size()))
+                << text << offset;
         }
     }
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/result_code.h"
+#include "inspect/lint/rule_warning.h"
 
 namespace sealkeeper {
 
@@ -39,16 +40,6 @@ struct JudgedFile {
     std::uint64_t sizeBytes = 0;
     // Nothing for a file that is sealed. That one stands here as often as the catalogue lists it.
     std::optional<LeftOutReason> leftOut;
-};
-
-// Something in the rules that is likely not what was meant.
-struct RuleWarning {
-    // From 1, in bytes; both 0 for what stands at no place of the configuration file.
-    std::size_t line = 0;
-    std::size_t column = 0;
-    // One sentence each.
-    std::string message;
-    std::string cure;
 };
 
 struct FileTotal {

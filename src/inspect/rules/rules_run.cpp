@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "config/config_outline.h"
+#include "inspect/lint/lint_config_text.h"
 #include "inspect/rules/game_inventory.h"
 #include "inspect/rules/game_with_outputs.h"
 #include "inspect/rules/judged_files.h"
@@ -42,6 +43,7 @@ ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& output
 ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
     report.configFile = request.configFile;
     report.gameDirectory = request.gameDirectory;
+    report.warnings = LintConfigText(request.configText);
 
     const PlannedOutputs outputs = PlanOutputs(request.gameDirectory, request.outputName);
     GameWithOutputs game;

@@ -1,0 +1,81 @@
+// Extensions, which the tool compares as they are written: from the last dot of a name on.
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "inspect/lint/known_keys.h"
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/shown_text.h"
+#include "inspect/lint/typed_values.h"
+#include "platform/ascii_case.h"
+
+namespace sealkeeper {
+namespace {
+
+bool Has(std::string_view text, std::string_view oneOf) {
+    return text.find_first_of(oneOf) != std::string_view::npos;
+}
+
+std::string FromLastDot(std::string_view text) {
+    return std::string(text.substr(std::min(text.rfind('.'), text.size())));
+}
+
+// Why no file can have this extension, and what to write. The first reason that holds is told.
+struct NoExtension {
+    bool holds;
+    const char* reason;
+    std::string cure;
+};
+
+// True where one was found.
+bool LintNoExtension(const OutlinedText& extension, LintFindings& findings) {
+    const std::string& text = extension.text;
+    const std::string last = FromLastDot(text);
+    const std::string write = last.size() > 1 && !Has(last, "*?/\\")
+                                  ? "Write " + ShownValue(last) + "."
+                                  : "Write it as in \".pdb\".";
+    const NoExtension reasons[] = {
+        {Has(text, ",;"), "is one extension to the tool, and no file has it",
+         "Write each in quotes of its own, as in \".pdb\", \".log\"."},
+        {Has(text, "*?"), "has a wildcard in it, which is only a character here", write},
+        {Has(text, "/\\"), "has a directory in it, which no extension has", write},
+        {text.front() != '.', "has no dot at its start, so no file has it",
+         last.empty() ? "Write " + ShownValue("." + text) + "." : write},
+        {text.back() == '.', "ends in a dot, so no file has it", "Write it as in \".pdb\"."},
+        {last != text, "has two dots, but an extension begins at the last one", write},
+    };
+    const auto* const found = std::find_if(std::begin(reasons), std::end(reasons),
+                                           [](const NoExtension& reason) { return reason.holds; });
+    if (found == std::end(reasons)) {
+        return false;
+    }
+    findings.Add(extension.begin, "The extension " + ShownName(text) + " " + found->reason + ".",
+                 found->cure);
+    return true;
+}
+
+}  // namespace
+
+void LintExtensions(const LintedText& linted, LintFindings& findings) {
+    const auto extensions = ElementsOf(linted, kSearchSection, kExcludeExtensions);
+    std::set<std::string> written;
+    for (const OutlinedText& extension : extensions) {
+        written.insert(extension.text);
+    }
+    for (const OutlinedText& extension : extensions) {
+        if (LintNoExtension(extension, findings)) {
+            continue;
+        }
+        std::string lowerCased = extension.text;
+        LowerCaseAscii(lowerCased);
+        if (!written.contains(lowerCased)) {
+            findings.Add(extension.begin,
+                         "The extension " + ShownName(extension.text) +
+                             " is not that of files in " + ShownName(lowerCased) +
+                             ", since letter case counts.",
+                         "Write " + ShownValue(lowerCased) + " beside it if both are meant.");
+        }
+    }
+}
+
+}  // namespace sealkeeper

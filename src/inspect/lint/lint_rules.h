@@ -1,0 +1,59 @@
+// The rules of the linter. Each adds to the findings what it alone looks for.
+#ifndef SEALKEEPER_INSPECT_LINT_LINT_RULES_H
+#define SEALKEEPER_INSPECT_LINT_LINT_RULES_H
+
+#include <string_view>
+
+#include "inspect/lint/linted_text.h"
+
+namespace sealkeeper {
+
+// Whether `text` is UTF-16, of which the scan can make nothing. Found by its mark or, where it has
+// none, by every other byte of its beginning being zero.
+[[nodiscard]] bool IsUtf16(std::string_view text);
+void LintUtf16(const LintedText& linted, LintFindings& findings);
+void LintByteOrderMark(const LintedText& linted, LintFindings& findings);
+
+// Values that end elsewhere than was meant. They come before the rules that ask for
+// `LintFindings::FirstMisread`.
+void LintNumberEnds(const LintedText& linted, LintFindings& findings);
+void LintFlagEnds(const LintedText& linted, LintFindings& findings);
+void LintStringEnds(const LintedText& linted, LintFindings& findings);
+void LintListEnds(const LintedText& linted, LintFindings& findings);
+void LintSectionHeaders(const LintedText& linted, LintFindings& findings);
+void LintComments(const LintedText& linted, LintFindings& findings);
+
+// Elements of lists and tables of pairs: which are taken although they look left out, and left out
+// although they look taken.
+void LintCommentedElements(const LintedText& linted, LintFindings& findings);
+void LintUnquotedElements(const LintedText& linted, LintFindings& findings);
+void LintEmptyElements(const LintedText& linted, LintFindings& findings);
+void LintPairs(const LintedText& linted, LintFindings& findings);
+void LintBackslashes(const LintedText& linted, LintFindings& findings);
+
+// Names and where they stand.
+void LintSectionNames(const LintedText& linted, LintFindings& findings);
+void LintKeyNames(const LintedText& linted, LintFindings& findings);
+void LintUnclosedSection(const LintedText& linted, LintFindings& findings);
+void LintKeysWithoutValue(const LintedText& linted, LintFindings& findings);
+void LintRepeatedKeys(const LintedText& linted, LintFindings& findings);
+
+// Where and why the scan ended before the text.
+void LintStop(const LintedText& linted, LintFindings& findings);
+
+// What the tool makes of the values.
+void LintValueKinds(const LintedText& linted, LintFindings& findings);
+void LintVersion(const LintedText& linted, LintFindings& findings);
+void LintPathLists(const LintedText& linted, LintFindings& findings);
+void LintPatterns(const LintedText& linted, LintFindings& findings);
+void LintExtensions(const LintedText& linted, LintFindings& findings);
+void LintAliases(const LintedText& linted, LintFindings& findings);
+void LintLargeNumbers(const LintedText& linted, LintFindings& findings);
+void LintSizeThreshold(const LintedText& linted, LintFindings& findings);
+void LintMaxInstances(const LintedText& linted, LintFindings& findings);
+void LintAntiTamperSolution(const LintedText& linted, LintFindings& findings);
+void LintCrashReporter(const LintedText& linted, LintFindings& findings);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,56 @@
+// Lists and tables of pairs, which end at the first closing bracket, quoted or not.
+#include <string>
+
+#include "inspect/lint/bracketed_value.h"
+#include "inspect/lint/known_keys.h"
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/shown_text.h"
+
+namespace sealkeeper {
+namespace {
+
+std::string BracketCure(const BracketedValue& list) {
+    const bool isPattern = list.KeyName() == kIncludePaths || list.KeyName() == kExcludePaths;
+    if (isPattern) {
+        return "Write '?' in place of each bracket, which stands for any one character.";
+    }
+    return std::string("Write it without the '") + list.ClosingBracket() +
+           "', which cannot be part of it.";
+}
+
+// Lists end in the brackets "[]", so an odd number of quotes means that one stands open.
+void LintOpenQuote(const LintedText& linted, const BracketedValue& list, LintFindings& findings) {
+    const std::size_t end = list.Value().end;
+    const std::string bracket(1, list.ClosingBracket());
+    const bool isBracketQuoted =
+        linted.Part(end, linted.LineEnd(end)).find('"') != std::string_view::npos;
+    if (isBracketQuoted) {
+        findings.AddMisread(end - 1,
+                            "The '" + bracket + "' ends " + ShownName(list.KeyName()) +
+                                " even inside quotes, so this element and all after it are lost.",
+                            BracketCure(list));
+        return;
+    }
+    findings.Add(list.Quotes().back(),
+                 "The double quote here has no partner before the end of " +
+                     ShownName(list.KeyName()) + ", so what follows it is left out.",
+                 "Write a double quote on both sides of each element.");
+}
+
+}  // namespace
+
+void LintListEnds(const LintedText& linted, LintFindings& findings) {
+    for (const BracketedValue& list : BracketedValuesOf(linted)) {
+        const std::size_t bracket = list.Value().end - 1;
+        if (list.ReadingAt(bracket) == PlainReading::Comment) {
+            findings.AddMisread(bracket,
+                                std::string("The '") + list.ClosingBracket() +
+                                    "' in this comment ends " + ShownName(list.KeyName()) + ".",
+                                "Keep brackets out of comments between elements.");
+        } else if (list.Quotes().size() % 2 != 0) {
+            LintOpenQuote(linted, list, findings);
+        }
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,119 @@
+// Numbers, which end at the first semicolon after them, however far below it stands.
+#include <algorithm>
+#include <cstddef>
+
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/plain_reading.h"
+#include "inspect/lint/shown_text.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr std::string_view kDigits = "0123456789";
+
+// The keys that would have had a value if every line of `text`, which stands in a section, ended in
+// a semicolon.
+std::vector<std::string> KeysIn(std::string_view text) {
+    std::string section = "s {";
+    for (const char byte : text) {
+        section += byte == '\n' ? ";\n" : std::string(1, byte);
+    }
+    section += ";\n\n";
+    ConfigDocument document;
+    ConfigOutline outline;
+    static_cast<void>(OutlineConfigText(section, document, outline));
+    std::vector<std::string> names;
+    for (const OutlinedValue& value : outline.values) {
+        names.push_back(outline.keys[value.key].name);
+    }
+    return names;
+}
+
+class NumberEnd {
+  public:
+    NumberEnd(const LintedText& linted, const OutlinedValue& value)
+        : linted_(linted),
+          value_(value),
+          written_(linted.Part(value.begin, value.end)),
+          digits_(written_.substr(0, written_.find_first_not_of(kDigits))),
+          key_(linted.KeyOf(value).name) {}
+
+    void Lint(LintFindings& findings) const {
+        const std::string code = WithoutComments(written_);
+        const std::string_view tail = std::string_view(code).substr(digits_.size());
+        const bool isInComment = tail.back() != ';';
+        const auto swallowed = KeysIn(tail.substr(0, tail.size() - 1));
+        const bool hasBrace = tail.find('}') != std::string_view::npos;
+        if (!swallowed.empty() || hasBrace) {
+            LintSwallowed(swallowed, hasBrace, findings);
+        } else if (isInComment) {
+            LintCommentedSemicolon(findings);
+        } else if (!IsBlank(tail)) {
+            findings.Add(value_.begin,
+                         ShownName(TrimmedBlanks(code)) + " is read as the number " +
+                             std::string(digits_) + ", since only the digits at its start count.",
+                         "Write a whole number, as in '" + Proper(Ungrouped(code)) + "'.");
+        }
+    }
+
+  private:
+    // As it should have been written.
+    [[nodiscard]] std::string Proper(const std::string& digits) const {
+        return key_ + " = " + digits + ";";
+    }
+    [[nodiscard]] std::string Proper() const { return Proper(std::string(digits_)); }
+
+    // Of digits in groups, as in "1,024", all of them.
+    [[nodiscard]] std::string Ungrouped(const std::string& code) const {
+        std::string number(TrimmedBlanks(code));
+        std::erase_if(number, [](char byte) { return byte == ',' || byte == '_' || byte == '\''; });
+        const bool isNumber = number.find_first_not_of(kDigits) == std::string::npos;
+        return isNumber ? number : std::string(digits_);
+    }
+
+    void LintSwallowed(const std::vector<std::string>& keys, bool hasBrace,
+                       LintFindings& findings) const {
+        const std::string swallowed = keys.empty() ? "a '}'" : ShownNames(keys);
+        const std::string message = "The number of " + ShownName(key_) +
+                                    " goes on to the next semicolon, which is on " +
+                                    linted_.LineName(value_.end - 1) + ", so " + swallowed +
+                                    (keys.size() > 1 ? " are" : " is") + " not read.";
+        const std::string cure = "Write '" + Proper() + "'.";
+        // Without that brace, what follows is taken for more of this section.
+        if (hasBrace) {
+            findings.AddMisread(value_.begin, message, cure);
+        } else {
+            findings.Add(value_.begin, message, cure);
+        }
+    }
+
+    void LintCommentedSemicolon(LintFindings& findings) const {
+        const auto rest = linted_.Part(value_.end, linted_.LineEnd(value_.end));
+        if (!IsBlank(rest)) {
+            findings.AddMisread(value_.begin,
+                                "The number of " + ShownName(key_) +
+                                    " ends at the semicolon in a comment, and the rest of that "
+                                    "comment is read as keys and values.",
+                                "Write '" + Proper() + "' before the comment.");
+        }
+    }
+
+    const LintedText& linted_;
+    const OutlinedValue& value_;
+    // With its semicolon.
+    std::string_view written_;
+    std::string_view digits_;
+    const std::string& key_;
+};
+
+}  // namespace
+
+void LintNumberEnds(const LintedText& linted, LintFindings& findings) {
+    for (const OutlinedValue& value : linted.Outline().values) {
+        if (value.kind == ConfigValueKind::Number) {
+            NumberEnd(linted, value).Lint(findings);
+        }
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,40 @@
+// The two lists of patterns, of which the tool wants one.
+#include <algorithm>
+
+#include "inspect/lint/known_keys.h"
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/typed_values.h"
+
+namespace sealkeeper {
+
+void LintPathLists(const LintedText& linted, LintFindings& findings) {
+    // The tool refuses the file before it looks for them.
+    if (!linted.IsParsed()) {
+        return;
+    }
+    const auto includes =
+        ValuesOfKind(linted, kSearchSection, kIncludePaths, ConfigValueKind::List);
+    const auto excludes =
+        ValuesOfKind(linted, kSearchSection, kExcludePaths, ConfigValueKind::List);
+    if (includes.empty() && excludes.empty()) {
+        AddAtSection(linted, kSearchSection,
+                     "The tool reads neither a list include_paths nor a list exclude_paths here, "
+                     "and refuses the file.",
+                     "Write one of them in search_options, as in 'include_paths = "
+                     "[\"Content\"]'.",
+                     findings);
+    } else if (!includes.empty() && !excludes.empty()) {
+        const std::size_t second = std::max(includes.front()->begin, excludes.front()->begin);
+        findings.Add(second,
+                     "There are both include_paths and exclude_paths, for which the tool refuses "
+                     "the file.",
+                     "Keep one of them.");
+    } else if (!includes.empty() && ElementsOf(linted, kSearchSection, kIncludePaths).empty()) {
+        findings.Add(includes.front()->begin,
+                     "The list of include_paths has no elements, which the tool takes for "
+                     "excluding nothing: it hashes every file of the game.",
+                     "Write what to hash, or 'exclude_paths = [ ]' if every file is meant.");
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,81 @@
+// Patterns of paths. The tool writes "./" before them and goes by the paths that this leads to,
+// letter by letter.
+#include <algorithm>
+#include <string>
+
+#include "inspect/lint/known_keys.h"
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/shown_text.h"
+#include "inspect/lint/typed_values.h"
+#include "platform/path_strings.h"
+
+namespace sealkeeper {
+namespace {
+
+bool IsLetter(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+bool HasDrive(std::string_view path) {
+    return path.size() >= 2 && IsLetter(path[0]) && path[1] == ':';
+}
+
+// Without components that are empty or ".".
+std::string Shortest(std::string_view path) {
+    std::string shortest;
+    while (!path.empty()) {
+        const std::string_view component = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(path.size(), component.size() + 1));
+        if (!component.empty() && component != ".") {
+            shortest += (shortest.empty() ? "" : "/") + std::string(component);
+        }
+    }
+    return shortest;
+}
+
+void LintDetour(std::string_view key, const OutlinedText& pattern, const std::string& path,
+                LintFindings& findings) {
+    const std::string shortest = Shortest(path);
+    // The tool itself leaves out one '/' at the end.
+    if (path == shortest || path == shortest + "/") {
+        return;
+    }
+    const char* const effect = key == kExcludePaths
+                                   ? ", so it excludes nothing that is found in a directory."
+                                   : ", which the paths in the catalogue then have as well.";
+    const std::string what =
+        path.starts_with('/') ? " begins with '/'" : " has a directory '.' or an empty one in it";
+    findings.Add(pattern.begin, "The pattern " + ShownName(pattern.text) + what + effect,
+                 shortest.empty() ? "Write the names of directories and files."
+                                  : "Write " + ShownValue(shortest) + ".");
+}
+
+void LintPattern(std::string_view key, const OutlinedText& pattern, LintFindings& findings) {
+    const std::string path = WithForwardSlashes(pattern.text);
+    if (HasDrive(path)) {
+        findings.Add(pattern.begin,
+                     "The pattern " + ShownName(pattern.text) +
+                         " begins with a drive, but patterns are taken from the game directory.",
+                     "Write the path from the game directory on.");
+    } else {
+        LintDetour(key, pattern, path, findings);
+    }
+    if (path.find("**") != std::string::npos) {
+        findings.Add(pattern.begin,
+                     "'**' in the pattern " + ShownName(pattern.text) +
+                         " is no more than '*', which matches within one directory.",
+                     "Write the name of a directory, which stands for all files below it.");
+    }
+}
+
+}  // namespace
+
+void LintPatterns(const LintedText& linted, LintFindings& findings) {
+    for (const std::string_view key : {kIncludePaths, kExcludePaths}) {
+        for (const OutlinedText& pattern : ElementsOf(linted, kSearchSection, key)) {
+            LintPattern(key, pattern, findings);
+        }
+    }
+}
+
+}  // namespace sealkeeper

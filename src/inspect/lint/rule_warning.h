@@ -1,0 +1,21 @@
+// Something in the rules that is likely not what was meant.
+#ifndef SEALKEEPER_INSPECT_LINT_RULE_WARNING_H
+#define SEALKEEPER_INSPECT_LINT_RULE_WARNING_H
+
+#include <cstddef>
+#include <string>
+
+namespace sealkeeper {
+
+struct RuleWarning {
+    // From 1, in bytes; both 0 for what stands at no place of the configuration file.
+    std::size_t line = 0;
+    std::size_t column = 0;
+    // One sentence each.
+    std::string message;
+    std::string cure;
+};
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,109 @@
+// The texts that the client is told at run time.
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "inspect/lint/known_keys.h"
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/nearest_name.h"
+#include "inspect/lint/shown_text.h"
+#include "inspect/lint/typed_values.h"
+#include "runtime/anti_tamper_solutions.h"
+#include "runtime/runtime_configuration.h"
+
+namespace sealkeeper {
+namespace {
+
+// "None" is in the table, but not to be chosen.
+std::vector<std::string> Choices() {
+    const auto names = AntiTamperSolutionNames();
+    return {names.begin() + 1, names.end()};
+}
+
+std::string AnyChoice() {
+    std::string names;
+    for (const std::string& name : Choices()) {
+        names += (names.empty() ? "" : ", ") + name;
+    }
+    return names;
+}
+
+bool IsLetter(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
+// Whether what was found in `text` is a word of its own there.
+bool IsWord(const std::string& text, const NamedSolution& found) {
+    const std::string_view name = AntiTamperSolutionNames()[found.solution];
+    const std::size_t end = found.offset + name.size();
+    return (found.offset == 0 || !IsLetter(text[found.offset - 1])) &&
+           (end == text.size() || !IsLetter(text[end]));
+}
+
+void LintUnknownSolution(const OutlinedText& text, LintFindings& findings) {
+    const std::string nearest = NearestName(text.text, Choices());
+    findings.Add(text.begin,
+                 ShownName(text.text) +
+                     " is no anti-tamper solution that the tool knows, so it writes nothing and "
+                     "fails.",
+                 nearest.empty()
+                     ? "Write 'Generic' for a solution that is none of " + AnyChoice() + "."
+                     : "Write " + ShownName(nearest) + " if that is meant.");
+}
+
+void LintSolution(const OutlinedText& text, LintFindings& findings) {
+    const auto found = FindAntiTamperSolutions(text.text);
+    if (found.empty()) {
+        LintUnknownSolution(text, findings);
+        return;
+    }
+    const NamedSolution& first = found.front();
+    const std::string taken = ShownName(AntiTamperSolutionNames()[first.solution]);
+    if (first.solution == kNoAntiTamperSolution) {
+        findings.Add(text.begin,
+                     ShownName(text.text) +
+                         " is taken for 'None', which cannot be chosen, so the tool writes nothing "
+                         "and fails.",
+                     "Remove the key if there is no solution.");
+    } else if (found.size() > 1) {
+        findings.Add(
+            text.begin,
+            ShownName(text.text) + " names several solutions, of which " + taken + " is taken.",
+            "Write the name of one.");
+    } else if (!IsWord(text.text, first)) {
+        findings.Add(text.begin,
+                     ShownName(text.text) + " is taken for " + taken +
+                         ", since these letters are part of it.",
+                     "Write " + taken + " if that is meant, or 'Generic'.");
+    }
+}
+
+}  // namespace
+
+void LintAntiTamperSolution(const LintedText& linted, LintFindings& findings) {
+    for (const OutlinedValue* value :
+         ValuesOfKind(linted, kRuntimeSection, kAntiTamper, ConfigValueKind::String)) {
+        LintSolution(value->texts.front(), findings);
+    }
+}
+
+void LintCrashReporter(const LintedText& linted, LintFindings& findings) {
+    for (const OutlinedValue* value :
+         ValuesOfKind(linted, kRuntimeSection, kCrashReporter, ConfigValueKind::String)) {
+        const OutlinedText& name = value->texts.front();
+        const std::string length = std::to_string(name.text.size());
+        if (name.text.size() > kCrashReporterNameBytes) {
+            findings.Add(name.begin,
+                         "The name of the crash reporter has " + length +
+                             " bytes, of which only the first 64 are kept.",
+                         "Write a name of at most 63 bytes.");
+        } else if (name.text.size() == kCrashReporterNameBytes) {
+            findings.Add(name.begin,
+                         "The name of the crash reporter has 64 bytes, which leaves no room for "
+                         "the zero byte after it.",
+                         "Write a name of at most 63 bytes.");
+        }
+    }
+}
+
+}  // namespace sealkeeper

@@ -1,0 +1,30 @@
+// The values that the tool looks at.
+#ifndef SEALKEEPER_INSPECT_LINT_TYPED_VALUES_H
+#define SEALKEEPER_INSPECT_LINT_TYPED_VALUES_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "inspect/lint/linted_text.h"
+
+namespace sealkeeper {
+
+// The values of that kind of `key` in `section`.
+[[nodiscard]] std::vector<const OutlinedValue*> ValuesOfKind(const LintedText& linted,
+                                                             std::string_view section,
+                                                             std::string_view key,
+                                                             ConfigValueKind kind);
+
+// The elements of all lists of `key` in `section`.
+[[nodiscard]] std::vector<OutlinedText> ElementsOf(const LintedText& linted,
+                                                   std::string_view section, std::string_view key);
+
+// Adds what something that is missing from `section` leads to: where its last body begins, or
+// without a place when there is none.
+void AddAtSection(const LintedText& linted, std::string_view section, std::string message,
+                  std::string cure, LintFindings& findings);
+
+}  // namespace sealkeeper
+
+#endif

@@ -1,0 +1,33 @@
+#include <string>
+
+#include "inspect/lint/known_keys.h"
+#include "inspect/lint/lint_rules.h"
+#include "inspect/lint/typed_values.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr std::int64_t kSupportedVersion = 2;
+
+}  // namespace
+
+void LintVersion(const LintedText& linted, LintFindings& findings) {
+    // The tool refuses the file before it looks for one.
+    if (!linted.IsParsed()) {
+        return;
+    }
+    const auto versions = ValuesOfKind(linted, kInfoSection, kVersion, ConfigValueKind::Number);
+    if (versions.empty()) {
+        AddAtSection(linted, kInfoSection,
+                     "The tool reads no version here, takes the file for one of version 1 and "
+                     "refuses it.",
+                     "Write 'config_info { version = 2; }'.", findings);
+    } else if (versions.back()->number != kSupportedVersion) {
+        findings.Add(versions.back()->begin,
+                     "The version is " + std::to_string(versions.back()->number) +
+                         ", and the tool refuses every one but 2.",
+                     "Write 'version = 2;'.");
+    }
+}
+
+}  // namespace sealkeeper
