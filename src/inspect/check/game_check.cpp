@@ -25,10 +25,10 @@ std::string SearchFailureText(ResultCode code, int systemError, const std::strin
     return LastLoggedError();
 }
 
-// Ends `report` with `code`, for which `failure` gives the reason.
+// Ends `report` with `code`, for which `failure` gives the reason where one is known.
 ResultCode EndWith(ResultCode code, std::string failure, CheckReport& report) {
     report.code = code;
-    report.failure = std::move(failure);
+    report.failure = failure.empty() ? ResultFailureText(code) : std::move(failure);
     return code;
 }
 
