@@ -16,30 +16,15 @@ import catalogue_format
 import e2e_console as console
 import e2e_read_back as texts
 from catalogue_entry import entry_of_bytes
+from compressed_bomb import MIB, bomb
 from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, UNDER_SANITIZER, Run
 from independent_test_support import block_of_codes
 from signed_game import STATUSES, SignedGameTest
 
-MIB = 1024 * 1024
 RECORD = entry_of_bytes("a", b"a").record()
 LARGEST = 2**32 - 1
 BOMB_MEGABYTES = 64
 """The program itself takes 20 of them."""
-
-
-def bomb(begin: bytes, megabytes: int) -> bytes:
-    """A compressed block of `begin` and then at least so many MiB of zero bytes.
-
-    Every code for zero bytes stands for one byte more than the one before, until the dictionary is full
-    and the longest string is sent again and again.
-    """
-    first_new = 257 + len(begin)
-    growing = [*begin, 0, *range(first_new, 4095)]
-    if len(growing) % 2 != 0:
-        growing.append(4094)
-    longest = 4095 - first_new + 1
-    pairs = megabytes * MIB // (2 * longest) + 1
-    return block_of_codes(growing) + b"\xfe\xef\xff" * pairs
 
 
 def signed(block: bytes, count: int, raw_length: int = 0) -> bytes:

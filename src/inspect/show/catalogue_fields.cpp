@@ -47,9 +47,7 @@ std::string MeaningOf(const Place& place, std::uint64_t number) {
 ShownField FieldOf(const Place& place, std::span<const std::uint8_t> bytes) {
     ShownField field{place.name, place.offset, place.sizeBytes, {}, {}};
     if (!IsNumber(place)) {
-        // What the area holds says nothing to anyone.
-        field.value = place.offset == format::kMagicOffset ? SpacedHex(bytes)
-                                                           : SpacedHex(bytes.first(4)) + " ...";
+        field.value = place.offset == format::kMagicOffset ? SpacedHex(bytes) : Hex(bytes);
         return field;
     }
     const std::uint64_t number = bytes.size() == sizeof(std::uint16_t)

@@ -11,19 +11,19 @@ namespace sealkeeper {
 namespace {
 
 Json SideJson(const std::string& path, const CatalogueSum& sum) {
-    return {{"file", path}, {"entries", sum.files}, {"fileBytes", sum.bytes}};
+    return {{"file", path}, {"files", sum.files}, {"bytes", sum.bytes}};
 }
 
 Json EntryJson(const ComparedEntry& entry) {
     return {{"path", entry.path},
             {"isAliased", entry.form == StoredPath::Form::Aliased},
-            {"sizeBytes", entry.sizeBytes},
+            {"bytes", entry.sizeBytes},
             {"chunks", entry.digests.size() / entry_record::kDigestBytes}};
 }
 
 Json ChangeJson(const ChangedEntry& entry) {
     Json json = EntryJson(entry.after);
-    json["oldSizeBytes"] = entry.before.sizeBytes;
+    json["oldBytes"] = entry.before.sizeBytes;
     json["oldChunks"] = entry.before.digests.size() / entry_record::kDigestBytes;
     json["differingChunks"] = DifferingDigests(entry);
     return json;

@@ -6,42 +6,81 @@
 namespace sealkeeper {
 namespace {
 
+constexpr std::string_view kMemberIndent = "\n  ";
 constexpr std::string_view kElementIndent = "\n    ";
+constexpr std::string_view kInnerMemberIndent = "\n      ";
+constexpr std::string_view kInnerElementIndent = "\n        ";
 
-// Line feeds stand between the tokens alone: those in strings are escaped.
-std::string Indented(const std::string& document) {
-    std::string text;
-    for (const char character : document.substr(0, document.size() - 1)) {
+// `json` without the line feed at its end, its lines indented. Line feeds stand between the tokens
+// alone: those in strings are escaped.
+std::string Indented(const Json& json, std::string_view indent) {
+    std::string text = JsonText(json);
+    text.pop_back();
+    std::string indented;
+    for (const char character : text) {
         if (character == '\n') {
-            text += kElementIndent;
+            indented += indent;
         } else {
-            text += character;
+            indented += character;
         }
     }
-    return text;
+    return indented;
+}
+
+// The same of an object up to its last member.
+std::string IndentedMembers(const Json& object, std::string_view indent) {
+    const std::string text = Indented(object, indent);
+    return text.substr(0, text.size() - indent.size() - 1);
+}
+
+std::string ArrayStart(std::string_view name, std::string_view indent) {
+    return "," + std::string(indent) + Json(name).dump() + ": [";
+}
+
+std::string ArrayEnd(bool hasElements, std::string_view indent) {
+    return hasElements ? std::string(indent) + "]" : "]";
 }
 
 }  // namespace
 
 JsonStream::JsonStream(Console& console, const Json& head) : console_(console) {
-    constexpr std::string_view kEnd = "\n}\n";
-    const std::string text = JsonText(head);
-    console_.Write(text.substr(0, text.size() - kEnd.size()));
+    console_.Write(IndentedMembers(head, "\n"));
+}
+
+void JsonStream::BeginValue(bool& hasOthers, std::string_view indent) {
+    console_.Write(hasOthers ? "," : "");
+    console_.Write(indent);
+    hasOthers = true;
 }
 
 void JsonStream::BeginArray(std::string_view name) {
     hasElements_ = false;
-    console_.Write(",\n  " + Json(name).dump() + ": [");
+    console_.Write(ArrayStart(name, kMemberIndent));
 }
 
 void JsonStream::Add(const Json& element) {
-    console_.Write((hasElements_ ? "," : "") + std::string(kElementIndent) +
-                   Indented(JsonText(element)));
-    hasElements_ = true;
+    BeginValue(hasElements_, kElementIndent);
+    console_.Write(Indented(element, kElementIndent));
 }
 
 void JsonStream::EndArray() {
-    console_.Write(hasElements_ ? "\n  ]" : "]");
+    console_.Write(ArrayEnd(hasElements_, kMemberIndent));
+}
+
+void JsonStream::BeginElement(const Json& head, std::string_view name) {
+    BeginValue(hasElements_, kElementIndent);
+    hasInnerElements_ = false;
+    console_.Write(IndentedMembers(head, kElementIndent) + ArrayStart(name, kInnerMemberIndent));
+}
+
+void JsonStream::AddToElement(const Json& element) {
+    BeginValue(hasInnerElements_, kInnerElementIndent);
+    console_.Write(Indented(element, kInnerElementIndent));
+}
+
+void JsonStream::EndElement() {
+    console_.Write(ArrayEnd(hasInnerElements_, kInnerMemberIndent) + std::string(kElementIndent) +
+                   "}");
 }
 
 void JsonStream::Finish() {

@@ -21,12 +21,21 @@ class JsonStream {
     void Add(const Json& element);
     void EndArray();
 
+    // An element that is an object in turn: the members of `head`, which has one at least, and then
+    // an array `name` of what is added until the element ends.
+    void BeginElement(const Json& head, std::string_view name);
+    void AddToElement(const Json& element);
+    void EndElement();
+
     // Ends the document.
     void Finish();
 
   private:
+    void BeginValue(bool& hasOthers, std::string_view indent);
+
     Console& console_;
     bool hasElements_ = false;
+    bool hasInnerElements_ = false;
 };
 
 }  // namespace sealkeeper

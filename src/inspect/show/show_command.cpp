@@ -45,7 +45,8 @@ void AddShowCommand(CLI::App& program, Console& console, int& status) {
     command->add_option("--product", options->productId,
                         "Also tell whether the certificate is trusted for this product id");
     command->add_flag("--digests", options->hasDigests, "Show the digests of the entries");
-    command->add_option("--limit", options->limit, "Show so many entries at the most");
+    command->add_option("--limit", options->limit, "Show so many entries at the most")
+        ->check(CLI::NonNegativeNumber);
     command->add_flag("--json", options->isJson, "Print JSON");
     command->callback([options, &console, &status] { status = Show(*options, console); });
 }

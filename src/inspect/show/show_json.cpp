@@ -57,8 +57,7 @@ Json InvalidJson(const InvalidFinding& finding) {
 Json FieldsJson(const std::vector<ShownField>& fields) {
     Json json = Json::array();
     for (const ShownField& field : fields) {
-        Json member = {
-            {"name", field.name}, {"offset", field.offset}, {"sizeBytes", field.sizeBytes}};
+        Json member = {{"name", field.name}, {"offset", field.offset}, {"bytes", field.sizeBytes}};
         std::visit([&member](const auto& value) { member["value"] = value; }, field.value);
         if (!field.meaning.empty()) {
             member["meaning"] = field.meaning;
@@ -84,7 +83,7 @@ Json SignatureJson(const SignatureFacts& signature) {
 }
 
 Json RevocationJson(const RevocationFacts& list) {
-    Json json = {{"sizeBytes", list.lengthBytes}, {"isList", list.isList}};
+    Json json = {{"bytes", list.lengthBytes}, {"isList", list.isList}};
     if (list.isList) {
         json["issuer"] = list.issuer;
         json["thisUpdate"] = list.thisUpdate;
@@ -98,16 +97,16 @@ Json RevocationJson(const RevocationFacts& list) {
 }
 
 Json TotalsJson(const EntryTotals& totals) {
-    return {{"entries", totals.entries},
-            {"fileBytes", totals.fileBytes},
+    return {{"files", totals.entries},
+            {"bytes", totals.fileBytes},
             {"chunks", totals.chunks},
-            {"oddEntries", totals.oddEntries}};
+            {"oddFiles", totals.oddEntries}};
 }
 
 Json HeadJson(const ShownFile& file) {
     Json json = {{"file", file.path},
                  {"kind", KindName(file.kind)},
-                 {"sizeBytes", file.sizeBytes},
+                 {"bytes", file.sizeBytes},
                  {"isValid", !file.invalid}};
     if (file.invalid) {
         json["invalid"] = InvalidJson(*file.invalid);
@@ -128,7 +127,7 @@ Json HeadJson(const ShownFile& file) {
 
 Json EntryJson(const WalkedEntry& entry) {
     Json json = {{"path", entry.path.spelt},
-                 {"sizeBytes", entry.record.FileSizeBytes()},
+                 {"bytes", entry.record.FileSizeBytes()},
                  {"chunks", entry.record.DigestCount()},
                  {"namePosition", entry.record.NamePosition()}};
     if (entry.path.form == StoredPath::Form::Aliased) {
@@ -140,13 +139,13 @@ Json EntryJson(const WalkedEntry& entry) {
     return json;
 }
 
-Json DigestsJson(EntryWalk& walk) {
-    Json json = Json::array();
+void WriteWithDigests(const Json& entry, EntryWalk& walk, JsonStream& stream) {
+    stream.BeginElement(entry, "digests");
     Sha256Digest digest;
     while (walk.NextDigest(digest)) {
-        json.push_back(Hex(digest));
+        stream.AddToElement(Hex(digest));
     }
-    return json;
+    stream.EndElement();
 }
 
 void WriteEntries(const ReadFile& file, const ShowOptions& options, JsonStream& stream) {
@@ -155,11 +154,11 @@ void WriteEntries(const ReadFile& file, const ShowOptions& options, JsonStream& 
     WalkedEntry entry;
     for (std::uint64_t left = options.limit.value_or(file.shown.totals->entries);
          left > 0 && walk && walk->Next(entry); --left) {
-        Json json = EntryJson(entry);
         if (options.hasDigests) {
-            json["digests"] = DigestsJson(*walk);
+            WriteWithDigests(EntryJson(entry), *walk, stream);
+        } else {
+            stream.Add(EntryJson(entry));
         }
-        stream.Add(json);
     }
     stream.EndArray();
 }

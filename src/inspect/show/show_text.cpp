@@ -75,7 +75,13 @@ std::string ValueText(const ShownField& field, const Console& console) {
     if (const auto* number = std::get_if<std::uint64_t>(&field.value)) {
         return GroupedNumber(*number);
     }
+    // The longest name has so many bytes. What is longer says nothing to anyone.
+    constexpr std::size_t kLongestShown = 64;
+    constexpr std::size_t kStartShown = 16;
     const std::string& text = std::get<std::string>(field.value);
+    if (text.size() > kLongestShown) {
+        return text.substr(0, kStartShown) + " ...";
+    }
     return text.empty() ? "none" : console.Foreign(text);
 }
 

@@ -43,5 +43,29 @@ TEST(JsonStream, WritesWhatTheWholeDocumentWouldBe) {
     }
 }
 
+TEST(JsonStream, WritesElementsWithAnArrayOfTheirOwn) {
+    const Json head = {{"a", 1}};
+    const std::vector<Json> elements = {
+        {{"x", {{"y", 1}}}, {"inner", Json::array()}},
+        {{"x", "line\nfeed"}, {"inner", {1, {{"deep", {2, 3}}}, "z"}}},
+    };
+    Json whole = head;
+    whole["array"] = elements;
+    test::CapturedOutput output;
+    Console console;
+    JsonStream stream(console, head);
+    stream.BeginArray("array");
+    for (const Json& element : elements) {
+        stream.BeginElement({{"x", element["x"]}}, "inner");
+        for (const Json& inner : element["inner"]) {
+            stream.AddToElement(inner);
+        }
+        stream.EndElement();
+    }
+    stream.EndArray();
+    stream.Finish();
+    EXPECT_EQ(output.Take(), JsonText(whole));
+}
+
 }  // namespace
 }  // namespace sealkeeper
