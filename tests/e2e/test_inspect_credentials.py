@@ -4,12 +4,13 @@ Each broken credential is also given to generate; the report must tell the statu
 """
 
 import os
+import re
 import shutil
 import subprocess
 import unittest
 from pathlib import Path
 
-from credentials_inspection import INSPECT, ISSUE, TRUST, inspect, inspect_json, names, openssl
+from credentials_inspection import INSPECT, ISSUE, ROOT, TRUST, inspect, inspect_json, names, openssl
 from e2e_support import CREDENTIALS, GOOD, INCLUDE_BIN, PRODUCT, Credentials, EndToEndTest
 
 DAMAGED = CREDENTIALS / "damaged"
@@ -287,6 +288,20 @@ class Report(CredentialsTest):
                 status, output, errors = inspect("credentials", *arguments)
                 self.assertEqual((status, output), (64, ""))
                 self.assertIn(word, errors)
+
+
+class Pages(unittest.TestCase):
+    def test_every_finding_stands_on_a_page(self) -> None:
+        made = re.compile(r'Make(?:Error|Warning)\(\s*(?:is\w+ \? )?"([a-z-]+)"(?: : "([a-z-]+)")?')
+        sources = "".join(path.read_text() for path in (ROOT / "src/inspect/credentials").glob("*_findings.cpp"))
+        found = {name for names_of_one in made.findall(sources) for name in names_of_one if name}
+        # The one that is named by a constant.
+        found.add("wrong-product")
+        pages = "".join((ROOT / f"docs/inspect/{page}.md").read_text() for page in ("credentials", "trust"))
+        rows = "".join(line.split("|")[1] for line in pages.splitlines() if line.startswith("| `"))
+        # Members of the JSON report are no findings.
+        members = {"authority", "certificate", "findings", "generate", "status"}
+        self.assertEqual(set(re.findall(r"`([a-z-]+)`", rows)) - members, found)
 
 
 if __name__ == "__main__":

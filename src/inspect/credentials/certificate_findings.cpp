@@ -96,7 +96,7 @@ CredentialFindings JudgeDates(const CertificateDetails& certificate, const Judgi
             MakeError("certificate-expired", CodeOfFlag(MBEDTLS_X509_BADCERT_EXPIRED),
                       "The certificate expired on " + TimeText(certificate.notAfter) +
                           "; this machine's clock says " + TimeText(time.now) + ".",
-                      {std::string({kAskForNew}) +
+                      {std::string(kAskForNew) +
                        " Catalogues that were signed with this one cannot be verified any more."}));
     }
     if (EndsSoon(certificate.notAfter, time)) {
@@ -128,7 +128,7 @@ CredentialFindings JudgeChain(const CertificateFacts& facts, const TrustFacts& t
             return {MakeError(
                 "foreign-authority", code,
                 "The certificate names the built-in authority as its issuer, but is not signed by its key: another authority of the same name issued it, or the certificate is damaged.",
-                {std::string({kAskForNew}) +
+                {std::string(kAskForNew) +
                  " \"sealkeeper-inspect trust\" shows the fingerprint of the built-in authority."})};
         case ChainState::SelfSigned:
             return {MakeError(

@@ -157,7 +157,8 @@ CredentialFacts GatherCredentialFacts(const CredentialFiles& files, const TrustM
     if (files.key) {
         facts.key = GatherKey(*files.key, certificate);
     }
-    if (files.revocationList) {
+    // An empty path is none for generate as well.
+    if (files.revocationList && !files.revocationList->empty()) {
         facts.revocationList = GatherList(*files.revocationList);
     }
     return facts;
