@@ -32,8 +32,9 @@ int AnswerParseError(const CLI::App& program, const CLI::ParseError& error, Cons
 
 int ParseAndRun(int argc, const char* const* argv, Console& console) {
     int status = kStatusGood;
-    CLI::App program("Says what sealkeeper hashes and why, and what its files hold.",
-                     "sealkeeper-inspect");
+    CLI::App program(
+        "Say what sealkeeper hashes and why, whether its files and credentials are good, and what they hold.",
+        "sealkeeper-inspect");
     program.set_version_flag("--version", "sealkeeper-inspect " SEALKEEPER_VERSION);
     AddCheckCommand(program, console, status);
     AddCompareCommand(program, console, status);

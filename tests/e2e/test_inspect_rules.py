@@ -122,7 +122,7 @@ class Traps(Rules):
                    "written them, and then replaces them: verify fails.")
         self.assert_warned('exclude_paths = ["*.log"]', message, 'Add "Quorvane" to exclude_paths.', '["*.log"')
         self.assert_warned('include_paths = ["bin", "*"]', message,
-                           "Write patterns that do not take in 'Quorvane'.", '*"')
+                           "Write in include_paths what to hash, and nothing that takes in 'Quorvane'.", '*"')
         self.assertFalse((self.game / "Quorvane").exists(), "nothing is written")
 
     def test_own_output_of_a_mod(self) -> None:

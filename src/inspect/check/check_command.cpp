@@ -68,9 +68,8 @@ void AddCheckCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<CheckOptions>();
     CLI::App* const command = program.add_subcommand(
         "check",
-        "Verifies a game and says what verifying leaves unsaid: unlisted files, links, a "
-        "missing runtime.conf.");
-    command->add_option("DIR", options->directory, "The game's directory")->required();
+        "Verify a game, and say what verify leaves unsaid: unlisted files, links, a missing runtime.conf");
+    command->add_option("DIR", options->directory, "The game directory")->type_name("")->required();
     command->add_option("--product", options->productId, "The product id of the game")
         ->required()
         ->check(EmptyProductFault)
@@ -80,9 +79,10 @@ void AddCheckCommand(CLI::App& program, Console& console, int& status) {
             ->add_option("--format", options->format, "The form of the report: text, json or junit")
             ->check(CLI::IsMember({"text", "json", "junit"}))
             ->type_name("FORMAT");
-    command->add_flag("--json", options->isJson, "The same as --format json")->excludes(format);
+    command->add_flag("--json", options->isJson, "Report as JSON: the same as --format json")
+        ->excludes(format);
     command->add_flag("--strict", options->text.isStrict,
-                      "Status 40 for what verifying leaves unsaid");
+                      "End with 40 for what verify leaves unsaid");
     command->add_flag("--verbose", options->text.isVerbose, "Show good files and all additions");
     command
         ->add_option("--jobs", options->jobs,

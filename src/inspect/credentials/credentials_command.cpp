@@ -41,7 +41,7 @@ void AddCredentialsCommand(CLI::App& program, Console& console, int& status) {
     auto options = std::make_shared<CredentialsOptions>();
     CLI::App* const command = program.add_subcommand(
         "credentials",
-        "Say whether a certificate and its key can sign, and what is wrong where they cannot.");
+        "Say whether a certificate and its key can sign, and what is wrong where they cannot");
     command->add_option("--cert", options->files.certificate, "The certificate (-incert)")
         ->type_name("FILE")
         ->required();
@@ -55,7 +55,7 @@ void AddCredentialsCommand(CLI::App& program, Console& console, int& status) {
                      "The revocation list for the catalogue (-incrl)")
         ->type_name("FILE");
     AddWarnDaysOption(*command, options->warnDays);
-    command->add_flag("--json", options->asJson, "Write the report as JSON");
+    command->add_flag("--json", options->asJson, "Report as JSON");
     command->callback([options, &console, &status] { status = RunCredentials(*options, console); });
 }
 

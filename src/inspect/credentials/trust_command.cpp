@@ -38,9 +38,9 @@ int RunTrust(const TrustOptions& options, Console& console) {
 void AddTrustCommand(CLI::App& program, Console& console, int& status) {
     auto options = std::make_shared<TrustOptions>();
     CLI::App* const command = program.add_subcommand(
-        "trust", "Show the authority and the revocation list that are built into sealkeeper.");
+        "trust", "Show the authority and the revocation list that are built into sealkeeper");
     AddWarnDaysOption(*command, options->warnDays);
-    command->add_flag("--json", options->asJson, "Write the report as JSON");
+    command->add_flag("--json", options->asJson, "Report as JSON");
     command->callback([options, &console, &status] { status = RunTrust(*options, console); });
 }
 

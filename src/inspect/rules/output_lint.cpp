@@ -29,11 +29,12 @@ TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) 
     return subject.places.patternList;
 }
 
-std::string CureFor(const std::string& output, const CatalogueConfig& config) {
-    const std::size_t slash = output.find('/');
-    const std::string top = output.substr(0, slash);
-    return config.includePaths.empty() ? "Add \"" + top + "\" to exclude_paths."
-                                       : "Write patterns that do not take in '" + top + "'.";
+std::string CureFor(const std::string& output, const LintSubject& subject) {
+    const std::string top = output.substr(0, output.find('/'));
+    // An empty list of what to include stands for the whole game, too.
+    return subject.places.patternKey == "exclude_paths"
+               ? "Add \"" + top + "\" to exclude_paths."
+               : "Write in include_paths what to hash, and nothing that takes in '" + top + "'.";
 }
 
 }  // namespace
@@ -50,21 +51,20 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
             replaced.push_back(output);
         }
     }
-    const CatalogueConfig& config = subject.secondSelection.config;
     if (!replaced.empty()) {
         warnings.push_back(
             WarningAt(PlaceOfPatternTo(replaced.front(), subject),
                       "A second run seals " + Quoted(replaced) + " as the first has written " +
                           ByNumber(replaced.size(), "it", "them") + ", and then replaces " +
                           ByNumber(replaced.size(), "it", "them") + ": verify fails.",
-                      CureFor(replaced.front(), config)));
+                      CureFor(replaced.front(), subject)));
     } else if (outputs.runtimeConfiguration && selected.contains(*outputs.runtimeConfiguration)) {
         // It is written before it is sealed, so verify accepts it.
         warnings.push_back(
             WarningAt(PlaceOfPatternTo(*outputs.runtimeConfiguration, subject),
                       "A run seals '" + *outputs.runtimeConfiguration +
                           "', which it writes itself and which has a signature of its own.",
-                      CureFor(*outputs.runtimeConfiguration, config)));
+                      CureFor(*outputs.runtimeConfiguration, subject)));
     }
 }
 

@@ -40,6 +40,7 @@ RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline) {
         return PlaceOf(text, outlined.begin);
     };
     const std::string_view list = ListInUse(outline);
+    places.patternKey = list;
     ForEachText(outline, list, ConfigValueKind::List,
                 [&](const OutlinedText& pattern, std::size_t /*index*/) {
                     places.patterns.push_back(placeOf(pattern));

@@ -16,8 +16,9 @@ namespace sealkeeper {
 struct RulePlaces {
     // Of the patterns of the list in use, in their order.
     std::vector<TextPlace> patterns;
-    // Of the key of that list.
+    // Of that list, and its key.
     TextPlace patternList;
+    std::string patternKey;
     // By the name as the tool stores it.
     std::map<std::string, TextPlace> aliases;
     // By the text of the extension; the first where it stands twice.

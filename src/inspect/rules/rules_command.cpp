@@ -127,15 +127,22 @@ void AddRulesCommand(CLI::App& program, Console& console, int& status) {
     const auto options = std::make_shared<RulesOptions>();
     CLI::App* const command = program.add_subcommand(
         "rules",
-        "What generate would hash of a game, why not the rest, and what is wrong with the rules");
-    command->add_option("cfg", options->configFile, "The configuration file")->required();
-    command->add_option("--game", options->gameDirectory, "The game directory")->required();
-    command->add_option("--outname", options->outputName,
-                        "The output name that generate is given (default: base)");
+        "Say what generate would hash of a game, why not the rest, and what is wrong with the rules");
+    command->add_option("CFG", options->configFile, "The configuration file")
+        ->type_name("")
+        ->required();
+    command->add_option("--game", options->gameDirectory, "The game directory")
+        ->type_name("DIR")
+        ->required();
+    command->add_option("--outname", options->outputName, "The output name (-outname)")
+        ->capture_default_str()
+        ->type_name("NAME");
     command->add_flag("--files", options->listsEveryFile, "Name every file, sealed ones too");
     command->add_flag("--json", options->asJson, "Report as JSON");
-    command->add_option("--html", options->pageFile,
-                        "Write a page that shows the game by size to this file, too");
+    command
+        ->add_option("--html", options->pageFile,
+                     "Write a page that shows the game by size to this file, too")
+        ->type_name("FILE");
     command->callback(
         [options, &console, &status] { status = RunRulesCommand(*options, console); });
 }

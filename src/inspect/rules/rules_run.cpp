@@ -59,7 +59,8 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
     }
     std::vector<InventoryItem> inventory;
     // Of what is there: an output that is yet to be written is only worth a word if it is sealed.
-    if (const ResultCode code = TakeInventory(SystemFileTree(), inventory); code != ResultCode::Ok) {
+    if (const ResultCode code = TakeInventory(SystemFileTree(), inventory);
+        code != ResultCode::Ok) {
         return code;
     }
     report.files = JudgeFiles(selection, inventory);

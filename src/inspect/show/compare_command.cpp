@@ -96,11 +96,15 @@ int Compare(const CompareOptions& options, Console& console) {
 
 void AddCompareCommand(CLI::App& program, Console& console, int& status) {
     auto* const command =
-        program.add_subcommand("compare", "Which files two catalogues list differently");
+        program.add_subcommand("compare", "Say which files two catalogues list differently");
     const auto options = std::make_shared<CompareOptions>();
-    command->add_option("OLD", options->paths.before, "The catalogue before")->required();
-    command->add_option("NEW", options->paths.after, "The catalogue after")->required();
-    command->add_flag("--json", options->isJson, "Print JSON");
+    command->add_option("OLD", options->paths.before, "The catalogue before")
+        ->type_name("")
+        ->required();
+    command->add_option("NEW", options->paths.after, "The catalogue after")
+        ->type_name("")
+        ->required();
+    command->add_flag("--json", options->isJson, "Report as JSON");
     command->callback([options, &console, &status] { status = Compare(*options, console); });
 }
 

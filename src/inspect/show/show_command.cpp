@@ -39,15 +39,18 @@ int Show(const ShowOptions& options, Console& console) {
 
 void AddShowCommand(CLI::App& program, Console& console, int& status) {
     auto* const command = program.add_subcommand(
-        "show", "What a catalogue or a runtime.conf holds, or what makes it invalid");
+        "show", "Show what a catalogue or a runtime.conf holds, or what makes it invalid");
     const auto options = std::make_shared<ShowOptions>();
-    command->add_option("FILE", options->path, "The file")->required();
-    command->add_option("--product", options->productId,
-                        "Also tell whether the certificate is trusted for this product id");
+    command->add_option("FILE", options->path, "The file")->type_name("")->required();
+    command
+        ->add_option("--product", options->productId,
+                     "Tell whether the certificate is trusted for this product id, too")
+        ->type_name("ID");
     command->add_flag("--digests", options->hasDigests, "Show the digests of the entries");
     command->add_option("--limit", options->limit, "Show so many entries at the most")
-        ->check(CLI::NonNegativeNumber);
-    command->add_flag("--json", options->isJson, "Print JSON");
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("N");
+    command->add_flag("--json", options->isJson, "Report as JSON");
     command->callback([options, &console, &status] { status = Show(*options, console); });
 }
 
