@@ -69,8 +69,8 @@ class StoredEntry {
     [[nodiscard]] std::uint64_t FileSizeBytes() const { return fileSizeBytes_; }
     [[nodiscard]] std::uint32_t NamePosition() const { return namePosition_; }
     [[nodiscard]] std::wstring Path() const;
-    // In UTF-16. `NamePosition` is beyond it for an aliased path: stored at four bytes a character,
-    // that has a zero after the first.
+    // In UTF-16. `NamePosition` is beyond it for an aliased path with a slash: stored at four bytes
+    // a character, that has a zero after the first.
     [[nodiscard]] std::size_t PathUnits() const { return pathUnits_; }
     [[nodiscard]] std::uint32_t DigestCount() const { return digestCount_; }
     // `index` is below `DigestCount`.

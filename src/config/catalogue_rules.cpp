@@ -94,6 +94,10 @@ ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document)
             path.c_str());
         return ResultCode::InitFailedConfig;
     }
+    return CheckDocumentVersion(document);
+}
+
+ResultCode CheckDocumentVersion(ConfigDocument& document) {
     std::string sectionName = "config_info";
     ConfigSection& info = document.GetSection(sectionName);
     const std::int64_t version =

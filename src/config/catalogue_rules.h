@@ -14,6 +14,10 @@ namespace sealkeeper {
 // but a readable file of version 2 is logged and gives `InitFailedConfig`.
 ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document);
 
+// Checks the format version of a document that was loaded; another than 2 is logged and gives
+// `InitFailedConfig`.
+ResultCode CheckDocumentVersion(ConfigDocument& document);
+
 // Validates the section "search_options" and fills `config` from it. The first fault is logged and
 // gives `InitFailedConfig`; `config` may then be filled in part.
 ResultCode ReadCatalogueRules(ConfigSection& searchOptions, CatalogueConfig& config);

@@ -148,6 +148,7 @@ ResultCode FileCollector::CollectNamedPath(const std::string& path, Collection& 
         case FileType::Missing:
             Log(LogLevel::Error, "The following path couldn't be opened: '%s'. (%u)", path.c_str(),
                 static_cast<unsigned>(errno));
+            collection.Skip(path, SkipRule::OtherType);
             break;
         case FileType::Directory:
             return RecursePath(path + "/", kEveryFilePattern, collection);

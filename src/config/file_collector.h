@@ -24,7 +24,8 @@ enum class SkipRule {
     SizeThreshold,
     ExcludedExtension,
     NoExtension,
-    // A link, or another thing that is neither file nor directory.
+    // A link, one to nothing that a pattern names, or another thing that is neither file nor
+    // directory.
     OtherType,
     // A directory that is missing or must not be read.
     Unlistable,

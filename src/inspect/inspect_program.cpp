@@ -78,7 +78,9 @@ int StartAndRun(int argc, const char* const* argv) {
         console.Fail("the cryptographic library could not be initialised");
         return kStatusError;
     }
-    return ParseAndRun(argc, argv, console);
+    const int status = ParseAndRun(argc, argv, console);
+    // A report that nobody got is no good one.
+    return console.Finish() || status != kStatusGood ? status : kStatusError;
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ ODD_NAMES = ["\udcff.bin", "line\nfeed", "\x1b[31m"]
 PATTERNS = [
     "*", "*/*", "?", "*.so", "*.pdb", "[ab]", "[ab]*", "*[!b]", "./a", "a/", "bin//*", "../game/a", "..", ".", "*/",
     "Quorvane", "Quorvane/*", "Quorvane/Certificates", "Quorvane/Certificates/base.bin", "*/Certificates", "nothing",
-    ".hidden", ".*", "data/../a", "Q*", "back\\\\slash", "",
+    ".hidden", ".*", "data/../a", "Q*", "back\\\\slash", "", "missing/../Quorvane", "Quorvane/../Q*/./*",
 ]
 EXTENSIONS = [".pdb", ".PDB", "pdb", ".log", ".so", "."]
 

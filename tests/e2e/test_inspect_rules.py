@@ -2,6 +2,7 @@
 
 import os
 import random
+import subprocess
 import unittest
 from pathlib import Path
 from typing import Any, Dict, List, Optional
@@ -9,7 +10,7 @@ from typing import Any, Dict, List, Optional
 import catalogue_format
 import random_games
 from e2e_support import OUTPUT_FOLDER, STEP, config
-from inspect_support import ERROR, GOOD, USAGE, WARNING, InspectTest
+from inspect_support import ERROR, GOOD, INSPECT, USAGE, WARNING, InspectTest
 
 RANDOM_GAMES = int(os.environ.get("SEALKEEPER_RANDOM_GAMES", "140")) // STEP
 NO_UTF8 = "U82W_ERROR"
@@ -83,6 +84,13 @@ class Reasons(Rules):
         (self.game / "closed").chmod(0)
         report = self.report('exclude_paths = ["Quorvane"]', WARNING)
         self.assertEqual(self.states(report)["closed"], "unlistable")
+        self.assertIn("'closed' cannot be read, so nothing in it is sealed.", self.warnings_of(report))
+
+    def test_a_dangling_link_that_a_pattern_names(self) -> None:
+        self.write("bin/a", b"1")
+        (self.game / "bin/gone").symlink_to("nowhere")
+        report = self.report('include_paths = ["bin/*"]', WARNING)
+        self.assertEqual(self.states(report)["bin/gone"], "dangling link")
 
     def test_a_link_to_sealed_files_is_not_left_out(self) -> None:
         self.write("real/a", b"1")
@@ -124,6 +132,22 @@ class Traps(Rules):
         self.assert_warned('include_paths = ["bin", "*"]', message,
                            "Write in include_paths what to hash, and nothing that takes in 'Quorvane'.", '*"')
         self.assertFalse((self.game / "Quorvane").exists(), "nothing is written")
+
+    def test_own_settings_alone(self) -> None:
+        self.write(f"{OUTPUT_FOLDER}/runtime.conf", b"x")
+        self.assert_warned(
+            f'include_paths = ["bin", "{OUTPUT_FOLDER}/runtime.conf"]',
+            f"A run seals '{OUTPUT_FOLDER}/runtime.conf', which it writes itself and which has a signature of its own.",
+            "Write in include_paths what to hash, and nothing that takes in 'Quorvane'.",
+            f"{OUTPUT_FOLDER}/runtime.conf")
+
+    def test_a_file_that_this_user_may_not_read(self) -> None:
+        self.write("bin/secret", b"1")
+        self.become_unprivileged()
+        (self.game / "bin/secret").chmod(0)
+        self.assert_warned(
+            'include_paths = ["bin"]', "'bin/secret' cannot be read by this user: generate fails at it.",
+            "Give this user the right to read it.")
 
     def test_own_output_of_a_mod(self) -> None:
         report = self.report('exclude_paths = ["Quorvane"]', WARNING, "--outname", "mod1")
@@ -234,6 +258,25 @@ class Refusals(Rules):
         run = self.inspect("rules", config_file, "--game", "nowhere")
         self.assertEqual((run.status, run.errors),
                          (ERROR, "sealkeeper-inspect: 'nowhere': No such file or directory\n"))
+
+    def test_a_report_that_cannot_be_written_is_no_good_one(self) -> None:
+        self.write("bin/a", b"1")
+        config_file = self.write_config(config('include_paths = ["bin"]'))
+        with open("/dev/full", "wb") as full:
+            run = subprocess.run([INSPECT, "rules", config_file, "--game", self.game, "--json"], stdout=full,
+                                 stderr=subprocess.PIPE, check=False, timeout=60)
+        self.assertEqual((run.returncode, run.stderr), (
+            ERROR, b"sealkeeper-inspect: the report could not be written: No space left on device\n"))
+
+    def test_nobody_need_read_all_of_it(self) -> None:
+        self.write("bin/a", b"1")
+        config_file = self.write_config(config('include_paths = ["bin"]'))
+        reading, writing = os.pipe()
+        os.close(reading)
+        run = subprocess.run([INSPECT, "rules", config_file, "--game", self.game], stdout=writing,
+                             stderr=subprocess.PIPE, check=False, timeout=60)
+        os.close(writing)
+        self.assertEqual((run.returncode, run.stderr), (GOOD, b""))
 
     def test_an_unknown_option_is_named(self) -> None:
         run = self.inspect("rules", "x.cfg", "--game", self.game, "--frob")

@@ -2,8 +2,10 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "app/console_log.h"
 #include "app/terminal_text.h"
@@ -72,7 +74,20 @@ Console::Console()
       hasColour_(isOutputTerminal_ && !HasText("NO_COLOR") && !IsDumbTerminal()) {}
 
 void Console::Write(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stdout);
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() && writeError_ == 0) {
+        writeError_ = errno;
+    }
+}
+
+bool Console::Finish() {
+    if (std::fflush(stdout) != 0 && writeError_ == 0) {
+        writeError_ = errno;
+    }
+    if (writeError_ == 0 || writeError_ == EPIPE) {
+        return true;
+    }
+    Fail(std::string("the report could not be written: ") + std::strerror(writeError_));
+    return false;
 }
 
 std::string Console::Foreign(std::string_view text) const {

@@ -15,8 +15,12 @@ class Console {
     // (no-color.org) or the terminal is a dumb one.
     Console();
 
-    // Writes `text` to standard output as it stands.
+    // Writes `text` to standard output as it stands. A failure is told by `Finish`.
     void Write(std::string_view text);
+
+    // Ends the report. Returns false, with the reason on standard error, when not all of it could
+    // be written; true, in silence, where nobody wants to read on, as in `… | head`.
+    [[nodiscard]] bool Finish();
 
     // What is not the program's own, as it goes into a text for standard output: where that is a
     // terminal, with its control characters escaped.
@@ -33,6 +37,8 @@ class Console {
     bool isOutputTerminal_;
     bool isErrorTerminal_;
     bool hasColour_;
+    // The errno of the first write that failed; 0 where none did.
+    int writeError_ = 0;
 };
 
 // The last message of the tool's own code that tells of an error, without its line feed; empty when

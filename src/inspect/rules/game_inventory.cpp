@@ -9,8 +9,7 @@
 namespace sealkeeper {
 namespace {
 
-// A path that the system takes as it is; a lexical one may look like an option to nobody, but may
-// be empty.
+// The game directory itself has an empty lexical path, which is none for the system.
 std::string AskedPath(const std::string& lexicalPath) {
     return "./" + lexicalPath;
 }

@@ -1,6 +1,7 @@
 #include "inspect/rules/game_with_outputs.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "inspect/rules/lexical_path.h"
@@ -15,24 +16,45 @@ bool Holds(const DirectoryEntries& entries, const std::string& name) {
 
 }  // namespace
 
-GameWithOutputs::GameWithOutputs() : root_(ResolvePath(".").value_or("")) {}
+GameWithOutputs::GameWithOutputs(std::string gameDirectory) : root_(std::move(gameDirectory)) {}
 
-// The path from the game directory that `path` leads to, by links and "..", as far as it is there;
-// one that is not in the game is absolute.
-std::string GameWithOutputs::KeyOf(const std::string& path) const {
+// The path from the game directory that `path` leads to by links and "..", which need not be there,
+// but all before it; nothing where it leads nowhere. One that is not in the game is absolute.
+std::optional<std::string> GameWithOutputs::KeyOf(const std::string& path) const {
     if (const auto resolved = ResolvePath(path)) {
         if (*resolved == root_) {
-            return {};
+            return std::string();
         }
         const std::string below = root_ + "/";
         return resolved->starts_with(below) ? resolved->substr(below.size()) : *resolved;
     }
-    const std::string lexical = LexicalPath(path);
-    const std::string_view parent = ParentOf(lexical);
-    // Nothing there, or nothing yet: what leads to it is.
-    const std::string above = parent.empty() ? "" : KeyOf(std::string(parent));
-    return above.empty() ? std::string(NameOf(lexical))
-                         : above + "/" + std::string(NameOf(lexical));
+    const std::size_t end = path.find_last_not_of('/');
+    if (end == std::string::npos) {
+        return std::nullopt;
+    }
+    const std::size_t slash = path.rfind('/', end);
+    const std::size_t nameBegin = slash == std::string::npos ? 0 : slash + 1;
+    const std::string name = path.substr(nameBegin, end + 1 - nameBegin);
+    const std::string parent = slash == std::string::npos ? "." : path.substr(0, slash);
+    const auto above = KeyOf(parent);
+    if (!above || !HasKey(*above)) {
+        return std::nullopt;
+    }
+    if (name == ".") {
+        return above;
+    }
+    if (name == "..") {
+        return std::string(ParentOf(*above));
+    }
+    return above->empty() ? name : *above + "/" + name;
+}
+
+std::string GameWithOutputs::AbsolutePathOf(const std::string& key) const {
+    return key.starts_with('/') ? key : root_ + "/" + key;
+}
+
+bool GameWithOutputs::HasKey(const std::string& key) const {
+    return added_.contains(key) || ResolvePath(AbsolutePathOf(key));
 }
 
 void GameWithOutputs::AddDirectory(const std::string& path) {
@@ -50,45 +72,63 @@ void GameWithOutputs::AddFile(const std::string& path, std::uint64_t sizeBytes) 
 
 ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
                                           std::optional<DirectoryEntries>& entries) const {
-    if (const ResultCode code = FileTree::ReadDirectory(directory, entries);
-        code != ResultCode::Ok) {
+    const ResultCode code = FileTree::ReadDirectory(directory, entries);
+    const auto key = code == ResultCode::Ok ? KeyOf(directory) : std::nullopt;
+    if (!key) {
         return code;
     }
-    const std::string key = KeyOf(directory);
-    if (!entries && added_.contains(key)) {
+    // The system does not know the way through what is not there.
+    if (!entries) {
+        if (const ResultCode again = FileTree::ReadDirectory(AbsolutePathOf(*key), entries);
+            again != ResultCode::Ok) {
+            return again;
+        }
+    }
+    const auto added = added_.find(*key);
+    if (!entries && added != added_.end() && added->second.type == FileType::Directory) {
         entries.emplace();
     }
-    if (!entries) {
-        return ResultCode::Ok;
-    }
-    for (const auto& [path, status] : added_) {
-        if (ParentOf(path) != key) {
-            continue;
-        }
-        std::string name(NameOf(path));
-        if (!Holds(*entries, name)) {
-            entries->push_back({std::move(name), status.type == FileType::Directory
-                                                     ? EntryType::Directory
-                                                     : EntryType::Regular});
-        }
+    if (entries) {
+        AddEntriesOf(*key, *entries);
     }
     return ResultCode::Ok;
 }
 
-ResultCode GameWithOutputs::LookAtPath(const std::string& path, FileStatus& status) const {
-    const ResultCode code = FileTree::LookAtPath(path, status);
-    if (status.type == FileType::Missing) {
-        if (const auto found = added_.find(KeyOf(path)); found != added_.end()) {
-            status = found->second;
+void GameWithOutputs::AddEntriesOf(const std::string& directory, DirectoryEntries& entries) const {
+    for (const auto& [path, status] : added_) {
+        if (ParentOf(path) != directory) {
+            continue;
+        }
+        std::string name(NameOf(path));
+        if (!Holds(entries, name)) {
+            entries.push_back({std::move(name), status.type == FileType::Directory
+                                                    ? EntryType::Directory
+                                                    : EntryType::Regular});
         }
     }
-    return code;
+}
+
+ResultCode GameWithOutputs::LookAtPath(const std::string& path, FileStatus& status) const {
+    const ResultCode code = FileTree::LookAtPath(path, status);
+    const auto key = status.type == FileType::Missing ? KeyOf(path) : std::nullopt;
+    if (!key) {
+        return code;
+    }
+    if (const auto added = added_.find(*key); added != added_.end()) {
+        status = added->second;
+        return ResultCode::Ok;
+    }
+    return FileTree::LookAtPath(AbsolutePathOf(*key), status);
 }
 
 ResultCode GameWithOutputs::LookForName(const std::string& path, bool& isThere) const {
     const ResultCode code = FileTree::LookForName(path, isThere);
-    isThere = isThere || added_.contains(KeyOf(path));
-    return code;
+    const auto key = isThere ? std::nullopt : KeyOf(path);
+    if (!key) {
+        return code;
+    }
+    isThere = added_.contains(*key);
+    return isThere ? ResultCode::Ok : FileTree::LookForName(AbsolutePathOf(*key), isThere);
 }
 
 }  // namespace sealkeeper

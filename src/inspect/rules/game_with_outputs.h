@@ -17,7 +17,8 @@ namespace sealkeeper {
 // The files below the current directory, which is the game directory, and some that are not there.
 class GameWithOutputs : public FileTree {
   public:
-    GameWithOutputs();
+    // `gameDirectory` is its absolute path without links.
+    explicit GameWithOutputs(std::string gameDirectory);
 
     // Adds a directory or a file by its lexical path, whose parent is there or was added before.
     // What is there stays what it is.
@@ -30,7 +31,10 @@ class GameWithOutputs : public FileTree {
     ResultCode LookForName(const std::string& path, bool& isThere) const override;
 
   private:
-    [[nodiscard]] std::string KeyOf(const std::string& path) const;
+    [[nodiscard]] std::optional<std::string> KeyOf(const std::string& path) const;
+    [[nodiscard]] std::string AbsolutePathOf(const std::string& key) const;
+    [[nodiscard]] bool HasKey(const std::string& key) const;
+    void AddEntriesOf(const std::string& directory, DirectoryEntries& entries) const;
 
     // The game directory, without links.
     std::string root_;

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
@@ -137,27 +138,27 @@ void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
-    std::set<std::string, std::less<>> sealed;
     std::set<std::string, std::less<>> leftOut;
+    std::map<std::string, std::string> sealedByLowerCase;
     for (const JudgedFile& file : subject.files) {
-        (file.leftOut ? leftOut : sealed).emplace(ExtensionIn(file.path));
+        std::string extension(ExtensionIn(file.path));
+        if (file.leftOut) {
+            leftOut.insert(std::move(extension));
+        } else {
+            sealedByLowerCase.emplace(LowerCased(extension), extension);
+        }
     }
     for (const std::string& extension : subject.selection.config.excludedExtensions) {
-        if (leftOut.contains(extension)) {
+        const auto sealed = sealedByLowerCase.find(LowerCased(extension));
+        if (leftOut.contains(extension) || sealed == sealedByLowerCase.end()) {
             continue;
         }
-        const auto other =
-            std::find_if(sealed.begin(), sealed.end(), [&extension](const std::string& candidate) {
-                return LowerCased(candidate) == LowerCased(extension);
-            });
-        if (other != sealed.end()) {
-            const auto place = subject.places.extensions.find(extension);
-            warnings.push_back(
-                WarningAt(place == subject.places.extensions.end() ? kNoPlace : place->second,
-                          "The extension '" + extension + "' leaves nothing out, and '" + *other +
-                              "' files are sealed: letter case counts.",
-                          "Write \"" + *other + "\"."));
-        }
+        const auto place = subject.places.extensions.find(extension);
+        warnings.push_back(
+            WarningAt(place == subject.places.extensions.end() ? kNoPlace : place->second,
+                      "The extension '" + extension + "' leaves nothing out, and '" +
+                          sealed->second + "' files are sealed: letter case counts.",
+                      "Write \"" + sealed->second + "\"."));
     }
 }
 

@@ -12,7 +12,8 @@ namespace sealkeeper {
 struct PlannedOutputs {
     // Made before the patterns are expanded; a parent comes before what it holds.
     std::vector<std::string> directories;
-    // Written after that and before the walk, where the game's own certificate signs.
+    // Written after that and before the walk, for the output name "base". That of a mod's
+    // certificate is not, which the name does not tell.
     std::optional<std::string> runtimeConfiguration;
     // Written after the walk.
     std::string catalogue;

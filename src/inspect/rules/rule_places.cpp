@@ -36,8 +36,9 @@ void ForEachText(const ConfigOutline& outline, std::string_view key, ConfigValue
 
 RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline) {
     RulePlaces places;
-    const auto placeOf = [text](const OutlinedText& outlined) {
-        return PlaceOf(text, outlined.begin);
+    const TextLines lines(text);
+    const auto placeOf = [&lines](const OutlinedText& outlined) {
+        return lines.PlaceOf(outlined.begin);
     };
     const std::string_view list = ListInUse(outline);
     places.patternKey = list;
@@ -46,7 +47,7 @@ RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline) {
                     places.patterns.push_back(placeOf(pattern));
                 });
     if (const auto values = ValuesOf(outline, kSection, list); !values.empty()) {
-        places.patternList = PlaceOf(text, values.front()->begin);
+        places.patternList = lines.PlaceOf(values.front()->begin);
     }
     ForEachText(outline, "exclude_extensions", ConfigValueKind::List,
                 [&](const OutlinedText& extension, std::size_t /*index*/) {
@@ -61,7 +62,7 @@ RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline) {
                 });
     for (const OutlinedValue* const value : ValuesOf(outline, kSection, "exclude_size_threshold")) {
         if (value->kind == ConfigValueKind::Number) {
-            places.sizeThreshold = PlaceOf(text, value->begin);
+            places.sizeThreshold = lines.PlaceOf(value->begin);
         }
     }
     return places;

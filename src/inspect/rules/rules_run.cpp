@@ -29,13 +29,13 @@ void SortByPlace(std::vector<RuleWarning>& warnings) {
 // What a second run selects, which finds the outputs of the first.
 ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& outputs,
                        Selection& selection) {
-    GameWithOutputs game;
+    GameWithOutputs game(request.gameDirectory);
     game.AddFile(outputs.catalogue, 0);
     game.AddFile(outputs.certificateCopy, 0);
     if (outputs.runtimeConfiguration) {
         game.AddFile(*outputs.runtimeConfiguration, 0);
     }
-    return SelectFiles(request.configFile, outputs, game, selection);
+    return SelectFiles(request.configText, outputs, game, selection);
 }
 
 }  // namespace
@@ -46,9 +46,9 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
     report.warnings = LintConfigText(request.configText);
 
     const PlannedOutputs outputs = PlanOutputs(request.gameDirectory, request.outputName);
-    GameWithOutputs game;
+    GameWithOutputs game(request.gameDirectory);
     Selection selection;
-    if (const ResultCode code = SelectFiles(request.configFile, outputs, game, selection);
+    if (const ResultCode code = SelectFiles(request.configText, outputs, game, selection);
         code != ResultCode::Ok) {
         return code;
     }

@@ -95,10 +95,15 @@ ResultCode Walk(const FileCollector& collector, const FileTree& game, Selection&
 }
 
 // The steps of generate from its configuration file to its list of files, in its order.
-ResultCode RunSteps(const std::string& configFile, const PlannedOutputs& outputs,
+ResultCode RunSteps(std::string_view configText, const PlannedOutputs& outputs,
                     GameWithOutputs& game, Selection& selection) {
     ConfigDocument document;
-    if (const ResultCode code = CheckConfigVersion(configFile, document); code != ResultCode::Ok) {
+    if (!document.ParseConfigText(configText)) {
+        selection.refusal = Refusal{ResultCode::InitFailedConfig,
+                                    "Could not load or parse the configuration file."};
+        return ResultCode::Ok;
+    }
+    if (const ResultCode code = CheckDocumentVersion(document); code != ResultCode::Ok) {
         return code;
     }
     FileCollector collector("./", game);
@@ -130,14 +135,14 @@ ResultCode RunSteps(const std::string& configFile, const PlannedOutputs& outputs
 
 }  // namespace
 
-ResultCode SelectFiles(const std::string& configFile, const PlannedOutputs& outputs,
+ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& outputs,
                        GameWithOutputs& game, Selection& selection) {
     ForgetLoggedError();
     if (auto refusal = PlaceDirectories(outputs, game)) {
         selection.refusal = std::move(refusal);
         return ResultCode::Ok;
     }
-    const ResultCode code = RunSteps(configFile, outputs, game, selection);
+    const ResultCode code = RunSteps(configText, outputs, game, selection);
     if (TellsOfTheRules(code)) {
         selection.refusal = RefusalOf(code);
         return ResultCode::Ok;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/result_code.h"
@@ -37,10 +38,10 @@ struct Selection {
     std::vector<SkippedPath> skipped;
 };
 
-// Selects by the rules of the configuration file at `configFile`, an absolute path, in the current
-// directory, which is the game directory. `game` is given what the run would have written by the
-// time it looks. Fails with `SealkeeperIOError`, logged, for a fault of the system.
-ResultCode SelectFiles(const std::string& configFile, const PlannedOutputs& outputs,
+// Selects by the rules of `configText` in the current directory, which is the game directory.
+// `game` is given what the run would have written by the time it looks. Fails with
+// `SealkeeperIOError`, logged, for a fault of the system.
+ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& outputs,
                        GameWithOutputs& game, Selection& selection);
 
 }  // namespace sealkeeper

@@ -43,7 +43,8 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 
 // name_lint.cpp
 
-// Names that no catalogue can hold, and that end generate: no UTF-8, or too long.
+// Names that no catalogue can hold: no UTF-8, which it lists as an empty file of another name, or
+// too long, which ends generate.
 void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names with a backslash, which the catalogue holds as another name.
 void LintBackslashes(const LintSubject& subject, RuleWarnings& warnings);
@@ -66,7 +67,7 @@ void LintLinks(const LintSubject& subject, RuleWarnings& warnings);
 // Directories that cannot be read.
 void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings);
 
-// All of them, in the order of their places.
+// All of them, in the order of the functions above.
 [[nodiscard]] RuleWarnings LintSelection(const LintSubject& subject);
 
 }  // namespace sealkeeper

@@ -50,7 +50,7 @@ class GameTree : public ::testing::Test {
 
     TempDirectory directory_;
     ScopedCurrentDirectory inGame_{directory_.Path()};
-    GameWithOutputs game_;
+    GameWithOutputs game_{directory_.Path()};
 };
 
 TEST_F(GameTree, HasWhatWasAdded) {
@@ -88,6 +88,16 @@ TEST_F(GameTree, IsReachedByLinksAndParents) {
     EXPECT_EQ(NamesIn("./link/x/"), Names{"z"});
     EXPECT_EQ(NamesIn("./d/.."), (Names{"d", "link", "x"}));
     EXPECT_EQ(Look("./d/../x/z").sizeBytes, 7);
+}
+
+TEST_F(GameTree, IsNotReachedByWhatIsNotThere) {
+    game_.AddDirectory("x");
+    game_.AddFile("x/z", 7);
+    EXPECT_EQ(Look("./missing/../x").type, FileType::Missing);
+    EXPECT_EQ(Look("./x/missing/../z").type, FileType::Missing);
+    EXPECT_EQ(Look("./x/../x/z").sizeBytes, 7);
+    EXPECT_EQ(Look("./x/./z").sizeBytes, 7);
+    EXPECT_EQ(Look("./x/missing/z").type, FileType::Missing);
 }
 
 TEST_F(GameTree, InventoryHasEverythingButDirectories) {
