@@ -7,7 +7,7 @@ namespace sealkeeper {
 std::string ShellWord(const std::string& path) {
     constexpr std::string_view kPlain =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-+,:@%";
-    const std::string word = path.substr(0, 1) == "-" ? "./" + path : path;
+    std::string word = path.substr(0, 1) == "-" ? "./" + path : path;
     if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos) {
         return word;
     }
