@@ -21,12 +21,24 @@
 namespace sealkeeper {
 namespace {
 
+// The first option that no command has; empty where there is none. The library would rather say
+// which required one is missing.
+std::string UnknownOption(const CLI::App& program) {
+    for (const std::string& argument : program.remaining(true)) {
+        if (argument.starts_with("-")) {
+            return argument;
+        }
+    }
+    return {};
+}
+
 // What `error` means for the exit status. A call for help is none, and was answered here.
 int AnswerParseError(const CLI::App& program, const CLI::ParseError& error, Console& console) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
         return program.exit(error) == 0 ? kStatusGood : kUsageStatus;
     }
-    console.Fail(std::string(error.what()) + " (see --help)");
+    const std::string unknown = UnknownOption(program);
+    console.Fail((unknown.empty() ? error.what() : "unknown option: " + unknown) + " (see --help)");
     return kUsageStatus;
 }
 

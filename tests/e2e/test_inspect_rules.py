@@ -119,6 +119,11 @@ class Traps(Rules):
             "The pattern '../beside' leads out of the game directory by '..'.",
             "Name files of the game alone: on another machine there is something else beside it.", "../beside")
 
+    def test_a_wildcard_that_leads_out_of_the_game(self) -> None:
+        self.assert_warned(
+            'include_paths = ["bin", ".*"]', "The pattern '.*' leads out of the game directory by '..'.",
+            "Name files of the game alone: on another machine there is something else beside it.", ".*")
+
     def test_a_file_reached_twice(self) -> None:
         self.assert_warned(
             'include_paths = ["bin", "bin/a.exe"]',
@@ -130,7 +135,7 @@ class Traps(Rules):
                    "written them, and then replaces them: verify fails.")
         self.assert_warned('exclude_paths = ["*.log"]', message, 'Add "Quorvane" to exclude_paths.', '["*.log"')
         self.assert_warned('include_paths = ["bin", "*"]', message,
-                           "Write in include_paths what to hash, and nothing that takes in 'Quorvane'.", '*"')
+                           "Write in include_paths what to hash, and nothing that takes in \"Quorvane\".", '*"')
         self.assertFalse((self.game / "Quorvane").exists(), "nothing is written")
 
     def test_own_settings_alone(self) -> None:
@@ -138,21 +143,28 @@ class Traps(Rules):
         self.assert_warned(
             f'include_paths = ["bin", "{OUTPUT_FOLDER}/runtime.conf"]',
             f"A run seals '{OUTPUT_FOLDER}/runtime.conf', which it writes itself and which has a signature of its own.",
-            "Write in include_paths what to hash, and nothing that takes in 'Quorvane'.",
+            "Write in include_paths what to hash, and nothing that takes in \"Quorvane\".",
             f"{OUTPUT_FOLDER}/runtime.conf")
 
     def test_a_file_that_this_user_may_not_read(self) -> None:
         self.write("bin/secret", b"1")
         self.become_unprivileged()
         (self.game / "bin/secret").chmod(0)
-        self.assert_warned(
-            'include_paths = ["bin"]', "'bin/secret' cannot be read by this user: generate fails at it.",
-            "Give this user the right to read it.")
+        report = self.report('include_paths = ["bin"]', ERROR)
+        self.assertEqual(report["refusal"], {"code": 7, "message": "'./bin/secret' cannot be read by this user."})
+        self.assertIn("'bin/secret' cannot be read by this user: generate fails at it.", self.warnings_of(report))
+        generated = self.run_program(*self.generate_arguments(
+            config_file=self.directory / "game.cfg", credentials=self.readable_credentials()))
+        self.assertEqual(generated.status, 7)
 
     def test_own_output_of_a_mod(self) -> None:
         report = self.report('exclude_paths = ["Quorvane"]', WARNING, "--outname", "mod1")
         self.assertIn("A second run seals 'mod1.bin' and 'mod1.cer' as the first has written them, and then replaces "
                       "them: verify fails.", self.warnings_of(report))
+        self.assertIn('Add "mod1.bin", "mod1.cer" to exclude_paths.',
+                      [warning["cure"] for warning in report["warnings"]])
+        cured = self.report('exclude_paths = ["Quorvane", "mod1.bin", "mod1.cer"]', WARNING, "--outname", "mod1")
+        self.assertEqual(self.warnings_of(cured), ["The pattern 'Quorvane' matches nothing."])
 
     def test_names_that_are_no_utf8(self) -> None:
         self.write("bin/\udcff", b"x")
@@ -174,10 +186,11 @@ class Traps(Rules):
         self.write(name, b"x")
         self.report('include_paths = ["bin"]', GOOD)
         self.write(name + "e", b"x")
-        self.assert_warned(
-            'include_paths = ["bin"]',
+        report = self.report('include_paths = ["bin"]', ERROR)
+        self.assertEqual(report["refusal"], {"code": 7, "message": f"Path too long for the catalogue: './{name}e'."})
+        self.assertIn(
             f"'{name}e' is longer than the 255 UTF-16 units that a catalogue has room for: generate fails at it.",
-            "Shorten its names, or leave it out.")
+            self.warnings_of(report))
 
     def test_names_equal_but_for_case(self) -> None:
         self.write("bin/A.exe", b"x")
@@ -211,7 +224,7 @@ class Traps(Rules):
         self.assert_warned(
             'include_paths = ["bin"]',
             "'bin/link' is a link and left out: a walk neither follows nor seals links.",
-            "Ship files in place of links, or name them in include_paths.")
+            "Ship files in place of links.")
 
     def test_a_fifo_that_a_pattern_names(self) -> None:
         os.mkfifo(self.game / "bin/fifo")
@@ -279,9 +292,23 @@ class Refusals(Rules):
         self.assertEqual((run.returncode, run.stderr), (GOOD, b""))
 
     def test_an_unknown_option_is_named(self) -> None:
-        run = self.inspect("rules", "x.cfg", "--game", self.game, "--frob")
-        self.assertEqual(run.status, USAGE)
-        self.assertIn("--frob", run.errors)
+        for arguments in (["rules", "x.cfg", "--game", self.game, "--frob"], ["rules", "--frob"], ["check", "--frob", "x"]):
+            run = self.inspect(*arguments)
+            self.assertEqual(run.status, USAGE)
+            self.assertIn("--frob", run.errors)
+
+    def test_the_page_replaces_nothing_of_the_game(self) -> None:
+        self.write("bin/a", b"1")
+        config_file = self.write_config(config('include_paths = ["bin"]'))
+        for page in (config_file, self.game / "bin/a", self.game / "page.html"):
+            before = page.read_bytes() if page.exists() else None
+            run = self.inspect("rules", config_file, "--game", self.game, "--html", page)
+            self.assertEqual(run.status, ERROR)
+            self.assertIn(f"'{page}': ", run.errors)
+            self.assertEqual(page.read_bytes() if page.exists() else None, before)
+        run = self.inspect("rules", config_file, "--game", self.game, "--html", self.directory / "page.html")
+        self.assertEqual((run.status, run.errors), (GOOD, ""))
+        self.assertIn(b"<!DOCTYPE html>", (self.directory / "page.html").read_bytes()[:100])
 
 
 class SameAsGenerate(Rules):

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "catalogue/catalogue_format.h"
-#include "inspect/check/unreadable_reason.h"
+#include "inspect/report/unread_reason.h"
 
 namespace sealkeeper {
 namespace {
@@ -45,11 +45,11 @@ std::string CauseOf(const CatalogueFailure& failure) {
         return failure.loggedCause.substr(0, failure.loggedCause.find_last_not_of('.') + 1);
     }
     if (failure.code == ResultCode::CatalogueIOError) {
-        return "it cannot be read: " + UnreadableFileReason(failure.path);
+        return "it cannot be read: " + UnreadReason(failure.path);
     }
     if (failure.code == ResultCode::CertIOError) {
         return "the certificate beside it cannot be read: " +
-               UnreadableFileReason(CertificatePathOf(failure.path));
+               UnreadReason(CertificatePathOf(failure.path));
     }
     if (failure.code == ResultCode::CertificateCNMismatch) {
         return "the certificate beside it is of another product id than '" + failure.productId +

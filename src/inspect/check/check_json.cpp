@@ -69,9 +69,10 @@ Json RuntimeConfigurationJson(const CheckReport& report) {
 Json AdditionsJson(const CheckReport& report) {
     Json additions = Json::array();
     for (const Addition& addition : report.additions) {
-        Json json = {{"kind", AdditionKindText(addition.kind)}, {"path", addition.path}};
+        Json json = {{"kind", AdditionKindText(addition.kind)}};
+        AddFileName(json, "path", addition.path);
         if (!addition.target.empty()) {
-            json["target"] = addition.target;
+            AddFileName(json, "target", addition.target);
         }
         if (addition.sealedFiles > 0) {
             json["sealedFiles"] = addition.sealedFiles;

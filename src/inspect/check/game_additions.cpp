@@ -11,7 +11,7 @@
 #include "inspect/check/listed_paths.h"
 #include "inspect/check/sealed_links.h"
 #include "inspect/check/unlisted_files.h"
-#include "inspect/check/unreadable_reason.h"
+#include "inspect/report/unread_reason.h"
 #include "platform/directory_listing.h"
 #include "platform/file_system.h"
 #include "runtime/runtime_configuration_writer.h"
@@ -52,11 +52,8 @@ void AddRuntimeConfiguration(const CheckReport& report, std::vector<Addition>& a
     }
     const std::string path = RuntimeConfigurationPath();
     if (GetFileType(path) != FileType::Missing) {
-        additions.push_back({AdditionKind::UnreadableRuntimeConfiguration,
-                             path,
-                             {},
-                             0,
-                             UnreadableFileReason(path)});
+        additions.push_back(
+            {AdditionKind::UnreadableRuntimeConfiguration, path, {}, 0, UnreadReason(path)});
     } else if (HasMainCatalogue(report)) {
         additions.push_back({AdditionKind::MissingRuntimeConfiguration, path, {}, 0, {}});
     }

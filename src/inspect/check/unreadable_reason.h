@@ -1,4 +1,4 @@
-// Why a file could not be read, where whoever tried only said that it could not.
+// Why a directory could not be read, where whoever tried only said that it could not.
 #ifndef SEALKEEPER_INSPECT_CHECK_UNREADABLE_REASON_H
 #define SEALKEEPER_INSPECT_CHECK_UNREADABLE_REASON_H
 
@@ -6,11 +6,8 @@
 
 namespace sealkeeper {
 
-// The system's reason against reading the regular file at `path`, as it is now; "unknown reason"
-// when it has none any more. The file is not opened.
-[[nodiscard]] std::string UnreadableFileReason(const std::string& path);
-
-// The same for the directory at `path`.
+// The system's reason against reading the directory at `path`, as it is now; "unknown reason" when
+// it has none any more.
 [[nodiscard]] std::string UnreadableDirectoryReason(const std::string& path);
 
 }  // namespace sealkeeper

@@ -2,11 +2,21 @@
 
 #include <nlohmann/json.hpp>
 
+#include "inspect/report/utf8_text.h"
+
 namespace sealkeeper {
 
 std::string JsonText(const Json& document) {
     constexpr int kIndent = 2;
     return document.dump(kIndent, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+void AddFileName(Json& object, const std::string& name, const std::string& fileName) {
+    const std::string text = WellFormedUtf8(fileName);
+    object[name] = text;
+    if (text != fileName) {
+        object[name + "Hex"] = HexText(fileName);
+    }
 }
 
 }  // namespace sealkeeper

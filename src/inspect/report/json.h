@@ -14,6 +14,10 @@ using Json = nlohmann::ordered_json;
 // may be, becomes U+FFFD.
 [[nodiscard]] std::string JsonText(const Json& document);
 
+// Adds the member `name` with the name of a file. Where that is no UTF-8, a further member, called
+// `name` and "Hex", has its bytes.
+void AddFileName(Json& object, const std::string& name, const std::string& fileName);
+
 }  // namespace sealkeeper
 
 #endif

@@ -73,16 +73,23 @@ void GameWithOutputs::AddFile(const std::string& path, std::uint64_t sizeBytes) 
 ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
                                           std::optional<DirectoryEntries>& entries) const {
     const ResultCode code = FileTree::ReadDirectory(directory, entries);
-    const auto key = code == ResultCode::Ok ? KeyOf(directory) : std::nullopt;
-    if (!key) {
+    if (code != ResultCode::Ok) {
         return code;
     }
-    // The system does not know the way through what is not there.
-    if (!entries) {
-        if (const ResultCode again = FileTree::ReadDirectory(AbsolutePathOf(*key), entries);
-            again != ResultCode::Ok) {
-            return again;
+    if (entries) {
+        if (const auto parent = ParentAt(directory)) {
+            AddEntriesOf(*parent, *entries);
         }
+        return ResultCode::Ok;
+    }
+    const auto key = KeyOf(directory);
+    if (!key) {
+        return ResultCode::Ok;
+    }
+    // The system does not know the way through what is not there.
+    if (const ResultCode again = FileTree::ReadDirectory(AbsolutePathOf(*key), entries);
+        again != ResultCode::Ok) {
+        return again;
     }
     const auto added = added_.find(*key);
     if (!entries && added != added_.end() && added->second.type == FileType::Directory) {
@@ -92,6 +99,21 @@ ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
         AddEntriesOf(*key, *entries);
     }
     return ResultCode::Ok;
+}
+
+// The directory of what was added that `directory`, which is there, is. Told by what it is on the
+// disk: its path may lead there in any way.
+std::optional<std::string> GameWithOutputs::ParentAt(const std::string& directory) const {
+    const FileStatus status = StatusOfPath(directory);
+    for (const auto& [path, unused] : added_) {
+        const std::string parent(ParentOf(path));
+        const FileStatus other = StatusOfPath(AbsolutePathOf(parent));
+        if (other.type == FileType::Directory && other.device == status.device &&
+            other.serial == status.serial) {
+            return parent;
+        }
+    }
+    return std::nullopt;
 }
 
 void GameWithOutputs::AddEntriesOf(const std::string& directory, DirectoryEntries& entries) const {

@@ -34,6 +34,7 @@ class GameWithOutputs : public FileTree {
     [[nodiscard]] std::optional<std::string> KeyOf(const std::string& path) const;
     [[nodiscard]] std::string AbsolutePathOf(const std::string& key) const;
     [[nodiscard]] bool HasKey(const std::string& key) const;
+    [[nodiscard]] std::optional<std::string> ParentAt(const std::string& directory) const;
     void AddEntriesOf(const std::string& directory, DirectoryEntries& entries) const;
 
     // The game directory, without links.

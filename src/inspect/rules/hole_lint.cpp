@@ -1,5 +1,6 @@
 // Warnings about what is left out without a word.
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "inspect/report/number_text.h"
@@ -32,7 +33,10 @@ std::vector<std::string> PathsOf(const std::vector<const JudgedFile*>& files) {
 
 void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
     const auto large = LeftOutBy(LeftOutReason::TooLarge, subject.files);
-    if (large.empty()) {
+    // A negative threshold is told of where it is read.
+    const bool isNegative =
+        static_cast<std::int64_t>(subject.selection.config.sizeThresholdBytes) < 0;
+    if (large.empty() || isNegative) {
         return;
     }
     const auto largest = std::max_element(
@@ -58,7 +62,7 @@ void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {
                                  Quoted(PathsOf(links)) +
                                      ByNumber(links.size(), " is a link", " are links") +
                                      " and left out: a walk neither follows nor seals links.",
-                                 "Ship files in place of links, or name them in include_paths."));
+                                 "Ship files in place of links."));
 }
 
 void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings) {

@@ -1,7 +1,7 @@
 #include "inspect/rules/html_text.h"
 
 #include "app/terminal_text.h"
-#include "inspect/rules/utf8_text.h"
+#include "inspect/report/utf8_text.h"
 
 namespace sealkeeper {
 namespace {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "inspect/rules/lexical_path.h"
 
@@ -50,16 +51,39 @@ LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {
     return LeftOutReason::Unlistable;
 }
 
-// By the rule that was met nearest to the item.
-LeftOutReason ReasonFor(const InventoryItem& item, const SkipRules& rules) {
-    for (std::string_view path = item.path;; path = ParentOf(path)) {
-        if (const auto found = rules.find(std::string(path)); found != rules.end()) {
-            return ReasonOf(found->second, item.kind);
+// Tells by which rule paths were left out; each directory is asked for once.
+class RuleFinder {
+  public:
+    explicit RuleFinder(SkipRules rules) : rules_(std::move(rules)) {}
+
+    // The rule for `path` or the nearest directory above it; nothing where there is none.
+    std::optional<SkipRule> RuleFor(const std::string& path) {
+        std::vector<std::string> asked;
+        std::string next = path;
+        while (!known_.contains(next)) {
+            const auto found = rules_.find(next);
+            if (found != rules_.end() || next.empty()) {
+                known_[next] = found != rules_.end() ? std::optional(found->second) : std::nullopt;
+                break;
+            }
+            asked.push_back(next);
+            next = ParentOf(next);
         }
-        if (path.empty()) {
-            return LeftOutReason::NotIncluded;
+        const std::optional<SkipRule> rule = known_[next];
+        for (std::string& below : asked) {
+            known_.emplace(std::move(below), rule);
         }
+        return rule;
     }
+
+  private:
+    SkipRules rules_;
+    std::unordered_map<std::string, std::optional<SkipRule>> known_;
+};
+
+LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules) {
+    const auto rule = rules.RuleFor(item.path);
+    return rule ? ReasonOf(*rule, item.kind) : LeftOutReason::NotIncluded;
 }
 
 bool LeadsToSealedFiles(const InventoryItem& item, const SealedPaths& sealed) {
@@ -88,9 +112,10 @@ std::vector<JudgedFile> JudgeFiles(const Selection& selection,
     for (const SkippedPath& skipped : selection.skipped) {
         rules.emplace(LexicalPath(skipped.path), skipped.rule);
     }
+    RuleFinder finder(std::move(rules));
     for (const InventoryItem& item : inventory) {
         if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
-            judged.push_back({item.path, item.sizeBytes, ReasonFor(item, rules)});
+            judged.push_back({item.path, item.sizeBytes, ReasonFor(item, finder)});
         }
     }
     std::stable_sort(judged.begin(), judged.end(),

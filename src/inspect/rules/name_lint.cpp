@@ -1,10 +1,8 @@
 // Warnings about names, and about files that their names alone do not tell the fate of.
-#include <unistd.h>
-
 #include <map>
 #include <string>
 
-#include "catalogue/catalogue_format.h"
+#include "inspect/rules/fatal_files.h"
 #include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
@@ -32,14 +30,6 @@ std::vector<std::string> SelectedPaths(const Selection& selection, IsWanted isWa
 
 bool IsUtf8(const std::string& text) {
     return WideToUtf8(Utf8ToWide(text)) == text;
-}
-
-bool IsTooLong(const SelectedFile& file) {
-    constexpr std::size_t kRemovedStart = 2;
-    // "./" is not stored.
-    const std::string stored =
-        file.path.starts_with("./") ? file.path.substr(kRemovedStart) : file.path;
-    return WideToUtf16(Utf8ToWide(stored)).size() > entry_record::kMaxPathUnits;
 }
 
 void WarnOf(const std::vector<std::string>& paths, const char* singular, const char* plural,
@@ -99,13 +89,7 @@ void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {
         "is no regular file: the catalogue lists it as an empty one, and verify fails.",
         "are no regular files: the catalogue lists them as empty ones, and verify fails.",
         "Write a pattern that does not take it in.", warnings);
-    const PlannedOutputs& outputs = subject.outputs;
-    WarnOf(SelectedPaths(subject.selection,
-                         [&outputs](const SelectedFile& file) {
-                             return file.isRegular && file.sizeBytes > 0 &&
-                                    LexicalPath(file.path) != outputs.runtimeConfiguration &&
-                                    access(file.path.c_str(), R_OK) != 0;
-                         }),
+    WarnOf(SelectedPaths(subject.selection, IsForbidden),
            "cannot be read by this user: generate fails at it.",
            "cannot be read by this user: generate fails at them.",
            "Give this user the right to read it.", warnings);

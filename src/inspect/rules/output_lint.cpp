@@ -29,12 +29,20 @@ TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) 
     return subject.places.patternList;
 }
 
-std::string CureFor(const std::string& output, const LintSubject& subject) {
-    const std::string top = output.substr(0, output.find('/'));
+// What to write in place of each output: the folder that has them, or themselves.
+std::string CureFor(const std::vector<std::string>& written, const LintSubject& subject) {
+    std::set<std::string> tops;
+    for (const std::string& output : written) {
+        tops.insert(output.substr(0, output.find('/')));
+    }
+    std::string list;
+    for (const std::string& top : tops) {
+        list += (list.empty() ? "\"" : ", \"") + top + "\"";
+    }
     // An empty list of what to include stands for the whole game, too.
     return subject.places.patternKey == "exclude_paths"
-               ? "Add \"" + top + "\" to exclude_paths."
-               : "Write in include_paths what to hash, and nothing that takes in '" + top + "'.";
+               ? "Add " + list + " to exclude_paths."
+               : "Write in include_paths what to hash, and nothing that takes in " + list + ".";
 }
 
 }  // namespace
@@ -57,14 +65,14 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
                       "A second run seals " + Quoted(replaced) + " as the first has written " +
                           ByNumber(replaced.size(), "it", "them") + ", and then replaces " +
                           ByNumber(replaced.size(), "it", "them") + ": verify fails.",
-                      CureFor(replaced.front(), subject)));
+                      CureFor(replaced, subject)));
     } else if (outputs.runtimeConfiguration && selected.contains(*outputs.runtimeConfiguration)) {
         // It is written before it is sealed, so verify accepts it.
         warnings.push_back(
             WarningAt(PlaceOfPatternTo(*outputs.runtimeConfiguration, subject),
                       "A run seals '" + *outputs.runtimeConfiguration +
                           "', which it writes itself and which has a signature of its own.",
-                      CureFor(*outputs.runtimeConfiguration, subject)));
+                      CureFor({*outputs.runtimeConfiguration}, subject)));
     }
 }
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "inspect/report/json.h"
-#include "inspect/rules/utf8_text.h"
+#include "inspect/report/utf8_text.h"
 
 namespace sealkeeper {
 namespace {

@@ -97,7 +97,8 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
                                  ? "Correct it or take it out: what it was meant for is not sealed."
                                  : "Correct it or take it out: what it was meant for is sealed.";
     for (std::size_t i = 0; i < subject.selection.matches.size(); ++i) {
-        if (subject.selection.matches[i].empty()) {
+        // One that matches what the run is yet to write is no mistake.
+        if (subject.selection.matches[i].empty() && subject.secondSelection.matches[i].empty()) {
             warnings.push_back(WarningAt(subject.places.patterns.at(i),
                                          "The pattern '" + patterns[i] + "' matches nothing.",
                                          cure));
@@ -108,7 +109,12 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
     const auto& patterns = PatternsOf(subject.selection.config);
     for (std::size_t i = 0; i < patterns.size(); ++i) {
-        if (LeavesGame(LexicalPath(WithForwardSlashes(patterns[i])))) {
+        const PathSet& matches = subject.selection.matches[i];
+        const bool isOutside =
+            LeavesGame(LexicalPath(WithForwardSlashes(patterns[i]))) ||
+            std::any_of(matches.begin(), matches.end(),
+                        [](const std::string& match) { return LeavesGame(LexicalPath(match)); });
+        if (isOutside) {
             warnings.push_back(WarningAt(
                 subject.places.patterns.at(i),
                 "The pattern '" + patterns[i] + "' leads out of the game directory by '..'.",

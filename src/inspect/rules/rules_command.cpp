@@ -12,6 +12,7 @@
 
 #include "inspect/report/command_status.h"
 #include "inspect/report/json.h"
+#include "inspect/report/unread_reason.h"
 #include "inspect/rules/rules_json.h"
 #include "inspect/rules/rules_page.h"
 #include "inspect/rules/rules_run.h"
@@ -63,6 +64,24 @@ std::string FromHere(const std::string& path) {
     return path.starts_with('/') || !here ? path : *here + "/" + path;
 }
 
+// Whether the page may be written to `path`, absolute: it replaces neither the rules nor anything
+// of the game. Says why not on standard error.
+bool MayBePage(const std::string& path, const std::string& configFile,
+               const std::string& gameDirectory, Console& console) {
+    const auto end = FollowLinks(path).value_or(path);
+    const auto folder = ResolvePath(end.substr(0, end.rfind('/') + 1));
+    const std::string resolved = folder.value_or("") + "/" + end.substr(end.rfind('/') + 1);
+    if (resolved == configFile) {
+        console.Fail("'" + path + "': is the configuration file");
+        return false;
+    }
+    if (resolved.starts_with(gameDirectory + "/")) {
+        console.Fail("'" + path + "': lies in the game, to which nothing is written");
+        return false;
+    }
+    return true;
+}
+
 bool WritePage(const RulesReport& report, const std::string& path, Console& console) {
     const std::string page = RulesPage(report);
     // The bytes as they are.
@@ -107,6 +126,9 @@ int RunRulesCommand(const RulesOptions& options, Console& console) {
         return kStatusError;
     }
     const std::string pageFile = FromHere(options.pageFile);
+    if (!options.pageFile.empty() && !MayBePage(pageFile, *configFile, *gameDirectory, console)) {
+        return kStatusError;
+    }
     if (chdir(gameDirectory->c_str()) != 0) {
         console.Fail("'" + options.gameDirectory + "': " + SystemReason(errno));
         return kStatusError;

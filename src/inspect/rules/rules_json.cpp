@@ -3,18 +3,12 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "inspect/rules/utf8_text.h"
-
 namespace sealkeeper {
 namespace {
 
 Json FileJson(const JudgedFile& file) {
     Json json;
-    const std::string path = WellFormedUtf8(file.path);
-    json["path"] = path;
-    if (path != file.path) {
-        json["pathHex"] = HexText(file.path);
-    }
+    AddFileName(json, "path", file.path);
     json["bytes"] = file.sizeBytes;
     json["state"] = file.leftOut ? "left out" : "sealed";
     json["reason"] = file.leftOut ? Json(LeftOutReasonText(*file.leftOut)) : Json(nullptr);

@@ -8,6 +8,7 @@
 
 #include "config/config_outline.h"
 #include "inspect/lint/lint_config_text.h"
+#include "inspect/rules/fatal_files.h"
 #include "inspect/rules/game_inventory.h"
 #include "inspect/rules/game_with_outputs.h"
 #include "inspect/rules/judged_files.h"
@@ -52,7 +53,7 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
         code != ResultCode::Ok) {
         return code;
     }
-    report.refusal = selection.refusal;
+    report.refusal = selection.refusal ? selection.refusal : FindFatalFile(selection);
     // Nothing is known of the files then.
     if (!selection.isComplete) {
         return ResultCode::Ok;

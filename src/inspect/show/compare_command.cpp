@@ -8,10 +8,10 @@
 #include <string>
 #include <utility>
 
+#include "inspect/report/unread_reason.h"
 #include "inspect/show/catalogue_difference.h"
 #include "inspect/show/compare_report.h"
 #include "inspect/show/invalid_finding.h"
-#include "inspect/show/unread_reason.h"
 #include "platform/converter_watch.h"
 #include "platform/file_io.h"
 

@@ -10,10 +10,10 @@
 #include "catalogue/catalogue_format.h"
 #include "catalogue/lzw/lzw_format.h"
 #include "inspect/report/number_text.h"
+#include "inspect/report/unread_reason.h"
 #include "inspect/show/catalogue_fields.h"
 #include "inspect/show/hex_text.h"
 #include "inspect/show/likely_causes.h"
-#include "inspect/show/unread_reason.h"
 #include "platform/little_endian.h"
 #include "runtime/runtime_configuration_format.h"
 

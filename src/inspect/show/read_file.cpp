@@ -6,11 +6,11 @@
 #include <vector>
 
 #include "catalogue/catalogue_format.h"
+#include "inspect/report/unread_reason.h"
 #include "inspect/show/catalogue_facts.h"
 #include "inspect/show/catalogue_fields.h"
 #include "inspect/show/invalid_finding.h"
 #include "inspect/show/runtime_facts.h"
-#include "inspect/show/unread_reason.h"
 #include "platform/file_io.h"
 #include "runtime/runtime_configuration_reader.h"
 

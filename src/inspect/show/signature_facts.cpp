@@ -10,7 +10,7 @@
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_signature.h"
 #include "inspect/report/number_text.h"
-#include "inspect/show/unread_reason.h"
+#include "inspect/report/unread_reason.h"
 #include "platform/little_endian.h"
 #include "runtime/certificate_trust.h"
 #include "runtime/runtime_configuration_format.h"

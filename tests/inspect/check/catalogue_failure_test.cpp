@@ -42,13 +42,13 @@ TEST_F(CatalogueFailureTest, ReasonOfTheSystem) {
               "'c/mod.bin': it cannot be read: No such file or directory (8 CatalogueIOError)");
     std::filesystem::create_directories("c/mod.bin");
     EXPECT_EQ(TextOf(ResultCode::CatalogueIOError),
-              "'c/mod.bin': it cannot be read: Is a directory (8 CatalogueIOError)");
+              "'c/mod.bin': it cannot be read: it is a directory (8 CatalogueIOError)");
     EXPECT_EQ(TextOf(ResultCode::CertIOError),
               "'c/mod.bin': the certificate beside it cannot be read: No such file or directory "
               "(27 CertIOError)");
     game_.WriteFile("c/mod.cer", "");
     EXPECT_EQ(TextOf(ResultCode::CertIOError),
-              "'c/mod.bin': the certificate beside it cannot be read: unknown reason "
+              "'c/mod.bin': the certificate beside it cannot be read: the system failed to read it "
               "(27 CertIOError)");
 }
 

@@ -130,7 +130,7 @@ TEST_F(GameAdditions, RuntimeConfigurationThatWasNotRead) {
     const std::vector<Addition> additions = FindAdditions(report);
     EXPECT_EQ(LinesOf(additions),
               Lines{"unreadable runtime.conf: Quorvane/Certificates/runtime.conf"});
-    EXPECT_EQ(additions.at(0).reason, "Is a directory");
+    EXPECT_EQ(additions.at(0).reason, "it is a directory");
 }
 
 }  // namespace

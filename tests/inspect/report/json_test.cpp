@@ -18,5 +18,12 @@ TEST(JsonText, ReplacesWhatIsNoUtf8) {
     EXPECT_EQ(JsonText(Json("a\xFF")), "\"a\xEF\xBF\xBD\"\n");
 }
 
+TEST(JsonFileName, KeepsTheBytesOfWhatIsNoUtf8) {
+    Json document;
+    AddFileName(document, "path", "a\xFF");
+    AddFileName(document, "target", "b");
+    EXPECT_EQ(document, (Json{{"path", "a\xEF\xBF\xBD"}, {"pathHex", "61ff"}, {"target", "b"}}));
+}
+
 }  // namespace
 }  // namespace sealkeeper

@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// `bytes` with each part that is no well-formed UTF-8 as U+FFFD: itself, where all of it is.
+// `bytes` with each byte that belongs to no well-formed UTF-8 as U+FFFD: itself, where all do.
 [[nodiscard]] std::string WellFormedUtf8(const std::string& bytes);
 
 // Two lower-case hexadecimal digits for each byte.

@@ -1,0 +1,40 @@
+#include "inspect/rules/fatal_files.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "catalogue/catalogue_format.h"
+#include "platform/text_encoding.h"
+
+namespace sealkeeper {
+
+bool IsTooLong(const SelectedFile& file) {
+    // Which is not stored.
+    constexpr std::string_view kHere = "./";
+    const std::string stored =
+        file.path.starts_with(kHere) ? file.path.substr(kHere.size()) : file.path;
+    return WideToUtf16(Utf8ToWide(stored)).size() > entry_record::kMaxPathUnits;
+}
+
+bool IsForbidden(const SelectedFile& file) {
+    return file.isRegular && file.sizeBytes > 0 && access(file.path.c_str(), R_OK) != 0 &&
+           errno == EACCES;
+}
+
+std::optional<Refusal> FindFatalFile(const Selection& selection) {
+    for (const SelectedFile& file : selection.files) {
+        if (IsTooLong(file)) {
+            return Refusal{ResultCode::CatalogueError,
+                           "Path too long for the catalogue: '" + file.path + "'."};
+        }
+        if (IsForbidden(file)) {
+            return Refusal{ResultCode::CatalogueError,
+                           "'" + file.path + "' cannot be read by this user."};
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace sealkeeper
