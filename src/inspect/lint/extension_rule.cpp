@@ -1,13 +1,11 @@
 // Extensions, which the tool compares as they are written: from the last dot of a name on.
 #include <algorithm>
-#include <set>
 #include <string>
 
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"
-#include "platform/ascii_case.h"
 
 namespace sealkeeper {
 namespace {
@@ -27,8 +25,7 @@ struct NoExtension {
     std::string cure;
 };
 
-// True where one was found.
-bool LintNoExtension(const OutlinedText& extension, LintFindings& findings) {
+void LintExtension(const OutlinedText& extension, LintFindings& findings) {
     const std::string& text = extension.text;
     const std::string last = FromLastDot(text);
     const std::string write = last.size() > 1 && !Has(last, "*?/\\")
@@ -46,35 +43,17 @@ bool LintNoExtension(const OutlinedText& extension, LintFindings& findings) {
     };
     const auto* const found = std::find_if(std::begin(reasons), std::end(reasons),
                                            [](const NoExtension& reason) { return reason.holds; });
-    if (found == std::end(reasons)) {
-        return false;
+    if (found != std::end(reasons)) {
+        findings.Add(extension.begin,
+                     "The extension " + ShownName(text) + " " + found->reason + ".", found->cure);
     }
-    findings.Add(extension.begin, "The extension " + ShownName(text) + " " + found->reason + ".",
-                 found->cure);
-    return true;
 }
 
 }  // namespace
 
 void LintExtensions(const LintedText& linted, LintFindings& findings) {
-    const auto extensions = ElementsOf(linted, kSearchSection, kExcludeExtensions);
-    std::set<std::string> written;
-    for (const OutlinedText& extension : extensions) {
-        written.insert(extension.text);
-    }
-    for (const OutlinedText& extension : extensions) {
-        if (LintNoExtension(extension, findings)) {
-            continue;
-        }
-        std::string lowerCased = extension.text;
-        LowerCaseAscii(lowerCased);
-        if (!written.contains(lowerCased)) {
-            findings.Add(extension.begin,
-                         "The extension " + ShownName(extension.text) +
-                             " is not that of files in " + ShownName(lowerCased) +
-                             ", since letter case counts.",
-                         "Write " + ShownValue(lowerCased) + " beside it if both are meant.");
-        }
+    for (const OutlinedText& extension : ElementsOf(linted, kSearchSection, kExcludeExtensions)) {
+        LintExtension(extension, findings);
     }
 }
 
