@@ -41,8 +41,9 @@ Cure CureOfKind(const std::string& path, FileKind kind) {
                 "Send it to the authority, and name the certificate that comes back by --cert."};
         case FileKind::CutOffDer:
         case FileKind::Empty:
-        case FileKind::DamagedSigned:
-            return {"Copy it anew from where it was issued."};
+        case FileKind::UnreadableSigned:
+            return {
+                "Copy it anew from where it was issued, or have one issued for an RSA key without unusual extensions."};
         case FileKind::Unknown:
         case FileKind::Utf16Text:
         case FileKind::DerCertificate:

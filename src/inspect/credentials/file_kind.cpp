@@ -120,12 +120,13 @@ FileKind KindOfSequenceWithNumber(DerCursor cursor) {
 }
 
 // An algorithm and a key: with a password the octets of one (RFC 5208, 6), else the bits of a
-// public one (RFC 5280, 4.1). Or the signed part of a request (RFC 2986, 4.2), or that of a
-// certificate or list that the library could not read.
+// public one (RFC 5280, 4.1). Or the signed part of a request, where a name follows the number of
+// its version (RFC 2986, 4.1), or that of a certificate or list that the library could not read.
 FileKind KindOfSequenceWithSequence(DerCursor cursor) {
     DerCursor inner = cursor;
-    if (inner.Enter(kSequence) && inner.Skip(MBEDTLS_ASN1_INTEGER)) {
-        return inner.Skip(kSequence) ? FileKind::DerCertificateRequest : FileKind::Unknown;
+    if (inner.Enter(kSequence) && inner.Skip(MBEDTLS_ASN1_INTEGER) && inner.Enter(kSequence) &&
+        inner.FirstByte() != MBEDTLS_ASN1_OID) {
+        return FileKind::DerCertificateRequest;
     }
     cursor.Skip(kSequence);
     if (cursor.Skip(MBEDTLS_ASN1_OCTET_STRING)) {
@@ -135,7 +136,7 @@ FileKind KindOfSequenceWithSequence(DerCursor cursor) {
         return FileKind::PublicKey;
     }
     const bool isSigned = cursor.Skip(kSequence) && cursor.Skip(MBEDTLS_ASN1_BIT_STRING);
-    return isSigned ? FileKind::DamagedSigned : FileKind::Unknown;
+    return isSigned ? FileKind::UnreadableSigned : FileKind::Unknown;
 }
 
 FileKind KindOfDer(std::span<const std::uint8_t> bytes) {
@@ -214,8 +215,8 @@ const char* FileKindText(FileKind kind) {
             return "a PKCS#12 file (.p12, .pfx)";
         case FileKind::CutOffDer:
             return "the beginning of a DER file, of which the rest is missing";
-        case FileKind::DamagedSigned:
-            return "a damaged certificate or revocation list in DER form";
+        case FileKind::UnreadableSigned:
+            return "a certificate or revocation list in DER form that the library cannot read: it is damaged, or has a key or an extension of a kind that is not known";
     }
     return "";
 }

@@ -32,7 +32,7 @@ enum class FileKind {
     // DER whose first length reaches past the end of the file.
     CutOffDer,
     // A certificate or a list with something in it that the library cannot read.
-    DamagedSigned,
+    UnreadableSigned,
 };
 
 // Judges by PEM's first label (RFC 7468) or the outermost parts of DER. What is of a kind may

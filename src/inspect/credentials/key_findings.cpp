@@ -57,7 +57,7 @@ Cure CureOfKind(const std::string& path, FileKind kind) {
         case FileKind::PemCertificateRequest:
         case FileKind::DerPkcs7:
         case FileKind::PemPkcs7:
-        case FileKind::DamagedSigned:
+        case FileKind::UnreadableSigned:
             break;
     }
     return {"Name the private key, as a rule base_private.key, by --key."};

@@ -64,23 +64,28 @@ TEST(FileKind, OfIssuedCredentials) {
 // Other forms, written by openssl.
 TEST(FileKind, OfOtherForms) {
     const TempDirectory directory;
-    RunShell(directory.Path(),
-             "key='" + PrivateKeyPath("good") + "' pem='" + CredentialPath("damaged", "pem.cer") +
-                 "'\n"
-                 "openssl crl -inform DER -in '" +
-                 AuthorityPath("crl.der") +
-                 "' -out list.pem\n"
-                 "openssl req -new -key $key -subj /CN=x -out request.pem\n"
-                 "openssl req -new -key $key -subj /CN=x -outform DER -out request.der\n"
-                 "openssl crl2pkcs7 -nocrl -certfile $pem -out p7.pem\n"
-                 "openssl crl2pkcs7 -nocrl -certfile $pem -outform DER -out p7.der\n"
-                 "openssl rsa -in $key -RSAPublicKey_out -outform DER -out rsa-public.der\n"
-                 "openssl ec -in '" +
-                 PrivateKeyPath("curve-key") +
-                 "' -outform DER -out curve.der\n"
-                 "openssl x509 -in $pem -addtrust serverAuth -trustout -out trusted.pem\n"
-                 "{ openssl x509 -in $pem -text; } > text-before.pem\n"
-                 "iconv -f UTF-8 -t UTF-16 $pem > utf16.pem");
+    RunShell(
+        directory.Path(),
+        "key='" + PrivateKeyPath("good") + "' pem='" + CredentialPath("damaged", "pem.cer") +
+            "'\n"
+            "openssl crl -inform DER -in '" +
+            AuthorityPath("crl.der") +
+            "' -out list.pem\n"
+            "openssl req -new -key $key -subj /CN=x -out request.pem\n"
+            "openssl req -new -key $key -subj /CN=x -outform DER -out request.der\n"
+            "openssl crl2pkcs7 -nocrl -certfile $pem -out p7.pem\n"
+            "openssl crl2pkcs7 -nocrl -certfile $pem -outform DER -out p7.der\n"
+            "openssl rsa -in $key -RSAPublicKey_out -outform DER -out rsa-public.der\n"
+            "openssl ec -in '" +
+            PrivateKeyPath("curve-key") +
+            "' -outform DER -out curve.der\n"
+            "openssl x509 -in $pem -addtrust serverAuth -trustout -out trusted.pem\n"
+            "{ openssl x509 -in $pem -text; } > text-before.pem\n"
+            "iconv -f UTF-8 -t UTF-16 $pem > utf16.pem\n"
+            "openssl genpkey -algorithm ed25519 -out ed.key\n"
+            "openssl req -x509 -new -key ed.key -subj /CN=a -outform DER -out ed.cer\n"
+            "openssl req -new -key ed.key -subj /CN=a -out ed.csr\n"
+            "openssl x509 -req -in ed.csr -signkey ed.key -outform DER -out ed-v1.cer 2>/dev/null");
     ExpectKinds({
         {directory / "list.pem", FileKind::PemRevocationList},
         {directory / "request.pem", FileKind::PemCertificateRequest},
@@ -92,6 +97,8 @@ TEST(FileKind, OfOtherForms) {
         {directory / "trusted.pem", FileKind::PemCertificate},
         {directory / "text-before.pem", FileKind::PemCertificate},
         {directory / "utf16.pem", FileKind::Utf16Text},
+        {directory / "ed.cer", FileKind::UnreadableSigned},
+        {directory / "ed-v1.cer", FileKind::UnreadableSigned},
     });
 }
 
@@ -104,7 +111,7 @@ TEST(FileKind, OfACertificateWithAByteChangedInside) {
     auto bytes = test::CertificateBytes("good");
     // The tag of the version.
     bytes.at(8) ^= 0x01U;
-    EXPECT_EQ(FileKindOf(bytes), FileKind::DamagedSigned);
+    EXPECT_EQ(FileKindOf(bytes), FileKind::UnreadableSigned);
 }
 
 TEST(FileKind, OfWhatHasNoForm) {
