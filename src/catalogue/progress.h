@@ -8,6 +8,12 @@ namespace sealkeeper {
 // call; with `final` it also ends the console line. Dots carry no tag and are not flushed.
 void ProgressTick(bool final);
 
+// Told of each tick, in the thread of `main`.
+using TickListener = void (*)(void* context);
+
+// From now on `listener` is called in place of writing dots, with `context`. Null gives that back.
+void SendTicksTo(TickListener listener, void* context);
+
 }  // namespace sealkeeper
 
 #endif

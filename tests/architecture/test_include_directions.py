@@ -18,7 +18,7 @@ ALLOWED = {
     "catalogue/lzw": {"catalogue/lzw", "platform"},
     "catalogue": {"catalogue", "catalogue/hashing", "catalogue/lzw", "runtime", "platform"},
     "app": {"app", "catalogue", "catalogue/hashing", "runtime", "config", "platform"},
-    "inspect/check": {"inspect/check", "inspect/report", "app", "catalogue", "runtime", "platform"},
+    "inspect/check": {"inspect/check", "inspect/report", "app", "catalogue", "catalogue/hashing", "runtime", "platform"},
     "inspect/credentials": {"inspect/credentials", "inspect/report", "runtime", "platform"},
     "inspect/lint": {"inspect/lint", "runtime", "config", "platform"},
     "inspect/report": {"inspect/report", "app", "platform"},

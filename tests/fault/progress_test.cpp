@@ -55,6 +55,17 @@ TEST_F(Progress, OneDotAfterHalfASecondAndNoneRightAfterIt) {
     EXPECT_EQ(Tick(true), "\n");
 }
 
+TEST_F(Progress, AListenerIsToldInPlaceOfDots) {
+    int ticks = 0;
+    SendTicksTo([](void* count) { ++*static_cast<int*>(count); }, &ticks);
+    clock_.Advance(kDotInterval + kShortest);
+    EXPECT_EQ(Tick(false), "");
+    EXPECT_EQ(Tick(true), "");
+    EXPECT_EQ(ticks, 2);
+    SendTicksTo(nullptr, nullptr);
+    EXPECT_EQ(Tick(false), ".");
+}
+
 TEST_F(Progress, NoDotAtHalfASecondYet) {
     clock_.Advance(kDotInterval);
     EXPECT_EQ(Tick(false), "");

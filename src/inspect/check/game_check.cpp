@@ -9,9 +9,9 @@
 #include "app/certificates_directory.h"
 #include "app/game_verification.h"
 #include "inspect/check/catalogue_failure.h"
+#include "inspect/check/file_progress.h"
 #include "inspect/check/game_additions.h"
 #include "inspect/report/console.h"
-#include "inspect/report/progress_bar.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
@@ -81,17 +81,18 @@ std::uint64_t TotalBytesOf(const EntryList& entries) {
 }
 
 ResultCode VerifyFiles(GameVerification& game, CheckReport& report) {
-    ProgressBar progress(TotalBytesOf(game.Entries()));
+    FileProgress progress(TotalBytesOf(game.Entries()));
     report.files.reserve(game.Entries().size());
     FileVerdict verdict;
     while (game.HasNextFile()) {
+        progress.BeginFile(game.Entries()[report.files.size()]->FileSizeBytes());
         if (const ResultCode code = game.VerifyNextFile(verdict); code != ResultCode::Ok) {
             return EndWith(code, LastLoggedError(), report);
         }
         const StoredEntry& entry = *verdict.entry;
         report.files.push_back({verdict.pathUtf8, verdict.catalogueIndex, entry.FileSizeBytes(),
                                 verdict.code, entry.NamePosition() > entry.PathUnits()});
-        progress.Advance(entry.FileSizeBytes());
+        progress.EndFile();
     }
     return ResultCode::Ok;
 }

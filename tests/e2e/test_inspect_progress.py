@@ -1,0 +1,58 @@
+"""What `sealkeeper-inspect check` shows on a terminal while it works."""
+
+import os
+import pty
+import re
+import subprocess
+import unittest
+
+from e2e_support import PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, config
+from inspect_support import GOOD, INSPECT, InspectTest
+
+BYTES = 700_000_000
+"""Takes some tenths of a second; ten times in one, the bar is drawn."""
+LINE = re.compile(r"\r\x1b\[K\[=*>? *\] +(\d+) %(  \d+\.\d .?B/s  \d+:\d\d left)?")
+
+
+class Progress(InspectTest):
+    def setUp(self) -> None:
+        super().setUp()
+        self.write_sparse("data/world.pak", BYTES)
+        config_file = self.write_config(config('include_paths = ["data"]'))
+        self.assertEqual(self.run_program(*self.generate_arguments(config_file=config_file)).status, 0)
+
+    def shown(self, *arguments: str) -> str:
+        """What a run writes to a terminal that its standard error is."""
+        master, slave = pty.openpty()
+        with subprocess.Popen([INSPECT, "check", self.game, "--product", PRODUCT, *arguments], stdin=subprocess.DEVNULL,
+                              stdout=subprocess.PIPE, stderr=slave) as run:
+            os.close(slave)
+            written = b""
+            # The system ends the reading with an error once the other end is closed.
+            try:
+                while piece := os.read(master, 65536):
+                    written += piece
+            except OSError:
+                pass
+            run.communicate(timeout=TIMEOUT_SECONDS)
+            self.assertEqual(run.returncode, GOOD)
+        os.close(master)
+        return written.decode()
+
+    @unittest.skipIf(UNDER_SANITIZER, "takes several times as long")
+    def test_the_bar_moves_within_a_file_and_goes(self) -> None:
+        for arguments in ([], ["--jobs", "2"]):
+            with self.subTest(arguments=arguments):
+                text = self.shown(*arguments)
+                shares = [int(share) for share, _ in LINE.findall(text)]
+                self.assertTrue(any(0 < share < 100 for share in shares), text)
+                self.assertEqual(shares, sorted(shares))
+                self.assertTrue(text.endswith("\r\x1b[K"), text)
+
+    def test_nothing_is_shown_where_it_is_no_terminal(self) -> None:
+        run = self.inspect("check", self.game, "--product", PRODUCT)
+        self.assertEqual((run.status, run.errors), (GOOD, ""))
+
+
+if __name__ == "__main__":
+    unittest.main()
