@@ -8,7 +8,7 @@
 namespace sealkeeper {
 namespace {
 
-constexpr const char* kCure = "Write each pair as [\"old\", \"new\"].";
+constexpr const char* kPairCure = "Write each pair as [\"old\", \"new\"].";
 
 // Whether a bracket, which a person takes for the end of a pair, stands between both parts of one.
 bool IsSplitByBracket(const LintedText& linted, const BracketedValue& table,
@@ -30,7 +30,7 @@ void LintSplitPairs(const LintedText& linted, const BracketedValue& table, LintF
                          ShownName(texts[i].text) + " and " + ShownName(texts[i + 1].text) +
                              " are taken for a pair, since brackets do not count and texts are "
                              "taken two by two.",
-                         kCure);
+                         kPairCure);
             // All after it are out of step.
             return;
         }
@@ -45,7 +45,7 @@ void LintOddText(const LintedText& linted, const BracketedValue& table, LintFind
         findings.Add(quotes[first],
                      ShownName(linted.Part(quotes[first] + 1, quotes[first + 1])) +
                          " has no replacement and is left out.",
-                     kCure);
+                     kPairCure);
     }
 }
 

@@ -10,7 +10,7 @@ std::string GroupedNumber(std::uint64_t number) {
     constexpr std::size_t kGroup = 3;
     std::string text = std::to_string(number);
     for (std::size_t end = text.size(); end > kGroup; end -= kGroup) {
-        text.insert(end - kGroup, ",");
+        text.insert(end - kGroup, 1, ',');
     }
     return text;
 }

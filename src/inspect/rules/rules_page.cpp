@@ -51,7 +51,8 @@ std::string SummaryText(const RulesReport& report, const RulesTotals& totals) {
 }
 
 // `attribute` tells the script what the row is the total of.
-std::string TotalRow(const std::string& attribute, std::string_view label, const FileTotal& total) {
+std::string TotalMarkup(const std::string& attribute, std::string_view label,
+                        const FileTotal& total) {
     return "<tr " + attribute + "><th scope=\"row\">" + std::string(label) + "</th><td>" +
            GroupedNumber(total.files) + "</td><td>" + SizeText(total.bytes) + "</td><td>" +
            GroupedNumber(total.bytes) + "</td></tr>\n";
@@ -61,12 +62,12 @@ std::string StateAttribute(std::string_view state) {
     return "data-state=\"" + std::string(state) + "\"";
 }
 
-std::string TotalRows(const RulesTotals& totals) {
-    std::string rows = TotalRow(StateAttribute("sealed"), "sealed", totals.sealed);
-    rows += TotalRow("class=\"sum\"", "left out", totals.leftOut);
+std::string TotalsMarkup(const RulesTotals& totals) {
+    std::string rows = TotalMarkup(StateAttribute("sealed"), "sealed", totals.sealed);
+    rows += TotalMarkup("class=\"sum\"", "left out", totals.leftOut);
     for (const auto& [reason, total] : totals.leftOutBy) {
         const char* const text = LeftOutReasonText(reason);
-        rows += TotalRow(StateAttribute(text), text, total);
+        rows += TotalMarkup(StateAttribute(text), text, total);
     }
     return rows;
 }
@@ -96,7 +97,7 @@ std::string RulesPage(const RulesReport& report) {
                                      {"game", HtmlText(report.gameDirectory)},
                                      {"config", HtmlText(report.configFile)},
                                      {"summary", SummaryText(report, totals)},
-                                     {"totals", TotalRows(totals)},
+                                     {"totals", TotalsMarkup(totals)},
                                      {"warningCount", CountText(report.warnings.size(), "warning")},
                                      {"warnings", WarningItems(report)},
                                      {"data", PageData(report)},
