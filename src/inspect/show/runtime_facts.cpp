@@ -26,7 +26,7 @@ std::string NameIn(const RuntimeConfiguration& configuration) {
 
 std::string SolutionMeaning(std::uint32_t solution, std::vector<std::string>& notes) {
     ForgetLoggedError();
-    const std::string name = AntiTamperSolutionName(solution);
+    std::string name = AntiTamperSolutionName(solution);
     // It logs a number that it does not know.
     if (!LastLoggedError().empty()) {
         notes.push_back("anti-tamper solution " + GroupedNumber(solution) + " is not known");
