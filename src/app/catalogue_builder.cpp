@@ -17,18 +17,6 @@
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {
-namespace {
-
-AliasMap WideAliases(const CatalogueConfig& config) {
-    AliasMap aliases;
-    for (const auto& [name, value] : config.pathAliases) {
-        aliases.emplace(Utf8ToWide(name), Utf8ToWide(value));
-    }
-    return aliases;
-}
-
-}  // namespace
-
 CatalogueBuilder::CatalogueBuilder(CommandLineOptions& options, const GeneratePaths& paths,
                                    const std::string& gameDirectory, HashCatalogue& catalogue)
     : options_(options),
@@ -63,7 +51,7 @@ ResultCode CatalogueBuilder::FindFiles() {
 }
 
 ResultCode CatalogueBuilder::MakeCatalogue() {
-    const AliasMap aliases = WideAliases(collector_.Config());
+    const AliasMap aliases = WideAliases(collector_.Config().pathAliases);
     if (const ResultCode code = converter_.RequireSound(); code != ResultCode::Ok) {
         return code;
     }
@@ -90,7 +78,7 @@ ResultCode CatalogueBuilder::RequireConvertibleNames() const {
     }
     // As making the catalogue converts them.
     static_cast<void>(WideToUtf8(Utf8ToWide(paths_.CataloguePath())));
-    static_cast<void>(WideAliases(collector_.Config()));
+    static_cast<void>(WideAliases(collector_.Config().pathAliases));
     for (const FoundFile& file : files) {
         static_cast<void>(WideToUtf8(file.path));
         static_cast<void>(Utf16ToWide(WideToUtf16(file.path)));

@@ -41,6 +41,14 @@ void StoreFourBytesPerCharacter(const std::wstring& path, PathField& field) {
 
 }  // namespace
 
+AliasMap WideAliases(const std::map<std::string, std::string>& aliases) {
+    AliasMap wide;
+    for (const auto& [name, value] : aliases) {
+        wide.emplace(Utf8ToWide(name), Utf8ToWide(value));
+    }
+    return wide;
+}
+
 const AliasMap::value_type* FirstAliasIn(const AliasMap& aliases, std::wstring_view path) {
     const auto found = std::find_if(aliases.begin(), aliases.end(), [path](const auto& alias) {
         return !alias.first.empty() && path.find(alias.first) != std::wstring_view::npos;

@@ -14,6 +14,9 @@ namespace sealkeeper {
 // From the part of a path that is replaced to what takes its place.
 using AliasMap = std::map<std::wstring, std::wstring>;
 
+// `aliases`, in UTF-8, as wide text.
+[[nodiscard]] AliasMap WideAliases(const std::map<std::string, std::string>& aliases);
+
 // The first alias, in key order, whose key occurs anywhere in `path`; null when none does. An empty
 // key stands for nothing and occurs nowhere.
 const AliasMap::value_type* FirstAliasIn(const AliasMap& aliases, std::wstring_view path);

@@ -12,14 +12,6 @@
 namespace sealkeeper {
 namespace {
 
-AliasMap WideAliases(const CatalogueConfig& config) {
-    AliasMap aliases;
-    for (const auto& [name, value] : config.pathAliases) {
-        aliases.emplace(Utf8ToWide(name), Utf8ToWide(value));
-    }
-    return aliases;
-}
-
 // The path as it is stored before an alias is looked for.
 std::wstring StoredForm(const std::string& walkedPath) {
     std::wstring path = Utf8ToWide(walkedPath);
@@ -45,7 +37,7 @@ std::map<std::wstring, std::size_t> CountUses(const Selection& selection, const 
 
 void LintAliases(const LintSubject& subject, RuleWarnings& warnings) {
     const CatalogueConfig& config = subject.selection.config;
-    auto uses = CountUses(subject.selection, WideAliases(config));
+    auto uses = CountUses(subject.selection, WideAliases(config.pathAliases));
     for (const auto& [name, value] : config.pathAliases) {
         const auto found = subject.places.aliases.find(name);
         const TextPlace place = found == subject.places.aliases.end() ? kNoPlace : found->second;
