@@ -17,6 +17,7 @@
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {
+
 CatalogueBuilder::CatalogueBuilder(CommandLineOptions& options, const GeneratePaths& paths,
                                    const std::string& gameDirectory, HashCatalogue& catalogue)
     : options_(options),
