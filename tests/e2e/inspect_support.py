@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import json
 import os
+import shutil
 import subprocess
 from dataclasses import dataclass
 from pathlib import Path
@@ -36,15 +37,20 @@ class Inspection:
 class InspectTest(EndToEndTest):
     """Base of the tests of sealkeeper-inspect."""
 
-    def inspect(
-        self,
-        *arguments: PathOrText,
-        program: Path = INSPECT,
-        environment: Optional[Dict[str, str]] = None,
-    ) -> Inspection:
-        """Run the program, or a copy of it that its user may run. It must end by itself."""
+    def setUp(self) -> None:
+        super().setUp()
+        self.companion = INSPECT
+
+    def become_unprivileged(self) -> None:
+        """For both programs, each of which is copied to where that user can run it."""
+        super().become_unprivileged()
+        self.companion = Path(shutil.copy(INSPECT, self.directory / "sealkeeper-inspect"))
+        self.companion.chmod(0o755)
+
+    def inspect(self, *arguments: PathOrText, environment: Optional[Dict[str, str]] = None) -> Inspection:
+        """Run the program. It must end by itself."""
         finished = subprocess.run(
-            [console.to_bytes(str(argument)) for argument in [program, *arguments]],
+            [console.to_bytes(str(argument)) for argument in [self.companion, *arguments]],
             cwd=self.directory,
             env=dict(os.environ, **environment) if environment else None,
             stdin=subprocess.DEVNULL,

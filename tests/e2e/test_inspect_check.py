@@ -444,11 +444,10 @@ class Failures(CheckTest):
     def test_unreadable_directory_is_told(self) -> None:
         self.write("secret/x")
         self.become_unprivileged()
-        inspect = Path(shutil.copy(INSPECT, self.directory / "sealkeeper-inspect"))
         (self.game / "secret").chmod(0)
         (self.output / "runtime.conf").chmod(0)
         self.assertEqual(self.verify_status(), 0)
-        run = self.inspect("check", self.game, "--product", PRODUCT, "--json", "--strict", program=inspect)
+        run = self.inspect("check", self.game, "--product", PRODUCT, "--json", "--strict")
         self.assertEqual(run.status, ADDITIONS_STATUS, run.errors)
         self.assertEqual(
             run.json()["additions"],
