@@ -12,7 +12,7 @@ import random_games
 from e2e_support import OUTPUT_FOLDER, STEP, config
 from inspect_support import ERROR, GOOD, INSPECT, USAGE, WARNING, InspectTest
 
-RANDOM_GAMES = int(os.environ.get("SEALKEEPER_RANDOM_GAMES", "140")) // STEP
+RANDOM_GAMES = int(os.environ.get("SEALKEEPER_RANDOM_GAMES", "60")) // STEP
 NO_UTF8 = "U82W_ERROR"
 
 
