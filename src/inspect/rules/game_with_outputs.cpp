@@ -57,17 +57,26 @@ bool GameWithOutputs::HasKey(const std::string& key) const {
     return added_.contains(key) || ResolvePath(AbsolutePathOf(key));
 }
 
+// Where links lead, as a folder of the outputs may be one.
+void GameWithOutputs::Add(const std::string& path, const FileStatus& status) {
+    const std::string key = KeyOf("./" + path).value_or(path);
+    // A link may lead back to the game directory itself.
+    if (!key.empty()) {
+        added_.emplace(key, status);
+    }
+}
+
 void GameWithOutputs::AddDirectory(const std::string& path) {
     FileStatus status;
     status.type = FileType::Directory;
-    added_.emplace(path, status);
+    Add(path, status);
 }
 
 void GameWithOutputs::AddFile(const std::string& path, std::uint64_t sizeBytes) {
     FileStatus status;
     status.type = FileType::Regular;
     status.sizeBytes = static_cast<std::int64_t>(sizeBytes);
-    added_.emplace(path, status);
+    Add(path, status);
 }
 
 ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,

@@ -32,6 +32,7 @@ class GameWithOutputs : public FileTree {
 
   private:
     [[nodiscard]] std::optional<std::string> KeyOf(const std::string& path) const;
+    void Add(const std::string& path, const FileStatus& status);
     [[nodiscard]] std::string AbsolutePathOf(const std::string& key) const;
     [[nodiscard]] bool HasKey(const std::string& key) const;
     [[nodiscard]] std::optional<std::string> ParentAt(const std::string& directory) const;

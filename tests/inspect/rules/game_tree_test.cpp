@@ -90,6 +90,25 @@ TEST_F(GameTree, IsReachedByLinksAndParents) {
     EXPECT_EQ(Look("./d/../x/z").sizeBytes, 7);
 }
 
+TEST_F(GameTree, AddsToWhatALinkLeadsTo) {
+    fs::create_directory(directory_ / "d");
+    fs::create_directory_symlink("d", directory_ / "x");
+    game_.AddDirectory("x");
+    game_.AddDirectory("x/y");
+    game_.AddFile("x/y/z", 7);
+    EXPECT_EQ(NamesIn("./d"), Names{"y"});
+    EXPECT_EQ(NamesIn("./d/y"), Names{"z"});
+    EXPECT_EQ(Look("./d/y/z").sizeBytes, 7);
+    EXPECT_EQ(Look("./x/y/z").sizeBytes, 7);
+}
+
+TEST_F(GameTree, ALinkToTheGameItselfAddsNothingToIt) {
+    fs::create_directory_symlink(".", directory_ / "x");
+    game_.AddDirectory("x");
+    game_.AddDirectory("x/y");
+    EXPECT_EQ(NamesIn("."), (Names{"x", "y"}));
+}
+
 TEST_F(GameTree, IsNotReachedByWhatIsNotThere) {
     game_.AddDirectory("x");
     game_.AddFile("x/z", 7);
