@@ -12,16 +12,6 @@
 namespace sealkeeper {
 namespace {
 
-// The stored form: UTF-16, relative to the game directory without "./", '/' as the only separator.
-std::u16string StoredPath(const std::wstring& path) {
-    std::u16string stored = WideToUtf16(path);
-    if (stored.starts_with(u"./")) {
-        stored.erase(0, 2);
-    }
-    std::replace(stored.begin(), stored.end(), u'\\', u'/');
-    return stored;
-}
-
 // Keeps the room for digests.
 void Clear(CatalogueEntry& entry) {
     entry.fileSizeBytes = 0;
@@ -68,6 +58,15 @@ FileToHash FirstBytesOf(const GameFile& found, std::uint64_t sizeBytes) {
 }
 
 }  // namespace
+
+std::u16string StoredFormOf(const std::wstring& path) {
+    std::u16string stored = WideToUtf16(path);
+    if (stored.starts_with(u"./")) {
+        stored.erase(0, 2);
+    }
+    std::replace(stored.begin(), stored.end(), u'\\', u'/');
+    return stored;
+}
 
 FileToHash OpenCollectedFile(const std::wstring& path, const FileStatus& seen) {
     const GameFile found = OpenGameFile(path, seen);
@@ -117,7 +116,7 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
         return ResultCode::CatalogueIOError;
     }
     // Before the file is waited for, which may take minutes.
-    const std::u16string stored = StoredPath(path);
+    const std::u16string stored = StoredFormOf(path);
     if (stored.size() > entry_record::kMaxPathUnits) {
         return RejectLongPath(path);
     }

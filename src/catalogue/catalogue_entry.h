@@ -41,6 +41,10 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, CatalogueEntry& entry);
 // hasher may not have gone on to that file, and is of no use any more.
 ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry);
 
+// The form in which the path of a collected file is stored: UTF-16, relative to the game directory
+// without "./", '/' as the only separator.
+[[nodiscard]] std::u16string StoredFormOf(const std::wstring& path);
+
 // Opens the file at the collected `path` to be hashed in full; `seen` as for `OpenGameFile`.
 [[nodiscard]] FileToHash OpenCollectedFile(const std::wstring& path, const FileStatus& seen = {});
 

@@ -1,8 +1,8 @@
 // Warnings about path aliases.
-#include <algorithm>
 #include <map>
 #include <string>
 
+#include "catalogue/catalogue_entry.h"
 #include "catalogue/path_alias.h"
 #include "inspect/report/number_text.h"
 #include "inspect/rules/lint_text.h"
@@ -12,21 +12,12 @@
 namespace sealkeeper {
 namespace {
 
-// The path as it is stored before an alias is looked for.
-std::wstring StoredForm(const std::string& walkedPath) {
-    std::wstring path = Utf8ToWide(walkedPath);
-    if (path.starts_with(L"./")) {
-        path.erase(0, 2);
-    }
-    std::replace(path.begin(), path.end(), L'\\', L'/');
-    return path;
-}
-
 // How many paths each alias is put into, by its name.
 std::map<std::wstring, std::size_t> CountUses(const Selection& selection, const AliasMap& aliases) {
     std::map<std::wstring, std::size_t> uses;
     for (const SelectedFile& file : selection.files) {
-        if (const auto* const alias = FirstAliasIn(aliases, StoredForm(file.path))) {
+        if (const auto* const alias =
+                FirstAliasIn(aliases, Utf16ToWide(StoredFormOf(Utf8ToWide(file.path))))) {
             ++uses[alias->first];
         }
     }

@@ -5,17 +5,14 @@
 #include <cerrno>
 #include <string>
 
+#include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_format.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
 
 bool IsTooLong(const SelectedFile& file) {
-    // Which is not stored.
-    constexpr std::string_view kHere = "./";
-    const std::string stored =
-        file.path.starts_with(kHere) ? file.path.substr(kHere.size()) : file.path;
-    return WideToUtf16(Utf8ToWide(stored)).size() > entry_record::kMaxPathUnits;
+    return StoredFormOf(Utf8ToWide(file.path)).size() > entry_record::kMaxPathUnits;
 }
 
 bool IsForbidden(const SelectedFile& file) {

@@ -31,6 +31,9 @@ void SortByPlace(std::vector<RuleWarning>& warnings) {
 ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& outputs,
                        Selection& selection) {
     GameWithOutputs game(request.gameDirectory);
+    for (const std::string& directory : outputs.directories) {
+        game.AddDirectory(directory);
+    }
     game.AddFile(outputs.catalogue, 0);
     game.AddFile(outputs.certificateCopy, 0);
     if (outputs.runtimeConfiguration) {
