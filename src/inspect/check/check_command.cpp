@@ -1,6 +1,5 @@
 #include "inspect/check/check_command.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 
@@ -24,11 +23,11 @@ struct CheckOptions {
 };
 
 std::string JobsFault(const std::string& text) {
-    return JobsFrom(text) ? "" : "--jobs: '" + text + "' is no number from 0 to 256";
+    return JobsFrom(text) ? "" : "'" + text + "' is no number from 0 to 256";
 }
 
 std::string EmptyProductFault(const std::string& text) {
-    return text.empty() ? "--product: a product id is required" : "";
+    return text.empty() ? "a product id is required" : "";
 }
 
 CheckReport CheckBy(const CheckOptions& options) {
@@ -64,32 +63,25 @@ int RunCheck(const CheckOptions& options, Console& console) {
 
 }  // namespace
 
-void AddCheckCommand(CLI::App& program, Console& console, int& status) {
+void AddCheckCommand(CommandLine& commandLine, Console& console) {
     const auto options = std::make_shared<CheckOptions>();
-    CLI::App* const command = program.add_subcommand(
+    Command command = commandLine.AddCommand(
         "check",
         "Verify a game, and say what verify leaves unsaid: unlisted files, links, a missing runtime.conf");
-    command->add_option("DIR", options->directory, "The game directory")->type_name("")->required();
-    command->add_option("--product", options->productId, "The product id of the game")
-        ->required()
-        ->check(EmptyProductFault)
-        ->type_name("ID");
-    CLI::Option* const format =
-        command
-            ->add_option("--format", options->format, "The form of the report: text, json or junit")
-            ->check(CLI::IsMember({"text", "json", "junit"}))
-            ->type_name("FORMAT");
-    command->add_flag("--json", options->isJson, "Report as JSON: the same as --format json")
-        ->excludes(format);
-    command->add_flag("--strict", options->text.isStrict,
-                      "End with 40 for what verify leaves unsaid");
-    command->add_flag("--verbose", options->text.isVerbose, "Show good files and all additions");
-    command
-        ->add_option("--jobs", options->jobs,
-                     "Hash in so many threads, up to 256; 0: one for each processor")
-        ->check(JobsFault)
-        ->type_name("N");
-    command->callback([options, &console, &status] { status = RunCheck(*options, console); });
+    command.AddOperand("DIR", "The game directory", options->directory);
+    command.AddRequiredText({"--product", "ID", "The product id of the game"}, options->productId,
+                            EmptyProductFault);
+    command.AddChoice({"--format", "FORMAT", "The form of the report"}, {"text", "json", "junit"},
+                      options->format);
+    command.AddFlag("--json", "Report as JSON: the same as --format json", options->isJson);
+    command.Exclude("--json", "--format");
+    command.AddFlag("--strict", "End with 40 for what verify leaves unsaid",
+                    options->text.isStrict);
+    command.AddFlag("--verbose", "Show good files and all additions", options->text.isVerbose);
+    command.AddText(
+        {"--jobs", "N", "Hash in so many threads, up to 256; 0: one for each processor"},
+        options->jobs, JobsFault);
+    command.SetRun([options, &console] { return RunCheck(*options, console); });
 }
 
 }  // namespace sealkeeper

@@ -2,17 +2,13 @@
 #ifndef SEALKEEPER_INSPECT_CHECK_CHECK_COMMAND_H
 #define SEALKEEPER_INSPECT_CHECK_CHECK_COMMAND_H
 
+#include "inspect/command_line/command_line.h"
 #include "inspect/report/console.h"
-
-namespace CLI {
-class App;
-}
 
 namespace sealkeeper {
 
-// Adds the command to `program`. Run, it sets `status` to `StatusOf` its report. `console` and
-// `status` must outlive the parsing.
-void AddCheckCommand(CLI::App& program, Console& console, int& status);
+// Its status is `StatusOf` its report. `console` must live as long as `commandLine` is used.
+void AddCheckCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper
 

@@ -69,7 +69,8 @@ Json GivenListJson(const GivenListFacts& list, UtcTime now) {
 
 }  // namespace
 
-Json CredentialJson(const CredentialFacts& facts, const CredentialFindings& findings, UtcTime now) {
+std::string CredentialJson(const CredentialFacts& facts, const CredentialFindings& findings,
+                           UtcTime now) {
     const ResultCode code = GenerateCode(facts);
     Json report = {{"certificate", CertificateJson(facts, now)}};
     if (facts.productId) {
@@ -86,7 +87,7 @@ Json CredentialJson(const CredentialFacts& facts, const CredentialFindings& find
     report["findings"] = FindingsJson(findings);
     report["generate"] = {{"code", ResultCodeNumber(code)}, {"text", ResultCodeText(code)}};
     report["status"] = StatusOf(findings);
-    return report;
+    return JsonText(report);
 }
 
 }  // namespace sealkeeper

@@ -2,14 +2,16 @@
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_JSON_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_JSON_H
 
+#include <string>
+
 #include "inspect/credentials/credential_facts.h"
 #include "inspect/credentials/credential_finding.h"
 #include "inspect/report/json.h"
 
 namespace sealkeeper {
 
-[[nodiscard]] Json CredentialJson(const CredentialFacts& facts, const CredentialFindings& findings,
-                                  UtcTime now);
+[[nodiscard]] std::string CredentialJson(const CredentialFacts& facts,
+                                         const CredentialFindings& findings, UtcTime now);
 
 }  // namespace sealkeeper
 

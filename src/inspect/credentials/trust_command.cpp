@@ -1,9 +1,7 @@
 #include "inspect/credentials/trust_command.h"
 
-#include <CLI/CLI.hpp>
-#include <chrono>
+#include <cstdint>
 #include <memory>
-#include <nlohmann/json.hpp>
 
 #include "inspect/credentials/trust_facts.h"
 #include "inspect/credentials/trust_findings.h"
@@ -16,32 +14,30 @@ namespace sealkeeper {
 namespace {
 
 struct TrustOptions {
-    std::int64_t warnDays = kDefaultWarnDays;
-    bool asJson = false;
+    std::uint64_t warnDays = kDefaultWarnDays;
+    bool isJson = false;
 };
 
 int RunTrust(const TrustOptions& options, Console& console) {
-    const JudgingTime time{
-        std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()),
-        options.warnDays};
+    const JudgingTime time = JudgingTimeNow(options.warnDays);
     const TrustFacts facts = GatherTrustFacts(BuiltInTrustMaterial());
     CredentialFindings findings = JudgeTrust(facts, time);
     Append(findings, JudgeDevelopmentTrust(facts));
     PutErrorsFirst(findings);
-    console.Write(options.asJson ? JsonText(TrustJson(facts, findings, time.now))
+    console.Write(options.isJson ? TrustJson(facts, findings, time.now)
                                  : TrustText(facts, findings, time.now, console));
     return StatusOf(findings);
 }
 
 }  // namespace
 
-void AddTrustCommand(CLI::App& program, Console& console, int& status) {
+void AddTrustCommand(CommandLine& commandLine, Console& console) {
     auto options = std::make_shared<TrustOptions>();
-    CLI::App* const command = program.add_subcommand(
+    Command command = commandLine.AddCommand(
         "trust", "Show the authority and the revocation list that are built into sealkeeper");
-    AddWarnDaysOption(*command, options->warnDays);
-    command->add_flag("--json", options->asJson, "Report as JSON");
-    command->callback([options, &console, &status] { status = RunTrust(*options, console); });
+    AddWarnDaysOption(command, options->warnDays);
+    command.AddFlag("--json", "Report as JSON", options->isJson);
+    command.SetRun([options, &console] { return RunTrust(*options, console); });
 }
 
 }  // namespace sealkeeper

@@ -2,17 +2,13 @@
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_COMMAND_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_COMMAND_H
 
+#include "inspect/command_line/command_line.h"
 #include "inspect/report/console.h"
-
-namespace CLI {
-class App;
-}
 
 namespace sealkeeper {
 
-// Adds the command to `program`. When it is run it writes its report to `console` and sets
-// `status`. All three must live as long as `program` is used.
-void AddTrustCommand(CLI::App& program, Console& console, int& status);
+// Its status is `StatusOf` its findings. `console` must live as long as `commandLine` is used.
+void AddTrustCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper
 

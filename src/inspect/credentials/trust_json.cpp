@@ -27,11 +27,11 @@ Json BuiltInListJson(const BuiltInListFacts& facts, UtcTime now) {
     return object;
 }
 
-Json TrustJson(const TrustFacts& facts, const CredentialFindings& findings, UtcTime now) {
-    return {{"authority", AuthorityJson(facts.authority, now)},
-            {"revocationList", BuiltInListJson(facts.revocationList, now)},
-            {"findings", FindingsJson(findings)},
-            {"status", StatusOf(findings)}};
+std::string TrustJson(const TrustFacts& facts, const CredentialFindings& findings, UtcTime now) {
+    return JsonText({{"authority", AuthorityJson(facts.authority, now)},
+                     {"revocationList", BuiltInListJson(facts.revocationList, now)},
+                     {"findings", FindingsJson(findings)},
+                     {"status", StatusOf(findings)}});
 }
 
 }  // namespace sealkeeper

@@ -2,6 +2,8 @@
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_JSON_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_JSON_H
 
+#include <string>
+
 #include "inspect/credentials/credential_finding.h"
 #include "inspect/credentials/trust_facts.h"
 #include "inspect/report/json.h"
@@ -12,8 +14,8 @@ namespace sealkeeper {
 [[nodiscard]] Json AuthorityJson(const AuthorityFacts& facts, UtcTime now);
 [[nodiscard]] Json BuiltInListJson(const BuiltInListFacts& facts, UtcTime now);
 
-[[nodiscard]] Json TrustJson(const TrustFacts& facts, const CredentialFindings& findings,
-                             UtcTime now);
+[[nodiscard]] std::string TrustJson(const TrustFacts& facts, const CredentialFindings& findings,
+                                    UtcTime now);
 
 }  // namespace sealkeeper
 

@@ -1,15 +1,18 @@
 #include "inspect/credentials/warn_days.h"
 
-#include <CLI/CLI.hpp>
+#include <chrono>
 
 namespace sealkeeper {
 
-void AddWarnDaysOption(CLI::App& command, std::int64_t& warnDays) {
-    constexpr std::int64_t kMostDays = 36'525;
-    command.add_option("--warn-days", warnDays, "Warn of what expires within N days")
-        ->type_name("N")
-        ->capture_default_str()
-        ->check(CLI::Range(std::int64_t{0}, kMostDays));
+void AddWarnDaysOption(Command& command, std::uint64_t& warnDays) {
+    constexpr std::uint64_t kMostDays = 36'525;
+    command.AddNumber({"--warn-days", "N", "Warn of what expires within N days"}, kMostDays,
+                      warnDays);
+}
+
+JudgingTime JudgingTimeNow(std::uint64_t warnDays) {
+    return {std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now()),
+            static_cast<std::int64_t>(warnDays)};
 }
 
 }  // namespace sealkeeper

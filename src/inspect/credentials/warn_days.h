@@ -4,16 +4,18 @@
 
 #include <cstdint>
 
-namespace CLI {
-class App;
-}
+#include "inspect/command_line/command_line.h"
+#include "inspect/credentials/credential_finding.h"
 
 namespace sealkeeper {
 
-inline constexpr std::int64_t kDefaultWarnDays = 30;
+inline constexpr std::uint64_t kDefaultWarnDays = 30;
 
 // Adds the option to `command`. It sets `warnDays`, from 0 to a hundred years.
-void AddWarnDaysOption(CLI::App& command, std::int64_t& warnDays);
+void AddWarnDaysOption(Command& command, std::uint64_t& warnDays);
+
+// The time by the system's clock, with what the option said.
+[[nodiscard]] JudgingTime JudgingTimeNow(std::uint64_t warnDays);
 
 }  // namespace sealkeeper
 

@@ -2,17 +2,14 @@
 
 #include <unistd.h>
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstring>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <span>
 #include <string>
 
 #include "inspect/report/command_status.h"
-#include "inspect/report/json.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/rules/rules_json.h"
 #include "inspect/rules/rules_page.h"
@@ -30,7 +27,7 @@ struct RulesOptions {
     std::string gameDirectory;
     std::string outputName = "base";
     std::string pageFile;
-    bool asJson = false;
+    bool isJson = false;
     bool listsEveryFile = false;
 };
 
@@ -103,8 +100,8 @@ int StatusOf(const RulesReport& report) {
 
 int ShowReport(const RulesReport& report, const RulesOptions& options, const std::string& pageFile,
                Console& console) {
-    if (options.asJson) {
-        console.Write(JsonText(RulesJson(report)));
+    if (options.isJson) {
+        console.Write(RulesJson(report));
     } else {
         console.Write(
             RulesText(report, console,
@@ -146,28 +143,20 @@ int RunRulesCommand(const RulesOptions& options, Console& console) {
 
 }  // namespace
 
-void AddRulesCommand(CLI::App& program, Console& console, int& status) {
+void AddRulesCommand(CommandLine& commandLine, Console& console) {
     const auto options = std::make_shared<RulesOptions>();
-    CLI::App* const command = program.add_subcommand(
+    Command command = commandLine.AddCommand(
         "rules",
         "Say what generate would hash of a game, why not the rest, and what is wrong with the rules");
-    command->add_option("CFG", options->configFile, "The configuration file")
-        ->type_name("")
-        ->required();
-    command->add_option("--game", options->gameDirectory, "The game directory")
-        ->type_name("DIR")
-        ->required();
-    command->add_option("--outname", options->outputName, "The output name (-outname)")
-        ->capture_default_str()
-        ->type_name("NAME");
-    command->add_flag("--files", options->listsEveryFile, "Name every file, sealed ones too");
-    command->add_flag("--json", options->asJson, "Report as JSON");
-    command
-        ->add_option("--html", options->pageFile,
-                     "Write a page that shows the game by size to this file, too")
-        ->type_name("FILE");
-    command->callback(
-        [options, &console, &status] { status = RunRulesCommand(*options, console); });
+    command.AddOperand("CFG", "The configuration file", options->configFile);
+    command.AddRequiredText({"--game", "DIR", "The game directory"}, options->gameDirectory);
+    command.AddText({"--outname", "NAME", "The output name (-outname)"}, options->outputName);
+    command.AddFlag("--files", "Name every file, sealed ones too", options->listsEveryFile);
+    command.AddFlag("--json", "Report as JSON", options->isJson);
+    command.AddText(
+        {"--html", "FILE", "Write a page that shows the game by size to this file, too"},
+        options->pageFile);
+    command.SetRun([options, &console] { return RunRulesCommand(*options, console); });
 }
 
 }  // namespace sealkeeper

@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "inspect/report/json.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -56,7 +58,7 @@ Json RefusalJson(const std::optional<Refusal>& refusal) {
 
 }  // namespace
 
-Json RulesJson(const RulesReport& report) {
+std::string RulesJson(const RulesReport& report) {
     Json files = Json::array();
     for (const JudgedFile& file : report.files) {
         files.push_back(FileJson(file));
@@ -72,7 +74,7 @@ Json RulesJson(const RulesReport& report) {
     json["files"] = std::move(files);
     json["warnings"] = std::move(warnings);
     json["totals"] = TotalsJson(TotalsOf(report));
-    return json;
+    return JsonText(json);
 }
 
 }  // namespace sealkeeper

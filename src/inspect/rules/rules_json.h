@@ -2,7 +2,8 @@
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_JSON_H
 #define SEALKEEPER_INSPECT_RULES_RULES_JSON_H
 
-#include "inspect/report/json.h"
+#include <string>
+
 #include "inspect/rules/rules_report.h"
 
 namespace sealkeeper {
@@ -10,7 +11,7 @@ namespace sealkeeper {
 // Members `configFile`, `gameDirectory`, `refusal` (null, or `code` and `message`), `files`,
 // `warnings` and `totals`. A file whose path is no UTF-8, which JSON cannot hold, has the bytes of
 // it as `pathHex` besides.
-[[nodiscard]] Json RulesJson(const RulesReport& report);
+[[nodiscard]] std::string RulesJson(const RulesReport& report);
 
 }  // namespace sealkeeper
 

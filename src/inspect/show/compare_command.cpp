@@ -1,6 +1,5 @@
 #include "inspect/show/compare_command.h"
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdint>
 #include <memory>
@@ -94,18 +93,14 @@ int Compare(const CompareOptions& options, Console& console) {
 
 }  // namespace
 
-void AddCompareCommand(CLI::App& program, Console& console, int& status) {
-    auto* const command =
-        program.add_subcommand("compare", "Say which files two catalogues list differently");
+void AddCompareCommand(CommandLine& commandLine, Console& console) {
     const auto options = std::make_shared<CompareOptions>();
-    command->add_option("OLD", options->paths.before, "The catalogue before")
-        ->type_name("")
-        ->required();
-    command->add_option("NEW", options->paths.after, "The catalogue after")
-        ->type_name("")
-        ->required();
-    command->add_flag("--json", options->isJson, "Report as JSON");
-    command->callback([options, &console, &status] { status = Compare(*options, console); });
+    Command command =
+        commandLine.AddCommand("compare", "Say which files two catalogues list differently");
+    command.AddOperand("OLD", "The catalogue before", options->paths.before);
+    command.AddOperand("NEW", "The catalogue after", options->paths.after);
+    command.AddFlag("--json", "Report as JSON", options->isJson);
+    command.SetRun([options, &console] { return Compare(*options, console); });
 }
 
 }  // namespace sealkeeper

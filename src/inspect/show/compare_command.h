@@ -2,17 +2,13 @@
 #ifndef SEALKEEPER_INSPECT_SHOW_COMPARE_COMMAND_H
 #define SEALKEEPER_INSPECT_SHOW_COMPARE_COMMAND_H
 
+#include "inspect/command_line/command_line.h"
 #include "inspect/report/console.h"
-
-namespace CLI {
-class App;
-}  // namespace CLI
 
 namespace sealkeeper {
 
-// Adds the command to `program`. Where it is the one that is run, `status` is then its exit status,
-// one of diff(1).
-void AddCompareCommand(CLI::App& program, Console& console, int& status);
+// Its status is one of diff(1). `console` must live as long as `commandLine` is used.
+void AddCompareCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper
 

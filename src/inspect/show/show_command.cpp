@@ -1,6 +1,6 @@
 #include "inspect/show/show_command.h"
 
-#include <CLI/CLI.hpp>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -37,21 +37,19 @@ int Show(const ShowOptions& options, Console& console) {
 
 }  // namespace
 
-void AddShowCommand(CLI::App& program, Console& console, int& status) {
-    auto* const command = program.add_subcommand(
-        "show", "Show what a catalogue or a runtime.conf holds, or what makes it invalid");
+void AddShowCommand(CommandLine& commandLine, Console& console) {
     const auto options = std::make_shared<ShowOptions>();
-    command->add_option("FILE", options->path, "The file")->type_name("")->required();
-    command
-        ->add_option("--product", options->productId,
-                     "Tell whether the certificate is trusted for this product id, too")
-        ->type_name("ID");
-    command->add_flag("--digests", options->hasDigests, "Show the digests of the entries");
-    command->add_option("--limit", options->limit, "Show so many entries at the most")
-        ->check(CLI::NonNegativeNumber)
-        ->type_name("N");
-    command->add_flag("--json", options->isJson, "Report as JSON");
-    command->callback([options, &console, &status] { status = Show(*options, console); });
+    Command command = commandLine.AddCommand(
+        "show", "Show what a catalogue or a runtime.conf holds, or what makes it invalid");
+    command.AddOperand("FILE", "The file", options->path);
+    command.AddText(
+        {"--product", "ID", "Tell whether the certificate is trusted for this product id, too"},
+        options->productId);
+    command.AddFlag("--digests", "Show the digests of the entries", options->hasDigests);
+    command.AddNumber({"--limit", "N", "Show so many entries at the most"},
+                      std::numeric_limits<std::uint64_t>::max(), options->limit);
+    command.AddFlag("--json", "Report as JSON", options->isJson);
+    command.SetRun([options, &console] { return Show(*options, console); });
 }
 
 }  // namespace sealkeeper

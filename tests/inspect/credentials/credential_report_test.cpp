@@ -166,7 +166,7 @@ TEST(CredentialReport, NamesOfTheCertificate) {
 }
 
 TEST(CredentialReport, AsJson) {
-    const Json report = Json::parse(JsonText(CredentialJson(Facts(), Findings(), kNow)));
+    const Json report = Json::parse(CredentialJson(Facts(), Findings(), kNow));
     const Json certificate = {{"path", "a.cer"},
                               {"mode", "644"},
                               {"kind", "a certificate in DER form"},
@@ -202,7 +202,7 @@ TEST(CredentialReport, AsJson) {
 TEST(CredentialReport, NamesThatAreNoUtf8DoNotSpoilJson) {
     CredentialFacts facts = Facts();
     facts.certificate.file.path = "\xff.cer";
-    const Json report = Json::parse(JsonText(CredentialJson(facts, {}, kNow)));
+    const Json report = Json::parse(CredentialJson(facts, {}, kNow));
     EXPECT_EQ(report["certificate"]["path"], "\xEF\xBF\xBD.cer");
 }
 
@@ -247,7 +247,7 @@ TEST(TrustReport, OfWhatCannotBeReadHasTheFingerprintsAlone) {
 }
 
 TEST(TrustReport, AsJson) {
-    const Json report = Json::parse(JsonText(TrustJson(Trust(), {}, kNow)));
+    const Json report = Json::parse(TrustJson(Trust(), {}, kNow));
     EXPECT_EQ(report["authority"]["sha256Fingerprint"], "AA:BB");
     EXPECT_EQ(report["authority"]["development"], false);
     const Json list = {{"issuer", "CN=Authority"},

@@ -2,7 +2,6 @@
 //   sealkeeper_sample_report html|json FILES [hostile]
 #include <cstdio>
 #include <cstdlib>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
 
@@ -14,8 +13,7 @@
 namespace {
 
 std::string TextOf(const sealkeeper::RulesReport& report, std::string_view format) {
-    return format == "html" ? sealkeeper::RulesPage(report)
-                            : sealkeeper::JsonText(sealkeeper::RulesJson(report));
+    return format == "html" ? sealkeeper::RulesPage(report) : sealkeeper::RulesJson(report);
 }
 
 }  // namespace

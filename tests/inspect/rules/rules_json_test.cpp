@@ -4,6 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "inspect/report/json.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -14,7 +16,7 @@ TEST(RulesJson, HasTheWholeReport) {
                               {"a", 5000000000, {}},
                               {"b", 7, LeftOutReason::NotRegularFile}},
                              {{12, 5, "There.", "Mend it."}}};
-    EXPECT_EQ(JsonText(RulesJson(report)), R"({
+    EXPECT_EQ(RulesJson(report), R"({
   "configFile": "game.cfg",
   "gameDirectory": "/game",
   "refusal": null,
@@ -71,32 +73,34 @@ TEST(RulesJson, HasTheWholeReport) {
 }
 
 TEST(RulesJson, SaysWhyGenerateWouldFail) {
-    const Json json =
-        RulesJson({"game.cfg", "/game", {}, {}, Refusal{ResultCode::InitFailedConfig, "Because."}});
+    const Json json = Json::parse(RulesJson(
+        {"game.cfg", "/game", {}, {}, Refusal{ResultCode::InitFailedConfig, "Because."}}));
     EXPECT_EQ(json.at("refusal"), (Json{{"code", 4}, {"message", "Because."}}));
 }
 
 TEST(RulesJson, HasEmptyListsForNothing) {
-    const Json json = RulesJson({"game.cfg", "/game", {}, {}});
+    const Json json = Json::parse(RulesJson({"game.cfg", "/game", {}, {}}));
     EXPECT_EQ(json["files"].dump(), "[]");
     EXPECT_EQ(json["warnings"].dump(), "[]");
     EXPECT_EQ(json["totals"]["byReason"].dump(), "{}");
 }
 
 TEST(RulesJson, GivesNoPlaceToAWarningWithoutOne) {
-    const Json json = RulesJson({"game.cfg", "/game", {}, {{0, 0, "Nowhere.", "Cure it."}}});
+    const Json json =
+        Json::parse(RulesJson({"game.cfg", "/game", {}, {{0, 0, "Nowhere.", "Cure it."}}}));
     EXPECT_EQ(json["warnings"][0].dump(),
               R"({"line":null,"column":null,"message":"Nowhere.","cure":"Cure it."})");
 }
 
 TEST(RulesJson, KeepsTheBytesOfAPathThatIsNoUtf8) {
-    const Json json = RulesJson({"game.cfg", "/game", {{"a\xFF\xC3(", 0, {}}}, {}});
+    const Json json = Json::parse(RulesJson({"game.cfg", "/game", {{"a\xFF\xC3(", 0, {}}}, {}}));
     EXPECT_EQ(json["files"][0]["path"], "a\uFFFD\uFFFD(");
     EXPECT_EQ(json["files"][0]["pathHex"], "61ffc328");
 }
 
 TEST(RulesJson, HasNoBytesOfAPathThatIsUtf8) {
-    const Json json = RulesJson({"game.cfg", "/game", {{"\u00e4\uFFFD\n", 0, {}}}, {}});
+    const Json json =
+        Json::parse(RulesJson({"game.cfg", "/game", {{"\u00e4\uFFFD\n", 0, {}}}, {}}));
     EXPECT_EQ(json["files"][0]["path"], "\u00e4\uFFFD\n");
     EXPECT_FALSE(json["files"][0].contains("pathHex"));
 }
