@@ -161,6 +161,24 @@ class Memory(LimitedTest):
                     self.assert_out_of_memory(run, begun)
         self.assertEqual(len(ended), 2, f"one code when memory runs out, and 0 when it does not: {ended}")
 
+    def test_a_stack_that_cannot_grow(self) -> None:
+        """It takes address space when it grows, and where there is none that ends a process."""
+        self.put_image(signed(block_of_codes(list(RECORD)), 1))
+        step = 32 * 1024
+        missing = self.game / "missing.bin"
+        amount = step
+        while self.status_within(amount, "list", missing) not in STATUSES:
+            amount += step
+        statuses = [self.status_within(more, "-productid", PRODUCT, "verify", self.game)
+                    for more in range(amount, amount + MIB, step)]
+        self.assertLessEqual(set(statuses), set(STATUSES))
+        self.assertIn(23, statuses, "the last of them had enough: the file is missing")
+
+    def status_within(self, amount: int, *arguments) -> int:
+        return subprocess.run([str(PROGRAM), *map(str, arguments)], capture_output=True, check=False,
+                              timeout=TIMEOUT_SECONDS,
+                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (amount, amount))).returncode
+
     def test_file_beyond_the_memory_there_is(self) -> None:
         for name in ("base.bin", "runtime.conf"):
             self.put_catalogue([])

@@ -4,7 +4,7 @@
 
 namespace sealkeeper::lzw {
 
-DecompressorDictionary::DecompressorDictionary() {
+DecompressorDictionary::DecompressorDictionary() : strings_(kEndOfCodes + 1) {
     for (std::uint32_t code = 0; code < kOneByteStrings; ++code) {
         strings_[code] = {code, 1};
     }

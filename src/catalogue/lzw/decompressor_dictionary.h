@@ -2,9 +2,9 @@
 #ifndef SEALKEEPER_CATALOGUE_LZW_DECOMPRESSOR_DICTIONARY_H
 #define SEALKEEPER_CATALOGUE_LZW_DECOMPRESSOR_DICTIONARY_H
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "catalogue/lzw/lzw_format.h"
 #include "catalogue/lzw/packed_codes.h"
@@ -60,7 +60,8 @@ class DecompressorDictionary {
     [[nodiscard]] bool FollowUnchanging(const PackedCodes& codes, std::size_t first);
     [[nodiscard]] const StoredString& Find(std::uint32_t code) const;
 
-    std::array<StoredString, kEndOfCodes + 1> strings_{};
+    // Not within the object: on a stack that cannot grow, its 32 KiB would end the process.
+    std::vector<StoredString> strings_;
     std::size_t bytes_ = 0;
     std::size_t growingBytes_ = 0;
     std::size_t endedAt_ = 0;

@@ -34,8 +34,8 @@ struct LzwFault {
 };
 
 // Gives the decompressed form of some bytes, which must outlive it, piece by piece. However much
-// that is, it takes the memory of what the growing codes give, 7 MiB at the most, and 64 KiB, and
-// none before the first bytes are read. Time is linear in the bytes read and produced.
+// that is, it takes the memory of what the growing codes give, 7 MiB at the most, and 96 KiB, of
+// which 32 KiB before the first bytes are read. Time is linear in the bytes read and produced.
 class LzwDecompressor {
   public:
     // Moved, its view of its own memory stays good.
