@@ -8,9 +8,8 @@
 namespace sealkeeper {
 namespace {
 
-bool IsMainCatalogueName(std::string name) {
-    LowerCaseAscii(name);
-    return name == kMainCatalogueName;
+bool IsMainCatalogueName(const std::string& name) {
+    return LowerCasedAscii(name) == kMainCatalogueName;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ bool ConfigDocument::ParseConfigText(std::string_view text) {
 }
 
 ConfigSection& ConfigDocument::GetSection(std::string& name) {
-    LowerCaseAscii(name);
+    name = LowerCasedAscii(name);
     const auto found = sections_.find(name);
     if (found != sections_.end()) {
         return found->second;

@@ -12,12 +12,6 @@ constexpr std::string_view kNameEnd = " \t\n\r:";
 constexpr std::string_view kKeyEnd = " \t\n\r=";
 constexpr std::size_t kNotFound = std::string_view::npos;
 
-std::string LowerCased(std::string_view name) {
-    std::string lowered(name);
-    LowerCaseAscii(lowered);
-    return lowered;
-}
-
 }  // namespace
 
 bool ConfigScanner::Scan() {
@@ -99,7 +93,7 @@ ConfigScanner::Step ConfigScanner::TakeSectionHeader() {
     if (nameEnd == kNotFound) {
         return StopAt(position_, ConfigStop::UnendedSectionName);
     }
-    const std::string name = LowerCased(text_.substr(position_, nameEnd - position_));
+    const std::string name = LowerCasedAscii(text_.substr(position_, nameEnd - position_));
     ConfigSection& section = document_.OpenSection(name);
     const std::size_t brace = text_.find('{', nameEnd + 1);
     if (brace == kNotFound) {
@@ -121,7 +115,7 @@ ConfigScanner::Step ConfigScanner::TakeKey() {
     if (keyEnd == kNotFound) {
         return StopAt(position_, ConfigStop::UnendedKey);
     }
-    pendingKey_ = LowerCased(text_.substr(position_, keyEnd - position_));
+    pendingKey_ = LowerCasedAscii(text_.substr(position_, keyEnd - position_));
     if (outline_ != nullptr) {
         outline_->keys.push_back({pendingKey_, position_, outline_->sections.size() - 1});
     }
@@ -238,7 +232,7 @@ bool ConfigScanner::StartsWith(std::string_view marker) const {
 }
 
 bool ConfigScanner::EqualsIgnoringCase(std::string_view lowerCaseWord) const {
-    return LowerCased(text_.substr(position_, lowerCaseWord.size())) == lowerCaseWord;
+    return LowerCasedAscii(text_.substr(position_, lowerCaseWord.size())) == lowerCaseWord;
 }
 
 ConfigScanner::Step ConfigScanner::StoreAndContinueAt(std::size_t position) {

@@ -4,14 +4,6 @@
 
 namespace sealkeeper {
 
-TextPlace PlaceOf(std::string_view text, std::size_t offset) {
-    const std::string_view before = text.substr(0, offset);
-    const auto lineFeeds = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n'));
-    const std::size_t lastLineFeed = before.rfind('\n');
-    const std::size_t lineBegin = lastLineFeed == std::string_view::npos ? 0 : lastLineFeed + 1;
-    return {lineFeeds + 1, offset - lineBegin + 1};
-}
-
 TextLines::TextLines(std::string_view text) : begins_{0}, length_(text.size()) {
     for (std::size_t lineFeed = text.find('\n'); lineFeed != std::string_view::npos;
          lineFeed = text.find('\n', lineFeed + 1)) {

@@ -16,16 +16,13 @@ struct TextPlace {
     bool operator==(const TextPlace&) const = default;
 };
 
-// The place of the byte at `offset`. What is past the end is as far behind the last byte's place as
-// its offset is. Takes time in proportion to `offset`.
-[[nodiscard]] TextPlace PlaceOf(std::string_view text, std::size_t offset);
-
-// Where the lines of a text begin, for many questions about one text.
+// Where the lines of a text begin.
 class TextLines {
   public:
     explicit TextLines(std::string_view text);
 
-    // As the function of that name, in logarithmic time.
+    // The place of the byte at `offset`, in logarithmic time. What is past the end is as far past
+    // the last byte's place as its offset is.
     [[nodiscard]] TextPlace PlaceOf(std::size_t offset) const;
 
     // The offset of the line feed that ends the line of `offset`, or the length of the text.

@@ -2,12 +2,14 @@
 
 namespace sealkeeper {
 
-void LowerCaseAscii(std::string& text) {
-    for (char& byte : text) {
+std::string LowerCasedAscii(std::string_view text) {
+    std::string lowered(text);
+    for (char& byte : lowered) {
         if (byte >= 'A' && byte <= 'Z') {
             byte = static_cast<char>(byte - 'A' + 'a');
         }
     }
+    return lowered;
 }
 
 }  // namespace sealkeeper

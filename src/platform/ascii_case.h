@@ -3,11 +3,12 @@
 #define SEALKEEPER_PLATFORM_ASCII_CASE_H
 
 #include <string>
+#include <string_view>
 
 namespace sealkeeper {
 
-// Lower-cases 'A' to 'Z' and leaves every other byte, whatever the locale.
-void LowerCaseAscii(std::string& text);
+// `text` with 'A' to 'Z' in lower case and every other byte as it is, whatever the locale.
+[[nodiscard]] std::string LowerCasedAscii(std::string_view text);
 
 }  // namespace sealkeeper
 

@@ -21,7 +21,7 @@ ALLOWED = {
     "inspect/check": {"inspect/check", "inspect/command_line", "inspect/report", "app", "catalogue", "catalogue/hashing", "runtime", "platform"},
     "inspect/command_line": {"inspect/command_line", "inspect/report"},
     "inspect/credentials": {"inspect/credentials", "inspect/command_line", "inspect/report", "runtime", "platform"},
-    "inspect/lint": {"inspect/lint", "runtime", "config", "platform"},
+    "inspect/lint": {"inspect/lint", "inspect/report", "runtime", "config", "platform"},
     "inspect/report": {"inspect/report", "app", "platform"},
     "inspect/rules": {"inspect/rules", "inspect/command_line", "inspect/lint", "inspect/report", "app", "catalogue",
                       "runtime", "config", "platform"},

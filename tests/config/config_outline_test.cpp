@@ -206,9 +206,7 @@ TEST(ConfigOutline, TellsWhatWasBegunAtTheEnd) {
 // What a recorded place says must stand there.
 void ExpectPlacesHold(std::string_view text, const ConfigOutline& outline) {
     const auto standsAt = [text](const std::string& name, std::size_t begin) {
-        std::string there(text.substr(begin, name.size()));
-        LowerCaseAscii(there);
-        return there == name;
+        return LowerCasedAscii(text.substr(begin, name.size())) == name;
     };
     for (const OutlinedSection& section : outline.sections) {
         EXPECT_TRUE(standsAt(section.name, section.begin));

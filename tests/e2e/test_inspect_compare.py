@@ -88,7 +88,7 @@ class Compare(InspectTest):
         crl = self.compare(old, self.put("new", entries, crl=b"list"), DIFFERENT)
         self.assertEqual(crl["otherDifferences"], ["signature", "revocation list"])
         self.assertTrue(crl["hasSameEntries"])
-        self.assertTrue(self.text.output.endswith("\nThe entries are the same: 2 files, 1 byte\nDifferent: signature, revocation list\n"))
+        self.assertTrue(self.text.output.endswith("\nThe entries are the same: 2 files, 1 byte\nDifferent: signature and revocation list\n"))
         key = self.compare(old, self.put("new", entries, credentials=Credentials.of("other-key")), DIFFERENT)
         self.assertEqual(key["otherDifferences"], ["signature"])
         order = self.compare(old, self.put("new", entries[::-1]), DIFFERENT)

@@ -5,15 +5,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "inspect/report/aligned_text.h"
 #include "inspect/report/number_text.h"
 
 namespace sealkeeper {
 namespace {
-
-std::string PaddedTo(std::size_t width, std::string text) {
-    text.resize(std::max(width, text.size()), ' ');
-    return text;
-}
 
 std::string CodeText(ResultCode code) {
     return std::to_string(ResultCodeNumber(code)) + " " + ResultCodeText(code);
@@ -58,7 +54,7 @@ std::string VerdictsText(const CheckReport& report, bool isVerbose, const Consol
             continue;
         }
         text += console.Styled(isGood ? Style::Good : Style::Bad,
-                               PaddedTo(width, CodeText(file.code))) +
+                               AlignedLeft(CodeText(file.code), width)) +
                 "  " + console.Foreign(file.path) + CatalogueNote(report, file, console) + "\n";
     }
     return text;

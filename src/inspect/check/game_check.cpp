@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "inspect/check/catalogue_failure.h"
 #include "inspect/check/file_progress.h"
 #include "inspect/check/game_additions.h"
+#include "inspect/report/capped_sum.h"
 #include "inspect/report/console.h"
 #include "platform/text_encoding.h"
 
@@ -71,11 +71,9 @@ ResultCode ReadCatalogues(GameVerification& game, CheckReport& report) {
 
 // At most what a number holds: sizes are those that the catalogues claim.
 std::uint64_t TotalBytesOf(const EntryList& entries) {
-    constexpr std::uint64_t kMost = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t total = 0;
     for (const auto& entry : entries) {
-        const std::uint64_t size = entry->FileSizeBytes();
-        total = size > kMost - total ? kMost : total + size;
+        total = CappedSum(total, entry->FileSizeBytes());
     }
     return total;
 }

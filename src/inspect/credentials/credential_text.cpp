@@ -5,6 +5,7 @@
 #include "inspect/credentials/fact_table.h"
 #include "inspect/credentials/finding_text.h"
 #include "inspect/credentials/name_findings.h"
+#include "inspect/report/name_list.h"
 
 namespace sealkeeper {
 namespace {
@@ -20,12 +21,12 @@ std::string ProductText(const CertificateDetails& certificate) {
     const std::vector<std::string>& names = ComparedNames(certificate);
     if (!certificate.hasAlternativeNames) {
         return names.empty() ? "none: there is no common name"
-                             : QuotedNames(names) + " (common name)";
+                             : QuotedNameList(names) + " (common name)";
     }
-    const std::string passedOver = "the common name " + QuotedNames(certificate.commonNames) +
+    const std::string passedOver = "the common name " + QuotedNameList(certificate.commonNames) +
                                    " does not count beside alternative names";
     return names.empty() ? "none: " + passedOver
-                         : QuotedNames(names) + " (DNS names; " + passedOver + ")";
+                         : QuotedNameList(names) + " (DNS names; " + passedOver + ")";
 }
 
 void AddChain(const CredentialFacts& facts, FactTable& table) {

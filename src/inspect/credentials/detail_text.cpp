@@ -27,12 +27,4 @@ std::string RevokedText(const ListDetails& list) {
     return list.revoked.size() > kMostShown ? text + ", ..." : text;
 }
 
-std::string QuotedNames(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) {
-        text += (text.empty() ? "'" : ", '") + name + "'";
-    }
-    return text;
-}
-
 }  // namespace sealkeeper

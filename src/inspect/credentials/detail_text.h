@@ -3,7 +3,6 @@
 #define SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_TEXT_H
 
 #include <string>
-#include <vector>
 
 #include "inspect/credentials/certificate_details.h"
 
@@ -20,9 +19,6 @@ namespace sealkeeper {
 
 // "2 serials: 0DEAD001, 0DEAD002"; of many, the first few.
 [[nodiscard]] std::string RevokedText(const ListDetails& list);
-
-// "'a', 'b'".
-[[nodiscard]] std::string QuotedNames(const std::vector<std::string>& names);
 
 }  // namespace sealkeeper
 

@@ -1,5 +1,7 @@
 #include "inspect/credentials/fact_table.h"
 
+#include "inspect/report/aligned_text.h"
+
 namespace sealkeeper {
 
 void FactTable::Begin(std::string_view title, std::string_view subject) {
@@ -19,9 +21,7 @@ void FactTable::Add(const char* label, std::string_view value) {
 
 void FactTable::Add(const char* label, Style style, std::string_view value) {
     constexpr std::size_t kLabelWidth = 13;
-    std::string shown = label;
-    shown.resize(kLabelWidth, ' ');
-    text_ += "  " + console_.Styled(Style::Faint, shown) +
+    text_ += "  " + console_.Styled(Style::Faint, AlignedLeft(label, kLabelWidth)) +
              console_.Styled(style, console_.Foreign(value)) + '\n';
 }
 

@@ -7,11 +7,6 @@
 namespace sealkeeper {
 namespace {
 
-std::string LowerCased(std::string text) {
-    LowerCaseAscii(text);
-    return text;
-}
-
 bool IsWhiteSpace(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
@@ -32,8 +27,8 @@ NameDifference DifferenceOf(const std::string& left, const std::string& right) {
     if (left == right) {
         return NameDifference::None;
     }
-    std::string a = LowerCased(left);
-    std::string b = LowerCased(right);
+    std::string a = LowerCasedAscii(left);
+    std::string b = LowerCasedAscii(right);
     if (a == b) {
         return NameDifference::LetterCase;
     }

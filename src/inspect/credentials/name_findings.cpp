@@ -6,6 +6,7 @@
 
 #include "inspect/credentials/detail_text.h"
 #include "inspect/credentials/name_difference.h"
+#include "inspect/report/name_list.h"
 
 namespace sealkeeper {
 namespace {
@@ -57,14 +58,14 @@ CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
         return MakeError(
             kName, code,
             "The certificate has the product id '" + *productId +
-                "' as its common name, but DNS names too (" + QuotedNames(names) +
+                "' as its common name, but DNS names too (" + QuotedNameList(names) +
                 "), and the cryptographic library compares those in its place.",
             {"Have a certificate issued without DNS names, or with the product id among them."});
     }
     return MakeError(
         kName, code,
-        "The certificate is for " + QuotedNames(names) + ", --product says '" + *productId + "'." +
-            DifferenceText(LeastDifference(names, *productId)),
+        "The certificate is for " + QuotedNameList(names) + ", --product says '" + *productId +
+            "'." + DifferenceText(LeastDifference(names, *productId)),
         {"Give the product id as the certificate has it (-productid of sealkeeper), or have a certificate issued for '" +
          *productId + "'."});
 }

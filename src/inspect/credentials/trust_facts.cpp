@@ -1,11 +1,10 @@
 #include "inspect/credentials/trust_facts.h"
 
-#include <array>
-#include <cstdio>
 #include <span>
 
 #include "inspect/credentials/development_trust.h"
 #include "inspect/credentials/signature_check.h"
+#include "inspect/report/hex_text.h"
 #include "runtime/certificate_trust.h"
 #include "runtime/mbedtls_contexts.h"
 #include "runtime/mbedtls_result.h"
@@ -16,21 +15,11 @@ namespace {
 
 constexpr std::uint32_t kNoFlags = 0;
 
-std::string FingerprintText(const Sha256Digest& digest) {
-    std::string text;
-    for (const std::uint8_t byte : digest) {
-        std::array<char, 4> pair{};
-        std::snprintf(pair.data(), pair.size(), "%s%02X", text.empty() ? "" : ":", byte);
-        text += pair.data();
-    }
-    return text;
-}
-
 AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& authority) {
     AuthorityFacts facts;
     Sha256Digest digest{};
     if (ComputeSha256(der, digest) == 0) {
-        facts.fingerprint = FingerprintText(digest);
+        facts.fingerprint = SeparatedHexText(digest, ':');
         facts.isDevelopment = IsDevelopmentAuthority(digest);
     }
     facts.code = MapX509Error(ParseCertificate(der, authority), kNoFlags);
@@ -47,7 +36,7 @@ BuiltInListFacts FactsOfList(std::span<const std::uint8_t> der, RevocationList& 
     BuiltInListFacts facts;
     Sha256Digest digest{};
     if (ComputeSha256(der, digest) == 0) {
-        facts.fingerprint = FingerprintText(digest);
+        facts.fingerprint = SeparatedHexText(digest, ':');
         facts.isDevelopment = IsDevelopmentRevocationList(digest);
     }
     facts.code =

@@ -8,6 +8,7 @@
 #include "inspect/lint/nearest_name.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"
+#include "inspect/report/name_list.h"
 #include "runtime/anti_tamper_solutions.h"
 #include "runtime/runtime_configuration.h"
 
@@ -18,14 +19,6 @@ namespace {
 std::vector<std::string> Choices() {
     const auto names = AntiTamperSolutionNames();
     return {names.begin() + 1, names.end()};
-}
-
-std::string AnyChoice() {
-    std::string names;
-    for (const std::string& name : Choices()) {
-        names += (names.empty() ? "" : ", ") + name;
-    }
-    return names;
 }
 
 bool IsLetter(char byte) {
@@ -47,7 +40,7 @@ void LintUnknownSolution(const OutlinedText& text, LintFindings& findings) {
                      " is no anti-tamper solution that the tool knows, so it writes nothing and "
                      "fails.",
                  nearest.empty()
-                     ? "Write 'Generic' for a solution that is none of " + AnyChoice() + "."
+                     ? "Write 'Generic' for a solution that is none of " + NameList(Choices()) + "."
                      : "Write " + ShownName(nearest) + " if that is meant.");
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "inspect/report/name_list.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -32,14 +34,9 @@ std::string ShownName(std::string_view text) {
 }
 
 std::string ShownNames(const std::vector<std::string>& names) {
-    const std::size_t shown = std::min(names.size(), kMostShownNames);
-    const std::size_t others = names.size() - shown;
-    std::string text;
-    for (std::size_t i = 0; i < shown; ++i) {
-        const bool isLast = i + 1 == shown && others == 0;
-        text += (i == 0 ? "" : isLast ? " and " : ", ") + ShownName(names[i]);
-    }
-    return others == 0 ? text : text + " and " + std::to_string(others) + " more";
+    std::vector<std::string> shown(names.size());
+    std::transform(names.begin(), names.end(), shown.begin(), ShownName);
+    return NameList(shown, kMostShownNames);
 }
 
 std::string ShownValue(std::string_view text) {

@@ -41,8 +41,7 @@ Trouble EmptyListTrouble(const LintedText& linted) {
 }
 
 Trouble SectionWithoutBrace(std::string_view word) {
-    std::string name(word);
-    LowerCaseAscii(name);
+    const std::string name = LowerCasedAscii(word);
     if (IsKnownSection(name)) {
         return {ShownName(name) + " has no '{'", "Write '{' after the name of the section."};
     }

@@ -18,12 +18,6 @@ const OutlinedKey& PendingKey(const LintedText& linted) {
     return linted.Outline().keys[linted.Outline().pendingKey];
 }
 
-std::string LowerCased(std::string_view text) {
-    std::string lowered(text);
-    LowerCaseAscii(lowered);
-    return lowered;
-}
-
 // The name that a section would have if `key`, with the brace after it, began one.
 std::string_view AsSectionName(std::string_view key) {
     return key.substr(0, key.find_first_of("{:"));
@@ -85,7 +79,7 @@ Trouble UnknownValueTrouble(const LintedText& linted, std::size_t offset) {
                 "Write a number in digits, and a semicolon."};
     }
     const std::string_view word = rest.substr(0, rest.find_first_of(kWordEnd));
-    if (FindKnownKey(LowerCased(word)) != nullptr || IsFollowedByEqualsSign(rest, word)) {
+    if (FindKnownKey(LowerCasedAscii(word)) != nullptr || IsFollowedByEqualsSign(rest, word)) {
         return {
             name + " has no value before " + ShownName(word),
             "Write the value of " + name + " on " + linted.LineName(key.begin) + ", or remove it."};

@@ -18,12 +18,13 @@ std::string Unquoted(const KnownKey& key, const OutlinedValue& value) {
     if (value.kind != ConfigValueKind::String) {
         return {};
     }
-    std::string text = value.texts.front().text;
+    const std::string& text = value.texts.front().text;
     if (key.kind == ConfigValueKind::Number && IsNumber(text)) {
         return text + ";";
     }
-    LowerCaseAscii(text);
-    return key.kind == ConfigValueKind::Flag && (text == "true" || text == "false") ? text : "";
+    std::string lowered = LowerCasedAscii(text);
+    const bool isFlag = lowered == "true" || lowered == "false";
+    return key.kind == ConfigValueKind::Flag && isFlag ? lowered : "";
 }
 
 std::string CureOf(const KnownKey& key, const OutlinedValue& value) {

@@ -1,6 +1,4 @@
-#include "inspect/show/hex_text.h"
-
-#include <string_view>
+#include "inspect/report/hex_text.h"
 
 namespace sealkeeper {
 namespace {
@@ -12,21 +10,25 @@ void AppendHex(std::string& text, std::uint8_t byte, std::string_view digits) {
 
 }  // namespace
 
-std::string SpacedHex(std::span<const std::uint8_t> bytes) {
+std::string HexText(std::span<const std::uint8_t> bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
-        if (!text.empty()) {
-            text += ' ';
-        }
-        AppendHex(text, byte, "0123456789ABCDEF");
+        AppendHex(text, byte, "0123456789abcdef");
     }
     return text;
 }
 
-std::string Hex(std::span<const std::uint8_t> bytes) {
+std::string HexText(std::string_view bytes) {
+    return HexText({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+}
+
+std::string SeparatedHexText(std::span<const std::uint8_t> bytes, char separator) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
-        AppendHex(text, byte, "0123456789abcdef");
+        if (!text.empty()) {
+            text += separator;
+        }
+        AppendHex(text, byte, "0123456789ABCDEF");
     }
     return text;
 }

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "inspect/report/hex_text.h"
 #include "inspect/report/utf8_text.h"
 
 namespace sealkeeper {

@@ -10,9 +10,6 @@ namespace sealkeeper {
 // `bytes` with each byte that belongs to no well-formed UTF-8 as U+FFFD: itself, where all do.
 [[nodiscard]] std::string WellFormedUtf8(const std::string& bytes);
 
-// Two lower-case hexadecimal digits for each byte.
-[[nodiscard]] std::string HexText(std::string_view bytes);
-
 }  // namespace sealkeeper
 
 #endif

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
@@ -59,7 +60,7 @@ void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {
         return;
     }
     warnings.push_back(WarningAt(kNoPlace,
-                                 Quoted(PathsOf(links)) +
+                                 QuotedNameList(PathsOf(links), kMostNamed) +
                                      ByNumber(links.size(), " is a link", " are links") +
                                      " and left out: a walk neither follows nor seals links.",
                                  "Ship files in place of links."));
@@ -70,11 +71,11 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
     if (directories.empty()) {
         return;
     }
-    warnings.push_back(
-        WarningAt(kNoPlace,
-                  Quoted(PathsOf(directories)) + " cannot be read, so nothing in " +
-                      ByNumber(directories.size(), "it", "them") + " is sealed.",
-                  "Give this user the right to read it, or exclude it if that is meant."));
+    warnings.push_back(WarningAt(
+        kNoPlace,
+        QuotedNameList(PathsOf(directories), kMostNamed) + " cannot be read, so nothing in " +
+            ByNumber(directories.size(), "it", "them") + " is sealed.",
+        "Give this user the right to read it, or exclude it if that is meant."));
 }
 
 }  // namespace sealkeeper

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
 #include "config/text_place.h"
 #include "inspect/rules/rules_report.h"
@@ -14,11 +13,10 @@ namespace sealkeeper {
 // Of what is about nothing in the configuration file.
 inline constexpr TextPlace kNoPlace{0, 0};
 
-[[nodiscard]] RuleWarning WarningAt(TextPlace place, std::string message, std::string cure);
+// How many paths a warning names, of however many it is about.
+inline constexpr std::size_t kMostNamed = 3;
 
-// "'a'"; of several "'a' and 'b'", "'a', 'b' and 3 more": the first few of `names`, which is not
-// empty.
-[[nodiscard]] std::string Quoted(const std::vector<std::string>& names);
+[[nodiscard]] RuleWarning WarningAt(TextPlace place, std::string message, std::string cure);
 
 // `singular` for one, else `plural`.
 [[nodiscard]] const char* ByNumber(std::size_t count, const char* singular, const char* plural);

@@ -2,6 +2,7 @@
 #include <map>
 #include <string>
 
+#include "inspect/report/name_list.h"
 #include "inspect/rules/fatal_files.h"
 #include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
@@ -36,7 +37,9 @@ void WarnOf(const std::vector<std::string>& paths, const char* singular, const c
             const char* cure, RuleWarnings& warnings) {
     if (!paths.empty()) {
         warnings.push_back(WarningAt(
-            kNoPlace, Quoted(paths) + " " + ByNumber(paths.size(), singular, plural), cure));
+            kNoPlace,
+            QuotedNameList(paths, kMostNamed) + " " + ByNumber(paths.size(), singular, plural),
+            cure));
     }
 }
 
@@ -70,14 +73,12 @@ void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
     std::map<std::string, std::vector<std::string>> byLowerCase;
     for (const std::string& path :
          SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; })) {
-        std::string lowered = path;
-        LowerCaseAscii(lowered);
-        byLowerCase[lowered].push_back(path);
+        byLowerCase[LowerCasedAscii(path)].push_back(path);
     }
     for (const auto& [lowered, paths] : byLowerCase) {
         if (paths.size() > 1) {
             warnings.push_back(WarningAt(
-                kNoPlace, Quoted(paths) + " differ in letter case alone.",
+                kNoPlace, QuotedNameList(paths, kMostNamed) + " differ in letter case alone.",
                 "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails for the other."));
         }
     }

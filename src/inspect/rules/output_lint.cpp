@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 
+#include "inspect/report/name_list.h"
 #include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
@@ -62,9 +63,10 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
     if (!replaced.empty()) {
         warnings.push_back(
             WarningAt(PlaceOfPatternTo(replaced.front(), subject),
-                      "A second run seals " + Quoted(replaced) + " as the first has written " +
-                          ByNumber(replaced.size(), "it", "them") + ", and then replaces " +
-                          ByNumber(replaced.size(), "it", "them") + ": verify fails.",
+                      "A second run seals " + QuotedNameList(replaced, kMostNamed) +
+                          " as the first has written " + ByNumber(replaced.size(), "it", "them") +
+                          ", and then replaces " + ByNumber(replaced.size(), "it", "them") +
+                          ": verify fails.",
                       CureFor(replaced, subject)));
     } else if (outputs.runtimeConfiguration && selected.contains(*outputs.runtimeConfiguration)) {
         // It is written before it is sealed, so verify accepts it.

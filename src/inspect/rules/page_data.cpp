@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "inspect/report/hex_text.h"
 #include "inspect/report/json.h"
 #include "inspect/report/utf8_text.h"
 

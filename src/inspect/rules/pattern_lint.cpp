@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "inspect/report/name_list.h"
 #include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
@@ -78,11 +79,6 @@ RepeatedFiles FindRepeatedFiles(const Selection& selection) {
     return repeated;
 }
 
-std::string LowerCased(std::string text) {
-    LowerCaseAscii(text);
-    return text;
-}
-
 std::string_view ExtensionIn(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
     const std::size_t dot = name.rfind('.');
@@ -134,12 +130,12 @@ void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
         }
         const TextPlace place =
             numbers.empty() ? kNoPlace : subject.places.patterns.at(numbers.back());
-        warnings.push_back(
-            WarningAt(place,
-                      Quoted(named) + ByNumber(named.size(), " is", " are") +
-                          " sealed more than once, because several paths lead there" +
-                          (leading.empty() ? "." : ": by " + Quoted(leading) + "."),
-                      "Keep one of the patterns: each listing is hashed and verified for itself."));
+        warnings.push_back(WarningAt(
+            place,
+            QuotedNameList(named, kMostNamed) + ByNumber(named.size(), " is", " are") +
+                " sealed more than once, because several paths lead there" +
+                (leading.empty() ? "." : ": by " + QuotedNameList(leading, kMostNamed) + "."),
+            "Keep one of the patterns: each listing is hashed and verified for itself."));
     }
 }
 
@@ -151,11 +147,11 @@ void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
         if (file.leftOut) {
             leftOut.insert(std::move(extension));
         } else {
-            sealedByLowerCase.emplace(LowerCased(extension), extension);
+            sealedByLowerCase.emplace(LowerCasedAscii(extension), extension);
         }
     }
     for (const std::string& extension : subject.selection.config.excludedExtensions) {
-        const auto sealed = sealedByLowerCase.find(LowerCased(extension));
+        const auto sealed = sealedByLowerCase.find(LowerCasedAscii(extension));
         if (leftOut.contains(extension) || sealed == sealedByLowerCase.end()) {
             continue;
         }

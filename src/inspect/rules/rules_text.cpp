@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "inspect/report/aligned_text.h"
 #include "inspect/report/number_text.h"
 #include "inspect/rules/warning_place.h"
 
@@ -18,15 +19,6 @@ using FileList = std::vector<const JudgedFile*>;
 
 constexpr std::string_view kIndent = "  ";
 constexpr std::string_view kGap = "  ";
-
-std::string AlignedLeft(std::string text, std::size_t width) {
-    text.resize(std::max(text.size(), width), ' ');
-    return text;
-}
-
-std::string AlignedRight(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
 
 std::string WarningsText(const RulesReport& report, const Console& console) {
     std::string text;

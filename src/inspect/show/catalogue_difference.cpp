@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <limits>
 #include <span>
 #include <tuple>
 #include <utility>
 
 #include "catalogue/catalogue_format.h"
+#include "inspect/report/capped_sum.h"
 #include "inspect/show/entry_walk.h"
 
 namespace sealkeeper {
@@ -129,11 +129,10 @@ std::optional<Entries> EntriesToCompare(const CatalogueFile& file, InvalidReason
 }
 
 CatalogueSum SumOf(const Entries& entries) {
-    constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
     CatalogueSum sum;
     for (const ComparedEntry& entry : entries) {
         ++sum.files;
-        sum.bytes = entry.sizeBytes > kLargest - sum.bytes ? kLargest : sum.bytes + entry.sizeBytes;
+        sum.bytes = CappedSum(sum.bytes, entry.sizeBytes);
     }
     return sum;
 }

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <span>
 
 #include "catalogue/catalogue_format.h"
+#include "inspect/report/capped_sum.h"
 #include "inspect/report/number_text.h"
 #include "inspect/show/catalogue_fields.h"
 #include "inspect/show/entry_oddities.h"
@@ -20,16 +20,11 @@ namespace {
 
 namespace header = catalogue_header;
 
-std::uint64_t AddUpToLargest(std::uint64_t a, std::uint64_t b) {
-    constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
-    return b > kLargest - a ? kLargest : a + b;
-}
-
 void Count(const WalkedEntry& entry, EntryTotals& totals) {
     const std::uint64_t sizeBytes = entry.record.FileSizeBytes();
     const std::uint64_t chunks = entry.record.DigestCount();
     ++totals.entries;
-    totals.fileBytes = AddUpToLargest(totals.fileBytes, sizeBytes);
+    totals.fileBytes = CappedSum(totals.fileBytes, sizeBytes);
     totals.chunks += chunks;
     if (!OdditiesOf(entry.record, entry.path).empty()) {
         ++totals.oddEntries;

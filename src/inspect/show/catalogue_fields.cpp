@@ -4,8 +4,8 @@
 #include <cstddef>
 
 #include "catalogue/catalogue_format.h"
+#include "inspect/report/hex_text.h"
 #include "inspect/report/number_text.h"
-#include "inspect/show/hex_text.h"
 #include "platform/little_endian.h"
 
 namespace sealkeeper {
@@ -47,7 +47,8 @@ std::string MeaningOf(const Place& place, std::uint64_t number) {
 ShownField FieldOf(const Place& place, std::span<const std::uint8_t> bytes) {
     ShownField field{place.name, place.offset, place.sizeBytes, {}, {}};
     if (!IsNumber(place)) {
-        field.value = place.offset == format::kMagicOffset ? SpacedHex(bytes) : Hex(bytes);
+        field.value =
+            place.offset == format::kMagicOffset ? SeparatedHexText(bytes) : HexText(bytes);
         return field;
     }
     const std::uint64_t number = bytes.size() == sizeof(std::uint16_t)

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "catalogue/catalogue_format.h"
+#include "inspect/report/aligned_text.h"
+#include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
 #include "inspect/show/compare_report.h"
 
@@ -26,8 +28,7 @@ std::size_t SizeWidth(const CatalogueDifference& difference) {
 
 std::string EntryLine(char sign, const ComparedEntry& entry, std::size_t width,
                       const Console& console) {
-    const std::string size = GroupedNumber(entry.sizeBytes);
-    return std::string(1, sign) + " " + std::string(width - size.size(), ' ') + size + "  " +
+    return std::string(1, sign) + " " + AlignedRight(GroupedNumber(entry.sizeBytes), width) + "  " +
            console.Foreign(entry.path) + AliasMark(entry);
 }
 
@@ -66,14 +67,6 @@ std::string SumText(const CatalogueSum& sum) {
     return CountText(sum.files, "file") + ", " + CountText(sum.bytes, "byte");
 }
 
-std::string Listed(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) {
-        text += (text.empty() ? "" : ", ") + name;
-    }
-    return text;
-}
-
 std::string SummaryText(const CatalogueDifference& difference) {
     std::string text = CountOf(difference.removed, "removed") + ", " +
                        CountOf(difference.added, "added") + ", " +
@@ -83,7 +76,7 @@ std::string SummaryText(const CatalogueDifference& difference) {
     // A signature differs wherever anything does.
     std::vector<std::string> others = difference.others;
     std::erase(others, "signature");
-    return others.empty() ? text : text + "Also different: " + Listed(others) + "\n";
+    return others.empty() ? text : text + "Also different: " + NameList(others) + "\n";
 }
 
 std::string SameEntriesText(const CatalogueDifference& difference) {
@@ -91,7 +84,8 @@ std::string SameEntriesText(const CatalogueDifference& difference) {
     if (difference.others.empty()) {
         return "The catalogues are the same: " + sum + "\n";
     }
-    return "The entries are the same: " + sum + "\nDifferent: " + Listed(difference.others) + "\n";
+    return "The entries are the same: " + sum + "\nDifferent: " + NameList(difference.others) +
+           "\n";
 }
 
 }  // namespace

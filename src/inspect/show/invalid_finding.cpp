@@ -9,10 +9,10 @@
 
 #include "catalogue/catalogue_format.h"
 #include "catalogue/lzw/lzw_format.h"
+#include "inspect/report/hex_text.h"
 #include "inspect/report/number_text.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/show/catalogue_fields.h"
-#include "inspect/show/hex_text.h"
 #include "inspect/show/likely_causes.h"
 #include "platform/little_endian.h"
 #include "runtime/runtime_configuration_format.h"
@@ -30,7 +30,7 @@ std::uint64_t Load(const FileStart& file, std::size_t offset) {
 std::string StoredHex(std::uint64_t number, std::size_t count) {
     std::array<std::uint8_t, sizeof(number)> bytes{};
     StoreLittleEndian(number, bytes);
-    return SpacedHex(std::span(bytes).first(count));
+    return SeparatedHexText(std::span(bytes).first(count));
 }
 
 // "is 5, where 4 is the only one known".
@@ -68,11 +68,11 @@ InvalidFinding ShortFile(const InvalidReason& reason, const FileStart& file) {
 InvalidFinding WrongMagic(const InvalidReason& reason, const FileStart& file) {
     const std::size_t size = signed_file::kMagic.size();
     return InFile("magic", reason.offset,
-                  "is " + SpacedHex(std::span(file.bytes).first(size)) + ", or " +
+                  "is " + SeparatedHexText(std::span(file.bytes).first(size)) + ", or " +
                       StoredHex(reason.found, size) +
                       " once the file is unscrambled as a runtime.conf, where a file of either "
                       "kind begins with " +
-                      SpacedHex(signed_file::kMagic));
+                      SeparatedHexText(signed_file::kMagic));
 }
 
 // Whether the bytes at `offset` can be the start of a compressed block.

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "inspect/report/console.h"
+#include "inspect/report/hex_text.h"
 #include "inspect/report/number_text.h"
-#include "inspect/show/hex_text.h"
 #include "inspect/show/signature_facts.h"
 #include "platform/little_endian.h"
 #include "runtime/anti_tamper_solutions.h"
@@ -46,9 +46,9 @@ std::vector<ShownField> FieldsOf(std::span<const std::uint8_t> plain,
         {"magic",
          format::kMagicOffset,
          signed_file::kMagic.size(),
-         SpacedHex(signed_file::kMagic),
+         SeparatedHexText(signed_file::kMagic),
          {}},
-        {"signature area", format::kSignatureOffset, area.size(), Hex(area), {}},
+        {"signature area", format::kSignatureOffset, area.size(), HexText(area), {}},
         {"signature length", format::kSignatureLengthOffset, kNumber, std::uint64_t{length}, {}},
         {"version", format::kVersionOffset, kNumber, std::uint64_t{configuration.version}, {}},
         {"instances", format::kMaxActiveInstancesOffset, kNumber,

@@ -7,10 +7,10 @@
 #include <variant>
 #include <vector>
 
+#include "inspect/report/hex_text.h"
 #include "inspect/report/json.h"
 #include "inspect/show/entry_oddities.h"
 #include "inspect/show/entry_walk.h"
-#include "inspect/show/hex_text.h"
 #include "inspect/show/json_stream.h"
 
 namespace sealkeeper {
@@ -143,7 +143,7 @@ void WriteWithDigests(const Json& entry, EntryWalk& walk, JsonStream& stream) {
     stream.BeginElement(entry, "digests");
     Sha256Digest digest;
     while (walk.NextDigest(digest)) {
-        stream.AddToElement(Hex(digest));
+        stream.AddToElement(HexText(digest));
     }
     stream.EndElement();
 }

@@ -8,27 +8,20 @@
 #include <variant>
 #include <vector>
 
+#include "inspect/report/aligned_text.h"
+#include "inspect/report/hex_text.h"
 #include "inspect/report/number_text.h"
 #include "inspect/show/entry_oddities.h"
 #include "inspect/show/entry_walk.h"
-#include "inspect/show/hex_text.h"
 
 namespace sealkeeper {
 namespace {
-
-std::string PaddedLeft(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-std::string PaddedRight(const std::string& text, std::size_t width) {
-    return text + std::string(width - std::min(width, text.size()), ' ');
-}
 
 // Where the values of lines "name  value" begin.
 constexpr std::size_t kNameWidth = 17;
 
 std::string Line(const std::string& name, const std::string& value) {
-    return PaddedRight(name, kNameWidth) + value + "\n";
+    return AlignedLeft(name, kNameWidth) + value + "\n";
 }
 
 const char* KindText(ShownKind kind) {
@@ -105,9 +98,9 @@ std::string FieldsText(const ShownFile& file, const Console& console) {
                 std::string(IsStoredScrambled(file) ? ", once the file is unscrambled" : "")) +
         "\n";
     for (const ShownField& field : file.fields) {
-        text += PaddedLeft(std::to_string(field.offset), 8) +
-                PaddedLeft(std::to_string(field.sizeBytes), 7) + "  " +
-                PaddedRight(field.name, width) + "  " + ValueText(field, console);
+        text += AlignedRight(std::to_string(field.offset), 8) +
+                AlignedRight(std::to_string(field.sizeBytes), 7) + "  " +
+                AlignedLeft(field.name, width) + "  " + ValueText(field, console);
         text += field.meaning.empty() ? "\n" : "  (" + field.meaning + ")\n";
     }
     return text;
@@ -171,8 +164,7 @@ std::string FactsText(const ShownFile& file, const Console& console) {
     text += file.revocationList ? RevocationText(*file.revocationList, console) : "";
     text += file.totals ? TotalsText(*file.totals, console) : "";
     for (const std::string& note : file.notes) {
-        text +=
-            Line(console.Styled(Style::Warning, "Note") + std::string(kNameWidth - 4, ' '), note);
+        text += console.Styled(Style::Warning, AlignedLeft("Note", kNameWidth)) + note + "\n";
     }
     return text.empty() ? text : "\n" + text;
 }
@@ -189,8 +181,8 @@ Columns ColumnsOf(const EntryTotals& totals) {
 }
 
 void WriteEntry(const WalkedEntry& entry, const Columns& columns, Console& console) {
-    console.Write(PaddedLeft(GroupedNumber(entry.record.FileSizeBytes()), columns.size) + "  " +
-                  PaddedLeft(GroupedNumber(entry.record.DigestCount()), columns.chunks) + "  " +
+    console.Write(AlignedRight(GroupedNumber(entry.record.FileSizeBytes()), columns.size) + "  " +
+                  AlignedRight(GroupedNumber(entry.record.DigestCount()), columns.chunks) + "  " +
                   console.Foreign(entry.path.spelt) + "\n");
     const std::string indent(columns.size + columns.chunks + 4, ' ');
     for (const std::string& oddity : OdditiesOf(entry.record, entry.path)) {
@@ -203,7 +195,7 @@ void WriteDigests(EntryWalk& walk, const Columns& columns, Console& console) {
     const std::string indent(columns.size + columns.chunks + 4, ' ');
     Sha256Digest digest;
     while (walk.NextDigest(digest)) {
-        console.Write(indent + console.Styled(Style::Faint, Hex(digest)) + "\n");
+        console.Write(indent + console.Styled(Style::Faint, HexText(digest)) + "\n");
     }
 }
 
@@ -216,8 +208,8 @@ void WriteEntries(const ReadFile& file, const ShowOptions& options, Console& con
         return;
     }
     console.Write("\n" +
-                  console.Styled(Style::Faint, PaddedLeft("bytes", columns.size) + "  " +
-                                                   PaddedLeft("chunks", columns.chunks) +
+                  console.Styled(Style::Faint, AlignedRight("bytes", columns.size) + "  " +
+                                                   AlignedRight("chunks", columns.chunks) +
                                                    "  path") +
                   "\n");
     WalkedEntry entry;

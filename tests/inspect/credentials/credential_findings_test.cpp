@@ -317,7 +317,7 @@ TEST_F(IssuedCertificateTest, DnsNamesStandInForTheCommonName) {
     EXPECT_EQ(Names(findings), "wrong-product");
     EXPECT_EQ(
         findings.at(0).message,
-        "The certificate has the product id 'TestProduct42' as its common name, but DNS names too ('one.example', 'two.example'), and the cryptographic library compares those in its place.");
+        "The certificate has the product id 'TestProduct42' as its common name, but DNS names too ('one.example' and 'two.example'), and the cryptographic library compares those in its place.");
     EXPECT_EQ(Names(Judge({certificate, {}, {}, "TWO.example"})), "");
     EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "");
 }

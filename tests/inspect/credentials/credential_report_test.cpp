@@ -159,7 +159,7 @@ TEST(CredentialReport, NamesOfTheCertificate) {
     EXPECT_TRUE(has("none: the common name 'Game' does not count beside alternative names"));
     facts.certificate.details->dnsNames = {"a.b", "c.d"};
     EXPECT_TRUE(has(
-        "'a.b', 'c.d' (DNS names; the common name 'Game' does not count beside alternative names)"));
+        "'a.b' and 'c.d' (DNS names; the common name 'Game' does not count beside alternative names)"));
     facts.certificate.details->hasAlternativeNames = false;
     facts.certificate.details->commonNames.clear();
     EXPECT_TRUE(has("none: there is no common name"));

@@ -32,8 +32,9 @@ std::vector<TextPlace> TakeMarks(std::string& text) {
         offsets.push_back(mark);
     }
     std::vector<TextPlace> places;
+    const TextLines lines(text);
     for (const std::size_t offset : offsets) {
-        places.push_back(PlaceOf(text, offset));
+        places.push_back(lines.PlaceOf(offset));
     }
     return places;
 }

@@ -277,7 +277,7 @@ TEST(LintAntiTamperSolution, TellsWhichIsTaken) {
     const std::string unknown =
         "is no anti-tamper solution that the tool knows, so it writes nothing and fails.";
     const std::string generic =
-        "Write 'Generic' for a solution that is none of Generic, Arxan, Denuvo, Themida, StarForce, VMProtect, Steam DRM, AppSign.";
+        "Write 'Generic' for a solution that is none of Generic, Arxan, Denuvo, Themida, StarForce, VMProtect, Steam DRM and AppSign.";
     ExpectLinted({
         SolutionCase("None", none, "Remove the key if there is no solution."),
         SolutionCase("Nonexistent", none, "Remove the key if there is no solution."),
