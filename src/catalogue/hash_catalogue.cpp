@@ -9,6 +9,7 @@
 #include "catalogue/catalogue_reader.h"
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/catalogue_writer.h"
+#include "catalogue/certificate_path.h"
 #include "catalogue/hashing/make_chunk_hasher.h"
 #include "platform/converter_watch.h"
 #include "platform/text_encoding.h"
@@ -88,8 +89,8 @@ ResultCode HashCatalogue::ReadAndVerifyCatalogue(const std::wstring& cataloguePa
             return code;
         }
         // An empty path has none, either.
-        const std::size_t extension = path.rfind('.');
-        if (extension == std::string::npos) {
+        const auto certificatePath = CertificatePathOf(path);
+        if (!certificatePath) {
             return ResultCode::CatalogueError;
         }
         CatalogueContents read;
@@ -97,9 +98,8 @@ ResultCode HashCatalogue::ReadAndVerifyCatalogue(const std::wstring& cataloguePa
         if (const ResultCode code = ReadCatalogueFile(path, file); code != ResultCode::Ok) {
             return code;
         }
-        if (const ResultCode code =
-                CheckSignature(file.bytes, path.substr(0, extension) + kCertificateExtension,
-                               parentBytes, parentCrlBytes, read.certificateBytes);
+        if (const ResultCode code = CheckSignature(file.bytes, *certificatePath, parentBytes,
+                                                   parentCrlBytes, read.certificateBytes);
             code != ResultCode::Ok) {
             return code;
         }

@@ -151,8 +151,8 @@ class Catalogues(ShowTest):
         self.assertEqual(listed["issuer"], "O=Sealkeeper, CN=Development CA that protects nothing")
         self.assertEqual((listed["thisUpdate"], listed["nextUpdate"]), ("2026-01-01T00:00:00Z", "2076-01-01T00:00:00Z"))
         other = self.document(self.put_catalogue([], crl=b"hello"), GOOD_STATUS)["revocationList"]
-        self.assertEqual(other, {"bytes": 5, "isList": False, "remark": "no revocation list in DER"})
-        self.assertIn("\nRevocation list  5 bytes, no revocation list in DER\n", self.show(self.output / "base.bin").output)
+        self.assertEqual(other, {"bytes": 5, "isList": False, "remark": "no revocation list in DER form"})
+        self.assertIn("\nRevocation list  5 bytes, no revocation list in DER form\n", self.show(self.output / "base.bin").output)
 
     def test_aliased_paths(self) -> None:
         aliased = with_alias(entry_of_bytes("data/bin", b""), {"bin": "Wölfe"})
@@ -367,8 +367,8 @@ class NotValid(ShowTest):
         self.assert_cause(b"", "empty")
         self.assert_cause(bytes(3000), "zeros")
         self.assert_cause(GOOD.certificate.read_bytes(), "a certificate")
-        self.assert_cause(b"-----BEGIN CERTIFICATE-----\n" + b"A" * 2000, "a certificate as text (PEM)")
-        self.assert_cause(GOOD.key.read_bytes(), "text (PEM)")
+        self.assert_cause(b"-----BEGIN CERTIFICATE-----\n" + b"A" * 2000, "a certificate in PEM form")
+        self.assert_cause(GOOD.key.read_bytes(), "a private key in PEM form")
         self.assert_cause(crl(), "a revocation list")
         self.assert_cause(b"config_info { version = 2; }\nsearch_options { }\n" + b"#" * 2000, "a configuration file")
 

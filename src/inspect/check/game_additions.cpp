@@ -8,6 +8,7 @@
 #include "app/certificates_directory.h"
 #include "app/command_line_options.h"
 #include "catalogue/catalogue_format.h"
+#include "catalogue/certificate_path.h"
 #include "inspect/check/listed_paths.h"
 #include "inspect/check/sealed_links.h"
 #include "inspect/check/unlisted_files.h"
@@ -32,7 +33,7 @@ std::vector<std::string> VerifiedPaths(const CheckReport& report) {
     for (const CheckedCatalogue& catalogue : report.catalogues) {
         const std::string path = kCertificatesDirectory + catalogue.name;
         paths.push_back(path);
-        paths.push_back(path.substr(0, path.rfind('.')) + kCertificateExtension);
+        paths.push_back(CertificatePathOf(path).value_or(path));
     }
     paths.push_back(RuntimeConfigurationPath());
     return paths;

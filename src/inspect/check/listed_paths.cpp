@@ -5,30 +5,14 @@
 #include <string_view>
 #include <utility>
 
+#include "inspect/tree/lexical_path.h"
 #include "platform/file_system.h"
 
 namespace sealkeeper {
 namespace {
 
-struct PlainPath {
-    // Without "." and empty components.
-    std::string path;
-    bool hasParentComponent = false;
-};
-
-PlainPath PlainPathOf(std::string_view path) {
-    PlainPath plain;
-    while (!path.empty()) {
-        const std::string_view component = path.substr(0, path.find('/'));
-        path.remove_prefix(component.size() == path.size() ? path.size() : component.size() + 1);
-        if (component.empty() || component == ".") {
-            continue;
-        }
-        plain.hasParentComponent = plain.hasParentComponent || component == "..";
-        plain.path += plain.path.empty() ? "" : "/";
-        plain.path += component;
-    }
-    return plain;
+bool HasParentComponent(std::string_view path) {
+    return ("/" + std::string(path) + "/").find("/../") != std::string::npos;
 }
 
 // The path of the file at `path` without links on the way to it, but not that of a link's target.
@@ -49,14 +33,14 @@ std::optional<std::string> ResolveDirectoriesOf(const std::string& path) {
 ListedPaths::ListedPaths(std::string gameDirectory) : gameDirectory_(std::move(gameDirectory)) {}
 
 void ListedPaths::Add(const std::string& path) {
-    PlainPath plain = PlainPathOf(path);
-    if (!plain.hasParentComponent && !path.starts_with('/')) {
-        paths_.insert(std::move(plain.path));
+    // What ".." leads to depends on links.
+    if (!HasParentComponent(path) && !path.starts_with('/')) {
+        paths_.insert(LexicalPath(path));
         return;
     }
     const auto resolved = ResolveDirectoriesOf(path);
     if (resolved && resolved->starts_with(gameDirectory_)) {
-        paths_.insert(PlainPathOf(resolved->substr(gameDirectory_.size())).path);
+        paths_.insert(LexicalPath(resolved->substr(gameDirectory_.size())));
     }
 }
 

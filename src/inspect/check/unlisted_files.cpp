@@ -1,88 +1,62 @@
 #include "inspect/check/unlisted_files.h"
 
-#include <optional>
 #include <string>
-#include <utility>
 
 #include "inspect/check/link_target.h"
-#include "inspect/check/unreadable_reason.h"
 #include "inspect/report/console.h"
-#include "platform/directory_listing.h"
+#include "inspect/report/unread_reason.h"
+#include "inspect/tree/directory_walk.h"
+#include "platform/file_tree.h"
 
 namespace sealkeeper {
 namespace {
 
-class Walk {
-  public:
-    explicit Walk(const ListedPaths& listed) : listed_(listed) {}
-
-    std::vector<Addition> Run() {
-        // No recursion: how deep directories lie is not the program's to say.
-        directories_.emplace_back();
-        while (!directories_.empty()) {
-            const std::string directory = std::move(directories_.back());
-            directories_.pop_back();
-            LookInto(directory);
-        }
-        return std::move(additions_);
+AdditionKind KindOf(EntryType type) {
+    switch (type) {
+        case EntryType::Regular:
+            return AdditionKind::UnlistedFile;
+        case EntryType::Link:
+            return AdditionKind::UnlistedLink;
+        case EntryType::Directory:
+        case EntryType::Other:
+            break;
     }
+    return AdditionKind::UnlistedSpecialFile;
+}
 
-  private:
-    // `directory` is empty for the current one.
-    void LookInto(const std::string& directory) {
-        const std::string name = directory.empty() ? "." : directory;
-        std::optional<DirectoryEntries> entries;
-        if (ReadDirectory(name, entries) != ResultCode::Ok) {
-            Add(AdditionKind::NotLookedAt, name, {}, LastLoggedError());
-            return;
-        }
-        if (!entries) {
-            Add(AdditionKind::NotLookedAt, name, {}, UnreadableDirectoryReason(name));
-            return;
-        }
-        for (const DirectoryEntry& entry : *entries) {
-            if (entry.name != "." && entry.name != "..") {
-                LookAt(directory.empty() ? entry.name : directory + "/" + entry.name, entry.type);
-            }
-        }
-    }
+Addition UnlistedItem(const WalkedItem& item) {
+    const bool isLink = item.type == EntryType::Link;
+    return {KindOf(item.type), item.path, isLink ? LinkTarget(item.path) : std::string(), 0, {}};
+}
 
-    void LookAt(std::string path, EntryType type) {
-        if (type == EntryType::Directory) {
-            directories_.push_back(std::move(path));
-            return;
-        }
-        if (listed_.Has(path)) {
-            return;
-        }
-        switch (type) {
-            case EntryType::Regular:
-                Add(AdditionKind::UnlistedFile, std::move(path));
-                break;
-            case EntryType::Link:
-                Add(AdditionKind::UnlistedLink, path, LinkTarget(path));
-                break;
-            case EntryType::Directory:
-            case EntryType::Other:
-                Add(AdditionKind::UnlistedSpecialFile, std::move(path));
-                break;
-        }
-    }
-
-    void Add(AdditionKind kind, std::string path, std::string target = {},
-             std::string reason = {}) {
-        additions_.push_back({kind, std::move(path), std::move(target), 0, std::move(reason)});
-    }
-
-    const ListedPaths& listed_;
-    std::vector<std::string> directories_;
-    std::vector<Addition> additions_;
-};
+Addition NotLookedAt(const WalkedDirectory& directory, ResultCode code) {
+    const std::string name = directory.path.empty() ? "." : directory.path;
+    return {AdditionKind::NotLookedAt,
+            name,
+            {},
+            0,
+            code == ResultCode::Ok ? UnreadDirectoryReason(name) : LastLoggedError()};
+}
 
 }  // namespace
 
 std::vector<Addition> FindUnlistedFiles(const ListedPaths& listed) {
-    return Walk(listed).Run();
+    std::vector<Addition> additions;
+    DirectoryWalk walk(SystemFileTree());
+    WalkedDirectory directory;
+    while (walk.HasNext()) {
+        const ResultCode code = walk.Next(directory);
+        if (!directory.items) {
+            additions.push_back(NotLookedAt(directory, code));
+            continue;
+        }
+        for (const WalkedItem& item : *directory.items) {
+            if (!listed.Has(item.path)) {
+                additions.push_back(UnlistedItem(item));
+            }
+        }
+    }
+    return additions;
 }
 
 }  // namespace sealkeeper

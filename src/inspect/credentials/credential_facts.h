@@ -7,9 +7,9 @@
 #include <string>
 
 #include "app/result_code.h"
-#include "inspect/credentials/certificate_details.h"
 #include "inspect/credentials/examined_file.h"
 #include "inspect/credentials/trust_facts.h"
+#include "inspect/x509/certificate_details.h"
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {

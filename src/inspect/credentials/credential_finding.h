@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/result_code.h"
-#include "inspect/credentials/utc_time.h"
+#include "inspect/x509/utc_time.h"
 
 namespace sealkeeper {
 

@@ -2,9 +2,9 @@
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_JSON_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_JSON_H
 
-#include "inspect/credentials/certificate_details.h"
 #include "inspect/credentials/examined_file.h"
 #include "inspect/report/json.h"
+#include "inspect/x509/certificate_details.h"
 
 namespace sealkeeper {
 

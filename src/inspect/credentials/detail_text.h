@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "inspect/credentials/certificate_details.h"
+#include "inspect/x509/certificate_details.h"
 
 namespace sealkeeper {
 

@@ -4,35 +4,18 @@
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <cstdio>
-#include <system_error>
+
+#include "inspect/report/unread_reason.h"
 
 namespace sealkeeper {
 namespace {
 
 constexpr unsigned kModeBits = 07777;
 
-std::string SystemText(int systemError) {
-    return std::generic_category().message(systemError);
-}
-
-std::string ReasonUnread(const std::string& path, FileType type, int lookError) {
-    switch (type) {
-        case FileType::Missing:
-        case FileType::Unknown:
-            return SystemText(lookError);
-        case FileType::Directory:
-            return SystemText(EISDIR);
-        case FileType::Fifo:
-            return "It is a FIFO";
-        case FileType::Socket:
-            return "It is a socket";
-        case FileType::Regular:
-        case FileType::Other:
-            return access(path.c_str(), R_OK) == 0 ? std::string() : SystemText(errno);
-    }
-    return {};
+bool MayBeRead(const std::string& path, FileType type) {
+    return (type == FileType::Regular || type == FileType::Other) &&
+           access(path.c_str(), R_OK) == 0;
 }
 
 std::optional<unsigned> ModeOf(const std::string& path) {
@@ -49,14 +32,14 @@ ExaminedFile ExamineFile(const std::string& path) {
     ExaminedFile file;
     file.path = path;
     file.type = GetFileType(path);
-    file.reasonUnread = ReasonUnread(path, file.type, errno);
+    file.reasonUnread = MayBeRead(path, file.type) ? "" : UnreadReason(path);
     file.mode = ModeOf(path);
     return file;
 }
 
 void MarkUnread(ExaminedFile& file) {
     if (file.reasonUnread.empty()) {
-        file.reasonUnread = "The system failed to read it";
+        file.reasonUnread = UnreadReason(file.path);
     }
 }
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "inspect/credentials/file_kind.h"
+#include "inspect/x509/file_kind.h"
 #include "platform/file_system.h"
 
 namespace sealkeeper {

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "inspect/credentials/certificate_details.h"
 #include "inspect/credentials/credential_finding.h"
+#include "inspect/x509/certificate_details.h"
 
 namespace sealkeeper {
 

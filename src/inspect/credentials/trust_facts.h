@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/result_code.h"
-#include "inspect/credentials/certificate_details.h"
+#include "inspect/x509/certificate_details.h"
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {

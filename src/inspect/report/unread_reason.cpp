@@ -36,6 +36,10 @@ std::string UnreadReason(const std::string& path, int systemError) {
     return SystemReason(path, systemError);
 }
 
+std::string UnreadDirectoryReason(const std::string& path) {
+    return SystemReason(path, 0);
+}
+
 std::string CannotBeRead(const std::string& path, int systemError) {
     return "cannot be read: " + UnreadReason(path, systemError);
 }

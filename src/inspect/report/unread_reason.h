@@ -11,6 +11,9 @@ namespace sealkeeper {
 // The file is not opened.
 [[nodiscard]] std::string UnreadReason(const std::string& path, int systemError = 0);
 
+// The system's reason against reading the directory at `path`, as it is now.
+[[nodiscard]] std::string UnreadDirectoryReason(const std::string& path);
+
 // The same as "cannot be read: " and the reason.
 [[nodiscard]] std::string CannotBeRead(const std::string& path, int systemError = 0);
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "inspect/rules/lexical_path.h"
+#include "inspect/tree/lexical_path.h"
 
 namespace sealkeeper {
 namespace {

@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "inspect/rules/lexical_path.h"
+#include "inspect/tree/lexical_path.h"
 
 namespace sealkeeper {
 namespace {

@@ -4,9 +4,9 @@
 
 #include "inspect/report/name_list.h"
 #include "inspect/rules/fatal_files.h"
-#include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/tree/lexical_path.h"
 #include "platform/ascii_case.h"
 #include "platform/text_encoding.h"
 

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "inspect/report/name_list.h"
-#include "inspect/rules/lexical_path.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/tree/lexical_path.h"
 
 namespace sealkeeper {
 namespace {

@@ -3,7 +3,7 @@
 #include "app/certificates_directory.h"
 #include "app/command_line_options.h"
 #include "app/generate_paths.h"
-#include "inspect/rules/lexical_path.h"
+#include "inspect/tree/lexical_path.h"
 #include "runtime/runtime_configuration_writer.h"
 
 namespace sealkeeper {

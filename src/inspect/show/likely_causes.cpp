@@ -10,8 +10,8 @@
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_reader.h"
 #include "inspect/report/number_text.h"
+#include "inspect/x509/file_kind.h"
 #include "platform/little_endian.h"
-#include "runtime/certificate_trust.h"
 #include "runtime/runtime_configuration_format.h"
 #include "runtime/scramble.h"
 
@@ -26,11 +26,7 @@ struct KnownStart {
 };
 
 // What files of a kind begin with. Strings in two have a letter that would count as a digit.
-constexpr std::array<KnownStart, 17> kKnownStarts = {{
-    {"-----BEGIN CERTIFICATE", "a certificate as text (PEM)"},
-    {"-----BEGIN X509 CRL", "a revocation list as text (PEM)"},
-    {"-----BEGIN PUBLIC KEY", "a public key as text (PEM)"},
-    {"-----BEGIN ", "a key or another object as text (PEM)"},
+constexpr std::array<KnownStart, 13> kKnownStarts = {{
     {"version https://git-lfs", "the pointer that Git LFS keeps in place of a file"},
     {"<!DOCTYPE", "a web page, perhaps one that tells why a download failed"},
     {"<!doctype", "a web page, perhaps one that tells why a download failed"},
@@ -63,21 +59,19 @@ std::string_view WithoutLeadingBlanks(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
 }
 
-std::optional<std::string> CauseByDer(std::span<const std::uint8_t> bytes) {
-    // A SEQUENCE, which either begins with (X.690, 8.9).
-    constexpr std::uint8_t kSequence = 0x30;
-    if (bytes.front() != kSequence) {
-        return std::nullopt;
-    }
-    Certificate certificate;
-    if (ParseCertificate(bytes, certificate) == 0) {
+// Whether it is surely of a kind that credentials come in.
+bool IsCredential(FileKind kind) {
+    return kind != FileKind::Unknown && kind != FileKind::Empty && kind != FileKind::Utf16Text &&
+           kind != FileKind::CutOffDer;
+}
+
+std::optional<std::string> CauseByCredential(std::span<const std::uint8_t> bytes) {
+    const FileKind kind = FileKindOf(bytes);
+    if (kind == FileKind::DerCertificate) {
         return "this is a certificate; the catalogue that it belongs to has the extension .bin";
     }
-    RevocationList list;
-    if (mbedtls_x509_crl_parse_der(list.Get(), bytes.data(), bytes.size()) == 0) {
-        return "this is a revocation list";
-    }
-    return std::nullopt;
+    return IsCredential(kind) ? std::optional(std::string("this is ") + FileKindText(kind))
+                              : std::nullopt;
 }
 
 std::optional<std::string> CauseByKind(std::span<const std::uint8_t> bytes) {
@@ -92,7 +86,7 @@ std::optional<std::string> CauseByKind(std::span<const std::uint8_t> bytes) {
         text.find("search_options") != std::string_view::npos) {
         return "this is a configuration file";
     }
-    return CauseByDer(bytes);
+    return CauseByCredential(bytes);
 }
 
 bool IsPlainRuntimeConfiguration(std::span<const std::uint8_t> bytes) {

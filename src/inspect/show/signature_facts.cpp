@@ -1,6 +1,5 @@
 #include "inspect/show/signature_facts.h"
 
-#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <span>
@@ -9,8 +8,10 @@
 #include "app/result_code.h"
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_signature.h"
+#include "catalogue/certificate_path.h"
 #include "inspect/report/number_text.h"
 #include "inspect/report/unread_reason.h"
+#include "inspect/x509/certificate_refusal.h"
 #include "platform/little_endian.h"
 #include "runtime/certificate_trust.h"
 #include "runtime/runtime_configuration_format.h"
@@ -26,39 +27,25 @@ std::size_t NameStart(const std::string& path) {
     return slash == std::string::npos ? 0 : slash + 1;
 }
 
+// Any file may be shown: one whose name has no dot is no reason to look for one in its directory's.
 std::string CertificateOfCatalogue(const std::string& path) {
-    const std::size_t extension = path.rfind('.');
-    const bool hasExtension = extension != std::string::npos && extension >= NameStart(path);
-    return path.substr(0, hasExtension ? extension : std::string::npos) + kCertificateExtension;
+    const std::string name = path.substr(NameStart(path));
+    return path.substr(0, NameStart(path)) +
+           CertificatePathOf(name).value_or(name + kCertificateExtension);
 }
 
 std::string CertificateOfRuntimeConfiguration(const std::string& path) {
     return path.substr(0, NameStart(path)) + kMainCatalogueName + kCertificateExtension;
 }
 
-struct Refusal {
-    ResultCode code;
-    const char* reason;
-};
-
-constexpr std::array<Refusal, 5> kRefusals = {{
-    {ResultCode::CertificateExpired, "the certificate has expired"},
-    {ResultCode::CertificateCNMismatch, "the certificate names another product id"},
-    {ResultCode::CertificateRevoked, "the certificate was revoked"},
-    {ResultCode::CertificateRLInvalid, "the built-in revocation list cannot be used"},
-    {ResultCode::CertificateRLExpired, "the built-in revocation list has expired"},
-}};
-
 std::string TrustRefusal(ResultCode code, Certificate& certificate) {
-    for (const Refusal& refusal : kRefusals) {
-        if (refusal.code == code) {
-            return refusal.reason;
-        }
-    }
-    if (IsFromAnotherIssuer(BuiltInTrustMaterial(), certificate)) {
+    if (code == ResultCode::MbedTlsX509VerifyFailed &&
+        IsFromAnotherIssuer(BuiltInTrustMaterial(), certificate)) {
         return "the certificate was issued by another than the built-in authority, as a mod's is";
     }
-    return std::string("the certificate is not good: ") + ResultFailureText(code);
+    const std::string refusal = CertificateRefusal(code, "the certificate");
+    return refusal.empty() ? std::string("the certificate is not good: ") + ResultFailureText(code)
+                           : refusal;
 }
 
 SignerTrust TrustOf(ByteView certificateBytes, Certificate& certificate,

@@ -27,18 +27,20 @@ TEST(ExaminedFile, TellsWhyItCannotBeRead) {
     EXPECT_EQ(ExamineFile(directory / "gone").reasonUnread, "No such file or directory");
     EXPECT_EQ(ExamineFile(directory / "gone").mode, std::nullopt);
     EXPECT_EQ(ExamineFile(directory.WriteFile("a", "") + "/b").reasonUnread, "Not a directory");
-    EXPECT_EQ(ExamineFile(directory.Path()).reasonUnread, "Is a directory");
+    EXPECT_EQ(ExamineFile(directory.Path()).reasonUnread, "it is a directory");
     ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
-    EXPECT_EQ(ExamineFile(directory / "fifo").reasonUnread, "It is a FIFO");
+    EXPECT_EQ(ExamineFile(directory / "fifo").reasonUnread, "it is a FIFO, which is not opened");
 }
 
 TEST(ExaminedFile, KeepsAReasonThatIsKnown) {
+    const TempDirectory directory;
     ExaminedFile file;
+    file.path = directory.WriteFile("a", "");
     MarkUnread(file);
-    EXPECT_EQ(file.reasonUnread, "The system failed to read it");
-    file.reasonUnread = "Is a directory";
+    EXPECT_EQ(file.reasonUnread, "the system failed to read it");
+    file.reasonUnread = "it is a directory";
     MarkUnread(file);
-    EXPECT_EQ(file.reasonUnread, "Is a directory");
+    EXPECT_EQ(file.reasonUnread, "it is a directory");
 }
 
 TEST(ExaminedFile, ModeText) {

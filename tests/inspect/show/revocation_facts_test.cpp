@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "inspect/x509/file_kind.h"
 #include "runtime/trust_material.h"
 
 namespace sealkeeper {
@@ -36,16 +37,16 @@ TEST(RevocationFacts, BytesAfterTheList) {
     const auto list = BuiltInTrustMaterial().revocationListDer;
     Bytes longer(list.begin(), list.end());
     longer.insert(longer.end(), {0, 0});
-    EXPECT_EQ(RevocationFactsOf(longer).remark, "no revocation list in DER");
+    EXPECT_EQ(RevocationFactsOf(longer).remark, FileKindText(FileKind::UnreadableSigned));
 }
 
 TEST(RevocationFacts, OtherBytes) {
-    EXPECT_EQ(RevocationFactsOf(Bytes{1, 2, 3}).remark, "no revocation list in DER");
+    EXPECT_EQ(RevocationFactsOf(Bytes{1, 2, 3}).remark, "no revocation list in DER form");
     const std::string pem = "-----BEGIN X509 CRL-----\nMII";
     const RevocationFacts facts = RevocationFactsOf(Bytes(pem.begin(), pem.end()));
     EXPECT_FALSE(facts.isList);
     EXPECT_EQ(facts.lengthBytes, pem.size());
-    EXPECT_EQ(facts.remark, "text (PEM), not a list in DER");
+    EXPECT_EQ(facts.remark, "no revocation list in DER form, but a revocation list in PEM form");
 }
 
 }  // namespace

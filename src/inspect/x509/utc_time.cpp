@@ -1,4 +1,4 @@
-#include "inspect/credentials/utc_time.h"
+#include "inspect/x509/utc_time.h"
 
 #include <array>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "inspect/rules/lexical_path.h"
+#include "inspect/tree/lexical_path.h"
 
 #include <gtest/gtest.h>
 

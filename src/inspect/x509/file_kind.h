@@ -1,6 +1,6 @@
 // What a file that was meant to be a certificate, a key or a revocation list really is.
-#ifndef SEALKEEPER_INSPECT_CREDENTIALS_FILE_KIND_H
-#define SEALKEEPER_INSPECT_CREDENTIALS_FILE_KIND_H
+#ifndef SEALKEEPER_INSPECT_X509_FILE_KIND_H
+#define SEALKEEPER_INSPECT_X509_FILE_KIND_H
 
 #include <cstdint>
 #include <span>

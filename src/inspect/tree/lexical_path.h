@@ -1,6 +1,6 @@
 // Paths of the game compared by what they name, as far as their text tells.
-#ifndef SEALKEEPER_INSPECT_RULES_LEXICAL_PATH_H
-#define SEALKEEPER_INSPECT_RULES_LEXICAL_PATH_H
+#ifndef SEALKEEPER_INSPECT_TREE_LEXICAL_PATH_H
+#define SEALKEEPER_INSPECT_TREE_LEXICAL_PATH_H
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "inspect/credentials/file_kind.h"
+#include "inspect/x509/file_kind.h"
 
 #include <mbedtls/asn1.h>
 

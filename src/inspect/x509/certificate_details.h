@@ -1,6 +1,6 @@
 // What a certificate and a revocation list say of themselves, as text and numbers.
-#ifndef SEALKEEPER_INSPECT_CREDENTIALS_CERTIFICATE_DETAILS_H
-#define SEALKEEPER_INSPECT_CREDENTIALS_CERTIFICATE_DETAILS_H
+#ifndef SEALKEEPER_INSPECT_X509_CERTIFICATE_DETAILS_H
+#define SEALKEEPER_INSPECT_X509_CERTIFICATE_DETAILS_H
 
 #include <mbedtls/pk.h>
 #include <mbedtls/x509_crl.h>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "inspect/credentials/utc_time.h"
+#include "inspect/x509/utc_time.h"
 
 namespace sealkeeper {
 

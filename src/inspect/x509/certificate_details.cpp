@@ -1,4 +1,4 @@
-#include "inspect/credentials/certificate_details.h"
+#include "inspect/x509/certificate_details.h"
 
 #include <mbedtls/oid.h>
 

@@ -1,6 +1,6 @@
 // Points in time as certificates have them, and the days to them.
-#ifndef SEALKEEPER_INSPECT_CREDENTIALS_UTC_TIME_H
-#define SEALKEEPER_INSPECT_CREDENTIALS_UTC_TIME_H
+#ifndef SEALKEEPER_INSPECT_X509_UTC_TIME_H
+#define SEALKEEPER_INSPECT_X509_UTC_TIME_H
 
 #include <mbedtls/x509.h>
 
