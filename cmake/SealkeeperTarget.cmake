@@ -8,3 +8,27 @@ function(sealkeeper_configure_target target)
         $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>
         $<$<BOOL:${SEALKEEPER_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
+
+# Compiles the sources of `target` in large pieces, one for each folder, where that is asked for. A
+# folder reads as one room, so its files share no names either.
+function(sealkeeper_unite_folders target)
+    if(NOT SEALKEEPER_UNITY_BUILD)
+        return()
+    endif()
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        cmake_path(GET source PARENT_PATH folder)
+        string(MAKE_C_IDENTIFIER "${folder}" group)
+        set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${group}")
+    endforeach()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+endfunction()
+
+# Runs clang-tidy on the sources of `target` as they are compiled, where that is asked for.
+function(sealkeeper_tidy_target target)
+    if(SEALKEEPER_CLANG_TIDY)
+        find_program(SEALKEEPER_CLANG_TIDY_PROGRAM clang-tidy REQUIRED)
+        set_target_properties(${target} PROPERTIES CXX_CLANG_TIDY
+            "${SEALKEEPER_CLANG_TIDY_PROGRAM};--quiet;--config-file=${PROJECT_SOURCE_DIR}/.clang-tidy")
+    endif()
+endfunction()

@@ -33,7 +33,7 @@ ResultCode SignCatalogueImage(mbedtls_pk_context* privateKey, std::span<const st
         outSignature, signed_file::kSignatureAreaBytes);
     const SigningOutcome outcome = MakeSignature(privateKey, image, area);
     *outLength = outcome.lengthBytes;
-    return outcome.isSeeded ? MapX509Error(outcome.result, 0) : ResultCode::MbedTlsRandNumGenError;
+    return outcome.isSeeded ? MapX509Error(outcome.result) : ResultCode::MbedTlsRandNumGenError;
 }
 
 ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,
@@ -48,7 +48,7 @@ ResultCode VerifyCatalogueSignature(mbedtls_pk_context* publicKey,
     if (layout != header::kSignatureLayout && BeginsAsCurrentLayout(signedBytes)) {
         return ResultCode::MbedTlsGenericError;
     }
-    return MapX509Error(VerifySignature(publicKey, signedBytes, signature), 0);
+    return MapX509Error(VerifySignature(publicKey, signedBytes, signature));
 }
 
 }  // namespace sealkeeper

@@ -12,4 +12,8 @@ std::string LowerCasedAscii(std::string_view text) {
     return lowered;
 }
 
+bool IsAsciiLetter(char byte) {
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
+}
+
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// Letter case of ASCII text.
+// Letters of ASCII.
 #ifndef SEALKEEPER_PLATFORM_ASCII_CASE_H
 #define SEALKEEPER_PLATFORM_ASCII_CASE_H
 
@@ -9,6 +9,9 @@ namespace sealkeeper {
 
 // `text` with 'A' to 'Z' in lower case and every other byte as it is, whatever the locale.
 [[nodiscard]] std::string LowerCasedAscii(std::string_view text);
+
+// Whether `byte` is 'A' to 'Z' or 'a' to 'z'.
+[[nodiscard]] bool IsAsciiLetter(char byte);
 
 }  // namespace sealkeeper
 

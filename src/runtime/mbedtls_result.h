@@ -15,7 +15,7 @@ ResultCode MapKeyError(int libraryResult);
 // The outcome of an X.509 or signature operation. `verificationFlags` tells a failed verification
 // apart (RFC 5280 path validation); the first matching flag wins, in the order expired, revoked,
 // name mismatch, revocation list not trusted, revocation list expired.
-ResultCode MapX509Error(int libraryResult, std::uint32_t verificationFlags);
+ResultCode MapX509Error(int libraryResult, std::uint32_t verificationFlags = 0);
 
 }  // namespace sealkeeper
 

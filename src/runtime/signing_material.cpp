@@ -77,7 +77,7 @@ ResultCode ParseTrustedCertificate(const std::string& path, const std::string& p
 
 ResultCode CheckPair(const SigningFiles& files, const SigningMaterial& material) {
     const ResultCode code =
-        MapX509Error(CheckKeyPair(&material.certificate.Get()->pk, material.privateKey.Get()), 0);
+        MapX509Error(CheckKeyPair(&material.certificate.Get()->pk, material.privateKey.Get()));
     if (code != ResultCode::Ok) {
         Log(LogLevel::Error,
             "Public key in certificate file %s does not match private key file '%s'.\n",

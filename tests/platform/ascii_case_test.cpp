@@ -16,6 +16,13 @@ TEST(AsciiCase, LowersTheLettersAndNothingElse) {
     }
 }
 
+TEST(AsciiCase, LettersAreThoseOfBothCases) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const bool isLetter = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+        EXPECT_EQ(IsAsciiLetter(static_cast<char>(byte)), isLetter) << byte;
+    }
+}
+
 TEST(AsciiCase, EmptyTextStaysEmpty) {
     EXPECT_EQ(LowerCasedAscii(""), "");
 }

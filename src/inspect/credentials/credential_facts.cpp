@@ -17,8 +17,6 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::uint32_t kNoFlags = 0;
-
 // As `ParseCertificate`, of the first certificate in PEM form.
 int ParsePemCertificate(Bytes bytes, Certificate& certificate) {
     // The library takes PEM with a zero at its end.
@@ -124,7 +122,7 @@ KeyFacts GatherKey(const std::string& path, const Certificate& certificate) {
     }
     facts.details = DetailsOfKey(*key.Get());
     if (certificate.Get()->raw.p != nullptr) {
-        facts.pairCode = MapX509Error(CheckKeyPair(&certificate.Get()->pk, key.Get()), kNoFlags);
+        facts.pairCode = MapX509Error(CheckKeyPair(&certificate.Get()->pk, key.Get()));
     }
     return facts;
 }

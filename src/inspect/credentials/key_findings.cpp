@@ -13,7 +13,7 @@ Cure Written(const char* text, const std::string& path, const std::string& write
     return {text, "(umask 077; " + writer + " " + ShellWord(path + ".new") + ")"};
 }
 
-Cure CureOfKind(const std::string& path, FileKind kind) {
+Cure CureOfKeyKind(const std::string& path, FileKind kind) {
     constexpr const char* kWithoutPassword =
         "Write it without its password, which openssl asks for, and name the new file by --key (-inkey).";
     const std::string word = ShellWord(path);
@@ -82,19 +82,19 @@ CredentialFinding RefusedKey(const KeyFacts& key) {
         return MakeError("key-password", key.code,
                          "'" + path + "' is " + FileKindText(kind) +
                              "; sealkeeper asks for none, and takes keys without one alone.",
-                         CureOfKind(path, kind));
+                         CureOfKeyKind(path, kind));
     }
     if (kind == FileKind::PemPrivateKey || kind == FileKind::DerPrivateKey) {
         return MakeError(
             "key-damaged", key.code,
             "'" + path + "' is " + FileKindText(kind) +
                 " that is damaged, or of a kind that the cryptographic library does not know.",
-            CureOfKind(path, kind));
+            CureOfKeyKind(path, kind));
     }
     return MakeError("not-a-key", key.code,
                      "'" + path + "' is " + FileKindText(kind) +
                          "; sealkeeper takes a private key in PEM or DER form.",
-                     CureOfKind(path, kind));
+                     CureOfKeyKind(path, kind));
 }
 
 // A directory on the way to the file may be open as well; that is the machine's business.

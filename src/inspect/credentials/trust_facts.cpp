@@ -13,8 +13,6 @@
 namespace sealkeeper {
 namespace {
 
-constexpr std::uint32_t kNoFlags = 0;
-
 AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& authority) {
     AuthorityFacts facts;
     Sha256Digest digest{};
@@ -22,7 +20,7 @@ AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& 
         facts.fingerprint = SeparatedHexText(digest, ':');
         facts.isDevelopment = IsDevelopmentAuthority(digest);
     }
-    facts.code = MapX509Error(ParseCertificate(der, authority), kNoFlags);
+    facts.code = MapX509Error(ParseCertificate(der, authority));
     if (facts.code == ResultCode::Ok) {
         facts.certificate = DetailsOfCertificate(*authority.Get());
         facts.maySign =
@@ -39,8 +37,7 @@ BuiltInListFacts FactsOfList(std::span<const std::uint8_t> der, RevocationList& 
         facts.fingerprint = SeparatedHexText(digest, ':');
         facts.isDevelopment = IsDevelopmentRevocationList(digest);
     }
-    facts.code =
-        MapX509Error(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()), kNoFlags);
+    facts.code = MapX509Error(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()));
     if (facts.code == ResultCode::Ok) {
         facts.list = DetailsOfList(*list.Get());
     }

@@ -8,7 +8,7 @@ namespace sealkeeper {
 namespace {
 
 constexpr std::string_view kHarmless = " \t\r\n;,";
-constexpr std::string_view kWordEnd = " \t\r\n;,}";
+constexpr std::string_view kFlagEnd = " \t\r\n;,}";
 
 void LintFlagEnd(const LintedText& linted, const OutlinedValue& value, LintFindings& findings) {
     const std::string_view after = linted.Part(value.end, linted.LineEnd(value.end));
@@ -33,7 +33,7 @@ void LintFlagEnd(const LintedText& linted, const OutlinedValue& value, LintFindi
                             "Write a blank or a semicolon before the comment.");
         return;
     }
-    const std::string_view rest = after.substr(0, after.find_first_of(kWordEnd));
+    const std::string_view rest = after.substr(0, after.find_first_of(kFlagEnd));
     if (rest.size() > 1) {
         findings.AddMisread(value.begin,
                             ShownName(word + std::string(rest)) + " is read as '" + word +

@@ -7,17 +7,14 @@
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"
+#include "platform/ascii_case.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
 namespace {
 
-bool IsLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
 bool HasDrive(std::string_view path) {
-    return path.size() >= 2 && IsLetter(path[0]) && path[1] == ':';
+    return path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':';
 }
 
 // Without components that are empty or ".".

@@ -9,6 +9,7 @@
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"
 #include "inspect/report/name_list.h"
+#include "platform/ascii_case.h"
 #include "runtime/anti_tamper_solutions.h"
 #include "runtime/runtime_configuration.h"
 
@@ -21,16 +22,12 @@ std::vector<std::string> Choices() {
     return {names.begin() + 1, names.end()};
 }
 
-bool IsLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
 // Whether what was found in `text` is a word of its own there.
 bool IsWord(const std::string& text, const NamedSolution& found) {
     const std::string_view name = AntiTamperSolutionNames()[found.solution];
     const std::size_t end = found.offset + name.size();
-    return (found.offset == 0 || !IsLetter(text[found.offset - 1])) &&
-           (end == text.size() || !IsLetter(text[end]));
+    return (found.offset == 0 || !IsAsciiLetter(text[found.offset - 1])) &&
+           (end == text.size() || !IsAsciiLetter(text[end]));
 }
 
 void LintUnknownSolution(const OutlinedText& text, LintFindings& findings) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdio>
 
@@ -45,7 +46,7 @@ std::string RateAndTimeLeft(const Progress& progress) {
                                                std::min(progress.totalBytes, progress.doneBytes));
     const double secondsLeft = std::min(bytesLeft / rate, kLongest);
     return "  " + SizeText(static_cast<std::uint64_t>(rate)) + "/s  " +
-           DurationText(static_cast<std::uint64_t>(secondsLeft + 0.5)) + " left";
+           DurationText(static_cast<std::uint64_t>(std::llround(secondsLeft))) + " left";
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ std::optional<std::string> GameWithOutputs::KeyOf(const std::string& path) const
     const std::size_t nameBegin = slash == std::string::npos ? 0 : slash + 1;
     const std::string name = path.substr(nameBegin, end + 1 - nameBegin);
     const std::string parent = slash == std::string::npos ? "." : path.substr(0, slash);
-    const auto above = KeyOf(parent);
+    auto above = KeyOf(parent);
     if (!above || !HasKey(*above)) {
         return std::nullopt;
     }

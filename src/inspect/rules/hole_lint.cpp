@@ -24,6 +24,7 @@ std::vector<const JudgedFile*> LeftOutBy(LeftOutReason reason,
 
 std::vector<std::string> PathsOf(const std::vector<const JudgedFile*>& files) {
     std::vector<std::string> paths;
+    paths.reserve(files.size());
     for (const JudgedFile* const file : files) {
         paths.push_back(file->path);
     }

@@ -1,5 +1,6 @@
 // Warnings about names, and about files that their names alone do not tell the fate of.
 #include <map>
+#include <set>
 #include <string>
 
 #include "inspect/report/name_list.h"
@@ -16,17 +17,14 @@ namespace {
 // The lexical paths of the selected files that `isWanted`, in order and each once.
 template <typename IsWanted>
 std::vector<std::string> SelectedPaths(const Selection& selection, IsWanted isWanted) {
-    std::map<std::string, bool> paths;
+    // Sorted, and each once.
+    std::set<std::string> paths;
     for (const SelectedFile& file : selection.files) {
         if (isWanted(file)) {
-            paths.emplace(LexicalPath(file.path), true);
+            paths.insert(LexicalPath(file.path));
         }
     }
-    std::vector<std::string> sorted;
-    for (const auto& [path, wanted] : paths) {
-        sorted.push_back(path);
-    }
-    return sorted;
+    return {paths.begin(), paths.end()};
 }
 
 bool IsUtf8(const std::string& text) {

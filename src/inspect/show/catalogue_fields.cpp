@@ -11,8 +11,6 @@
 namespace sealkeeper {
 namespace {
 
-namespace format = catalogue_header;
-
 struct Place {
     const char* name;
     std::size_t offset;
@@ -20,24 +18,25 @@ struct Place {
 };
 
 constexpr std::array<Place, 9> kPlaces = {{
-    {"magic", format::kMagicOffset, signed_file::kMagic.size()},
-    {"format version", format::kFormatVersionOffset, sizeof(std::uint16_t)},
-    {"signature layout", format::kSignatureLayoutOffset, sizeof(std::uint16_t)},
-    {"signature area", format::kSignatureOffset, signed_file::kSignatureAreaBytes},
-    {"signature_length", format::kSignatureLengthOffset, sizeof(std::uint32_t)},
-    {"crl_length", format::kCrlLengthOffset, sizeof(std::uint32_t)},
-    {"compressed_length", format::kCompressedLengthOffset, sizeof(std::uint32_t)},
-    {"raw_length", format::kRawLengthOffset, sizeof(std::uint32_t)},
-    {"entry_count", format::kEntryCountOffset, sizeof(std::uint32_t)},
+    {"magic", catalogue_header::kMagicOffset, signed_file::kMagic.size()},
+    {"format version", catalogue_header::kFormatVersionOffset, sizeof(std::uint16_t)},
+    {"signature layout", catalogue_header::kSignatureLayoutOffset, sizeof(std::uint16_t)},
+    {"signature area", catalogue_header::kSignatureOffset, signed_file::kSignatureAreaBytes},
+    {"signature_length", catalogue_header::kSignatureLengthOffset, sizeof(std::uint32_t)},
+    {"crl_length", catalogue_header::kCrlLengthOffset, sizeof(std::uint32_t)},
+    {"compressed_length", catalogue_header::kCompressedLengthOffset, sizeof(std::uint32_t)},
+    {"raw_length", catalogue_header::kRawLengthOffset, sizeof(std::uint32_t)},
+    {"entry_count", catalogue_header::kEntryCountOffset, sizeof(std::uint32_t)},
 }};
 
 bool IsNumber(const Place& place) {
-    return place.offset != format::kMagicOffset && place.offset != format::kSignatureOffset;
+    return place.offset != catalogue_header::kMagicOffset &&
+           place.offset != catalogue_header::kSignatureOffset;
 }
 
 std::string MeaningOf(const Place& place, std::uint64_t number) {
-    if (place.offset == format::kSignatureLayoutOffset) {
-        return number == format::kSignatureLayout
+    if (place.offset == catalogue_header::kSignatureLayoutOffset) {
+        return number == catalogue_header::kSignatureLayout
                    ? "the signature covers the whole file"
                    : "an older one: the signature covers what follows it";
     }
@@ -47,8 +46,8 @@ std::string MeaningOf(const Place& place, std::uint64_t number) {
 ShownField FieldOf(const Place& place, std::span<const std::uint8_t> bytes) {
     ShownField field{place.name, place.offset, place.sizeBytes, {}, {}};
     if (!IsNumber(place)) {
-        field.value =
-            place.offset == format::kMagicOffset ? SeparatedHexText(bytes) : HexText(bytes);
+        field.value = place.offset == catalogue_header::kMagicOffset ? SeparatedHexText(bytes)
+                                                                     : HexText(bytes);
         return field;
     }
     const std::uint64_t number = bytes.size() == sizeof(std::uint16_t)

@@ -11,15 +11,15 @@ namespace {
 
 // What the block is, where it is no list that can be read.
 std::string RemarkOn(FileKind kind) {
-    const std::string noList = "no revocation list in DER form";
+    constexpr const char* kNoList = "no revocation list in DER form";
     switch (kind) {
         case FileKind::Unknown:
-            return noList;
+            return kNoList;
         case FileKind::UnreadableSigned:
         case FileKind::CutOffDer:
             return FileKindText(kind);
         default:
-            return noList + ", but " + FileKindText(kind);
+            return std::string(kNoList) + ", but " + FileKindText(kind);
     }
 }
 

@@ -17,8 +17,6 @@
 namespace sealkeeper {
 namespace {
 
-namespace format = runtime_file;
-
 std::string NameIn(const RuntimeConfiguration& configuration) {
     const auto& field = configuration.crashReporterName;
     return {field.begin(), std::find(field.begin(), field.end(), '\0')};
@@ -39,26 +37,35 @@ std::vector<ShownField> FieldsOf(std::span<const std::uint8_t> plain,
                                  const RuntimeConfiguration& configuration,
                                  std::vector<std::string>& notes) {
     constexpr std::size_t kNumber = sizeof(std::uint32_t);
-    const auto area = plain.subspan(format::kSignatureOffset, signed_file::kSignatureAreaBytes);
+    const auto area =
+        plain.subspan(runtime_file::kSignatureOffset, signed_file::kSignatureAreaBytes);
     const auto length =
-        LoadLittleEndian<std::uint32_t>(plain.subspan(format::kSignatureLengthOffset));
+        LoadLittleEndian<std::uint32_t>(plain.subspan(runtime_file::kSignatureLengthOffset));
     return {
         {"magic",
-         format::kMagicOffset,
+         runtime_file::kMagicOffset,
          signed_file::kMagic.size(),
          SeparatedHexText(signed_file::kMagic),
          {}},
-        {"signature area", format::kSignatureOffset, area.size(), HexText(area), {}},
-        {"signature length", format::kSignatureLengthOffset, kNumber, std::uint64_t{length}, {}},
-        {"version", format::kVersionOffset, kNumber, std::uint64_t{configuration.version}, {}},
-        {"instances", format::kMaxActiveInstancesOffset, kNumber,
+        {"signature area", runtime_file::kSignatureOffset, area.size(), HexText(area), {}},
+        {"signature length",
+         runtime_file::kSignatureLengthOffset,
+         kNumber,
+         std::uint64_t{length},
+         {}},
+        {"version",
+         runtime_file::kVersionOffset,
+         kNumber,
+         std::uint64_t{configuration.version},
+         {}},
+        {"instances", runtime_file::kMaxActiveInstancesOffset, kNumber,
          std::uint64_t{configuration.maxActiveInstances}, "of the game at once, at the most"},
         {"crash reporter",
-         format::kCrashReporterNameOffset,
+         runtime_file::kCrashReporterNameOffset,
          kCrashReporterNameBytes,
          NameIn(configuration),
          {}},
-        {"anti-tamper solution", format::kAntiTamperSolutionOffset, kNumber,
+        {"anti-tamper solution", runtime_file::kAntiTamperSolutionOffset, kNumber,
          std::uint64_t{configuration.antiTamperSolution},
          SolutionMeaning(configuration.antiTamperSolution, notes)},
     };
@@ -78,9 +85,9 @@ std::optional<InvalidReason> AddRuntimeFacts(std::vector<std::uint8_t> stored,
     }
     shown.kind = ShownKind::RuntimeConfiguration;
     shown.fields = FieldsOf(plain, configuration, shown.notes);
-    if (plain.size() > format::kSizeBytes) {
+    if (plain.size() > runtime_file::kSizeBytes) {
         shown.notes.push_back("the file has " +
-                              CountText(plain.size() - format::kSizeBytes, "byte") +
+                              CountText(plain.size() - runtime_file::kSizeBytes, "byte") +
                               " after its settings, all of which count as signed");
     }
     shown.signature = CheckRuntimeSignature(shown.path, std::move(stored), productId);
