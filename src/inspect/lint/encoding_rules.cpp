@@ -7,8 +7,10 @@
 namespace sealkeeper {
 namespace {
 
-constexpr std::string_view kLittleEndianMark = "\xFF\xFE";
-constexpr std::string_view kBigEndianMark = "\xFE\xFF";
+constexpr std::string_view kUtf16LittleEndianMark = "\xFF\xFE";
+constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
+constexpr std::string_view kUtf32LittleEndianMark("\xFF\xFE\0\0", 4);
+constexpr std::string_view kUtf32BigEndianMark("\0\0\xFE\xFF", 4);
 constexpr std::size_t kExaminedBytes = 512;
 constexpr const char* kCure = "Save the file as UTF-8 without a byte-order mark.";
 
@@ -25,25 +27,35 @@ bool IsZeroOfEachPair(std::string_view text, std::size_t position) {
     return zeros > pairs / 2;
 }
 
-bool IsLittleEndian(std::string_view text) {
-    return text.starts_with(kLittleEndianMark) || IsZeroOfEachPair(text, 1);
-}
-
-bool IsBigEndian(std::string_view text) {
-    return text.starts_with(kBigEndianMark) || IsZeroOfEachPair(text, 0);
+// Null where the units of `text` are bytes.
+const char* WideEncodingName(std::string_view text) {
+    // Before that of UTF-16, which it begins with.
+    if (text.starts_with(kUtf32LittleEndianMark)) {
+        return "UTF-32 (little-endian)";
+    }
+    if (text.starts_with(kUtf32BigEndianMark)) {
+        return "UTF-32 (big-endian)";
+    }
+    if (text.starts_with(kUtf16LittleEndianMark) || IsZeroOfEachPair(text, 1)) {
+        return "UTF-16 (little-endian)";
+    }
+    if (text.starts_with(kUtf16BigEndianMark) || IsZeroOfEachPair(text, 0)) {
+        return "UTF-16 (big-endian)";
+    }
+    return nullptr;
 }
 
 }  // namespace
 
-bool IsUtf16(std::string_view text) {
-    return IsLittleEndian(text) || IsBigEndian(text);
+bool IsUtf16OrUtf32(std::string_view text) {
+    return WideEncodingName(text) != nullptr;
 }
 
-void LintUtf16(const LintedText& linted, LintFindings& findings) {
-    const char* const order = IsLittleEndian(linted.Text()) ? "little-endian" : "big-endian";
-    findings.Add(
-        0, std::string("The file is UTF-16 (") + order + "), in which the tool finds no names.",
-        kCure);
+void LintUtf16OrUtf32(const LintedText& linted, LintFindings& findings) {
+    findings.Add(0,
+                 std::string("The file is ") + WideEncodingName(linted.Text()) +
+                     ", in which the tool finds no names.",
+                 kCure);
 }
 
 void LintByteOrderMark(const LintedText& linted, LintFindings& findings) {

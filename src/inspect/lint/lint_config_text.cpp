@@ -28,9 +28,9 @@ std::vector<RuleWarning> LintConfigText(std::string_view text) {
     }
     const LintedText linted(text);
     LintFindings findings(linted);
-    if (IsUtf16(text)) {
+    if (IsUtf16OrUtf32(text)) {
         // All else would be told of text that the author does not see.
-        LintUtf16(linted, findings);
+        LintUtf16OrUtf32(linted, findings);
         return findings.Take();
     }
     for (const LintRule rule : kRules) {

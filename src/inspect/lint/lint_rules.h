@@ -8,10 +8,11 @@
 
 namespace sealkeeper {
 
-// Whether `text` is UTF-16, of which the scan can make nothing. Found by its mark or, where it has
-// none, by every other byte of its beginning being zero.
-[[nodiscard]] bool IsUtf16(std::string_view text);
-void LintUtf16(const LintedText& linted, LintFindings& findings);
+// Whether `text` is UTF-16 or UTF-32, of which the scan can make nothing. Found by its mark; UTF-16
+// without one by every other byte of its beginning being zero.
+[[nodiscard]] bool IsUtf16OrUtf32(std::string_view text);
+// `linted` is one of them.
+void LintUtf16OrUtf32(const LintedText& linted, LintFindings& findings);
 void LintByteOrderMark(const LintedText& linted, LintFindings& findings);
 
 // Values that end elsewhere than was meant. They come before the rules that ask for

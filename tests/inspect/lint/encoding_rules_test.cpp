@@ -24,6 +24,15 @@ std::string AsUtf16(const std::string& text, bool isLittleEndian) {
     return units;
 }
 
+std::string AsUtf32(const std::string& text, bool isLittleEndian) {
+    std::string units;
+    for (const char byte : text) {
+        const std::string zeros(3, '\0');
+        units += isLittleEndian ? byte + zeros : zeros + byte;
+    }
+    return units;
+}
+
 TEST(LintEncoding, TellsOfAByteOrderMark) {
     const Told mark = {
         "The file begins with a byte-order mark, which becomes part of the first section's name, so that section is not recognised.",
@@ -45,6 +54,18 @@ TEST(LintEncoding, TellsOfUtf16AndOfNothingElse) {
         {"big-endian with a mark", "@\xFE\xFF" + AsUtf16(text, false), {big}},
         {"little-endian", "@" + AsUtf16(text, true), {little}},
         {"big-endian", "@" + AsUtf16(text, false), {big}},
+    });
+}
+
+TEST(LintEncoding, TellsUtf32ByItsMark) {
+    const std::string text = WithSearchOptions("unknown = [];");
+    ExpectLinted({
+        {"little-endian",
+         "@" + std::string("\xFF\xFE\0\0", 4) + AsUtf32(text, true),
+         {{"The file is UTF-32 (little-endian), in which the tool finds no names.", kSaveAsUtf8}}},
+        {"big-endian",
+         "@" + std::string("\0\0\xFE\xFF", 4) + AsUtf32(text, false),
+         {{"The file is UTF-32 (big-endian), in which the tool finds no names.", kSaveAsUtf8}}},
     });
 }
 
