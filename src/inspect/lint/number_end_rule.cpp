@@ -11,9 +11,22 @@ namespace {
 
 constexpr std::string_view kDigits = "0123456789";
 
+// What a number takes with it.
+struct Swallowed {
+    std::vector<std::string> keys;
+    // Whether the last of them has a value that goes on after the semicolon.
+    bool isCut = false;
+};
+
+// Whether the end of the text came before that of the value.
+bool IsInsideValue(ConfigStop why) {
+    return why == ConfigStop::NoClosingBracket || why == ConfigStop::NoClosingParenthesis ||
+           why == ConfigStop::NoClosingQuote;
+}
+
 // The keys that would have had a value if every line of `text`, which stands in a section, ended in
 // a semicolon.
-std::vector<std::string> KeysIn(std::string_view text) {
+Swallowed KeysIn(std::string_view text) {
     std::string section = "s {";
     for (const char byte : text) {
         section += byte == '\n' ? ";\n" : std::string(1, byte);
@@ -22,11 +35,15 @@ std::vector<std::string> KeysIn(std::string_view text) {
     ConfigDocument document;
     ConfigOutline outline;
     static_cast<void>(OutlineConfigText(section, document, outline));
-    std::vector<std::string> names;
+    Swallowed swallowed;
     for (const OutlinedValue& value : outline.values) {
-        names.push_back(outline.keys[value.key].name);
+        swallowed.keys.push_back(outline.keys[value.key].name);
     }
-    return names;
+    swallowed.isCut = outline.stop && IsInsideValue(outline.stop->why);
+    if (swallowed.isCut) {
+        swallowed.keys.push_back(outline.keys[outline.pendingKey].name);
+    }
+    return swallowed;
 }
 
 class NumberEnd {
@@ -42,9 +59,9 @@ class NumberEnd {
         const std::string code = WithoutComments(written_);
         const std::string_view tail = std::string_view(code).substr(digits_.size());
         const bool isInComment = tail.back() != ';';
-        const auto swallowed = KeysIn(tail.substr(0, tail.size() - 1));
+        const Swallowed swallowed = KeysIn(tail.substr(0, tail.size() - 1));
         const bool hasBrace = tail.find('}') != std::string_view::npos;
-        if (!swallowed.empty() || hasBrace) {
+        if (!swallowed.keys.empty() || hasBrace) {
             LintSwallowed(swallowed, hasBrace, findings);
         } else if (isInComment) {
             LintCommentedSemicolon(findings);
@@ -71,16 +88,18 @@ class NumberEnd {
         return isNumber ? number : std::string(digits_);
     }
 
-    void LintSwallowed(const std::vector<std::string>& keys, bool hasBrace,
-                       LintFindings& findings) const {
-        const std::string swallowed = keys.empty() ? "a '}'" : ShownNames(keys);
-        const std::string message = "The number of " + ShownName(key_) +
-                                    " goes on to the next semicolon, which is on " +
-                                    linted_.LineName(value_.end - 1) + ", so " + swallowed +
-                                    (keys.size() > 1 ? " are" : " is") + " not read.";
+    void LintSwallowed(const Swallowed& swallowed, bool hasBrace, LintFindings& findings) const {
+        const std::vector<std::string>& keys = swallowed.keys;
+        const std::string message =
+            "The number of " + ShownName(key_) + " goes on to the next semicolon, which is " +
+            (swallowed.isCut ? "inside the value of " + ShownName(keys.back()) + " " : "") + "on " +
+            linted_.LineName(value_.end - 1) + ", so " +
+            (keys.empty() ? "a '}'" : ShownNames(keys)) + (keys.size() > 1 ? " are" : " is") +
+            " not read.";
         const std::string cure = "Write '" + Proper() + "'.";
-        // Without that brace, what follows is taken for more of this section.
-        if (hasBrace) {
+        // Without that brace, what follows is taken for more of this section. The rest of a value
+        // is taken for keys.
+        if (hasBrace || swallowed.isCut) {
             findings.AddMisread(value_.begin, message, cure);
         } else {
             findings.Add(value_.begin, message, cure);

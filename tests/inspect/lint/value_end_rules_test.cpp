@@ -59,6 +59,30 @@ TEST(LintNumberEnds, NamesTheKeysThatANumberSwallows) {
     });
 }
 
+TEST(LintNumberEnds, NamesTheKeyWhoseValueHasTheSemicolon) {
+    const auto ends = [](const std::string& key, const std::string& line) {
+        return test::Told{
+            "The number of 'exclude_size_threshold' goes on to the next semicolon, which is inside the value of '" +
+                key + "' on line " + line + ", so '" + key + "' is not read.",
+            "Write 'exclude_size_threshold = 500;'."};
+    };
+    const std::string threshold = "exclude_size_threshold = @500\n";
+    ExpectLinted({
+        {"an element of a list",
+         WithSearchOptions(threshold + "exclude_extensions = [\n\".a;b\", \".c\"]"),
+         {ends("exclude_extensions", "6")}},
+        {"between the elements of a list",
+         WithSearchOptions(threshold + "exclude_extensions = [\".a\"; \".c\"]"),
+         {ends("exclude_extensions", "5")}},
+        {"a name in a table of pairs",
+         WithSearchOptions(threshold + "alias_paths = ([\"a;b\", \"c\"]);"),
+         {ends("alias_paths", "5")}},
+        {"a text",
+         WithSearchOptions(threshold + "working_directory = \"a;b\"\n@x = 1;"),
+         {ends("working_directory", "5"), EndsAfter(4, 6)}},
+    });
+}
+
 TEST(LintNumberEnds, TellsOfWhatFollowsTheDigits) {
     ExpectLinted({
         {"a unit",
