@@ -40,11 +40,23 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
     const char* const effect = key == kExcludePaths
                                    ? ", so it excludes nothing that is found in a directory."
                                    : ", which the paths in the catalogue then have as well.";
-    const std::string what =
-        path.starts_with('/') ? " begins with '/'" : " has a directory '.' or an empty one in it";
-    findings.Add(pattern.begin, "The pattern " + ShownName(pattern.text) + what + effect,
+    findings.Add(pattern.begin,
+                 "The pattern " + ShownName(pattern.text) +
+                     " has a directory '.' or an empty one in it" + effect,
                  shortest.empty() ? "Write the names of directories and files."
                                   : "Write " + ShownValue(shortest) + ".");
+}
+
+// What such a pattern matches is stored with its '/', and verify takes that for an absolute path.
+void LintLeadingSlash(std::string_view key, const OutlinedText& pattern, LintFindings& findings) {
+    const char* const effect =
+        key == kExcludePaths
+            ? ": with the '/' it excludes nothing that is found in a directory."
+            : ": with the '/' verify looks for its files outside of the game and fails.";
+    findings.Add(pattern.begin,
+                 "The pattern " + ShownName(pattern.text) +
+                     " begins with '/', but patterns are taken from the game directory" + effect,
+                 "Write the path from the game directory on, without a '/' before it.");
 }
 
 void LintPattern(std::string_view key, const OutlinedText& pattern, LintFindings& findings) {
@@ -54,6 +66,8 @@ void LintPattern(std::string_view key, const OutlinedText& pattern, LintFindings
                      "The pattern " + ShownName(pattern.text) +
                          " begins with a drive, but patterns are taken from the game directory.",
                      "Write the path from the game directory on.");
+    } else if (path.starts_with('/')) {
+        LintLeadingSlash(key, pattern, findings);
     } else {
         LintDetour(key, pattern, path, findings);
     }

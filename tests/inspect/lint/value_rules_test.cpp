@@ -121,19 +121,36 @@ TEST(LintPatterns, TellsOfPathsThatAreWrittenOtherwiseThanTheToolDoes) {
     };
     ExpectLinted({
         {"included",
-         WithOnlySearchOptions(
-             R"(include_paths = ["@/Content", "@./a", "@a//b", "@\a", "@.", "@a/."])"),
-         {{std::string("The pattern '/Content' begins with '/'") + included, "Write \"Content\"."},
-          detour("./a", included, "Write \"a\"."),
-          detour("a//b", included, "Write \"a/b\"."),
-          {std::string("The pattern '\\a' begins with '/'") + included, "Write \"a\"."},
+         WithOnlySearchOptions(R"(include_paths = ["@./a", "@a//b", "@.", "@a/."])"),
+         {detour("./a", included, "Write \"a\"."), detour("a//b", included, "Write \"a/b\"."),
           detour(".", included, "Write the names of directories and files."),
           detour("a/.", included, "Write \"a\".")}},
         {"excluded",
-         WithOnlySearchOptions(R"(exclude_paths = ["@/Logs", "@./Logs", "@Logs//"])"),
-         {{std::string("The pattern '/Logs' begins with '/'") + excluded, "Write \"Logs\"."},
-          detour("./Logs", excluded, "Write \"Logs\"."),
+         WithOnlySearchOptions(R"(exclude_paths = ["@./Logs", "@Logs//"])"),
+         {detour("./Logs", excluded, "Write \"Logs\"."),
           detour("Logs//", excluded, "Write \"Logs\".")}},
+    });
+}
+
+// The cure must work for a path from the root of the system, too, of which the lint cannot tell
+// what part leads to the game.
+TEST(LintPatterns, TellsThatAnAbsolutePathIsTakenFromTheGameDirectory) {
+    const auto told = [](const std::string& pattern, const char* effect) {
+        return Told{"The pattern '" + pattern +
+                        "' begins with '/', but patterns are taken from the game directory" +
+                        effect,
+                    "Write the path from the game directory on, without a '/' before it."};
+    };
+    const char* const included =
+        ": with the '/' verify looks for its files outside of the game and fails.";
+    const char* const excluded = ": with the '/' it excludes nothing that is found in a directory.";
+    ExpectLinted({
+        {"included",
+         WithOnlySearchOptions(R"(include_paths = ["@/Content", "@/home/me/game//a", "@\a"])"),
+         {told("/Content", included), told("/home/me/game//a", included), told("\\a", included)}},
+        {"excluded",
+         WithOnlySearchOptions(R"(exclude_paths = ["@/Logs"])"),
+         {told("/Logs", excluded)}},
     });
 }
 
