@@ -409,10 +409,21 @@ class Failures(CheckTest):
         self.assert_usage("--product", PRODUCT, says="DIR")
         self.assert_usage(game, "--product", "", says="product id")
         self.assert_usage(game, "--product", PRODUCT, "--format", "html", says="html")
-        self.assert_usage(game, "--product", PRODUCT, "--jobs", "257", says="'257'")
-        self.assert_usage(game, "--product", PRODUCT, "--jobs", "x", says="'x'")
         self.assert_usage(game, "--product", PRODUCT, "--json", "--format", "text", says="--format")
         self.assert_usage(game, "--product", PRODUCT, "--frobnicate", says="--frobnicate")
+
+    def test_values_that_options_refuse(self) -> None:
+        for option, value, fault in (
+            ("--jobs", "-1", "'-1' is not a whole number from 0 to 256"),
+            ("--jobs", "257", "'257' is not a whole number from 0 to 256"),
+            ("--jobs", "x", "'x' is not a whole number from 0 to 256"),
+            ("--product", "", "a product id is required"),
+        ):
+            with self.subTest(option=option, value=value):
+                product = [] if option == "--product" else ["--product", PRODUCT]
+                run = self.inspect("check", self.game, *product, option, value)
+                self.assertEqual((run.status, run.output), (USAGE, ""))
+                self.assertEqual(run.errors, f"sealkeeper-inspect: {option}: {fault} (see --help)\n")
 
     def test_help(self) -> None:
         run = self.inspect("check", "--help")

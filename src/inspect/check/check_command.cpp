@@ -23,7 +23,7 @@ struct CheckOptions {
 };
 
 std::string JobsFault(const std::string& text) {
-    return JobsFrom(text) ? "" : "'" + text + "' is no number from 0 to 256";
+    return JobsFrom(text) ? "" : "'" + text + "' is not a whole number from 0 to 256";
 }
 
 std::string EmptyProductFault(const std::string& text) {

@@ -19,8 +19,9 @@ std::optional<std::uint64_t> NumberUpTo(std::uint64_t most, const std::string& t
 }
 
 std::string NumberFault(std::uint64_t most, const std::string& text) {
-    return NumberUpTo(most, text) ? ""
-                                  : "'" + text + "' is no number from 0 to " + std::to_string(most);
+    return NumberUpTo(most, text)
+               ? ""
+               : "'" + text + "' is not a whole number from 0 to " + std::to_string(most);
 }
 
 // The first option that no command has; empty where there is none. The library would rather say

@@ -26,7 +26,7 @@ struct ValueOption {
     const char* meaning;
 };
 
-// What is wrong with a value, as "'-1' is no number"; empty where it will do.
+// What is wrong with a value, as "'-1' is not a whole number"; empty where it will do.
 using ValueFault = std::string (*)(const std::string& value);
 
 // The options of one command. Where their values go must live until the command line was run. A
