@@ -1,9 +1,12 @@
 """What `sealkeeper-inspect check` shows on a terminal while it works."""
 
+import fcntl
 import os
 import pty
 import re
+import struct
 import subprocess
+import termios
 import unittest
 
 from e2e_support import PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, config
@@ -21,11 +24,14 @@ class Progress(InspectTest):
         config_file = self.write_config(config('include_paths = ["data"]'))
         self.assertEqual(self.run_program(*self.generate_arguments(config_file=config_file)).status, 0)
 
-    def shown(self, *arguments: str) -> str:
-        """What a run writes to a terminal that its standard error is."""
+    def shown(self, *arguments: str, columns: int = 80, terminal: str = "xterm") -> str:
+        """What a run writes to a terminal of that kind and width that its standard error is."""
         master, slave = pty.openpty()
+        fcntl.ioctl(master, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
+        environment = {**os.environ, "TERM": terminal}
+        environment.pop("COLUMNS", None)
         with subprocess.Popen([INSPECT, "check", self.game, "--product", PRODUCT, *arguments], stdin=subprocess.DEVNULL,
-                              stdout=subprocess.PIPE, stderr=slave) as run:
+                              stdout=subprocess.PIPE, stderr=slave, env=environment) as run:
             os.close(slave)
             written = b""
             # The system ends the reading with an error once the other end is closed.
@@ -48,6 +54,16 @@ class Progress(InspectTest):
                 self.assertTrue(any(0 < share < 100 for share in shares), text)
                 self.assertEqual(shares, sorted(shares))
                 self.assertTrue(text.endswith("\r\x1b[K"), text)
+
+    @unittest.skipIf(UNDER_SANITIZER, "takes several times as long")
+    def test_the_bar_does_not_wrap(self) -> None:
+        lines = self.shown(columns=24).split("\r\x1b[K")
+        self.assertTrue(any("[" in line for line in lines), lines)
+        self.assertLess(max(map(len, lines)), 24)
+
+    @unittest.skipIf(UNDER_SANITIZER, "takes several times as long")
+    def test_a_dumb_terminal_is_shown_no_bar(self) -> None:
+        self.assertEqual(self.shown(terminal="dumb"), "")
 
     def test_nothing_is_shown_where_it_is_no_terminal(self) -> None:
         run = self.inspect("check", self.game, "--product", PRODUCT)

@@ -9,6 +9,7 @@
 
 #include "app/console_log.h"
 #include "app/terminal_text.h"
+#include "inspect/report/terminal.h"
 
 namespace sealkeeper {
 namespace {
@@ -18,11 +19,6 @@ constexpr std::string_view kProgramName = "sealkeeper-inspect: ";
 bool HasText(const char* variable) {
     const char* const value = std::getenv(variable);
     return value != nullptr && *value != '\0';
-}
-
-bool IsDumbTerminal() {
-    const char* const kind = std::getenv("TERM");
-    return kind == nullptr || std::string_view(kind) == "dumb";
 }
 
 // Select graphic rendition (ECMA-48, 8.3.117).

@@ -9,12 +9,14 @@
 #include <cstdio>
 
 #include "inspect/report/number_text.h"
+#include "inspect/report/terminal.h"
 
 namespace sealkeeper {
 namespace {
 
 constexpr std::chrono::milliseconds kDrawingInterval{100};
-constexpr std::size_t kBarWidth = 30;
+constexpr std::size_t kWidestBar = 30;
+constexpr std::size_t kNarrowestBar = 5;
 // Back to the start of the line, and clear it (ECMA-48, 8.3.41).
 constexpr const char* kClearedLine = "\r\x1b[K";
 
@@ -49,26 +51,45 @@ std::string RateAndTimeLeft(const Progress& progress) {
            DurationText(static_cast<std::uint64_t>(std::llround(secondsLeft))) + " left";
 }
 
-}  // namespace
+double ShareDone(const Progress& progress) {
+    return progress.totalBytes == 0 ? 1.0
+                                    : std::min(1.0, static_cast<double>(progress.doneBytes) /
+                                                        static_cast<double>(progress.totalBytes));
+}
 
-std::string ProgressLine(const Progress& progress) {
-    const double share = progress.totalBytes == 0
-                             ? 1.0
-                             : std::min(1.0, static_cast<double>(progress.doneBytes) /
-                                                 static_cast<double>(progress.totalBytes));
-    const auto filled = static_cast<std::size_t>(share * kBarWidth);
-    std::string bar(filled, '=');
-    if (filled < kBarWidth) {
-        bar += '>';
-    }
-    bar.resize(kBarWidth, ' ');
+std::string PercentText(double share) {
     std::array<char, 16> percent{};
     std::snprintf(percent.data(), percent.size(), "%3d %%", static_cast<int>(share * 100));
-    return "[" + bar + "] " + percent.data() + RateAndTimeLeft(progress);
+    return percent.data();
+}
+
+std::string BarText(double share, std::size_t width) {
+    const auto filled = static_cast<std::size_t>(share * static_cast<double>(width));
+    std::string bar(filled, '=');
+    if (filled < width) {
+        bar += '>';
+    }
+    bar.resize(width, ' ');
+    return "[" + bar + "] ";
+}
+
+}  // namespace
+
+std::string ProgressLine(const Progress& progress, std::size_t columns) {
+    constexpr std::size_t kBracketsAndBlank = 3;
+    const double share = ShareDone(progress);
+    const std::string percent = PercentText(share);
+    for (const std::string& text : {percent + RateAndTimeLeft(progress), percent}) {
+        const std::size_t others = kBracketsAndBlank + text.size();
+        if (others + kNarrowestBar < columns) {
+            return BarText(share, std::min(kWidestBar, columns - 1 - others)) + text;
+        }
+    }
+    return percent.size() < columns ? percent : "";
 }
 
 ProgressBar::ProgressBar(std::uint64_t totalBytes)
-    : isShown_(isatty(STDERR_FILENO) == 1),
+    : isShown_(isatty(STDERR_FILENO) == 1 && !IsDumbTerminal()),
       progress_{0, totalBytes, {}},
       start_(Clock::now()),
       nextDrawing_(start_ + kDrawingInterval) {}
@@ -91,7 +112,9 @@ void ProgressBar::Advance(std::uint64_t bytes) {
     nextDrawing_ = now + kDrawingInterval;
     progress_.elapsed = now - start_;
     isDrawn_ = true;
-    std::fputs((kClearedLine + ProgressLine(progress_)).c_str(), stderr);
+    // Asked each time, since windows change.
+    const std::size_t columns = TerminalColumns(STDERR_FILENO);
+    std::fputs((kClearedLine + ProgressLine(progress_, columns)).c_str(), stderr);
 }
 
 }  // namespace sealkeeper

@@ -3,6 +3,7 @@
 #define SEALKEEPER_INSPECT_REPORT_PROGRESS_BAR_H
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -16,11 +17,13 @@ struct Progress {
 };
 
 // Bar, share, rate and time left, as in "[=====>    ]  52 %  412.3 MB/s  1:03 left". The rate is
-// the average so far; without one there is no time left to tell.
-[[nodiscard]] std::string ProgressLine(const Progress& progress);
+// the average so far; without one there is no time left to tell. The line has fewer characters than
+// `columns`, so that no terminal of that width wraps it: the bar shrinks first, then rate and time
+// left go, then the bar, and then all.
+[[nodiscard]] std::string ProgressLine(const Progress& progress, std::size_t columns);
 
-// Draws the line on standard error where that is a terminal, so that standard output has the report
-// alone, at most ten times a second. The line is gone when the bar is.
+// Draws the line on standard error where that is a terminal, and no dumb one, so that standard
+// output has the report alone, at most ten times a second. The line is gone when the bar is.
 class ProgressBar {
   public:
     explicit ProgressBar(std::uint64_t totalBytes);
