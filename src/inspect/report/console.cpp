@@ -8,8 +8,8 @@
 #include <cstring>
 
 #include "app/console_log.h"
-#include "app/terminal_text.h"
 #include "inspect/report/terminal.h"
+#include "inspect/report/terminal_safe_text.h"
 
 namespace sealkeeper {
 namespace {
@@ -87,7 +87,7 @@ bool Console::Finish() {
 }
 
 std::string Console::Foreign(std::string_view text) const {
-    return isOutputTerminal_ ? EscapeControls(text) : std::string(text);
+    return isOutputTerminal_ ? TerminalSafeText(text) : std::string(text);
 }
 
 std::string Console::Styled(Style style, std::string_view text) const {
@@ -101,7 +101,7 @@ void Console::Fail(std::string_view message) {
     // What was written before comes first where both go to one place.
     std::fflush(stdout);
     const std::string line = std::string(kProgramName) +
-                             (isErrorTerminal_ ? EscapeControls(message) : std::string(message)) +
+                             (isErrorTerminal_ ? TerminalSafeText(message) : std::string(message)) +
                              "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
 }

@@ -23,14 +23,14 @@ class Console {
     [[nodiscard]] bool Finish();
 
     // What is not the program's own, as it goes into a text for standard output: where that is a
-    // terminal, with its control characters escaped.
+    // terminal, as `TerminalSafeText`.
     [[nodiscard]] std::string Foreign(std::string_view text) const;
 
     // `text` in the colour of `style`, where there is colour.
     [[nodiscard]] std::string Styled(Style style, std::string_view text) const;
 
     // Writes a line "sealkeeper-inspect: " and `message`, which has no line feed, to standard
-    // error. Control characters are escaped where that is a terminal.
+    // error; where that is a terminal, as `TerminalSafeText`.
     void Fail(std::string_view message);
 
   private:

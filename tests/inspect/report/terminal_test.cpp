@@ -4,14 +4,54 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cstdio>
+
 #include "inspect/report/console.h"
 #include "inspect/report/scoped_terminal.h"
+#include "inspect/report/terminal_safe_text.h"
 
 namespace sealkeeper {
 namespace {
 
 using test::ScopedTerminal;
 using test::ScopedVariable;
+
+TEST(TerminalSafeText, EscapesWhatATerminalObeys) {
+    EXPECT_EQ(TerminalSafeText("a\nb\x1b[0m\x7f"), "a\\x0ab\\x1b[0m\\x7f");
+    EXPECT_EQ(TerminalSafeText("\xC2\x85\x85"), "\\xc2\\x85\\x85");
+}
+
+TEST(TerminalSafeText, EscapesWhatOrdersText) {
+    for (const char* const character :
+         {"\u061c", "\u200e", "\u200f", "\u2028", "\u2029", "\u202a", "\u202b", "\u202c", "\u202d",
+          "\u202e", "\u2066", "\u2067", "\u2068", "\u2069"}) {
+        std::string escaped;
+        for (const char byte : std::string(character)) {
+            std::array<char, 8> hex{};
+            std::snprintf(hex.data(), hex.size(), "\\x%02x", static_cast<unsigned char>(byte));
+            escaped += hex.data();
+        }
+        EXPECT_EQ(TerminalSafeText(std::string("a") + character + "b"), "a" + escaped + "b");
+    }
+    EXPECT_EQ(TerminalSafeText("photo\u202egpj.exe"), "photo\\xe2\\x80\\xaegpj.exe");
+}
+
+TEST(TerminalSafeText, LeavesTheNeighboursOfTheseAlone) {
+    const std::string text =
+        "\u061b\u061d\u060c\u200d\u2010\u2027\u202f\u2065\u206a\u10ae ü\u00ae 日本 \xFF";
+    EXPECT_EQ(TerminalSafeText(text), text);
+}
+
+TEST(InspectConsole, EscapesForeignTextOnATerminal) {
+    const ScopedTerminal terminal(STDOUT_FILENO);
+    EXPECT_EQ(Console().Foreign("a\u202e\n"), "a\\xe2\\x80\\xae\\x0a");
+}
+
+TEST(InspectConsole, EscapesFailuresOnATerminal) {
+    ScopedTerminal terminal(STDERR_FILENO);
+    Console().Fail("'\u2066\x1b': no");
+    EXPECT_EQ(terminal.Written(), "sealkeeper-inspect: '\\xe2\\x81\\xa6\\x1b': no\r\n");
+}
 
 // What stands for "a" in the warning's style.
 std::string StyledOnATerminal(const std::optional<std::string>& noColor,
