@@ -112,6 +112,17 @@ class Traps(Rules):
             'include_paths = ["bin", "lib/*.so"]', "The pattern 'lib/*.so' matches nothing.",
             "Correct it or take it out: what it was meant for is not sealed.", "lib/*.so")
 
+    def test_a_pattern_below_a_directory_that_cannot_be_read(self) -> None:
+        self.write("closed/s", b"1")
+        self.become_unprivileged()
+        (self.game / "closed").chmod(0)
+        for pattern in ("closed/s", "closed/*", "./closed//deep/s"):
+            with self.subTest(pattern=pattern):
+                self.assert_warned(
+                    f'include_paths = ["bin", "{pattern}"]',
+                    f"The pattern '{pattern}' matches nothing: the directory 'closed' cannot be read.",
+                    "Give this user the right to read it, or take the pattern out.", pattern)
+
     def test_a_pattern_that_leads_out_of_the_game(self) -> None:
         (self.directory / "beside").write_bytes(b"x")
         self.assert_warned(

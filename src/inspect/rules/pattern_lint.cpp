@@ -9,6 +9,7 @@
 
 #include "inspect/report/name_list.h"
 #include "inspect/rules/lint_text.h"
+#include "inspect/rules/path_way.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/tree/lexical_path.h"
 #include "platform/ascii_case.h"
@@ -94,10 +95,17 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
                                  : "Correct it or take it out: what it was meant for is sealed.";
     for (std::size_t i = 0; i < subject.selection.matches.size(); ++i) {
         // One that matches what the run is yet to write is no mistake.
-        if (subject.selection.matches[i].empty() && subject.secondSelection.matches[i].empty()) {
-            warnings.push_back(WarningAt(subject.places.patterns.at(i),
-                                         "The pattern '" + patterns[i] + "' matches nothing.",
-                                         cure));
+        if (!subject.selection.matches[i].empty() || !subject.secondSelection.matches[i].empty()) {
+            continue;
+        }
+        const std::string message = "The pattern '" + patterns[i] + "' matches nothing";
+        const TextPlace place = subject.places.patterns.at(i);
+        if (const auto closed = ClosedDirectoryIn(patterns[i])) {
+            warnings.push_back(
+                WarningAt(place, message + ": the directory '" + *closed + "' cannot be read.",
+                          "Give this user the right to read it, or take the pattern out."));
+        } else {
+            warnings.push_back(WarningAt(place, message + ".", cure));
         }
     }
 }

@@ -27,7 +27,7 @@ using RuleWarnings = std::vector<RuleWarning>;
 
 // pattern_lint.cpp
 
-// Patterns that match nothing.
+// Patterns that match nothing, and whether that is because a directory cannot be read.
 void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
 // Patterns that lead out of the game by "..".
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);

@@ -1,0 +1,37 @@
+#include "inspect/rules/path_way.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstddef>
+
+#include "inspect/rules/lexical_path.h"
+#include "platform/path_strings.h"
+
+namespace sealkeeper {
+namespace {
+
+bool IsForbidden(const std::string& directory, int access) {
+    return ::access(directory.c_str(), access) != 0 && errno == EACCES;
+}
+
+}  // namespace
+
+std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
+    const std::string path = LexicalPath(WithForwardSlashes(std::string(pattern)));
+    for (std::size_t begin = 0;;) {
+        const std::size_t slash = path.find('/', begin);
+        const std::string_view name = std::string_view(path).substr(begin, slash - begin);
+        const bool isWildcard = name.find_first_of("*?") != std::string_view::npos;
+        const std::string directory = begin == 0 ? "." : path.substr(0, begin - 1);
+        if (IsForbidden(directory, isWildcard ? R_OK : X_OK)) {
+            return directory;
+        }
+        if (isWildcard || slash == std::string::npos) {
+            return std::nullopt;
+        }
+        begin = slash + 1;
+    }
+}
+
+}  // namespace sealkeeper
