@@ -123,6 +123,19 @@ class Traps(Rules):
                     f"The pattern '{pattern}' matches nothing: the directory 'closed' cannot be read.",
                     "Give this user the right to read it, or take the pattern out.", pattern)
 
+    def test_a_link_that_leads_out_of_the_game(self) -> None:
+        beside = self.directory / "beside"
+        beside.mkdir()
+        (beside / "x").write_bytes(b"x")
+        (self.game / "lib").symlink_to(beside)
+        (self.game / "bin/y").symlink_to(beside / "x")
+        cure = "Ship files in place of links: on another machine there is something else where they lead."
+        for pattern, link in (("lib", "lib"), ("lib/x", "lib"), ("lib/*", "lib"), ("bin/?", "bin/y")):
+            with self.subTest(pattern=pattern):
+                self.assert_warned(
+                    f'include_paths = ["bin", "{pattern}"]',
+                    f"The pattern '{pattern}' leads out of the game directory by the link '{link}'.", cure, pattern)
+
     def test_a_pattern_that_leads_out_of_the_game(self) -> None:
         (self.directory / "beside").write_bytes(b"x")
         self.assert_warned(

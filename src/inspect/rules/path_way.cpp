@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "inspect/rules/lexical_path.h"
+#include "platform/file_system.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
@@ -13,6 +14,10 @@ namespace {
 
 bool IsForbidden(const std::string& directory, int access) {
     return ::access(directory.c_str(), access) != 0 && errno == EACCES;
+}
+
+bool IsInGame(const std::string& absolutePath, const std::string& game) {
+    return absolutePath == game || absolutePath.starts_with(game == "/" ? game : game + "/");
 }
 
 }  // namespace
@@ -32,6 +37,20 @@ std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
         }
         begin = slash + 1;
     }
+}
+
+std::optional<std::string> LinkOutOfGame(std::string_view path) {
+    const std::string game = ResolvePath(".").value_or("");
+    std::optional<std::string> link;
+    // Each directory above stays in the game until the one after it does.
+    for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
+        const auto resolved = ResolvePath(std::string(way));
+        if (!resolved || IsInGame(*resolved, game)) {
+            return link;
+        }
+        link = way;
+    }
+    return link;
 }
 
 }  // namespace sealkeeper

@@ -13,6 +13,10 @@ namespace sealkeeper {
 // lies behind a wildcard.
 [[nodiscard]] std::optional<std::string> ClosedDirectoryIn(std::string_view pattern);
 
+// The link by which `path`, a lexical one that is there, leads out of the game directory; nothing
+// where none does.
+[[nodiscard]] std::optional<std::string> LinkOutOfGame(std::string_view path);
+
 }  // namespace sealkeeper
 
 #endif

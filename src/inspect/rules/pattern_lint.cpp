@@ -127,6 +127,28 @@ void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
     }
 }
 
+void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
+    const CatalogueConfig& config = subject.selection.config;
+    // What is excluded may lead anywhere.
+    for (std::size_t i = 0; i < config.includePaths.size(); ++i) {
+        std::set<std::string> links;
+        for (const std::string& match : subject.selection.matches[i]) {
+            const std::string path = LexicalPath(match);
+            if (const auto link = LeavesGame(path) ? std::nullopt : LinkOutOfGame(path)) {
+                links.insert(*link);
+            }
+        }
+        if (!links.empty()) {
+            warnings.push_back(WarningAt(
+                subject.places.patterns.at(i),
+                "The pattern '" + config.includePaths[i] + "' leads out of the game directory by " +
+                    ByNumber(links.size(), "the link ", "the links ") +
+                    Quoted({links.begin(), links.end()}) + ".",
+                "Ship files in place of links: on another machine there is something else where they lead."));
+        }
+    }
+}
+
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
     const auto& patterns = PatternsOf(subject.selection.config);
     for (auto& [numbers, files] : FindRepeatedFiles(subject.selection)) {

@@ -6,6 +6,7 @@ RuleWarnings LintSelection(const LintSubject& subject) {
     RuleWarnings warnings;
     LintUnmatchedPatterns(subject, warnings);
     LintLeavingPatterns(subject, warnings);
+    LintLinksOutOfGame(subject, warnings);
     LintRepeatedFiles(subject, warnings);
     LintExtensionCase(subject, warnings);
     LintOwnOutputs(subject, warnings);

@@ -31,6 +31,8 @@ using RuleWarnings = std::vector<RuleWarning>;
 void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
 // Patterns that lead out of the game by "..".
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);
+// Include patterns that lead out of the game by a link.
+void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings);
 // Files that several patterns lead to by different paths, which are sealed as often.
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings);
 // Excluded extensions that leave nothing out, while another letter case would.
