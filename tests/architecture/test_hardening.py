@@ -1,4 +1,4 @@
-"""What the built program has against the exploitation of mistakes, read from its file."""
+"""What each built program has against the exploitation of mistakes, read from its file."""
 
 import os
 import platform
@@ -8,37 +8,39 @@ import subprocess
 import sys
 import unittest
 
-PROGRAM = os.environ["SEALKEEPER_PROGRAM"]
 IS_X86 = platform.machine() == "x86_64"
 TOOLS = ("readelf", "objdump")
 
 
-def output_of(*command):
-    run = subprocess.run([*command, PROGRAM], capture_output=True, text=True, timeout=60, check=True,
-                         env={**os.environ, "LC_ALL": "C"})
-    return run.stdout
+class HardeningOf:
+    """The tests of one program, whose path is in the environment."""
 
+    variable = ""
 
-@unittest.skipUnless(os.environ.get("SEALKEEPER_IS_HARDENED") == "1", "this build is not hardened")
-@unittest.skipUnless(sys.platform == "linux", "reads ELF, and the names of the GNU C library")
-@unittest.skipUnless(all(map(shutil.which, TOOLS)), "readelf and objdump, of binutils, are not here")
-class Hardening(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.dynamic_section = output_of("readelf", "--dynamic", "--wide")
-        cls.dynamic_symbols = output_of("readelf", "--dyn-syms", "--wide")
-        cls.instructions = output_of("objdump", "--disassemble", "--no-show-raw-insn")
+        super().setUpClass()
+        cls.program = os.environ[cls.variable]
+        cls.dynamic_section = cls.output_of("readelf", "--dynamic", "--wide")
+        cls.dynamic_symbols = cls.output_of("readelf", "--dyn-syms", "--wide")
+        cls.instructions = cls.output_of("objdump", "--disassemble", "--no-show-raw-insn")
+
+    @classmethod
+    def output_of(cls, *command):
+        run = subprocess.run([*command, cls.program], capture_output=True, text=True, timeout=60, check=True,
+                             env={**os.environ, "LC_ALL": "C"})
+        return run.stdout
 
     def test_position_independent_executable(self):
-        self.assertRegex(output_of("readelf", "--file-header"), r"Type:\s+DYN ")
+        self.assertRegex(self.output_of("readelf", "--file-header"), r"Type:\s+DYN ")
         self.assertRegex(self.dynamic_section, r"\(FLAGS_1\).*\bPIE\b")
 
     def test_relocations_are_read_only_and_bound_at_start(self):
-        self.assertRegex(output_of("readelf", "--segments", "--wide"), r"\n\s+GNU_RELRO\s")
+        self.assertRegex(self.output_of("readelf", "--segments", "--wide"), r"\n\s+GNU_RELRO\s")
         self.assertRegex(self.dynamic_section, r"\(FLAGS_1\).*\bNOW\b")
 
     def test_stack_cannot_be_executed(self):
-        self.assertRegex(output_of("readelf", "--segments", "--wide"), r"\n\s+GNU_STACK\s.*\sRW\s")
+        self.assertRegex(self.output_of("readelf", "--segments", "--wide"), r"\n\s+GNU_STACK\s.*\sRW\s")
 
     def test_stack_protector(self):
         self.assertRegex(self.dynamic_symbols, r"\sUND __stack_chk_fail\b")
@@ -62,6 +64,28 @@ class Hardening(unittest.TestCase):
     def test_large_stack_frames_are_probed(self):
         probe = r"sub\s+\$0x1000,%rsp\n.*\t(?:or|mov)q\s+\$0x0,(?:0x[0-9a-f]+)?\(%rsp\)"
         self.assertTrue(re.search(probe, self.instructions))
+
+
+def reads_hardened_programs(tests):
+    """Skips them where there is nothing to find, or nothing to find it with."""
+    for condition, reason in (
+        (os.environ.get("SEALKEEPER_IS_HARDENED") == "1", "this build is not hardened"),
+        (sys.platform == "linux", "reads ELF, and the names of the GNU C library"),
+        (all(map(shutil.which, TOOLS)), "readelf and objdump, of binutils, are not here"),
+    ):
+        tests = unittest.skipUnless(condition, reason)(tests)
+    return tests
+
+
+@reads_hardened_programs
+class Sealkeeper(HardeningOf, unittest.TestCase):
+    variable = "SEALKEEPER_PROGRAM"
+
+
+@reads_hardened_programs
+@unittest.skipUnless("SEALKEEPER_INSPECT" in os.environ, "this build has no companion")
+class SealkeeperInspect(HardeningOf, unittest.TestCase):
+    variable = "SEALKEEPER_INSPECT"
 
 
 if __name__ == "__main__":
