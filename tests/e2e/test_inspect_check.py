@@ -283,7 +283,7 @@ class Formats(CheckTest):
         self.put_mod()
         self.write("z.dat", b"LAST")
         _, document = self.check_json()
-        self.assertEqual(document["game"], f"{self.game}/")
+        self.assertEqual(document["gameDirectory"], f"{self.game}/")
         self.assertEqual(document["productId"], PRODUCT)
         files = [(file["path"], file["catalogue"], file["bytes"], file["code"]) for file in document["files"]]
         expected = [(path, "base.bin", len(content), 26 if path == "z.dat" else 0)

@@ -150,7 +150,7 @@ class StatusOfGenerate(CredentialsTest):
             with self.subTest(pair=pair, options=options):
                 status, report = self.report(pair, **options)
                 self.assertEqual((names(report), status), (expected, expected_status))
-                self.assertEqual(report["generate"], {"code": 0, "text": "Ok"})
+                self.assertEqual(report["generate"], {"code": 0, "result": "Ok"})
                 self.assertEqual(self.generate(pair, **options), 0)
 
     def test_files_that_the_user_must_not_read(self) -> None:

@@ -88,7 +88,7 @@ Json AdditionsJson(const CheckReport& report) {
 }  // namespace
 
 std::string CheckJson(const CheckReport& report, bool isStrict) {
-    return JsonText({{"game", report.gameDirectory},
+    return JsonText({{"gameDirectory", report.gameDirectory},
                      {"productId", report.productId},
                      {"isStrict", isStrict},
                      {"status", StatusOf(report, isStrict)},

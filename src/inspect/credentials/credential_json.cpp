@@ -85,7 +85,7 @@ std::string CredentialJson(const CredentialFacts& facts, const CredentialFinding
     report["builtIn"] = {{"authority", AuthorityJson(facts.trust.authority, now)},
                          {"revocationList", BuiltInListJson(facts.trust.revocationList, now)}};
     report["findings"] = FindingsJson(findings);
-    report["generate"] = {{"code", ResultCodeNumber(code)}, {"text", ResultCodeText(code)}};
+    report["generate"] = {{"code", ResultCodeNumber(code)}, {"result", ResultCodeText(code)}};
     report["status"] = StatusOf(findings);
     return JsonText(report);
 }

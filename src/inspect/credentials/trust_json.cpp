@@ -13,7 +13,7 @@ Json AuthorityJson(const AuthorityFacts& facts, UtcTime now) {
         AddCertificateJson(*facts.certificate, now, object);
     }
     object["sha256Fingerprint"] = facts.fingerprint;
-    object["development"] = facts.isDevelopment;
+    object["isDevelopment"] = facts.isDevelopment;
     return object;
 }
 
@@ -23,7 +23,7 @@ Json BuiltInListJson(const BuiltInListFacts& facts, UtcTime now) {
         AddListJson(*facts.list, now, object);
     }
     object["sha256Fingerprint"] = facts.fingerprint;
-    object["development"] = facts.isDevelopment;
+    object["isDevelopment"] = facts.isDevelopment;
     return object;
 }
 

@@ -17,7 +17,7 @@ json JsonOf(const CheckReport& report, bool isStrict = false) {
 
 TEST(CheckJson, HasEveryFile) {
     const json expected = json::parse(R"({
-        "game": "/game/", "productId": "TestProduct42", "isStrict": false, "status": 24,
+        "gameDirectory": "/game/", "productId": "TestProduct42", "isStrict": false, "status": 24,
         "verification": {"code": 24, "result": "FileVerificationSizeMismatch", "isComplete": true},
         "catalogues": [{"name": "base.bin", "files": 2, "code": 0, "result": "Ok"}],
         "files": [

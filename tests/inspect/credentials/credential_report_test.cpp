@@ -194,7 +194,7 @@ TEST(CredentialReport, AsJson) {
     EXPECT_EQ(report["findings"][0]["command"], "find /");
     EXPECT_FALSE(report["findings"][1].contains("code"));
     EXPECT_FALSE(report["findings"][1].contains("command"));
-    const Json generate = {{"code", 11}, {"text", "MbedTlsGenericError"}};
+    const Json generate = {{"code", 11}, {"result", "MbedTlsGenericError"}};
     EXPECT_EQ(report["generate"], generate);
     EXPECT_EQ(report["status"], 2);
 }
@@ -249,7 +249,7 @@ TEST(TrustReport, OfWhatCannotBeReadHasTheFingerprintsAlone) {
 TEST(TrustReport, AsJson) {
     const Json report = Json::parse(TrustJson(Trust(), {}, kNow));
     EXPECT_EQ(report["authority"]["sha256Fingerprint"], "AA:BB");
-    EXPECT_EQ(report["authority"]["development"], false);
+    EXPECT_EQ(report["authority"]["isDevelopment"], false);
     const Json list = {{"issuer", "CN=Authority"},
                        {"signature", "RSA with SHA-256"},
                        {"thisUpdate", "2026-12-31T00:00:00Z"},
@@ -258,7 +258,7 @@ TEST(TrustReport, AsJson) {
                        {"revokedCount", 1},
                        {"revoked", {{{"serial", "77"}, {"revokedOn", "2026-12-30T00:00:00Z"}}}},
                        {"sha256Fingerprint", "CC:DD"},
-                       {"development", true}};
+                       {"isDevelopment", true}};
     EXPECT_EQ(report["revocationList"], list);
     EXPECT_EQ(report["status"], 0);
 }
