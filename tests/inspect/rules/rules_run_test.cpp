@@ -1,0 +1,307 @@
+// The rules applied to games on disk: what is selected, where the rules stand, and the report.
+#include "inspect/rules/rules_run.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+#include "app/console_log.h"
+#include "inspect/report/console.h"
+#include "inspect/rules/lexical_path.h"
+#include "inspect/rules/rule_places.h"
+#include "inspect/rules/selection.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+std::string ConfigOf(const std::string& searchOptions) {
+    return "config_info { version = 2; }\nsearch_options {\n" + searchOptions + "\n}\n";
+}
+
+std::string PlaceText(std::size_t line, std::size_t column) {
+    return std::to_string(line) + ":" + std::to_string(column);
+}
+
+std::string PlaceText(const TextPlace& place) {
+    return PlaceText(place.line, place.column);
+}
+
+// A game in the current directory.
+class GameUnderRules : public testing::Test {
+  protected:
+    GameUnderRules() {
+        KeepLogQuiet();
+        game_.WriteFile("a", "1");
+    }
+    ~GameUnderRules() override { SendLogTo(nullptr); }
+
+    [[nodiscard]] Selection Select(const std::string& configText,
+                                   const std::string& outputName = "base") const {
+        GameWithOutputs game(game_.Path());
+        Selection selection;
+        EXPECT_EQ(SelectFiles(configText, PlanOutputs(game_.Path(), outputName), game, selection),
+                  ResultCode::Ok);
+        return selection;
+    }
+
+    [[nodiscard]] RulesReport Report(const std::string& searchOptions) const {
+        const std::string text = ConfigOf(searchOptions);
+        RulesReport report;
+        EXPECT_EQ(RunRules({"/game.cfg", text, game_.Path(), "base"}, report), ResultCode::Ok);
+        return report;
+    }
+
+    // "line:column message" of each warning.
+    [[nodiscard]] Lines Warnings(const std::string& searchOptions) const {
+        Lines lines;
+        for (const RuleWarning& warning : Report(searchOptions).warnings) {
+            lines.push_back(PlaceText(warning.line, warning.column) + " " + warning.message);
+        }
+        return lines;
+    }
+
+    test::TempDirectory game_;
+    test::ScopedCurrentDirectory inGame_{game_.Path()};
+};
+
+// "path size" of each file, sorted.
+Lines FilesOf(const Selection& selection) {
+    Lines lines;
+    for (const SelectedFile& file : selection.files) {
+        lines.push_back(LexicalPath(file.path) + " " + std::to_string(file.sizeBytes));
+    }
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+struct RefusalCase {
+    const char* name;
+    std::string text;
+    ResultCode code;
+    const char* message;
+};
+
+class Selecting : public GameUnderRules {};
+
+TEST_F(Selecting, RefusesWhatGenerateRefuses) {
+    const RefusalCase cases[] = {
+        {"empty file", "", ResultCode::InitFailedConfig,
+         "Could not load or parse the configuration file."},
+        {"no version", "search_options { include_paths = [\"a\"] }\n", ResultCode::InitFailedConfig,
+         "Unsupported config file version: 1."},
+        {"no list", ConfigOf(""), ResultCode::InitFailedConfig,
+         "Either include_paths or exclude_paths must be specified."},
+        {"both lists", ConfigOf("include_paths = [\"a\"] exclude_paths = [\"b\"]"),
+         ResultCode::InitFailedConfig,
+         "Both include_paths and exclude_paths are specified, only one is allowed."},
+        {"no match", ConfigOf("include_paths = [\"b\"]"), ResultCode::InitFailedConfig,
+         "include_paths was specified but did not match any files."},
+        {"unknown solution",
+         ConfigOf("include_paths = [\"a\"]") +
+             "runtime_configuration { anti_tamper_solution_name = \"x\" }\n",
+         ResultCode::InitFailedConfig, "anti_tamper_solution_name names no supported solution."},
+        {"nothing left",
+         ConfigOf("exclude_paths = [\"Quorvane\"] ignore_files_without_extension = true "),
+         ResultCode::CatalogueError,
+         "Cannot create an empty catalogue, at least all executables and libraries must be included."},
+    };
+    for (const RefusalCase& refused : cases) {
+        const Selection selection = Select(refused.text);
+        ASSERT_TRUE(selection.refusal.has_value()) << refused.name;
+        EXPECT_EQ(selection.refusal->code, refused.code) << refused.name;
+        EXPECT_EQ(selection.refusal->message, refused.message) << refused.name;
+    }
+}
+
+TEST_F(Selecting, RefusesWhereTheFolderOfTheOutputsCannotBe) {
+    const std::string text = ConfigOf("include_paths = [\"a\"]");
+    const auto message = [&] { return Select(text).refusal.value_or(Refusal()).message; };
+    game_.WriteFile("Quorvane", "");
+    EXPECT_EQ(message(), "Failed to create the output directory: 'Quorvane'.");
+    EXPECT_EQ(Select(text, "mod").refusal, std::nullopt) << "a mod's outputs have no folder";
+    fs::remove("Quorvane");
+    fs::create_symlink("nowhere", "Quorvane");
+    EXPECT_EQ(message(), "Failed to create the output directory: 'Quorvane'.");
+    fs::remove("Quorvane");
+    game_.WriteFile("Quorvane/Certificates", "");
+    EXPECT_EQ(message(), "Failed to create the output directory: 'Quorvane/Certificates'.");
+}
+
+TEST_F(Selecting, KeepsTheMatchesOfEachPattern) {
+    game_.WriteFile("b", "1");
+    const Selection selection = Select(ConfigOf(R"(include_paths = ["?", "c", "b"])"));
+    ASSERT_EQ(selection.matches.size(), 3U);
+    EXPECT_EQ(selection.matches[0], (PathSet{"./a", "./b"}));
+    EXPECT_EQ(selection.matches[1], PathSet{});
+    EXPECT_EQ(selection.matches[2], PathSet{"./b"});
+    EXPECT_TRUE(selection.isComplete);
+    EXPECT_EQ(selection.files.size(), 2U);
+}
+
+TEST_F(Selecting, TellsSizesThatTheWalkDoesNotLookAt) {
+    game_.WriteFile("d/e", "12345");
+    EXPECT_EQ(FilesOf(Select(ConfigOf(R"(include_paths = ["d"] exclude_size_threshold = 0;)"))),
+              Lines{"d/e 5"});
+}
+
+TEST_F(Selecting, TellsWhatIsNoRegularFile) {
+    ASSERT_EQ(mkfifo("fifo", 0600), 0);
+    const Selection selection = Select(ConfigOf(R"(include_paths = ["fifo*"])"));
+    ASSERT_EQ(selection.files.size(), 1U);
+    EXPECT_FALSE(selection.files[0].isRegular);
+}
+
+TEST_F(Selecting, TellsByWhichRulesPathsWereSkipped) {
+    game_.WriteFile(".hidden", "");
+    game_.WriteFile("x.log", "");
+    std::map<std::string, SkipRule> rules;
+    for (const SkippedPath& skipped :
+         Select(ConfigOf(R"(exclude_paths = ["Quorvane"] exclude_extensions = [".log"])"))
+             .skipped) {
+        rules.emplace(LexicalPath(skipped.path), skipped.rule);
+    }
+    EXPECT_EQ(rules, (std::map<std::string, SkipRule>{{".hidden", SkipRule::HiddenName},
+                                                      {"Quorvane", SkipRule::ExcludedPath},
+                                                      {"x.log", SkipRule::ExcludedExtension}}));
+}
+
+TEST_F(Selecting, FindsTheSettingsThatTheRunWrites) {
+    const std::string text = ConfigOf("exclude_paths = [ ]");
+    EXPECT_EQ(FilesOf(Select(text)), (Lines{"Quorvane/Certificates/runtime.conf 1108", "a 1"}));
+    EXPECT_EQ(FilesOf(Select(text, "mod")), Lines{"a 1"});
+}
+
+using RulesRun = GameUnderRules;
+
+TEST_F(RulesRun, JudgesEveryFile) {
+    game_.WriteFile("b.log", "12");
+    const RulesReport report =
+        Report(R"(exclude_paths = ["Quorvane"] exclude_extensions = [".log"])");
+    EXPECT_EQ(report.refusal, std::nullopt);
+    EXPECT_TRUE(report.warnings.empty());
+    ASSERT_EQ(report.files.size(), 2U);
+    EXPECT_EQ(report.files[0].path, "a");
+    EXPECT_EQ(report.files[0].leftOut, std::nullopt);
+    EXPECT_EQ(report.files[1].path, "b.log");
+    EXPECT_EQ(report.files[1].leftOut, LeftOutReason::ExcludedExtension);
+}
+
+TEST_F(RulesRun, SortsWarningsOfTheTextAndOfTheGameByTheirPlaces) {
+    EXPECT_EQ(Warnings("include_paths = [\"b\", \"./a\", \"c\"]\nunknown = 1;"),
+              (Lines{"3:19 The pattern 'b' matches nothing.",
+                     "3:24 The pattern './a' has a directory '.' or an empty one in it, which the "
+                     "paths in the catalogue then have as well.",
+                     "3:31 The pattern 'c' matches nothing.",
+                     "4:1 'unknown' is no key that the tool knows in 'search_options', so it is "
+                     "ignored."}));
+}
+
+TEST_F(RulesRun, HasNoFilesWhereTheRulesAreRefused) {
+    const RulesReport report = Report("");
+    ASSERT_TRUE(report.refusal.has_value());
+    EXPECT_EQ(report.refusal->code, ResultCode::InitFailedConfig);
+    EXPECT_TRUE(report.files.empty());
+    EXPECT_EQ(report.warnings.size(), 1U);
+}
+
+TEST_F(RulesRun, HasTheFilesWhereOneOfThemEndsGenerate) {
+    const std::string deep = std::string(200, 'x') + "/" + std::string(55, 'y');
+    game_.WriteFile(deep, "");
+    const RulesReport report = Report(R"(include_paths = ["a", "x*"])");
+    ASSERT_TRUE(report.refusal.has_value());
+    EXPECT_EQ(report.refusal->code, ResultCode::CatalogueError);
+    EXPECT_EQ(report.refusal->message, "Path too long for the catalogue: './" + deep + "'.");
+    EXPECT_EQ(report.files.size(), 2U);
+}
+
+// The second run finds what the first has written.
+class ForeseenSecondRun : public GameUnderRules {
+  protected:
+    static constexpr const char* kNothing = "matches nothing.";
+
+    // Whether the pattern "out/Certificates/base.bin" is said to match nothing.
+    [[nodiscard]] bool IsUnmatched() const {
+        const Lines warnings = Warnings(R"(include_paths = ["a", "out/Certificates/base.bin"])");
+        return std::any_of(warnings.begin(), warnings.end(),
+                           [](const std::string& line) { return line.ends_with(kNothing); });
+    }
+};
+
+TEST_F(ForeseenSecondRun, SealsTheOutputsOfTheFirst) {
+    EXPECT_EQ(Warnings("exclude_paths = [ ]"),
+              Lines{"3:17 A second run seals 'Quorvane/Certificates/base.bin' and "
+                    "'Quorvane/Certificates/base.cer' as the first has written them, and then "
+                    "replaces them: verify fails."});
+}
+
+TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheFolderOfTheOutputs) {
+    fs::create_directory("out");
+    EXPECT_TRUE(IsUnmatched()) << "before there is a link";
+    fs::create_directory_symlink("out", "Quorvane");
+    EXPECT_FALSE(IsUnmatched());
+}
+
+TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheInnerFolder) {
+    fs::create_directories("out/Certificates");
+    fs::create_directory("Quorvane");
+    EXPECT_TRUE(IsUnmatched()) << "before there is a link";
+    fs::create_directory_symlink("../out/Certificates", "Quorvane/Certificates");
+    EXPECT_FALSE(IsUnmatched());
+}
+
+RulePlaces PlacesIn(const std::string& text) {
+    ConfigDocument document;
+    ConfigOutline outline;
+    EXPECT_TRUE(OutlineConfigText(text, document, outline));
+    return PlacesOfRules(text, outline);
+}
+
+TEST(RulePlacesOfAText, ArePatternsOfTheListInUseInTheirOrder) {
+    const RulePlaces places = PlacesIn(
+        ConfigOf("include_paths = [\"a\",\n\"b\"]\nother = [\"x\"]\ninclude_paths = [\"c\"]"));
+    EXPECT_EQ(places.patternKey, "include_paths");
+    EXPECT_EQ(PlaceText(places.patternList), "3:17");
+    ASSERT_EQ(places.patterns.size(), 3U);
+    EXPECT_EQ(PlaceText(places.patterns[0]), "3:19");
+    EXPECT_EQ(PlaceText(places.patterns[1]), "4:2");
+    EXPECT_EQ(PlaceText(places.patterns[2]), "6:19");
+}
+
+TEST(RulePlacesOfAText, AreOfTheExcludesWhereThatIsAList) {
+    const RulePlaces excludes =
+        PlacesIn(ConfigOf("include_paths = \"a\"\nexclude_paths = [\"b\"]"));
+    EXPECT_EQ(excludes.patternKey, "exclude_paths");
+    EXPECT_EQ(PlaceText(excludes.patternList), "4:17");
+    EXPECT_EQ(excludes.patterns.size(), 1U);
+    EXPECT_EQ(PlacesIn(ConfigOf("exclude_paths = 1;\ninclude_paths = [\"b\"]")).patternKey,
+              "include_paths");
+}
+
+TEST(RulePlacesOfAText, AreOfOtherSectionsNever) {
+    EXPECT_TRUE(PlacesIn("s { include_paths = [\"a\"] }\n").patterns.empty());
+}
+
+TEST(RulePlacesOfAText, AreThoseOfExtensionsAliasesAndThreshold) {
+    const RulePlaces places =
+        PlacesIn(ConfigOf("exclude_extensions = [\".a\", \".b\", \".a\"]\n"
+                          "alias_paths = ( [\"x\\y\", \"z\"], [\"w\", \"v\"] )\n"
+                          "exclude_size_threshold = 1;\nexclude_size_threshold = 2;"));
+    ASSERT_EQ(places.extensions.size(), 2U);
+    EXPECT_EQ(PlaceText(places.extensions.at(".a")), "3:24") << "the first of two";
+    ASSERT_EQ(places.aliases.size(), 2U);
+    EXPECT_EQ(PlaceText(places.aliases.at("x/y")), "4:19") << "as the tool stores it";
+    EXPECT_EQ(PlaceText(places.aliases.at("w")), "4:33");
+    ASSERT_TRUE(places.sizeThreshold.has_value());
+    EXPECT_EQ(PlaceText(*places.sizeThreshold), "6:26") << "the last, which holds";
+    EXPECT_EQ(PlacesIn(ConfigOf("exclude_size_threshold = \"1\"")).sizeThreshold, std::nullopt);
+}
+
+}  // namespace
+}  // namespace sealkeeper

@@ -1,0 +1,342 @@
+// What is said of a selection, each warning for itself.
+#include "inspect/rules/selection_lint.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "inspect/rules/path_way.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace fs = std::filesystem;
+using Paths = std::vector<std::string>;
+
+// What a rule is asked about, to be filled by each test.
+struct Subject {
+    Selection selection;
+    Selection second;
+    PlannedOutputs outputs;
+    RulePlaces places;
+    std::vector<JudgedFile> files;
+
+    // Patterns on a line each, and what they match, without "./".
+    void Match(const std::vector<std::pair<std::string, Paths>>& patterns,
+               bool areIncludes = true) {
+        CatalogueConfig& config = selection.config;
+        for (const auto& [pattern, matched] : patterns) {
+            (areIncludes ? config.includePaths : config.excludePaths).push_back(pattern);
+            PathSet paths;
+            for (const std::string& path : matched) {
+                paths.insert("./" + path);
+            }
+            selection.matches.push_back(paths);
+            places.patterns.push_back({places.patterns.size() + 1, 1});
+        }
+        second.config = config;
+        second.matches = selection.matches;
+    }
+
+    void Select(const Paths& paths) {
+        for (const std::string& path : paths) {
+            selection.files.push_back({"./" + path});
+        }
+    }
+
+    void LeaveOut(LeftOutReason reason, const std::string& path, std::uint64_t sizeBytes = 0) {
+        files.push_back({path, sizeBytes, reason});
+    }
+
+    void Seal(const std::string& path) { files.push_back({path, 0, std::nullopt}); }
+};
+
+// "line message / cure" of each warning, the line where it has one.
+Paths Told(void (*rule)(const LintSubject&, RuleWarnings&), const Subject& subject) {
+    RuleWarnings warnings;
+    rule({subject.selection, subject.second, subject.outputs, subject.places, subject.files},
+         warnings);
+    Paths told;
+    for (const RuleWarning& warning : warnings) {
+        told.push_back((warning.line == 0 ? "" : std::to_string(warning.line) + " ") +
+                       warning.message + " / " + warning.cure);
+    }
+    return told;
+}
+
+TEST(UnmatchedPatterns, AreSaidToSealNothing) {
+    Subject subject;
+    subject.Match({{"a", {"a"}}, {"b", {}}});
+    EXPECT_EQ(Told(LintUnmatchedPatterns, subject),
+              Paths{"2 The pattern 'b' matches nothing. / Correct it or take it out: what it was "
+                    "meant for is not sealed."});
+}
+
+TEST(UnmatchedPatterns, AreSaidToExcludeNothing) {
+    Subject subject;
+    subject.Match({{"b*", {}}}, false);
+    EXPECT_EQ(Told(LintUnmatchedPatterns, subject),
+              Paths{"1 The pattern 'b*' matches nothing. / Correct it or take it out: what it was "
+                    "meant for is sealed."});
+}
+
+TEST(UnmatchedPatterns, AreNoneWhereTheSecondRunFindsSomething) {
+    Subject subject;
+    subject.Match({{"out/base.bin", {}}});
+    subject.second.matches[0] = {"./out/base.bin"};
+    EXPECT_EQ(Told(LintUnmatchedPatterns, subject), Paths{});
+}
+
+TEST(LeavingPatterns, AreToldByThemselvesAndByWhatTheyMatch) {
+    Subject subject;
+    subject.Match({{"../x", {}}, {"a\\..\\..\\x", {}}, {".*", {"..", ".a"}}, {"a/../b", {"b"}}});
+    const auto told = [](const std::string& pattern) {
+        return pattern.substr(0, 2) + "The pattern '" + pattern.substr(2) +
+               "' leads out of the game directory by '..'. / Name files of the game alone: on "
+               "another machine there is something else beside it.";
+    };
+    EXPECT_EQ(Told(LintLeavingPatterns, subject),
+              (Paths{told("1 ../x"), told("2 a\\..\\..\\x"), told("3 .*")}));
+}
+
+// Links in a game, and a file beside it.
+class LinksOutOfGame : public testing::Test {
+  protected:
+    LinksOutOfGame() {
+        directory_.WriteFile("beside/x", "1");
+        directory_.WriteFile("game/real/y", "1");
+        fs::create_directory_symlink(directory_ / "beside", directory_ / "game/out");
+        fs::create_directory_symlink("../beside", directory_ / "game/relative");
+        fs::create_directory_symlink(directory_ / "game/real", directory_ / "game/inside");
+        fs::create_directory_symlink("out", directory_ / "game/twice");
+        // Its path begins as that of the game does.
+        directory_.WriteFile("game2/z", "1");
+        fs::create_directory_symlink("../game2", directory_ / "game/neighbour");
+        here_.emplace(directory_ / "game");
+    }
+
+    test::TempDirectory directory_;
+    std::optional<test::ScopedCurrentDirectory> here_;
+};
+
+TEST_F(LinksOutOfGame, AreFoundOnTheWayOfAPath) {
+    EXPECT_EQ(LinkOutOfGame("out"), "out");
+    EXPECT_EQ(LinkOutOfGame("out/x"), "out");
+    EXPECT_EQ(LinkOutOfGame("relative/x"), "relative");
+    EXPECT_EQ(LinkOutOfGame("twice/x"), "twice");
+    EXPECT_EQ(LinkOutOfGame("neighbour/z"), "neighbour");
+    EXPECT_EQ(LinkOutOfGame("inside/y"), std::nullopt);
+    EXPECT_EQ(LinkOutOfGame("real/y"), std::nullopt);
+    EXPECT_EQ(LinkOutOfGame("missing/y"), std::nullopt);
+    EXPECT_EQ(LinkOutOfGame(""), std::nullopt) << "the game directory itself";
+}
+
+TEST_F(LinksOutOfGame, AreToldOncePerPattern) {
+    Subject subject;
+    subject.Match(
+        {{"real", {"real"}}, {"*/?", {"out/x", "real/y", "relative/x"}}, {"../x", {"../x"}}});
+    EXPECT_EQ(Told(LintLinksOutOfGame, subject),
+              Paths{"2 The pattern '*/?' leads out of the game directory by the links 'out' and "
+                    "'relative'. / Ship files in place of links: on another machine there is "
+                    "something else where they lead."});
+}
+
+TEST_F(LinksOutOfGame, MayBeExcluded) {
+    Subject subject;
+    subject.Match({{"out", {"out"}}}, false);
+    EXPECT_EQ(Told(LintLinksOutOfGame, subject), Paths{});
+}
+
+TEST(RepeatedFiles, AreToldAtTheLastPatternThatLeadsToThem) {
+    Subject subject;
+    subject.Match({{"bin", {"bin"}}, {"other", {"other"}}, {"bin/*", {"bin/a", "bin/./b"}}});
+    subject.Select({"bin/a", "bin/a", "bin//b", "bin/./b", "bin/c", "other"});
+    EXPECT_EQ(Told(LintRepeatedFiles, subject),
+              Paths{"3 'bin/a' and 'bin/b' are sealed more than once, because several paths lead "
+                    "there: by 'bin' and 'bin/*'. / Keep one of the patterns: each listing is "
+                    "hashed and verified for itself."});
+}
+
+TEST(RepeatedFiles, MayComeOfTheWholeGame) {
+    Subject subject;
+    subject.Match({{".", {"."}}, {"a", {"a"}}});
+    subject.Select({"./a", "a"});
+    EXPECT_EQ(Told(LintRepeatedFiles, subject),
+              Paths{"2 'a' is sealed more than once, because several paths lead there: by '.' and "
+                    "'a'. / Keep one of the patterns: each listing is hashed and verified for "
+                    "itself."});
+}
+
+TEST(ExtensionCase, IsToldWhereAnotherOneWouldLeaveSomethingOut) {
+    Subject subject;
+    subject.selection.config.excludedExtensions = {".LOG", ".tmp", ".Pdb", ".none"};
+    subject.places.extensions = {{".LOG", {7, 1}}};
+    subject.Seal("a.log");
+    subject.Seal("b.TMP");
+    subject.LeaveOut(LeftOutReason::ExcludedExtension, "b.tmp");
+    subject.LeaveOut(LeftOutReason::Hidden, ".x/a.pdb");
+    EXPECT_EQ(Told(LintExtensionCase, subject),
+              Paths{"7 The extension '.LOG' leaves nothing out, and '.log' files are sealed: "
+                    "letter case counts. / Write \".log\"."});
+}
+
+// The outputs of a run, and a second one that selects some of them.
+Subject OutputsSelected(const Paths& selected) {
+    Subject subject;
+    subject.outputs.catalogue = "Q/base.bin";
+    subject.outputs.certificateCopy = "Q/base.cer";
+    subject.outputs.runtimeConfiguration = "Q/runtime.conf";
+    subject.places.patternList = {9, 1};
+    subject.places.patternKey = "exclude_paths";
+    for (const std::string& path : selected) {
+        subject.second.files.push_back({"./" + path});
+    }
+    return subject;
+}
+
+TEST(OwnOutputs, AreToldAtTheListOfExcludes) {
+    EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"Q/base.bin", "Q/base.cer", "a"})),
+              Paths{"9 A second run seals 'Q/base.bin' and 'Q/base.cer' as the first has written "
+                    "them, and then replaces them: verify fails. / Add \"Q\" to exclude_paths."});
+    EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"Q/base.cer", "Q/runtime.conf"})),
+              Paths{"9 A second run seals 'Q/base.cer' as the first has written it, and then "
+                    "replaces it: verify fails. / Add \"Q\" to exclude_paths."});
+}
+
+TEST(OwnOutputs, MayBeTheSettingsAlone) {
+    EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"Q/runtime.conf"})),
+              Paths{"9 A run seals 'Q/runtime.conf', which it writes itself and which has a "
+                    "signature of its own. / Add \"Q\" to exclude_paths."});
+}
+
+TEST(OwnOutputs, AreNotOtherFilesOfTheirNames) {
+    EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"base.bin", "Q/Q/base.cer"})), Paths{});
+}
+
+TEST(OwnOutputs, AreToldAtTheIncludePatternThatLeadsToThem) {
+    Subject subject = OutputsSelected({"Q/base.bin"});
+    subject.places.patternKey = "include_paths";
+    subject.Match({{"a", {"a"}}, {"Q/b*", {"Q/base.bin"}}, {"Q", {"Q"}}});
+    EXPECT_EQ(Told(LintOwnOutputs, subject),
+              Paths{"2 A second run seals 'Q/base.bin' as the first has written it, and then "
+                    "replaces it: verify fails. / Write in include_paths what to hash, and "
+                    "nothing that takes in \"Q\"."});
+}
+
+TEST(ImpossibleNames, AreNoUtf8OrTooLong) {
+    Subject subject;
+    subject.Select({"a\xFF", "b\xFE", "b\xFE", std::string(255, 'x'), std::string(256, 'y')});
+    EXPECT_EQ(
+        Told(LintImpossibleNames, subject),
+        (Paths{"'a\xFF' and 'b\xFE' are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in "
+               "their place, and verify fails. / Rename it, or leave it out.",
+               "'" + std::string(256, 'y') +
+                   "' is longer than the 255 UTF-16 units that a catalogue has room for: generate "
+                   "fails at it. / Shorten its names, or leave it out."}));
+}
+
+TEST(Backslashes, AreToldOfNamesOnDisk) {
+    Subject subject;
+    subject.Select({"a\\b", "c/d"});
+    EXPECT_EQ(Told(LintBackslashes, subject),
+              Paths{"'a\\b' has a backslash, which the catalogue holds as a slash: verify looks "
+                    "for another file and fails. / Rename it, or leave it out."});
+}
+
+TEST(LetterCase, IsToldOfEachGroup) {
+    Subject subject;
+    subject.Select({"B", "a", "A", "b", "c", "c"});
+    const std::string rest =
+        " differ in letter case alone. / Rename one: where file systems ignore letter case, only "
+        "one of them can be installed, and verify fails for the other.";
+    EXPECT_EQ(Told(LintLetterCase, subject), (Paths{"'A' and 'a'" + rest, "'B' and 'b'" + rest}));
+}
+
+TEST(UnhashableFiles, AreNoRegularOnes) {
+    Subject subject;
+    subject.selection.files = {{"./a"}, {"./fifo", 0, false}};
+    EXPECT_EQ(Told(LintUnhashableFiles, subject),
+              Paths{"'fifo' is no regular file: the catalogue lists it as an empty one, and verify "
+                    "fails. / Write a pattern that does not take it in."});
+}
+
+TEST(Aliases, AreToldWithHowManyPathsTheyChange) {
+    Subject subject;
+    subject.selection.config.pathAliases = {{"Bin", "b"}, {"Data", "d"}, {"DataX", "x"}};
+    subject.places.aliases = {{"Bin", {5, 1}}, {"Data", {6, 1}}, {"DataX", {7, 1}}};
+    subject.Select({"DataX/1", "Data/2", "e"});
+    const std::string useless =
+        "' stands in no sealed path that an alias before it does not take. / Correct it or take it "
+        "out.";
+    EXPECT_EQ(Told(LintAliases, subject),
+              (Paths{"5 The alias 'Bin" + useless,
+                     "6 The alias 'Data' changes the stored paths of 2 files: verify looks for "
+                     "them by what is stored, finds none, and fails for good. / Take it out, "
+                     "unless these files are checked by a client that knows aliases and never by "
+                     "verify.",
+                     "7 The alias 'DataX" + useless}));
+}
+
+TEST(LargeFiles, AreToldWithTheLargest) {
+    Subject subject;
+    subject.selection.config.sizeThresholdBytes = 10'000'000;
+    subject.places.sizeThreshold = TextPlace{4, 1};
+    subject.LeaveOut(LeftOutReason::TooLarge, "a", 11'000'000);
+    subject.LeaveOut(LeftOutReason::TooLarge, "b", 12'000'000);
+    subject.LeaveOut(LeftOutReason::Hidden, "c", 13'000'000);
+    EXPECT_EQ(
+        Told(LintLargeFiles, subject),
+        Paths{"4 2 files above the size threshold of 10.0 MB are left out without a word, the "
+              "largest 'b' with 12.0 MB. / Raise exclude_size_threshold, or name the file "
+              "itself in include_paths: what is left out can be changed by anybody."});
+    subject.places.sizeThreshold.reset();
+    EXPECT_TRUE(Told(LintLargeFiles, subject).at(0).starts_with("2 files")) << "without a place";
+    subject.selection.config.sizeThresholdBytes = static_cast<std::uint64_t>(-1'000'000);
+    EXPECT_EQ(Told(LintLargeFiles, subject), Paths{}) << "told of where it is read";
+}
+
+TEST(Links, AreToldTogetherWithThoseToNothing) {
+    Subject subject;
+    subject.LeaveOut(LeftOutReason::DanglingLink, "b");
+    subject.LeaveOut(LeftOutReason::Link, "a");
+    subject.Seal("c");
+    EXPECT_EQ(Told(LintLinks, subject),
+              Paths{"'a' and 'b' are links and left out: a walk neither follows nor seals links. / "
+                    "Ship files in place of links."});
+}
+
+TEST(UnlistableDirectories, AreTold) {
+    Subject subject;
+    subject.LeaveOut(LeftOutReason::Unlistable, "a");
+    subject.LeaveOut(LeftOutReason::Unlistable, "b");
+    EXPECT_EQ(Told(LintUnlistableDirectories, subject),
+              Paths{"'a' and 'b' cannot be read, so nothing in them is sealed. / Give this user "
+                    "the right to read it, or exclude it if that is meant."});
+}
+
+TEST(SelectionLint, AsksEveryRule) {
+    const test::TempDirectory directory;
+    fs::create_directory(directory / "game");
+    fs::create_symlink("../game", directory / "beside");
+    const test::ScopedCurrentDirectory here(directory / "game");
+    fs::create_directory_symlink("..", "out");
+    Subject subject = OutputsSelected({"Q/base.bin"});
+    subject.Match({{"b", {}}, {"../x", {"../x"}}, {"out", {"out"}}});
+    subject.Select({"a", "a", "A", "c\\d", "\xFF"});
+    subject.selection.files.push_back({"./fifo", 0, false});
+    subject.selection.config.excludedExtensions = {".LOG"};
+    subject.selection.config.pathAliases = {{"n", "m"}};
+    subject.Seal("a.log");
+    subject.LeaveOut(LeftOutReason::TooLarge, "big", 1);
+    subject.LeaveOut(LeftOutReason::Link, "link");
+    subject.LeaveOut(LeftOutReason::Unlistable, "closed");
+    constexpr std::size_t kRules = 14;
+    EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.places,
+                             subject.files})
+                  .size(),
+              kRules);
+}
+
+}  // namespace
+}  // namespace sealkeeper
