@@ -18,9 +18,11 @@ std::string Written(const std::string& text, const std::string& marked) {
     return output.Take();
 }
 
-// Nothing of the text is the program's own.
+// Nothing of the text is the program's own. As a string it is escaped alike.
 std::string Shown(const std::string& text) {
-    return Written(text, text);
+    std::string written = Written(text, text);
+    EXPECT_EQ(EscapeControls(text), written);
+    return written;
 }
 
 TEST(TerminalText, EveryAsciiControlCharacterIsEscaped) {

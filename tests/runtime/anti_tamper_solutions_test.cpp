@@ -72,6 +72,27 @@ TEST(AntiTamperSolutions, UnknownNameListsTheTable) {
     }
 }
 
+// The solutions found in a text, each with the place of its name: "3@0 6@11".
+std::string FoundIn(const std::string& text) {
+    std::string found;
+    for (const NamedSolution& named : FindAntiTamperSolutions(text)) {
+        found += (found.empty() ? "" : " ") + std::to_string(named.solution) + "@" +
+                 std::to_string(named.offset);
+    }
+    return found;
+}
+
+TEST(AntiTamperSolutions, EveryNameInATextWithItsPlace) {
+    CapturedOutput output;
+    EXPECT_EQ(FoundIn("VMProtect, denuvo"), "3@11 6@0");
+    EXPECT_EQ(FoundIn("DDenuvo Denuvo"), "3@1");
+    EXPECT_EQ(FoundIn("xxAppSign"), "8@2");
+    EXPECT_EQ(FoundIn("Nonexistent"), "0@0");
+    EXPECT_EQ(FoundIn("AppSig"), "");
+    EXPECT_EQ(FoundIn(""), "");
+    EXPECT_EQ(output.Take(), "");
+}
+
 TEST(AntiTamperSolutions, NameOfANumber) {
     const std::vector<std::string> names = {"None",      "Generic",   "Arxan",
                                             "Denuvo",    "Themida",   "StarForce",
@@ -81,6 +102,8 @@ TEST(AntiTamperSolutions, NameOfANumber) {
         EXPECT_EQ(AntiTamperSolutionName(number), names[number]);
     }
     EXPECT_EQ(output.Take(), "");
+    const auto all = AntiTamperSolutionNames();
+    EXPECT_EQ(std::vector<std::string>(all.begin(), all.end()), names);
 }
 
 TEST(AntiTamperSolutions, NumberOutsideTheTable) {
