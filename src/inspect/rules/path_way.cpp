@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <cstddef>
 
-#include "inspect/rules/lexical_path.h"
+#include "inspect/tree/lexical_path.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 

@@ -143,7 +143,7 @@ void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
                 subject.places.patterns.at(i),
                 "The pattern '" + config.includePaths[i] + "' leads out of the game directory by " +
                     ByNumber(links.size(), "the link ", "the links ") +
-                    Quoted({links.begin(), links.end()}) + ".",
+                    QuotedNameList({links.begin(), links.end()}, kMostNamed) + ".",
                 "Ship files in place of links: on another machine there is something else where they lead."));
         }
     }

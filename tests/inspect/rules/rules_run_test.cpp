@@ -10,7 +10,7 @@
 
 #include "app/console_log.h"
 #include "inspect/report/console.h"
-#include "inspect/rules/lexical_path.h"
+#include "inspect/tree/lexical_path.h"
 #include "inspect/rules/rule_places.h"
 #include "inspect/rules/selection.h"
 #include "support/temp_directory.h"
