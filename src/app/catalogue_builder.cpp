@@ -8,6 +8,7 @@
 #include "app/catalogue_output.h"
 #include "app/console_log.h"
 #include "config/catalogue_rules.h"
+#include "config/config_names.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 #include "platform/text_encoding.h"
@@ -57,8 +58,7 @@ ResultCode CatalogueBuilder::MakeCatalogue() {
         return code;
     }
     if (files_.empty()) {
-        Log(LogLevel::Error,
-            "Cannot create an empty catalogue, at least all executables and libraries must be included.");
+        Log(LogLevel::Error, kEmptyCatalogueText);
         return ResultCode::CatalogueError;
     }
     return CreateCatalogueFile(paths_, options_.signingMaterial, catalogue_, std::move(files_),
@@ -89,7 +89,7 @@ ResultCode CatalogueBuilder::RequireConvertibleNames() const {
 
 // The patterns are expanded in the game directory, so the change into it comes first.
 ResultCode CatalogueBuilder::SetUpCollector() {
-    std::string sectionName = "search_options";
+    std::string sectionName = kSearchSection;
     const ResultCode code =
         collector_.ApplyCatalogueRules(options_.configDocument.GetSection(sectionName));
     if (code != ResultCode::Ok) {

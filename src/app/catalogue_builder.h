@@ -16,6 +16,10 @@
 
 namespace sealkeeper {
 
+// Said where the rules leave no file.
+inline constexpr const char* kEmptyCatalogueText =
+    "Cannot create an empty catalogue, at least all executables and libraries must be included.";
+
 class CatalogueBuilder {
   public:
     // `gameDirectory` is absolute and ends in '/'. All references must outlive the builder.

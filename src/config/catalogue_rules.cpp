@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "app/console_log.h"
+#include "config/config_names.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
@@ -15,15 +16,6 @@ constexpr std::int64_t kImpliedConfigVersion = 1;
 
 constexpr std::uint64_t kRecommendedMaximumMegabytes = 1024;
 constexpr std::uint64_t kRecommendedMinimumMegabytes = 10;
-
-constexpr const char* kVersionKey = "version";
-constexpr const char* kIncludePathsKey = "include_paths";
-constexpr const char* kExcludePathsKey = "exclude_paths";
-constexpr const char* kExcludeExtensionsKey = "exclude_extensions";
-constexpr const char* kSizeThresholdKey = "exclude_size_threshold";
-constexpr const char* kAliasPathsKey = "alias_paths";
-constexpr const char* kIgnoreWithoutExtensionKey = "ignore_files_without_extension";
-constexpr const char* kWorkingDirectoryKey = "working_directory";
 
 void WarnOfUnusualSizeThreshold(ConfigSection& options) {
     if (!options.integers.Has(kSizeThresholdKey)) {
@@ -98,7 +90,7 @@ ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document)
 }
 
 ResultCode CheckDocumentVersion(ConfigDocument& document) {
-    std::string sectionName = "config_info";
+    std::string sectionName = kInfoSection;
     ConfigSection& info = document.GetSection(sectionName);
     const std::int64_t version =
         info.integers.Has(kVersionKey) ? info.integers.Get(kVersionKey) : kImpliedConfigVersion;

@@ -5,16 +5,13 @@
 #include <string>
 
 #include "app/console_log.h"
+#include "config/config_names.h"
 #include "runtime/anti_tamper_solutions.h"
 
 namespace sealkeeper {
 namespace {
 
 constexpr std::uint32_t kDefaultMaxActiveInstances = 1;
-
-constexpr const char* kMaxInstancesKey = "max_active_game_instances";
-constexpr const char* kAntiTamperKey = "anti_tamper_solution_name";
-constexpr const char* kCrashReporterKey = "crash_reporter_name";
 
 // A longer name is cut to the field and then has no terminating zero.
 void StoreCrashReporterName(const std::string& name, RuntimeConfiguration& configuration) {
@@ -27,7 +24,7 @@ void StoreCrashReporterName(const std::string& name, RuntimeConfiguration& confi
 }  // namespace
 
 bool LoadRuntimeSettings(RuntimeConfiguration& configuration, ConfigDocument& document) {
-    std::string sectionName = "runtime_configuration";
+    std::string sectionName = kRuntimeSection;
     ConfigSection& section = document.GetSection(sectionName);
     configuration.version = kRuntimeConfigurationVersion;
     // The low 32 bits, so that -1 stands for the largest number.

@@ -26,7 +26,7 @@ ALLOWED = {
     "inspect/rules": {"inspect/rules", "inspect/command_line", "inspect/lint", "inspect/report", "inspect/tree", "app",
                       "catalogue", "runtime", "config", "platform"},
     "inspect/show": {"inspect/show", "inspect/command_line", "inspect/report", "inspect/x509", "app", "catalogue",
-                     "catalogue/hashing", "catalogue/lzw", "runtime", "platform"},
+                     "catalogue/hashing", "catalogue/lzw", "runtime", "config", "platform"},
     "inspect/tree": {"inspect/tree", "platform"},
     "inspect/x509": {"inspect/x509", "inspect/report", "runtime", "platform"},
     "inspect": {"inspect", "inspect/check", "inspect/command_line", "inspect/credentials", "inspect/report",

@@ -1,5 +1,6 @@
 #include <set>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
@@ -25,7 +26,7 @@ void LintAliasPart(const OutlinedText& part, LintFindings& findings) {
 void LintAliases(const LintedText& linted, LintFindings& findings) {
     std::set<std::string> names;
     for (const OutlinedValue* table :
-         ValuesOfKind(linted, kSearchSection, kAliasPaths, ConfigValueKind::PairTable)) {
+         ValuesOfKind(linted, kSearchSection, kAliasPathsKey, ConfigValueKind::PairTable)) {
         for (std::size_t i = 0; i < table->texts.size(); ++i) {
             const OutlinedText& part = table->texts[i];
             LintAliasPart(part, findings);

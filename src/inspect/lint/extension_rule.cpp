@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
@@ -52,7 +53,8 @@ void LintExtension(const OutlinedText& extension, LintFindings& findings) {
 }  // namespace
 
 void LintExtensions(const LintedText& linted, LintFindings& findings) {
-    for (const OutlinedText& extension : ElementsOf(linted, kSearchSection, kExcludeExtensions)) {
+    for (const OutlinedText& extension :
+         ElementsOf(linted, kSearchSection, kExcludeExtensionsKey)) {
         LintExtension(extension, findings);
     }
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "config/config_names.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -10,17 +12,17 @@ constexpr std::array<std::string_view, 3> kSections = {kInfoSection, kSearchSect
                                                        kRuntimeSection};
 
 constexpr std::array<KnownKey, 11> kKeys = {{
-    {kInfoSection, kVersion, ConfigValueKind::Number, "2;"},
-    {kSearchSection, kIncludePaths, ConfigValueKind::List, R"(["Content"])"},
-    {kSearchSection, kExcludePaths, ConfigValueKind::List, R"(["Saved"])"},
-    {kSearchSection, kExcludeExtensions, ConfigValueKind::List, R"([".pdb"])"},
-    {kSearchSection, kSizeThreshold, ConfigValueKind::Number, "1024;"},
-    {kSearchSection, kIgnoreWithoutExtension, ConfigValueKind::Flag, "true"},
-    {kSearchSection, kAliasPaths, ConfigValueKind::PairTable, R"(( ["Old", "New"] );)"},
-    {kSearchSection, kWorkingDirectory, ConfigValueKind::String, ""},
-    {kRuntimeSection, kMaxInstances, ConfigValueKind::Number, "1;"},
-    {kRuntimeSection, kAntiTamper, ConfigValueKind::String, R"("Generic")"},
-    {kRuntimeSection, kCrashReporter, ConfigValueKind::String, R"("CrashReporter")"},
+    {kInfoSection, kVersionKey, ConfigValueKind::Number, "2;"},
+    {kSearchSection, kIncludePathsKey, ConfigValueKind::List, R"(["Content"])"},
+    {kSearchSection, kExcludePathsKey, ConfigValueKind::List, R"(["Saved"])"},
+    {kSearchSection, kExcludeExtensionsKey, ConfigValueKind::List, R"([".pdb"])"},
+    {kSearchSection, kSizeThresholdKey, ConfigValueKind::Number, "1024;"},
+    {kSearchSection, kIgnoreWithoutExtensionKey, ConfigValueKind::Flag, "true"},
+    {kSearchSection, kAliasPathsKey, ConfigValueKind::PairTable, R"(( ["Old", "New"] );)"},
+    {kSearchSection, kWorkingDirectoryKey, ConfigValueKind::String, ""},
+    {kRuntimeSection, kMaxInstancesKey, ConfigValueKind::Number, "1;"},
+    {kRuntimeSection, kAntiTamperKey, ConfigValueKind::String, R"("Generic")"},
+    {kRuntimeSection, kCrashReporterKey, ConfigValueKind::String, R"("CrashReporter")"},
 }};
 
 }  // namespace
@@ -47,7 +49,7 @@ std::vector<std::string> KnownSectionNames() {
 std::vector<std::string> KnownKeyNames(std::string_view section) {
     std::vector<std::string> names;
     for (const KnownKey& key : kKeys) {
-        if (key.section == section && key.name != kWorkingDirectory) {
+        if (key.section == section && key.name != kWorkingDirectoryKey) {
             names.emplace_back(key.name);
         }
     }

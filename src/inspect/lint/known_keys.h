@@ -10,23 +10,6 @@
 
 namespace sealkeeper {
 
-inline constexpr std::string_view kInfoSection = "config_info";
-inline constexpr std::string_view kSearchSection = "search_options";
-inline constexpr std::string_view kRuntimeSection = "runtime_configuration";
-
-inline constexpr std::string_view kVersion = "version";
-inline constexpr std::string_view kIncludePaths = "include_paths";
-inline constexpr std::string_view kExcludePaths = "exclude_paths";
-inline constexpr std::string_view kExcludeExtensions = "exclude_extensions";
-inline constexpr std::string_view kSizeThreshold = "exclude_size_threshold";
-inline constexpr std::string_view kIgnoreWithoutExtension = "ignore_files_without_extension";
-inline constexpr std::string_view kAliasPaths = "alias_paths";
-// Known, so that it can be refused.
-inline constexpr std::string_view kWorkingDirectory = "working_directory";
-inline constexpr std::string_view kMaxInstances = "max_active_game_instances";
-inline constexpr std::string_view kAntiTamper = "anti_tamper_solution_name";
-inline constexpr std::string_view kCrashReporter = "crash_reporter_name";
-
 struct KnownKey {
     std::string_view section;
     std::string_view name;

@@ -1,6 +1,7 @@
 // Lists and tables of pairs, which end at the first closing bracket, quoted or not.
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/bracketed_value.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
@@ -10,7 +11,7 @@ namespace sealkeeper {
 namespace {
 
 std::string BracketCure(const BracketedValue& list) {
-    const bool isPattern = list.KeyName() == kIncludePaths || list.KeyName() == kExcludePaths;
+    const bool isPattern = list.KeyName() == kIncludePathsKey || list.KeyName() == kExcludePathsKey;
     if (isPattern) {
         return "Write '?' in place of each bracket, which stands for any one character.";
     }

@@ -3,6 +3,7 @@
 #include <limits>
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
@@ -38,15 +39,15 @@ std::uint64_t WrittenNumber(std::string_view digits) {
 
 bool IsWrapped(const LintedText& linted, const OutlinedValue& value, std::string_view key) {
     // The one that the tool stores without a sign.
-    const std::uint64_t largest = key == kMaxInstances ? kLargestUnsigned : kLargestSigned;
+    const std::uint64_t largest = key == kMaxInstancesKey ? kLargestUnsigned : kLargestSigned;
     return WrittenNumber(DigitsOf(linted, value)) > largest;
 }
 
 void LintLargeNumber(const LintedText& linted, const OutlinedValue& value, const KnownKey& key,
                      LintFindings& findings) {
-    const bool hidesAll = key.name == kSizeThreshold && value.number < 0;
+    const bool hidesAll = key.name == kSizeThresholdKey && value.number < 0;
     const std::int64_t taken =
-        key.name == kMaxInstances
+        key.name == kMaxInstancesKey
             ? static_cast<std::int64_t>(static_cast<std::uint32_t>(value.number))
             : value.number;
     findings.Add(value.begin,
@@ -100,8 +101,8 @@ void LintLargeNumbers(const LintedText& linted, LintFindings& findings) {
 
 void LintSizeThreshold(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedValue* value :
-         ValuesOfKind(linted, kSearchSection, kSizeThreshold, ConfigValueKind::Number)) {
-        if (!IsWrapped(linted, *value, kSizeThreshold)) {
+         ValuesOfKind(linted, kSearchSection, kSizeThresholdKey, ConfigValueKind::Number)) {
+        if (!IsWrapped(linted, *value, kSizeThresholdKey)) {
             LintMegabytes(*value, findings);
         }
     }
@@ -109,8 +110,8 @@ void LintSizeThreshold(const LintedText& linted, LintFindings& findings) {
 
 void LintMaxInstances(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedValue* value :
-         ValuesOfKind(linted, kRuntimeSection, kMaxInstances, ConfigValueKind::Number)) {
-        if (IsWrapped(linted, *value, kMaxInstances)) {
+         ValuesOfKind(linted, kRuntimeSection, kMaxInstancesKey, ConfigValueKind::Number)) {
+        if (IsWrapped(linted, *value, kMaxInstancesKey)) {
             continue;
         }
         const auto instances = static_cast<std::uint32_t>(value->number);

@@ -1,6 +1,7 @@
 // The two lists of patterns, of which the tool wants one.
 #include <algorithm>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/typed_values.h"
@@ -13,9 +14,9 @@ void LintPathLists(const LintedText& linted, LintFindings& findings) {
         return;
     }
     const auto includes =
-        ValuesOfKind(linted, kSearchSection, kIncludePaths, ConfigValueKind::List);
+        ValuesOfKind(linted, kSearchSection, kIncludePathsKey, ConfigValueKind::List);
     const auto excludes =
-        ValuesOfKind(linted, kSearchSection, kExcludePaths, ConfigValueKind::List);
+        ValuesOfKind(linted, kSearchSection, kExcludePathsKey, ConfigValueKind::List);
     if (includes.empty() && excludes.empty()) {
         AddAtSection(linted, kSearchSection,
                      "The tool reads neither a list include_paths nor a list exclude_paths here, "
@@ -29,7 +30,7 @@ void LintPathLists(const LintedText& linted, LintFindings& findings) {
                      "There are both include_paths and exclude_paths, for which the tool refuses "
                      "the file.",
                      "Keep one of them.");
-    } else if (!includes.empty() && ElementsOf(linted, kSearchSection, kIncludePaths).empty()) {
+    } else if (!includes.empty() && ElementsOf(linted, kSearchSection, kIncludePathsKey).empty()) {
         findings.Add(includes.front()->begin,
                      "The list of include_paths has no elements, which the tool takes for "
                      "excluding nothing: it hashes every file of the game.",

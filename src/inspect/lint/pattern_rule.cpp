@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
@@ -37,7 +38,7 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
     if (path == shortest || path == shortest + "/") {
         return;
     }
-    const char* const effect = key == kExcludePaths
+    const char* const effect = key == kExcludePathsKey
                                    ? ", so it excludes nothing that is found in a directory."
                                    : ", which the paths in the catalogue then have as well.";
     findings.Add(pattern.begin,
@@ -50,7 +51,7 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
 // What such a pattern matches is stored with its '/', and verify takes that for an absolute path.
 void LintLeadingSlash(std::string_view key, const OutlinedText& pattern, LintFindings& findings) {
     const char* const effect =
-        key == kExcludePaths
+        key == kExcludePathsKey
             ? ": with the '/' it excludes nothing that is found in a directory."
             : ": with the '/' verify looks for its files outside of the game and fails.";
     findings.Add(pattern.begin,
@@ -82,7 +83,7 @@ void LintPattern(std::string_view key, const OutlinedText& pattern, LintFindings
 }  // namespace
 
 void LintPatterns(const LintedText& linted, LintFindings& findings) {
-    for (const std::string_view key : {kIncludePaths, kExcludePaths}) {
+    for (const std::string_view key : {kIncludePathsKey, kExcludePathsKey}) {
         for (const OutlinedText& pattern : ElementsOf(linted, kSearchSection, key)) {
             LintPattern(key, pattern, findings);
         }

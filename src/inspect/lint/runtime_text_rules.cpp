@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/nearest_name.h"
@@ -72,14 +73,14 @@ void LintSolution(const OutlinedText& text, LintFindings& findings) {
 
 void LintAntiTamperSolution(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedValue* value :
-         ValuesOfKind(linted, kRuntimeSection, kAntiTamper, ConfigValueKind::String)) {
+         ValuesOfKind(linted, kRuntimeSection, kAntiTamperKey, ConfigValueKind::String)) {
         LintSolution(value->texts.front(), findings);
     }
 }
 
 void LintCrashReporter(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedValue* value :
-         ValuesOfKind(linted, kRuntimeSection, kCrashReporter, ConfigValueKind::String)) {
+         ValuesOfKind(linted, kRuntimeSection, kCrashReporterKey, ConfigValueKind::String)) {
         const OutlinedText& name = value->texts.front();
         const std::string length = std::to_string(name.text.size());
         if (name.text.size() > kCrashReporterNameBytes) {

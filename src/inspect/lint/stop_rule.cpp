@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/name_trouble.h"
@@ -35,7 +36,7 @@ std::string NumberCure(const LintedText& linted, std::size_t offset) {
 Trouble EmptyListTrouble(const LintedText& linted) {
     const std::string name = PendingKeyName(linted);
     return {"The empty list of " + ShownName(name) + " ends the reading",
-            name == kExcludePaths
+            name == kExcludePathsKey
                 ? "Write [ ] with a blank between the brackets if nothing is to be excluded."
                 : "Write its elements, or remove " + ShownName(name) + "."};
 }

@@ -1,6 +1,7 @@
 // Values of another kind than the tool looks for under their key.
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
@@ -56,11 +57,11 @@ void LintValueKinds(const LintedText& linted, LintFindings& findings) {
         if (known == nullptr) {
             continue;
         }
-        if (known->name == kWorkingDirectory) {
+        if (known->name == kWorkingDirectoryKey) {
             LintWorkingDirectory(value, findings);
         } else if (!TakesKind(*known, value.kind)) {
             const bool isRefused =
-                known->name == kAliasPaths && value.kind == ConfigValueKind::List;
+                known->name == kAliasPathsKey && value.kind == ConfigValueKind::List;
             findings.Add(
                 value.begin,
                 "The value of " + ShownName(key.name) + " is " + KindName(value.kind) +

@@ -1,5 +1,6 @@
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/typed_values.h"
@@ -16,7 +17,7 @@ void LintVersion(const LintedText& linted, LintFindings& findings) {
     if (!linted.IsParsed()) {
         return;
     }
-    const auto versions = ValuesOfKind(linted, kInfoSection, kVersion, ConfigValueKind::Number);
+    const auto versions = ValuesOfKind(linted, kInfoSection, kVersionKey, ConfigValueKind::Number);
     if (versions.empty()) {
         AddAtSection(linted, kInfoSection,
                      "The tool reads no version here, takes the file for one of version 1 and "

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/report/name_list.h"
 #include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
@@ -41,7 +42,7 @@ std::string CureFor(const std::vector<std::string>& written, const LintSubject& 
         list += (list.empty() ? "\"" : ", \"") + top + "\"";
     }
     // An empty list of what to include stands for the whole game, too.
-    return subject.places.patternKey == "exclude_paths"
+    return subject.places.patternKey == kExcludePathsKey
                ? "Add " + list + " to exclude_paths."
                : "Write in include_paths what to hash, and nothing that takes in " + list + ".";
 }

@@ -1,28 +1,25 @@
 #include "inspect/rules/rule_places.h"
 
+#include "config/config_names.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
 namespace {
 
-constexpr const char* kSection = "search_options";
-
 // The one of the two lists that the tool uses.
 std::string_view ListInUse(const ConfigOutline& outline) {
-    constexpr std::string_view kExcludes = "exclude_paths";
-    constexpr std::string_view kIncludes = "include_paths";
-    for (const OutlinedValue* const value : ValuesOf(outline, kSection, kExcludes)) {
+    for (const OutlinedValue* const value : ValuesOf(outline, kSearchSection, kExcludePathsKey)) {
         if (value->kind == ConfigValueKind::List) {
-            return kExcludes;
+            return kExcludePathsKey;
         }
     }
-    return kIncludes;
+    return kIncludePathsKey;
 }
 
 template <typename TakeText>
 void ForEachText(const ConfigOutline& outline, std::string_view key, ConfigValueKind kind,
                  TakeText take) {
-    for (const OutlinedValue* const value : ValuesOf(outline, kSection, key)) {
+    for (const OutlinedValue* const value : ValuesOf(outline, kSearchSection, key)) {
         if (value->kind != kind) {
             continue;
         }
@@ -46,21 +43,21 @@ RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline) {
                 [&](const OutlinedText& pattern, std::size_t /*index*/) {
                     places.patterns.push_back(placeOf(pattern));
                 });
-    if (const auto values = ValuesOf(outline, kSection, list); !values.empty()) {
+    if (const auto values = ValuesOf(outline, kSearchSection, list); !values.empty()) {
         places.patternList = lines.PlaceOf(values.front()->begin);
     }
-    ForEachText(outline, "exclude_extensions", ConfigValueKind::List,
+    ForEachText(outline, kExcludeExtensionsKey, ConfigValueKind::List,
                 [&](const OutlinedText& extension, std::size_t /*index*/) {
                     places.extensions.emplace(extension.text, placeOf(extension));
                 });
-    ForEachText(outline, "alias_paths", ConfigValueKind::PairTable,
+    ForEachText(outline, kAliasPathsKey, ConfigValueKind::PairTable,
                 [&](const OutlinedText& nameOrValue, std::size_t index) {
                     if (index % 2 == 0) {
                         places.aliases.emplace(WithForwardSlashes(nameOrValue.text),
                                                placeOf(nameOrValue));
                     }
                 });
-    for (const OutlinedValue* const value : ValuesOf(outline, kSection, "exclude_size_threshold")) {
+    for (const OutlinedValue* const value : ValuesOf(outline, kSearchSection, kSizeThresholdKey)) {
         if (value->kind == ConfigValueKind::Number) {
             places.sizeThreshold = lines.PlaceOf(value->begin);
         }

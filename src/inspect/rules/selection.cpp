@@ -4,8 +4,10 @@
 #include <optional>
 #include <utility>
 
+#include "app/catalogue_builder.h"
 #include "config/catalogue_rules.h"
 #include "config/config_document.h"
+#include "config/config_names.h"
 #include "inspect/report/console.h"
 #include "platform/found_file.h"
 #include "runtime/runtime_configuration_format.h"
@@ -107,7 +109,7 @@ ResultCode RunSteps(std::string_view configText, const PlannedOutputs& outputs,
         return code;
     }
     FileCollector collector("./", game);
-    std::string sectionName = "search_options";
+    std::string sectionName = kSearchSection;
     const ResultCode applied = collector.ApplyCatalogueRules(document.GetSection(sectionName));
     selection.config = collector.Config();
     if (applied != ResultCode::Ok) {
@@ -148,9 +150,7 @@ ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& output
         return ResultCode::Ok;
     }
     if (code == ResultCode::Ok && !selection.refusal && selection.files.empty()) {
-        selection.refusal = Refusal{
-            ResultCode::CatalogueError,
-            "Cannot create an empty catalogue, at least all executables and libraries must be included."};
+        selection.refusal = Refusal{ResultCode::CatalogueError, kEmptyCatalogueText};
     }
     return code;
 }

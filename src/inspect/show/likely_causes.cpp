@@ -9,6 +9,7 @@
 
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_reader.h"
+#include "config/config_names.h"
 #include "inspect/report/number_text.h"
 #include "inspect/x509/file_kind.h"
 #include "platform/little_endian.h"
@@ -82,8 +83,8 @@ std::optional<std::string> CauseByKind(std::span<const std::uint8_t> bytes) {
             return std::string("this is ") + known.what;
         }
     }
-    if (text.find("config_info") != std::string_view::npos &&
-        text.find("search_options") != std::string_view::npos) {
+    if (text.find(kInfoSection) != std::string_view::npos &&
+        text.find(kSearchSection) != std::string_view::npos) {
         return "this is a configuration file";
     }
     return CauseByCredential(bytes);

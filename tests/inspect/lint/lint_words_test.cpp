@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_expectations.h"
 #include "inspect/lint/nearest_name.h"
@@ -55,7 +56,7 @@ TEST(PlainReading, TakesCommentsOut) {
 TEST(KnownKeys, ExamplesAreTakenWithoutAWarning) {
     std::string search;
     for (const std::string& name : KnownKeyNames(kSearchSection)) {
-        if (name != kExcludePaths) {
+        if (name != kExcludePathsKey) {
             search += name + " = " + std::string(FindKnownKey(name)->example) + "\n";
         }
     }

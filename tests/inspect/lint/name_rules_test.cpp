@@ -1,6 +1,7 @@
 // Names of sections and keys, and where they stand.
 #include <gtest/gtest.h>
 
+#include "config/config_names.h"
 #include "inspect/lint/lint_expectations.h"
 
 namespace sealkeeper {
@@ -15,13 +16,13 @@ using test::WithOnlySearchOptions;
 using test::WithRuntime;
 using test::WithSearchOptions;
 
-constexpr const char* kVersion = "config_info { version = 2; }\n";
+constexpr const char* kVersionKey = "config_info { version = 2; }\n";
 constexpr const char* kBraceCure = "Write a blank before the '{'.";
 
 TEST(LintSectionNames, TellsOfUnknownOnes) {
     ExpectLinted({
         {"a slip",
-         std::string(kVersion) + "@search_option { include_paths = [\"a\"] }\n",
+         std::string(kVersionKey) + "@search_option { include_paths = [\"a\"] }\n",
          {NoPathList(),
           {"'search_option' is no section that the tool knows, so everything in the braces that follow is ignored.",
            "Write 'search_options' if that is meant."}},
@@ -40,7 +41,7 @@ TEST(LintSectionNames, TellsOfUnknownOnes) {
 TEST(LintSectionNames, TellsOfABraceInTheName) {
     ExpectLinted({
         {"that takes the next section's body",
-         std::string(kVersion) +
+         std::string(kVersionKey) +
              "@search_options{ include_paths = [\"a\"] }\nruntime_configuration "
              "{ }\n",
          {NoPathList(),
@@ -73,7 +74,7 @@ TEST(LintSectionNames, TellsOfValuesOutsideOfAnySection) {
 TEST(LintSectionHeaders, TellsWhatStandsBeforeTheBrace) {
     ExpectLinted({
         {"words",
-         std::string(kVersion) + "search_options @of mine { include_paths = [\"a\"] }\n",
+         std::string(kVersionKey) + "search_options @of mine { include_paths = [\"a\"] }\n",
          {{"What stands between 'search_options' and its '{' is ignored.", "Remove it."}}},
         {"a whole section",
          "@config_info\n@version = 2;\n}\nsearch_options { include_paths = [\"a\"] }\n",
@@ -83,7 +84,7 @@ TEST(LintSectionHeaders, TellsWhatStandsBeforeTheBrace) {
            "Write '{' after the name of the section."}},
          1},
         {"a comment with a brace",
-         std::string(kVersion) + "@search_options # the @{ way\n@{ include_paths = [\"a\"] }\n",
+         std::string(kVersionKey) + "@search_options # the @{ way\n@{ include_paths = [\"a\"] }\n",
          {NoPathList(),
           {"The '{' that opens 'search_options' stands in a comment.",
            "Write the '{' right after the name."},
@@ -93,9 +94,9 @@ TEST(LintSectionHeaders, TellsWhatStandsBeforeTheBrace) {
 
 TEST(LintSectionHeaders, SignsOfOtherLanguagesAreHarmless) {
     ExpectNothingTold(
-        {std::string(kVersion) + "search_options = { include_paths = [\"a\"] };\n",
-         std::string(kVersion) + "Search_Options:\n{ Include_Paths [\"a\"] }\n",
-         std::string(kVersion) + "search_options # mine\n\n{ include_paths = [\"a\"] }\n"});
+        {std::string(kVersionKey) + "search_options = { include_paths = [\"a\"] };\n",
+         std::string(kVersionKey) + "Search_Options:\n{ Include_Paths [\"a\"] }\n",
+         std::string(kVersionKey) + "search_options # mine\n\n{ include_paths = [\"a\"] }\n"});
 }
 
 TEST(LintSectionNames, TellsOfOneInsideAnother) {
@@ -119,16 +120,18 @@ TEST(LintUnclosedSection, TellsOfOne) {
     const test::Told unclosed = {"'search_options' has no '}' at its end.",
                                  "Write '}' after its last value."};
     ExpectLinted({
-        {"none", std::string(kVersion) + "@search_options { include_paths = [\"a\"]\n", {unclosed}},
+        {"none",
+         std::string(kVersionKey) + "@search_options { include_paths = [\"a\"]\n",
+         {unclosed}},
         {"in a comment",
-         std::string(kVersion) + "@search_options { include_paths = [\"a\"]\n# }",
+         std::string(kVersionKey) + "@search_options { include_paths = [\"a\"]\n# }",
          {unclosed}},
         {"one too many",
          WithSearchOptions("") + "@}\n",
          {{"This '}' closes no section and is read as the name of one, so everything from line 6 on is ignored.",
            "Remove it."}}},
     });
-    ExpectNothingTold({std::string(kVersion) + "search_options { include_paths = [\"a\"] }"});
+    ExpectNothingTold({std::string(kVersionKey) + "search_options { include_paths = [\"a\"] }"});
 }
 
 TEST(LintKeyNames, TellsOfUnknownOnes) {
@@ -169,7 +172,7 @@ TEST(LintKeysWithoutValue, TellsOfEach) {
          {{"'exclude_size_threshold' has no value in its section and takes the one on line 5 as its own.",
            "Write its value, or remove it."}}},
         {"before the end of the file",
-         std::string(kVersion) +
+         std::string(kVersionKey) +
              "search_options { include_paths = [\"a\"]\n@exclude_size_threshold = "
              "\n",
          {{"'exclude_size_threshold' has no value, so everything from line 3 on is ignored.",
@@ -178,13 +181,13 @@ TEST(LintKeysWithoutValue, TellsOfEach) {
          WithSearchOptions("@exclude_size_threshold ="),
          {{"'exclude_size_threshold' has no value.", "Write its value, or remove it."}}},
         {"not even an equals sign",
-         std::string(kVersion) +
+         std::string(kVersionKey) +
              "search_options { include_paths = [\"a\"]\n@exclude_size_threshold",
          {{"The file ends in the middle of a key and its value, so everything from line 3 on is ignored.",
            "Write the value, or remove the key."}}},
         {"since the last byte is not looked at",
-         std::string(kVersion) + "@search_options { include_paths = [\"a\"]\n"
-                                 "@exclude_size_threshold = 5",
+         std::string(kVersionKey) + "@search_options { include_paths = [\"a\"]\n"
+                                    "@exclude_size_threshold = 5",
          {{"'search_options' has no '}' at its end.", "Write '}' after its last value."},
           {"'exclude_size_threshold' has no value, since the very last character of a file is not looked at.",
            "End the value with a semicolon and the file with a line break."}}},
