@@ -17,15 +17,15 @@ using test::CapturedOutput;
 using test::ReadFile;
 using test::TempDirectory;
 
-constexpr const char* kBanner =
-    "Anti-Cheat Sealkeeper v2.2.0 (for game developers only, must not be shipped to players)\n\n";
+constexpr const char* kBanner = "Anti-Cheat Sealkeeper v" SEALKEEPER_VERSION
+                                " (for game developers only, must not be shipped to players)\n\n";
 constexpr const char* kEchoed = "[Info] Provided command line arguments:\n";
 
 TEST(Program, BannerNamesTheVersionAndEndsInAnEmptyLine) {
     CapturedOutput output;
     PrintBanner();
     const std::string banner = output.Take();
-    EXPECT_TRUE(banner.starts_with("Anti-Cheat Sealkeeper v2.2.0")) << banner;
+    EXPECT_TRUE(banner.starts_with("Anti-Cheat Sealkeeper v" SEALKEEPER_VERSION " (")) << banner;
     EXPECT_TRUE(banner.ends_with("\n\n")) << banner;
     EXPECT_EQ(banner.find('\n'), banner.size() - 2);
 }

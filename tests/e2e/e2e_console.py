@@ -9,9 +9,11 @@ import pathlib
 import re
 from typing import List, Sequence
 
-BANNER = "Anti-Cheat Sealkeeper v2.2.0 (for game developers only, must not be shipped to players)\n\n"
+_ROOT = pathlib.Path(__file__).resolve().parents[2]
+_VERSION = re.search(r"^    VERSION ([0-9.]+)$", (_ROOT / "CMakeLists.txt").read_text(), re.MULTILINE).group(1)
+BANNER = f"Anti-Cheat Sealkeeper v{_VERSION} (for game developers only, must not be shipped to players)\n\n"
 
-_GOLDEN = pathlib.Path(__file__).resolve().parents[1] / "golden"
+_GOLDEN = _ROOT / "tests/golden"
 USAGE = (_GOLDEN / "usage.txt").read_text(encoding="utf-8")
 HELP = (_GOLDEN / "help.txt").read_text(encoding="utf-8")
 

@@ -10,9 +10,9 @@
 
 #include "app/console_log.h"
 #include "inspect/report/console.h"
-#include "inspect/tree/lexical_path.h"
 #include "inspect/rules/rule_places.h"
 #include "inspect/rules/selection.h"
+#include "inspect/tree/lexical_path.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {

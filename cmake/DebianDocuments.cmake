@@ -1,0 +1,25 @@
+# Puts what Debian's policy wants into the files of a package (Debian Policy 12): compressed manual
+# pages and a changelog, and no second copy of a license that every system has. CPack runs it.
+set(documents "${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share/doc")
+file(REMOVE "${documents}/sealkeeper/LICENSE")
+if(NOT CPACK_PACKAGE_NAME STREQUAL "sealkeeper")
+    file(RENAME "${documents}/sealkeeper" "${documents}/${CPACK_PACKAGE_NAME}")
+endif()
+
+# The same bytes for the same sources, whenever they are packed.
+if(DEFINED ENV{SOURCE_DATE_EPOCH})
+    set(date_of "@$ENV{SOURCE_DATE_EPOCH}")
+else()
+    set(date_of now)
+endif()
+execute_process(COMMAND date --utc --rfc-email "--date=${date_of}"
+    OUTPUT_VARIABLE date OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+file(WRITE "${documents}/${CPACK_PACKAGE_NAME}/changelog"
+    "${CPACK_PACKAGE_NAME} (${CPACK_PACKAGE_VERSION}) unstable; urgency=medium\n\n"
+    "  * Release ${CPACK_PACKAGE_VERSION}; CHANGELOG.md says what is new.\n\n"
+    " -- ${CPACK_PACKAGE_CONTACT}  ${date}\n")
+
+file(GLOB pages "${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share/man/man*/*.[0-9]")
+foreach(file IN LISTS pages ITEMS "${documents}/${CPACK_PACKAGE_NAME}/changelog")
+    execute_process(COMMAND gzip --best --no-name "${file}" COMMAND_ERROR_IS_FATAL ANY)
+endforeach()

@@ -1,0 +1,20 @@
+# What `cmake --install` puts where (GNU's directories).
+include(GNUInstallDirs)
+
+function(sealkeeper_install_programs)
+    install(TARGETS sealkeeper DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    if(SEALKEEPER_BUILD_INSPECT)
+        install(TARGETS sealkeeper-inspect DESTINATION "${CMAKE_INSTALL_BINDIR}")
+    endif()
+endfunction()
+
+function(sealkeeper_install_documents)
+    set(root "${PROJECT_SOURCE_DIR}")
+    install(FILES "${root}/README.md" "${root}/SECURITY.md" "${root}/CHANGELOG.md" "${root}/LICENSE"
+        DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+    # The name that Debian looks for.
+    install(FILES "${root}/NOTICES" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
+    # What the pages name of the source tree stays there.
+    install(DIRECTORY "${root}/docs/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" PATTERN man EXCLUDE)
+    install(DIRECTORY "${root}/examples/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+endfunction()

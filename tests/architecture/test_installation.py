@@ -1,0 +1,60 @@
+"""What `cmake --install` puts where, and that nothing installed tells where it was built."""
+
+from __future__ import annotations
+
+import os
+import re
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+BUILD = Path(os.environ["SEALKEEPER_BUILD_DIR"])
+PROGRAMS = {"sealkeeper"} | ({"sealkeeper-inspect"} if os.environ.get("SEALKEEPER_INSPECT") else set())
+
+
+class Installation(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls) -> None:
+        temporary = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(temporary.cleanup)
+        cls.prefix = Path(temporary.name)
+        subprocess.run([os.environ["SEALKEEPER_CMAKE"], "--install", BUILD, "--prefix", cls.prefix, "--strip"],
+                       check=True, capture_output=True)
+
+    def test_programs_run(self) -> None:
+        self.assertEqual({path.name for path in (self.prefix / "bin").iterdir()}, PROGRAMS)
+        run = subprocess.run([self.prefix / "bin/sealkeeper", "-h"], capture_output=True, check=False)
+        self.assertIn(b"Anti-Cheat Sealkeeper v", run.stdout)
+        if "sealkeeper-inspect" in PROGRAMS:
+            run = subprocess.run([self.prefix / "bin/sealkeeper-inspect", "--version"], capture_output=True, check=True)
+            self.assertTrue(run.stdout.startswith(b"sealkeeper-inspect "))
+
+    def test_both_have_one_version(self) -> None:
+        """That of the top-level CMakeLists.txt, where alone it is written."""
+        text = (ROOT / "CMakeLists.txt").read_text()
+        version = re.search(r"^    VERSION ([0-9.]+)$", text, re.MULTILINE).group(1).encode()
+        for program, option in (("sealkeeper", "-h"), ("sealkeeper-inspect", "--version")):
+            if program in PROGRAMS:
+                run = subprocess.run([self.prefix / "bin" / program, option], capture_output=True, check=False)
+                self.assertRegex(run.stdout.split(b"\n")[0], rb"\b[v ]?" + version.replace(b".", rb"\.") + rb"\b")
+
+    def test_documents_and_examples(self) -> None:
+        documents = self.prefix / "share/doc/sealkeeper"
+        for name in ("README.md", "SECURITY.md", "CHANGELOG.md", "LICENSE", "copyright", "docs/configuration-file.md",
+                     "docs/inspect/rules.md", "examples/include-list.cfg"):
+            self.assertEqual((documents / name).read_bytes(),
+                             (ROOT / ("NOTICES" if name == "copyright" else name)).read_bytes(), name)
+
+    def test_nothing_tells_where_it_was_built(self) -> None:
+        """Builds in different folders are to give the same bytes."""
+        for path in self.prefix.rglob("*"):
+            if path.is_file():
+                content = path.read_bytes()
+                for place in (ROOT, BUILD):
+                    self.assertNotIn(str(place).encode(), content, f"{path} names {place}")
+
+
+if __name__ == "__main__":
+    unittest.main()
