@@ -3,61 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "runtime/runtime_configuration_writer.h"
-#include "runtime/signing_test_support.h"
-#include "support/captured_output.h"
-#include "support/temp_directory.h"
+#include "app/sealed_game.h"
 
 namespace sealkeeper {
 namespace {
 
 using test::CapturedOutput;
-using test::CertificatePath;
-using test::kTestProductId;
-using test::ReadFile;
-using test::ScopedCurrentDirectory;
 using test::TempDirectory;
 
-// An installed game with two catalogues: base.bin lists "a" and "b/c", mod.bin "m".
 class GameVerificationTest : public testing::Test {
   protected:
-    GameVerificationTest() : here_(game_.Path()) {
-        for (const std::string name : {"a", "b/c", "m"}) {
-            game_.WriteFile(name, "content of " + name);
-        }
-        Seal("base", {{L"a", {}}, {L"b/c", {}}});
-        Seal("mod", {{L"m", {}}});
-        options_.productId = kTestProductId;
-        options_.verifyDir = game_ / "";
-    }
-
-    void Seal(const std::string& name, std::vector<FoundFile> files) {
-        PrivateKey key;
-        test::LoadKey("good", key);
-        game_.WriteFile("Quorvane/Certificates/" + name + ".cer",
-                        ReadFile(CertificatePath("good")));
-        HashCatalogue catalogue(kTestProductId);
-        const CapturedOutput output;
-        ASSERT_EQ(
-            catalogue.CreateCatalogue(
-                key.Get(), {}, std::move(files),
-                L"Quorvane/Certificates/" + std::wstring(name.begin(), name.end()) + L".bin", {}),
-            ResultCode::Ok);
-    }
-
-    void SealRuntimeConfiguration() {
-        PrivateKey key;
-        test::LoadKey("good", key);
-        RuntimeConfiguration configuration;
-        configuration.version = 1;
-        const CapturedOutput output;
-        ASSERT_EQ(
-            WriteRuntimeConfiguration(configuration, key.Get(), game_ / "Quorvane/Certificates/"),
-            ResultCode::Ok);
-    }
+    GameVerificationTest() { sealed_.VerifyBy(options_); }
 
     // One line for each verdict.
     static std::string VerifyFiles(GameVerification& game) {
@@ -72,8 +29,8 @@ class GameVerificationTest : public testing::Test {
         return lines;
     }
 
-    TempDirectory game_;
-    ScopedCurrentDirectory here_;
+    test::SealedGame sealed_;
+    const TempDirectory& game_ = sealed_.Directory();
     CommandLineOptions options_;
     CapturedOutput output_;
 };
@@ -106,7 +63,7 @@ TEST_F(GameVerificationTest, TellsWhichCatalogueWasNotRead) {
 }
 
 TEST_F(GameVerificationTest, FailureOfRuntimeConfigurationGoesBeforeThatOfAFile) {
-    SealRuntimeConfiguration();
+    sealed_.AddRuntimeConfiguration();
     game_.WriteFile("a", "other content");
     GameVerification game(options_);
     ASSERT_EQ(game.FindCatalogues(), ResultCode::Ok);
@@ -118,7 +75,7 @@ TEST_F(GameVerificationTest, FailureOfRuntimeConfigurationGoesBeforeThatOfAFile)
 }
 
 TEST_F(GameVerificationTest, GoodGame) {
-    SealRuntimeConfiguration();
+    sealed_.AddRuntimeConfiguration();
     GameVerification game(options_);
     ASSERT_EQ(game.FindCatalogues(), ResultCode::Ok);
     EXPECT_EQ(game.Directory(), game_ / "");

@@ -1,0 +1,84 @@
+// An installed game with two catalogues: base.bin lists "a" and "b/c", mod.bin "m".
+#ifndef SEALKEEPER_TESTS_APP_SEALED_GAME_H
+#define SEALKEEPER_TESTS_APP_SEALED_GAME_H
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/command_line_options.h"
+#include "catalogue/hash_catalogue.h"
+#include "runtime/runtime_configuration_writer.h"
+#include "runtime/signing_test_support.h"
+#include "support/captured_output.h"
+#include "support/temp_directory.h"
+
+namespace sealkeeper::test {
+
+// Writes the three files to `game`, the current directory, seals them, and makes a runtime.conf,
+// which is no part of the game yet, in "settings".
+inline void SealGame(const TempDirectory& game) {
+    PrivateKey key;
+    LoadKey("good", key);
+    const CapturedOutput output;
+    const auto seal = [&](const std::string& name, std::vector<FoundFile> files) {
+        game.WriteFile("Quorvane/Certificates/" + name + ".cer", ReadFile(CertificatePath("good")));
+        HashCatalogue catalogue(kTestProductId);
+        ASSERT_EQ(
+            catalogue.CreateCatalogue(
+                key.Get(), {}, std::move(files),
+                L"Quorvane/Certificates/" + std::wstring(name.begin(), name.end()) + L".bin", {}),
+            ResultCode::Ok);
+    };
+    for (const std::string name : {"a", "b/c", "m"}) {
+        game.WriteFile(name, "content of " + name);
+    }
+    seal("base", {{L"a", {}}, {L"b/c", {}}});
+    seal("mod", {{L"m", {}}});
+    RuntimeConfiguration configuration;
+    configuration.version = 1;
+    std::filesystem::create_directory(game / "settings");
+    ASSERT_EQ(WriteRuntimeConfiguration(configuration, key.Get(), game / "settings/"),
+              ResultCode::Ok);
+}
+
+// It is in the current directory. Sealed once and copied: to sign takes longer than most tests do.
+class SealedGame {
+  public:
+    SealedGame() {
+        static const TempDirectory original;
+        if (!std::filesystem::exists(original / "settings")) {
+            const ScopedCurrentDirectory there(original.Path());
+            SealGame(original);
+        }
+        std::filesystem::copy(original.Path(), directory_.Path(),
+                              std::filesystem::copy_options::recursive);
+        std::filesystem::rename("settings/runtime.conf", settings_ / "runtime.conf");
+        std::filesystem::remove("settings");
+    }
+
+    [[nodiscard]] const TempDirectory& Directory() const { return directory_; }
+
+    void AddRuntimeConfiguration() const {
+        std::filesystem::rename(settings_ / "runtime.conf", "Quorvane/Certificates/runtime.conf");
+    }
+
+    // Sets the options with which it verifies.
+    void VerifyBy(CommandLineOptions& options) const {
+        options.productId = kTestProductId;
+        options.verifyDir = directory_ / "";
+    }
+
+  private:
+    TempDirectory directory_;
+    // Beside the game, where there is a runtime.conf until it is added.
+    TempDirectory settings_;
+    ScopedCurrentDirectory here_{directory_.Path()};
+};
+
+}  // namespace sealkeeper::test
+
+#endif
