@@ -5,6 +5,7 @@ fuzz/sealed_game, with the independent writers of both formats and the credentia
 
 from __future__ import annotations
 
+import base64
 import pathlib
 import random
 import struct
@@ -68,6 +69,38 @@ def configuration_seeds() -> "dict[str, bytes]":
     return {**examples, **{name: text.encode() for name, text in texts.items()}}
 
 
+def outline_seeds() -> "dict[str, bytes]":
+    """Return those of these texts whose outlines have the most, and some whose scan ends early."""
+    named = ("all_kinds", "comments", "sections_that_merge", "line_feed_in_element")
+    ends = {
+        "no_semicolon": "a { n = 12 }\n\n",
+        "key_in_an_earlier_section": "a { k\n}\nb { = [ 'x' ] } c { k }\nd { true; \"e\" }\n\n",
+        "pairs_that_end": 'a { p = (["x", "1"], ["", "2"], ["y", "3"]) p = (["z" "4"] ["u") # /* /*\n} \n',
+    }
+    return {
+        **{name: text for name, text in configuration_seeds().items() if name in named},
+        **{name: text.encode() for name, text in ends.items()},
+    }
+
+
+def lint_seeds() -> "dict[str, bytes]":
+    """Return texts that the linter has something to say of, and one that it has not."""
+    head = "config_info { version = 2; }\n"
+    texts = {
+        "nothing_to_say": head + 'search_options { include_paths = ["Content"]; alias_paths = (["a/b", "c"]); }\n\n',
+        "misread_values": head + "search_options { include_paths = [a \"b\" /* ] */ 'c']\n"
+        'exclude_size_threshold = 10\nalias_paths = (["a" "b"], ["", "x"]) }\n\n',
+        "wrong_names": '\ufeffconfig_inf { version=2; }\nsearch_option { inclde_paths = ["\\\\a\\b/../c"] }\n\n',
+        "refused_values": 'search_options { include_paths = ["a\\*"]\nexclude_paths = [ ]\nworking_directory = "."\n'
+        'exclude_extensions = ["log", "*.Txt"]\nalias_paths = (["../a", "c:"] ["..\\a", "d"]) }\n'
+        'runtime_configuration { anti_tamper_solution_name = "none"; max_active_game_instances = 0; }\n\n',
+        "nested_comments": head + '# a /* b\n/* c */ */ search_options { include_paths = ["x"] // ["y"\n}\n\n',
+        "pattern_with_control_characters": head + 'search_options { include_paths = ["a\x1b[2J", "[\xe9", "b//./c"] }\n\n',
+    }
+    utf16 = {"utf16": (head * 2).encode("utf-16")}
+    return {**{name: text.encode() for name, text in texts.items()}, **utf16}
+
+
 def command_line_seeds() -> "dict[str, bytes]":
     """Return command lines, an argument a line."""
     lines = {
@@ -112,6 +145,38 @@ def certificate_seeds() -> "dict[str, bytes]":
         "product_id": product + b"fuzzedGAME",
         "product_id_with_wildcard": product + b"*.FuzzedGame",
     }
+
+
+def credential_file_seeds() -> "dict[str, bytes]":
+    """Return which of the files the rest is, a certificate (0), a key (1) or a list (2), and genuine and other ones."""
+    certificate, key, revocation_list = (bytes([file]) for file in range(3))
+    game = credential("game.cer")
+    return {
+        "certificate": certificate + game,
+        "certificate_of_mod": certificate + credential("mod.cer"),
+        "certificate_with_names": certificate + credential("alt_name.cer"),
+        "certificate_self_signed": certificate + credential("self_signed.cer"),
+        "certificate_in_pem": certificate + pem("CERTIFICATE", game),
+        "certificate_in_pkcs7": certificate + b"\x30\x0b\x06\x09" + bytes.fromhex("2a864886f70d010702"),
+        "key": key + credential("game.key"),
+        "key_of_none_in_der": key + der_of_pem(credential("another.key")),
+        "key_with_password": key + pem("ENCRYPTED PRIVATE KEY", bytes(32)),
+        "key_of_openssh": key + b"ssh-rsa AAAA",
+        "list": revocation_list + (_AUTHORITY / "crl.der").read_bytes(),
+        "list_in_pem": revocation_list + pem("X509 CRL", (_AUTHORITY / "crl.der").read_bytes()),
+    }
+
+
+def pem(label: str, content: bytes) -> bytes:
+    """Return `content` in PEM form."""
+    lines = base64.encodebytes(content).replace(b"\n", b"")
+    text = b"\n".join(lines[at : at + 64] for at in range(0, len(lines), 64))
+    return b"-----BEGIN %b-----\n%b\n-----END %b-----\n" % (label.encode(), text, label.encode())
+
+
+def der_of_pem(text: bytes) -> bytes:
+    """Return the content of a file in PEM form."""
+    return base64.b64decode(b"".join(line for line in text.splitlines() if b"-" not in line))
 
 
 def verify_seeds() -> "dict[str, bytes]":
@@ -197,14 +262,35 @@ def reader_seeds() -> "dict[str, dict[str, bytes]]":
     }
 
 
+def shown_file_seeds(readers: "dict[str, dict[str, bytes]]") -> "dict[str, bytes]":
+    """Return how the rest becomes a file, as it is (0), scrambled (1) or as an entry block (2), and some of each."""
+    plain, scrambled, block = (bytes([form]) for form in range(3))
+    sound = sealed_game()[_SIGNED_FILES + "base.bin"]
+    return {
+        "catalogue": plain + sound,
+        "catalogue_cut_off": plain + sound[:-3],
+        "catalogue_of_older_layout": plain + readers["catalogue"]["older_layout"],
+        "text": plain + b"version https://git-lfs.github.com/spec/v1\n" + b"oid sha256:0123\n" * 70,
+        "runtime_conf": scrambled + readers["runtime_conf"]["sound"],
+        "runtime_conf_of_version_two": scrambled + readers["runtime_conf"]["version_two"],
+        "entry_block": block + readers["entry_block"]["sound"],
+        "entry_block_of_many_digests": block + readers["entry_block"]["more_digests_than_bytes"],
+    }
+
+
 def seeds() -> "dict[str, dict[str, bytes]]":
     """Return the seeds by fuzzer and name."""
     text = "aä日🎮"
+    readers = reader_seeds()
     return {
-        **reader_seeds(),
+        **readers,
         "certificates": certificate_seeds(),
         "command_line": command_line_seeds(),
         "configuration": configuration_seeds(),
+        "credential_file": credential_file_seeds(),
+        "lint": lint_seeds(),
+        "outline": outline_seeds(),
+        "shown_file": shown_file_seeds(readers),
         "text_encoding": {
             "ascii": b"bin/a.dat\0b",
             "utf8": text.encode(),
