@@ -3,6 +3,7 @@
 # failing, and holds each run against the rule in tests/fault/sweep/rule_of_three.py. Builds what it needs.
 #
 #   tools/fault-sweep.sh                some ten thousands of runs: every call, once and from then on
+#   tools/fault-sweep.sh --companion    the same of commands of sealkeeper-inspect; before each of those below, too
 #   tools/fault-sweep.sh --sample N     N of them, always the same ones
 #   tools/fault-sweep.sh --only TEXT    those whose name begins so, for example generate-exclude/library/malloc
 #   tools/fault-sweep.sh --case NAME    one of them, with its console and who made the call
@@ -21,11 +22,18 @@ tools/install-packages.sh --tests
 mkdir -p build
 log=build/dev-configure.log
 tools/configure.sh dev > "$log" 2>&1 || { cat "$log"; exit 1; }
-cmake --build --preset dev --target sealkeeper sealkeeper_fault_preload -- -j "$(getconf _NPROCESSORS_ONLN)" --quiet
+companion=()
+targets=(sealkeeper sealkeeper_fault_preload)
+if [ "${1:-}" = --companion ]; then
+    shift
+    targets+=(sealkeeper-inspect)
+    companion=(--companion build/dev/sealkeeper-inspect)
+fi
+cmake --build --preset dev --target "${targets[@]}" -- -j "$(getconf _NPROCESSORS_ONLN)" --quiet
 bash tests/support/issue_test_credentials.sh build/test-credentials
 
 PYTHONPATH=tests/independent exec python3 -B tests/fault/sweep/fault_sweep.py \
-    --program build/dev/sealkeeper \
+    --program build/dev/sealkeeper "${companion[@]}" \
     --preload build/dev/tests/fault/preload/libsealkeeper_fault_preload.so \
     --credentials build/test-credentials \
     --revocation-list trust/development/crl.der \

@@ -37,18 +37,6 @@ void SayOutOfMemory() {
     std::fputs("sealkeeper-inspect: out of memory\n", stderr);
 }
 
-// nlohmann-json takes memory where it frees a document, from which no exception comes out.
-[[noreturn]] void EndForWantOfMemory() {
-    try {
-        std::rethrow_exception(std::current_exception());
-    } catch (const std::bad_alloc&) {
-        SayOutOfMemory();
-        std::_Exit(kStatusError);
-    } catch (...) {
-        std::abort();
-    }
-}
-
 int StartAndRun(int argc, const char* const* argv) {
     Console console;
     if (!InitialiseMbedTls()) {
@@ -62,11 +50,21 @@ int StartAndRun(int argc, const char* const* argv) {
 
 }  // namespace
 
+void EndForWantOfMemory() {
+    try {
+        std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc&) {
+        SayOutOfMemory();
+        std::_Exit(kStatusError);
+    } catch (...) {
+        std::abort();
+    }
+}
+
 int RunInspectProgram(int argc, const char* const* argv) {
     OpenMissingStandardDescriptors();
     IgnoreOutputSignals();
     KeepLogQuiet();
-    std::set_terminate(EndForWantOfMemory);
     try {
         return StartAndRun(argc, argv);
     } catch (const std::bad_alloc&) {

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "inspect/credentials/certificate_findings.h"
+#include "inspect/credentials/fault_findings.h"
 #include "inspect/credentials/key_findings.h"
 #include "inspect/credentials/list_findings.h"
 #include "inspect/credentials/trust_findings.h"
@@ -46,6 +47,7 @@ CredentialFindings JudgeCredentials(const CredentialFacts& facts, const JudgingT
         Append(findings, JudgeGivenList(*facts.revocationList, facts.certificate, time));
     }
     Append(findings, JudgeTrust(facts.trust, time));
+    Append(findings, JudgeFaults(facts));
     if (const ResultCode code = GenerateCode(facts); !IsExplained(findings, code)) {
         findings.push_back(Unexplained(facts, code));
     }

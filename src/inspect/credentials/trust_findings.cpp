@@ -111,11 +111,22 @@ CredentialFindings JudgeList(const TrustFacts& facts, const JudgingTime& time) {
     return findings;
 }
 
+// Without them it is not known whether the material is for development either.
+CredentialFindings JudgeFingerprints(const TrustFacts& facts) {
+    if (!facts.authority.fingerprint.empty() && !facts.revocationList.fingerprint.empty()) {
+        return {};
+    }
+    return {MakeWarning("fingerprint-unknown",
+                        "The cryptographic library failed to hash the built-in authority or list.",
+                        {"Run the command again."})};
+}
+
 }  // namespace
 
 CredentialFindings JudgeTrust(const TrustFacts& facts, const JudgingTime& time) {
     CredentialFindings findings = JudgeAuthority(facts.authority, time);
     Append(findings, JudgeList(facts, time));
+    Append(findings, JudgeFingerprints(facts));
     return findings;
 }
 

@@ -70,8 +70,10 @@ Console::Console()
       hasColour_(isOutputTerminal_ && !HasText("NO_COLOR") && !IsDumbTerminal()) {}
 
 void Console::Write(std::string_view text) {
+    errno = 0;
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() && writeError_ == 0) {
-        writeError_ = errno;
+        // A failure, whether the system says why or not.
+        writeError_ = errno != 0 ? errno : EIO;
     }
 }
 

@@ -36,6 +36,10 @@ std::optional<std::string> GameWithOutputs::KeyOf(const std::string& path) const
     const std::size_t nameBegin = slash == std::string::npos ? 0 : slash + 1;
     const std::string name = path.substr(nameBegin, end + 1 - nameBegin);
     const std::string parent = slash == std::string::npos ? "." : path.substr(0, slash);
+    // The current directory itself is not to be found.
+    if (parent == path) {
+        return std::nullopt;
+    }
     auto above = KeyOf(parent);
     if (!above || !HasKey(*above)) {
         return std::nullopt;

@@ -81,9 +81,14 @@ class RuleFinder {
     std::unordered_map<std::string, std::optional<SkipRule>> known_;
 };
 
-LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules) {
+LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules, bool hasIncludes) {
     const auto rule = rules.RuleFor(item.path);
-    return rule ? ReasonOf(*rule, item.kind) : LeftOutReason::NotIncluded;
+    if (rule) {
+        return ReasonOf(*rule, item.kind);
+    }
+    // The walk could list it, and now it cannot be.
+    const bool isLost = !hasIncludes && item.kind == ItemKind::UnlistableDirectory;
+    return isLost ? LeftOutReason::Unlistable : LeftOutReason::NotIncluded;
 }
 
 bool LeadsToSealedFiles(const InventoryItem& item, const SealedPaths& sealed) {
@@ -113,9 +118,10 @@ std::vector<JudgedFile> JudgeFiles(const Selection& selection,
         rules.emplace(LexicalPath(skipped.path), skipped.rule);
     }
     RuleFinder finder(std::move(rules));
+    const bool hasIncludes = !selection.config.includePaths.empty();
     for (const InventoryItem& item : inventory) {
         if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
-            judged.push_back({item.path, item.sizeBytes, ReasonFor(item, finder)});
+            judged.push_back({item.path, item.sizeBytes, ReasonFor(item, finder, hasIncludes)});
         }
     }
     std::stable_sort(judged.begin(), judged.end(),

@@ -32,6 +32,11 @@ int Show(const ShowOptions& options, Console& console) {
     } else {
         WriteShowText(*file, options, console);
     }
+    // The paths are converted once more as they are written.
+    if (converter.RequireSound() != ResultCode::Ok) {
+        console.Fail("'" + options.path + "': " + LastLoggedError());
+        return kStatusError;
+    }
     return StatusOf(file->shown);
 }
 

@@ -1,6 +1,7 @@
 // The functions of mbed TLS that the program calls and that can fail, in version 2.28 and in 3.x.
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/entropy.h>
+#include <mbedtls/md.h>
 #include <mbedtls/pk.h>
 #include <mbedtls/sha256.h>
 #include <mbedtls/version.h>
@@ -36,6 +37,14 @@ int mbedtls_ctr_drbg_random(void* context, unsigned char* output, std::size_t le
     static constinit Interposed<int(void*, unsigned char*, std::size_t)> function(
         "mbedtls_ctr_drbg_random");
     return function.OrReturn({}, context, output, length);
+}
+
+int mbedtls_md(const mbedtls_md_info_t* kind, const unsigned char* input, std::size_t length,
+               unsigned char* output) {
+    static constinit Interposed<int(const mbedtls_md_info_t*, const unsigned char*, std::size_t,
+                                    unsigned char*)>
+        function("mbedtls_md");
+    return function.OrReturn({}, kind, input, length, output);
 }
 
 int mbedtls_x509_crt_parse_der(mbedtls_x509_crt* certificate, const unsigned char* data,

@@ -70,7 +70,8 @@ class Run:
 class Tools:
     """What runs the scenes."""
 
-    program: Path
+    # One of the two, by the file's name.
+    programs: Mapping[str, Path]
     preload: Path
     # Where strace is not there, system calls do not fail.
     strace: Optional[str]
@@ -86,7 +87,7 @@ class Worker:
 
     def run_clean(self, scene: Scene) -> Run:
         """Nothing fails. Counts the calls of functions."""
-        return self._run(scene, [str(self._tools.program), *scene.arguments_in(self.folder / scene.name)], self._preload_environment())
+        return self._run(scene, self._command(scene), self._preload_environment())
 
     def run(self, case: Case, scene: Scene, loading_calls: Mapping[str, int]) -> Run:
         """One fault. `loading_calls` are the system calls before the program begins."""
@@ -94,7 +95,7 @@ class Worker:
             return self._run_system_case(case, scene, loading_calls.get(case.function, 0))
         plan = f"{case.function}:{case.call}:{case.reach}:{case.fault.kind}:{case.fault.value}"
         environment = self._preload_environment(SEALKEEPER_FAULT=plan)
-        return self._run(scene, [str(self._tools.program), *scene.arguments_in(self.folder / scene.name)], environment)
+        return self._run(scene, self._command(scene), environment)
 
     def count_system_calls(self, scene: Scene) -> Tuple[Dict[str, int], Dict[str, int]]:
         """The calls while the program is loaded, and those from where it begins, of its first thread."""
@@ -134,7 +135,10 @@ class Worker:
         assert self._tools.strace is not None
         environment = ["-E", f"LD_PRELOAD={self._tools.preload}", "-E", "SEALKEEPER_FAULT_MARK=1"]
         return [self._tools.strace, "-f", "-qq", "--seccomp-bpf", "-e", "signal=none", *options, *environment,
-                str(self._tools.program), *scene.arguments_in(self.folder / scene.name)]
+                *self._command(scene)]
+
+    def _command(self, scene: Scene) -> List[str]:
+        return [str(self._tools.programs[scene.program]), *scene.arguments_in(self.folder / scene.name)]
 
     def _preload_environment(self, **more: str) -> Mapping[str, str]:
         self._report.unlink(missing_ok=True)

@@ -22,7 +22,7 @@ import runtime_conf_format
 from fault_runs import LIBRARY, SYSTEM, Case, Frame, Run, Tools, Worker, seconds_since
 from fault_table import MOST_CALLS, not_accounted_for, system_calls_not_accounted_for, tables
 from rule_of_three import EXCEPTIONS, Finding, Verdict, judge
-from scenes import GENERATE, RUNTIME_SETTINGS, Credentials, Scene, SceneMaker
+from scenes import COMPANION, GENERATE, INSPECT, PROGRAM, RUNTIME_SETTINGS, Credentials, Scene, SceneMaker
 
 WORKERS = 2
 PROGRESS_EVERY = 1000
@@ -44,8 +44,9 @@ class Sweep:
     def __init__(self, folder: Path, tools: Tools, credentials: Credentials) -> None:
         self._tools = tools
         self._credentials = credentials
-        maker = SceneMaker(folder / "w", tools.program, credentials)
-        self.scenes = {scene.name: scene for scene in maker.make_all()}
+        maker = SceneMaker(folder / "w", tools.programs[PROGRAM], credentials)
+        scenes = maker.make_all_of_companion() if COMPANION in tools.programs else maker.make_all()
+        self.scenes = {scene.name: scene for scene in scenes}
         self._workers = [Worker(maker.folder, tools)]
         # Paths of the same length have the same allocations.
         for number in range(1, WORKERS):
@@ -97,7 +98,8 @@ class Sweep:
     def _baseline(self, scene: Scene) -> Baseline:
         first, *others = [worker.run_clean(scene) for worker in (*self._workers, self._workers[0])]
         for other in others:
-            if (other.status, other.outputs) != (first.status, first.outputs):
+            if (other.status, other.outputs) != (first.status, first.outputs) or (
+                    scene.kind == INSPECT and other.console != first.console):
                 raise RuntimeError(f"{scene.name}: two clean runs have different results")
         self._check_clean(scene, first)
         loading: Mapping[str, int] = {}
@@ -109,7 +111,8 @@ class Sweep:
 
     # The clean run's outputs are what all others are held against, so they are checked by other means.
     def _check_clean(self, scene: Scene, run: Run) -> None:
-        must_fail = scene.name.startswith("verify-") and not scene.name.startswith("verify-good")
+        must_fail = (scene.name.startswith("verify-") and not scene.name.startswith("verify-good")
+                     or scene.name == "compare")
         if (run.status != 0) != must_fail or run.error_text:
             raise RuntimeError(f"{scene.name}: a clean run ends with {run.status}:\n{run.console}{run.error_text}")
         if scene.kind != GENERATE:
@@ -210,6 +213,7 @@ def imported_functions(program: Path) -> List[str]:
 def arguments_of(command_line: Sequence[str]) -> argparse.Namespace:
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--program", type=Path)
+    parser.add_argument("--companion", type=Path, help="sweep this one, and make its games with the program")
     parser.add_argument("--preload", type=Path)
     parser.add_argument("--credentials", type=Path, help="the folder of the credentials issued for the tests")
     parser.add_argument("--revocation-list", type=Path)
@@ -235,12 +239,15 @@ def main(command_line: Sequence[str]) -> int:
         for known in EXCEPTIONS:
             print(f"{known.name}: {known.reason}")
         return 0
-    program = options.program.resolve()
+    programs = {PROGRAM: options.program.resolve()}
+    if options.companion:
+        programs[COMPANION] = options.companion.resolve()
+    program = list(programs.values())[-1]
     require_nothing("functions", not_accounted_for(imported_functions(program)))
     strace = shutil.which("strace")
     if strace is None:
         print("strace is not here: system calls inside the C library do not fail in this run.")
-    tools = Tools(program, options.preload.resolve(), strace)
+    tools = Tools(programs, options.preload.resolve(), strace)
     issued = options.credentials.resolve()
     credentials = Credentials(issued / "good", issued / "other-key", issued / "other-name",
                               options.revocation_list.resolve())

@@ -5,6 +5,9 @@ that was good before is damaged. Verify and list may come to a worse verdict, ne
 0 only when the clean run does and its lines are printed, and what is checked in silence is not left out. And
 always: no signal, an end within ten seconds, a documented status, nothing on standard error, and nothing left
 among the signed files that does not belong there.
+
+The companion writes nothing. It ends with 0 only where the clean run does, and with its report; with the clean run's
+status and another report only where it says why; and never in silence.
 """
 
 from __future__ import annotations
@@ -19,12 +22,15 @@ from catalogue_entry import Entry
 from fault_runs import LIMIT_SECONDS, Case, Run
 from fault_table import ONWARDS
 from format_error import FormatError
-from scenes import BIG_FILE, GENERATE, RUNTIME_SETTINGS, SKIPPED_FILE, VERIFY, Scene
+from scenes import BIG_FILE, GENERATE, INSPECT, RUNTIME_SETTINGS, SKIPPED_FILE, VERIFY, Scene
 
 # docs/exit-status.md.
 DOCUMENTED_STATUSES: FrozenSet[int] = frozenset(
     [*range(0, 6), *range(7, 25), 26, 27, *range(30, 36)]
 )
+# docs/inspect: good, warnings, errors, a wrong command line; and those of verify with additions to the game.
+INSPECT_STATUSES: FrozenSet[int] = frozenset([0, 1, 2, 64])
+CHECK_STATUSES: FrozenSet[int] = DOCUMENTED_STATUSES | frozenset([40, 64])
 OLD, CLEAN, OTHER = "old", "clean", "other"
 
 
@@ -57,9 +63,12 @@ class Verdict(NamedTuple):
 
 
 CONSOLE = "console"
+# What the companion prints.
+REPORT = "report"
 MISSING = ("ENOENT", "ENOTDIR")
 FORBIDDEN_OR_MISSING = ("EACCES", *MISSING)
 STATUS_CALLS = ("stat", "lstat", "newfstatat", "statx")
+WRITING_CALLS = ("write", "fwrite", "fputs", "fputc", "fprintf", "fflush")
 DIRECTORY_CALLS = (*STATUS_CALLS, "opendir", "scandir", "openat", "getdents64")
 PATTERN_MESSAGE = "The following did not match any files"
 LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '", PATTERN_MESSAGE)
@@ -72,7 +81,7 @@ def judge(finding: Finding) -> Verdict:
     """Hold a run against the rule."""
     violations = _always(finding)
     exceptions: List[str] = []
-    judged = _judge_generate if finding.scene.kind == GENERATE else _judge_reading
+    judged = {GENERATE: _judge_generate, INSPECT: _judge_inspect}.get(finding.scene.kind, _judge_reading)
     for subject, text in judged(finding):
         excused = [known.name for known in EXCEPTIONS if known.explains(finding, subject)]
         if excused:
@@ -89,14 +98,34 @@ def _always(finding: Finding) -> List[str]:
         violations.append(f"did not end within {LIMIT_SECONDS} s")
     elif run.status < 0 or run.status > 128:
         violations.append(f"ended by signal {-run.status if run.status < 0 else run.status - 128}")
-    elif run.status not in DOCUMENTED_STATUSES:
+    elif run.status not in _documented_statuses(finding.scene):
         violations.append(f"ended with {run.status}, which is not documented")
-    if run.error_text:
+    if run.error_text and (finding.scene.kind != INSPECT or run.status == 0):
         violations.append(f"wrote to standard error: {run.error_text.strip()[:80]!r}")
     strange = sorted(set(run.outputs) - set(finding.scene.before) - set(finding.clean.outputs))
     if strange and finding.case.function not in ("unlink", "unlinkat", "remove"):
         violations.append(f"left {', '.join(strange)} behind")
     return violations
+
+
+def _documented_statuses(scene: Scene) -> FrozenSet[int]:
+    if scene.kind != INSPECT:
+        return DOCUMENTED_STATUSES
+    return CHECK_STATUSES if scene.name == "check" else INSPECT_STATUSES
+
+
+def _judge_inspect(finding: Finding) -> List[Tuple[str, str]]:
+    run, clean = finding.run, finding.clean
+    found = []
+    if run.outputs != finding.scene.before:
+        found.append(("outputs", "changed the signed files"))
+    if run.status == 0 and clean.status != 0:
+        found.append((REPORT, f"ended with 0 in place of {clean.status}"))
+    elif run.console != clean.console and (run.status == 0 or run.status == clean.status and not run.error_text):
+        found.append((REPORT, f"ended with {run.status} and {_first_difference(run.console, clean.console)}"))
+    if run.status != 0 and not run.console and not run.error_text:
+        found.append((REPORT, f"ended with {run.status} and said nothing"))
+    return found
 
 
 def _judge_generate(finding: Finding) -> List[Tuple[str, str]]:
@@ -220,6 +249,22 @@ def _is_lenient_after_recovery(finding: Finding, output: str) -> bool:
             and finding.case.fault.kind == "wrong" and finding.run.subject.endswith(BIG_FILE))
 
 
+def _is_not_heard(finding: Finding, output: str) -> bool:
+    is_unheard = finding.case.function in WRITING_CALLS and finding.case.reach == ONWARDS
+    return output == REPORT and is_unheard and finding.run.status != 0
+
+
+def _sealed_lines(console: str) -> List[str]:
+    return [" ".join(line.split()) for line in lines_of(console) if line.startswith("sealed")]
+
+
+def _leaves_excluded_unlisted(finding: Finding, output: str) -> bool:
+    case, run = finding.case, finding.run
+    is_missing = case.function in DIRECTORY_CALLS and case.fault.name in FORBIDDEN_OR_MISSING
+    has_all_sealed = _sealed_lines(run.console) == _sealed_lines(finding.clean.console)
+    return output == REPORT and finding.scene.name == "rules" and is_missing and has_all_sealed
+
+
 EXCEPTIONS: Sequence[DemandedException] = (
     DemandedException(
         "runtime.conf without a signature",
@@ -254,5 +299,16 @@ EXCEPTIONS: Sequence[DemandedException] = (
         "leniency after a recovered chunk",
         "After a chunk that differed first and was right when it was read again, the next one is not compared.",
         _is_lenient_after_recovery,
+    ),
+    DemandedException(
+        "nobody hears of it",
+        "Where standard error takes no text either, the companion's exit status alone tells that it failed.",
+        _is_not_heard,
+    ),
+    DemandedException(
+        "what is left out is not looked into",
+        "A directory or file that the rules leave out anyway may be missing or forbidden: the companion lists no files "
+        "below it, or no bytes. All that is sealed is listed.",
+        _leaves_excluded_unlisted,
     ),
 )

@@ -19,6 +19,9 @@ FOLDER = "{folder}"
 OUTPUT_FOLDER = "Quorvane/Certificates"
 OUTPUTS = ("base.bin", "base.cer", "runtime.conf")
 GENERATE, VERIFY, LIST = "generate", "verify", "list"
+# Of the companion, whose scenes are called by their commands.
+INSPECT = "inspect"
+PROGRAM, COMPANION = "sealkeeper", "sealkeeper-inspect"
 # The second of two chunks is small.
 CHUNK_BYTES = 4 * 1024 * 1024
 BIG_BYTES = CHUNK_BYTES + 5000
@@ -48,6 +51,11 @@ search_options { include_paths = ["bin/a.dat"]; }
 """
 SIGNED_CONFIG = """config_info { version = 2; }
 search_options { exclude_paths = ["Quorvane", "mods"]; exclude_size_threshold = 10; }
+"""
+
+# Of which nothing is warned.
+RULES_CONFIG = """config_info { version = 2; }
+search_options { exclude_paths = ["Quorvane", "temp*"]; exclude_extensions = [".log"]; exclude_size_threshold = 10; }
 """
 
 FILES: Mapping[str, bytes] = {
@@ -90,6 +98,11 @@ class Scene:
     # Those that a generate run writes.
     written: Sequence[str] = ()
 
+    @property
+    def program(self) -> str:
+        """The one of the two programs that the scene runs."""
+        return COMPANION if self.kind == INSPECT else PROGRAM
+
     def arguments_in(self, folder: Path) -> List[str]:
         """The command line, without the program, in a copy of the scene."""
         return [argument.replace(FOLDER, str(folder)) for argument in self.arguments]
@@ -104,8 +117,23 @@ class SceneMaker:
         self._credentials = credentials
 
     def make_all(self) -> List[Scene]:
-        """Every scene of the sweep, in the order in which they are run."""
+        """Every scene of the program's sweep, in the order in which they are run."""
         return self._generate_scenes() + self._verify_scenes() + self._list_scenes()
+
+    def make_all_of_companion(self) -> List[Scene]:
+        """Every scene of the companion's sweep, likewise."""
+        good = self._credentials.good
+        signed = f"game/{OUTPUT_FOLDER}"
+        options = ["--product", PRODUCT]
+        credentials = ["--cert", str(good / "base_public.cer"), "--key", "own.key"]
+        arguments = {
+            "rules": ["--files", "--game", "game", "rules.cfg"],
+            "check": [*options, "--strict", "--format", "junit", "game"],
+            "credentials": [*options, *credentials, "--crl", str(self._credentials.revocation_list), "--json"],
+            "show": [*options, "--json", "--digests", f"{signed}/base.bin"],
+            "compare": [f"{signed}/base.bin", f"{signed}/mod1.bin"],
+        }
+        return [self._inspect(command, [command, *given]) for command, given in arguments.items()]
 
     # Generate
 
@@ -174,6 +202,15 @@ class SceneMaker:
 
     def _put_foreign_certificate(self, game: Path) -> None:
         shutil.copyfile(self._credentials.other_product / "base_public.cer", game / OUTPUT_FOLDER / "base.cer")
+
+    def _inspect(self, name: str, arguments: Sequence[str]) -> Scene:
+        folder = self._signed_folder(name)
+        (folder / "rules.cfg").write_text(RULES_CONFIG)
+        shutil.copyfile(self._credentials.good / "base_private.key", folder / "own.key")
+        (folder / "own.key").chmod(0o600)
+        # The one file that no catalogue lists, and that the size rule would be warned of.
+        (folder / "game" / SKIPPED_FILE).unlink()
+        return Scene(name, INSPECT, arguments, before=read_outputs(folder))
 
     # A signed game: its own catalogue and one of a packed mod.
     def _signed_folder(self, name: str) -> Path:

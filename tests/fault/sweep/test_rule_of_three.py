@@ -20,7 +20,7 @@ from fault_table import (
     system_calls_not_accounted_for,
 )
 from rule_of_three import Finding, judge
-from scenes import GENERATE, LIST, RUNTIME_SETTINGS, VERIFY, Scene
+from scenes import GENERATE, INSPECT, LIST, RUNTIME_SETTINGS, VERIFY, Scene
 
 OLD = {"base.bin": b"old catalogue", "runtime.conf": b"old settings"}
 NEW = {"base.bin": b"new catalogue", "runtime.conf": b"new settings"}
@@ -115,6 +115,44 @@ class RuleOfThree(unittest.TestCase):
         self.assert_broken(found, "ended with 0 and without the line '[Info] one'")
 
 
+class Companion(unittest.TestCase):
+    def assert_broken(self, found: Finding, *texts: str) -> None:
+        self.assertEqual(list(judge(found).violations), list(texts))
+
+    def test_the_clean_runs_report_is_right(self) -> None:
+        self.assert_broken(finding(INSPECT))
+
+    def test_a_good_end_with_another_report_is_wrong(self) -> None:
+        found = finding(INSPECT, console="[Info] one\n")
+        self.assert_broken(found, "ended with 0 and without the line '[Info] two'")
+
+    def test_a_better_end_is_wrong(self) -> None:
+        self.assert_broken(finding(INSPECT, clean_status=1), "ended with 0 in place of 1")
+
+    def test_a_worse_end_is_right(self) -> None:
+        self.assert_broken(finding(INSPECT, status=2, console="[Info] bad\n"))
+
+    def test_the_same_end_with_another_report_needs_a_reason(self) -> None:
+        found = finding(INSPECT, status=1, clean_status=1, console="[Info] one\n")
+        self.assert_broken(found, "ended with 1 and without the line '[Info] two'")
+        self.assert_broken(replace(found, run=replace(found.run, error_text="lost\n")))
+
+    def test_silence_is_wrong(self) -> None:
+        self.assert_broken(finding(INSPECT, status=2, console=""), "ended with 2 and said nothing")
+
+    def test_a_reason_is_right_but_for_a_good_end(self) -> None:
+        self.assert_broken(finding(INSPECT, status=2, console="", error_text="oh\n"))
+        self.assert_broken(finding(INSPECT, error_text="oh\n"), "wrote to standard error: 'oh'")
+
+    def test_a_status_of_another_command_is_not_documented(self) -> None:
+        found = finding(INSPECT, status=26)
+        self.assert_broken(found, "ended with 26, which is not documented")
+        self.assert_broken(replace(found, scene=replace(found.scene, name="check")))
+
+    def test_the_companion_writes_nothing(self) -> None:
+        self.assert_broken(finding(INSPECT, status=2, outputs=OLD), "changed the signed files")
+
+
 class Exceptions(unittest.TestCase):
     def assert_excused(self, found: Finding, *names: str) -> None:
         verdict = judge(found)
@@ -136,6 +174,19 @@ class Exceptions(unittest.TestCase):
         for console, count in ((LINES, 0), ("[Info] one\n", 1)):
             found = finding(VERIFY, console=console, function="open", subject="/game/runtime.conf")
             found = replace(found, clean=replace(found.clean, console=LINES + section))
+            self.assertEqual(len(judge(found).violations), count)
+
+    def test_silence_where_standard_error_takes_nothing_is_excused(self) -> None:
+        found = finding(INSPECT, status=2, console="", function="write")
+        self.assertEqual(len(judge(found).violations), 1)
+        self.assert_excused(replace(found, case=found.case._replace(reach="onwards")), "nobody hears of it")
+
+    def test_what_is_left_out_may_be_missing_from_the_report_and_what_is_sealed_not(self) -> None:
+        for console, count in (("sealed 1 a\n", 0), ("out 1 b\n", 1)):
+            found = finding(INSPECT, console=console, function="opendir")
+            case = found.case._replace(fault=errors("EACCES")[0])
+            clean = replace(found.clean, console="sealed   1 a\nout  1 b\n")
+            found = replace(found, case=case, clean=clean, scene=replace(found.scene, name="rules"))
             self.assertEqual(len(judge(found).violations), count)
 
 

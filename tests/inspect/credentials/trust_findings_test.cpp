@@ -24,8 +24,10 @@ TrustFacts GoodTrust() {
     list.thisUpdate = kNow - days(10);
     list.nextUpdate = kNow + days(100);
     TrustFacts facts;
+    facts.authority.fingerprint = "AB:CD";
     facts.authority.certificate = authority;
     facts.authority.maySign = true;
+    facts.revocationList.fingerprint = "CD:EF";
     facts.revocationList.list = list;
     facts.revocationList.namesAuthority = true;
     facts.revocationList.isSignedByAuthority = true;
@@ -110,6 +112,14 @@ TEST(TrustFindings, WhatCannotBeRead) {
     facts.authority.maySign = false;
     ExpectFinding(facts, "authority-may-not-sign", ResultCode::MbedTlsX509VerifyFailed,
                   kStatusError);
+}
+
+TEST(TrustFindings, AMissingFingerprintIsAWarning) {
+    for (const auto part : {0, 1}) {
+        TrustFacts facts = GoodTrust();
+        (part == 0 ? facts.authority.fingerprint : facts.revocationList.fingerprint).clear();
+        ExpectFinding(facts, "fingerprint-unknown", std::nullopt, kStatusWarning);
+    }
 }
 
 TEST(TrustFindings, DevelopmentMaterialIsAWarning) {

@@ -119,6 +119,15 @@ TEST_F(GameTree, IsNotReachedByWhatIsNotThere) {
     EXPECT_EQ(Look("./x/missing/z").type, FileType::Missing);
 }
 
+TEST_F(GameTree, NothingIsFoundWhereTheCurrentDirectoryIsGone) {
+    const TempDirectory other;
+    const std::string gone = other / "gone";
+    fs::create_directories(gone);
+    const ScopedCurrentDirectory there(gone);
+    fs::remove(gone);
+    game_.AddFile("x", 7);
+}
+
 TEST_F(GameTree, InventoryHasEverythingButDirectories) {
     static_cast<void>(directory_.WriteFile("a", "12"));
     static_cast<void>(directory_.WriteFile(".b/c", "123"));

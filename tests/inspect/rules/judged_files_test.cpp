@@ -44,6 +44,16 @@ TEST(JudgedFiles, EachRuleHasItsReason) {
     }
 }
 
+TEST(JudgedFiles, ADirectoryThatIsLostAfterTheWalkIsUnlistable) {
+    const std::vector<InventoryItem> inventory = {{"d", ItemKind::UnlistableDirectory}};
+    Selection selection;
+    selection.config.excludePaths = {"a"};
+    EXPECT_EQ(Told(selection, inventory), (Pairs{{"d", LeftOutReason::Unlistable}}));
+    selection.config.excludePaths = {};
+    selection.config.includePaths = {"a"};
+    EXPECT_EQ(Told(selection, inventory), (Pairs{{"d", LeftOutReason::NotIncluded}}));
+}
+
 TEST(JudgedFiles, ADirectorysRuleHoldsForWhatItHolds) {
     Selection selection;
     selection.skipped = {{"./d", SkipRule::ExcludedPath}, {"./d/e/.f", SkipRule::HiddenName}};

@@ -1,0 +1,79 @@
+#include "inspect/credentials/fault_findings.h"
+
+#include <gtest/gtest.h>
+
+#include "inspect/report/command_status.h"
+
+namespace sealkeeper {
+namespace {
+
+constexpr unsigned kMode = 0600;
+
+ExaminedFile ReadFile() {
+    ExaminedFile file;
+    file.path = "a.file";
+    file.type = FileType::Regular;
+    file.mode = kMode;
+    return file;
+}
+
+// All three files were read.
+CredentialFacts GoodFacts() {
+    CredentialFacts facts;
+    facts.certificate.file = ReadFile();
+    facts.key.emplace().file = ReadFile();
+    facts.revocationList.emplace().file = ReadFile();
+    facts.revocationList->file.kind = FileKind::DerRevocationList;
+    facts.revocationList->list.emplace();
+    return facts;
+}
+
+void ExpectFinding(const CredentialFacts& facts, const std::string& name, int status) {
+    const CredentialFindings findings = JudgeFaults(facts);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(findings[0].name, name);
+    EXPECT_EQ(StatusOf(findings), status);
+    EXPECT_EQ(findings[0].code, std::nullopt);
+}
+
+TEST(FaultFindings, NothingFailed) {
+    EXPECT_TRUE(JudgeFaults(GoodFacts()).empty());
+}
+
+TEST(FaultFindings, ACheckThatFailsOnceIsAnError) {
+    CredentialFacts facts = GoodFacts();
+    facts.certificate.flags = MBEDTLS_X509_BADCRL_NOT_TRUSTED;
+    ExpectFinding(facts, "check-failed", kStatusError);
+    // Generate fails, which other findings tell.
+    facts.certificate.code = ResultCode::CertificateRLInvalid;
+    EXPECT_TRUE(JudgeFaults(facts).empty());
+}
+
+TEST(FaultFindings, AListThatIsReadOnlyOnceIsAnError) {
+    CredentialFacts facts = GoodFacts();
+    facts.revocationList->file.kind = FileKind::UnreadableSigned;
+    ExpectFinding(facts, "check-failed", kStatusError);
+    // Other findings tell what it is.
+    facts.revocationList->list.reset();
+    EXPECT_TRUE(JudgeFaults(facts).empty());
+}
+
+TEST(FaultFindings, AModeThatIsNotKnownIsAWarning) {
+    for (const auto file : {0, 1, 2}) {
+        CredentialFacts facts = GoodFacts();
+        ExaminedFile* const files[] = {&facts.certificate.file, &facts.key->file,
+                                       &facts.revocationList->file};
+        files[file]->mode.reset();
+        ExpectFinding(facts, "mode-unknown", kStatusWarning);
+        // One that cannot be read has a finding of its own.
+        files[file]->reasonUnread = "No such file or directory";
+        files[file]->kind.reset();
+        facts.revocationList->list.reset();
+        EXPECT_TRUE(JudgeFaults(facts).empty());
+        files[file]->kind = FileKind::DerCertificate;
+        ExpectFinding(facts, "mode-unknown", kStatusWarning);
+    }
+}
+
+}  // namespace
+}  // namespace sealkeeper
