@@ -16,8 +16,8 @@
 #include "fuzzer.h"
 #include "inspect/lint/lint_config_text.h"
 #include "inspect/lint/plain_reading.h"
-#include "inspect/rules/lexical_path.h"
 #include "inspect/rules/rule_places.h"
+#include "inspect/tree/lexical_path.h"
 #include "runtime/runtime_settings.h"
 
 namespace {

@@ -244,7 +244,7 @@ TEST(CompareText, TellsOfTheSignatureWhereNothingElseDiffers) {
     difference.others = {"signature", "order of entries"};
     EXPECT_EQ(ComparedText(difference),
               "old.bin -> new.bin\n\nThe entries are the same: 1 file, 5 bytes\n"
-              "Different: signature, order of entries\n");
+              "Different: signature and order of entries\n");
 }
 
 Json ComparedJson(const CatalogueDifference& difference) {
