@@ -4,8 +4,8 @@
 # Installs what is missing, builds the program, issues credentials from the development authority,
 # generates the signed files of a game (of game_dir, or of a small sample game that it lays out), lists
 # them and verifies the game against them. In the sample game it then changes one byte, shows how
-# verifying fails, and puts the byte back. In game_dir it writes Quorvane/Certificates, over what is
-# there, and changes nothing else.
+# verifying fails, and puts the byte back. In game_dir it writes Quorvane/Certificates and changes
+# nothing else; where signed files are there already, it asks before it replaces them.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 if [ "${1:-}" = --help ] || [ "${1:-}" = -h ]; then
@@ -19,6 +19,29 @@ fi
 if [ $# -eq 1 ] && [ ! -d "$1" ]; then
     echo "demo.sh: not a directory: '$1'" >&2
     exit 1
+fi
+# They may be a release's, and cannot be made again without its key.
+ask_before_replacing() {
+    local certificates=$1/Quorvane/Certificates there=() name answer=""
+    for name in base.bin base.cer runtime.conf; do
+        if [ -e "$certificates/$name" ] || [ -L "$certificates/$name" ]; then
+            there+=("$name")
+        fi
+    done
+    if [ ${#there[@]} -eq 0 ]; then
+        return
+    fi
+    echo "$certificates holds signed files: ${there[*]}. The demonstration's would replace them."
+    # At the end of the input, nobody is there to say yes.
+    read -r -p "Replace them? [y/N] " answer || true
+    if [ "$answer" != y ] && [ "$answer" != Y ]; then
+        echo "demo.sh: nothing was changed" >&2
+        exit 1
+    fi
+}
+
+if [ $# -eq 1 ]; then
+    ask_before_replacing "$1"
 fi
 product=harbortale-demo
 credentials=$here/build/demo-credentials

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the build, with --tests what the tests, with --bench what the benchmarks, with
 # --mutation what tools/mutate.sh, with --coverage what tools/coverage.sh, and with --browser what
-# tools/look-at-page.sh needs:
+# tools/look-at-page.sh needs, and with --package what cpack needs:
 # Debian's packages through apt, macOS's through Homebrew. Does nothing when all of it is there.
 set -euo pipefail
 
@@ -10,6 +10,7 @@ with_bench=no
 with_mutation=no
 with_coverage=no
 with_browser=no
+with_package=no
 for option in "$@"; do
     case "$option" in
         --tests) with_tests=yes ;;
@@ -17,8 +18,9 @@ for option in "$@"; do
         --mutation) with_mutation=yes ;;
         --coverage) with_coverage=yes ;;
         --browser) with_browser=yes ;;
+        --package) with_package=yes ;;
         *)
-            echo "usage: install-packages.sh [--tests] [--bench] [--mutation] [--coverage] [--browser]" >&2
+            echo "usage: install-packages.sh [--tests] [--bench] [--mutation] [--coverage] [--browser] [--package]" >&2
             exit 1
             ;;
     esac
@@ -41,6 +43,9 @@ install_on_debian() {
     if [ "$with_browser" = yes ]; then
         wanted="$wanted chromium chromium-driver fonts-dejavu-core python3-selenium python3-html5lib"
     fi
+    if [ "$with_package" = yes ]; then
+        wanted="$wanted dpkg-dev file scdoc"
+    fi
     local missing="" package
     for package in $wanted; do
         if ! dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed; then
@@ -52,6 +57,11 @@ install_on_debian() {
     fi
     local as_root=""
     if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null 2>&1; then
+            echo "Packages are missing, and only root can install them. There is no sudo here, so become root and run:" >&2
+            echo "    apt-get update && apt-get install --no-install-recommends$missing" >&2
+            exit 1
+        fi
         as_root=sudo
     fi
     echo "Installing:$missing"
