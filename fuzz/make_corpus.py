@@ -153,9 +153,6 @@ def credential_file_seeds() -> "dict[str, bytes]":
     game = credential("game.cer")
     return {
         "certificate": certificate + game,
-        "certificate_of_mod": certificate + credential("mod.cer"),
-        "certificate_with_names": certificate + credential("alt_name.cer"),
-        "certificate_self_signed": certificate + credential("self_signed.cer"),
         "certificate_in_pem": certificate + pem("CERTIFICATE", game),
         "certificate_in_pkcs7": certificate + b"\x30\x0b\x06\x09" + bytes.fromhex("2a864886f70d010702"),
         "key": key + credential("game.key"),
@@ -163,7 +160,6 @@ def credential_file_seeds() -> "dict[str, bytes]":
         "key_with_password": key + pem("ENCRYPTED PRIVATE KEY", bytes(32)),
         "key_of_openssh": key + b"ssh-rsa AAAA",
         "list": revocation_list + (_AUTHORITY / "crl.der").read_bytes(),
-        "list_in_pem": revocation_list + pem("X509 CRL", (_AUTHORITY / "crl.der").read_bytes()),
     }
 
 
