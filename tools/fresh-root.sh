@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# A fresh system in a folder, of Debian's packages: as root,
+#   fresh-root.sh make SUITE FOLDER [PACKAGE...]   makes one of Debian's SUITE with git alone, and with these
+#   fresh-root.sh run FOLDER COMMAND...            runs a command in it, as root and without a terminal
+#   fresh-root.sh remove FOLDER                    removes it
+set -euo pipefail
+
+usage() {
+    echo "usage: fresh-root.sh make SUITE FOLDER [PACKAGE...] | run FOLDER COMMAND... | remove FOLDER" >&2
+    exit 2
+}
+
+make_root() {
+    local suite=$1 root=$2 packages
+    shift 2
+    packages=$(IFS=,; echo "git,ca-certificates${*:+,$*}")
+    debootstrap --variant=minbase --include="$packages" "$suite" "$root" > "$root.log" ||
+        { tail -n 20 "$root.log" >&2; exit 1; }
+    # Updates of the suite, as an installed system has them; what is installed stays as it is.
+    sed "s/ $suite / $suite-updates /" "$root/etc/apt/sources.list" > "$root/etc/apt/sources.list.d/updates.list"
+    cp /etc/resolv.conf "$root/etc/resolv.conf" 2> /dev/null || true
+}
+
+run_in_root() {
+    local root=$1 status=0
+    shift
+    mount -t proc proc "$root/proc"
+    # A process that is started here must not keep the folder.
+    env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive chroot "$root" "$@" < /dev/null || status=$?
+    umount "$root/proc" || umount -l "$root/proc"
+    return "$status"
+}
+
+[ $# -ge 2 ] || usage
+case "$1" in
+    make) [ $# -ge 3 ] || usage; shift; make_root "$@" ;;
+    run) [ $# -ge 3 ] || usage; shift; run_in_root "$@" ;;
+    remove) [ $# -eq 2 ] || usage; rm -rf --one-file-system "$2" "$2.log" ;;
+    *) usage ;;
+esac
