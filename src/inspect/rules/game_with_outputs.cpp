@@ -61,9 +61,13 @@ bool GameWithOutputs::HasKey(const std::string& key) const {
     return added_.contains(key) || ResolvePath(AbsolutePathOf(key));
 }
 
-// Where links lead, as a folder of the outputs may be one.
+// A folder of the outputs may be a link.
+std::string GameWithOutputs::LocationOf(const std::string& path) const {
+    return KeyOf("./" + path).value_or(path);
+}
+
 void GameWithOutputs::Add(const std::string& path, const FileStatus& status) {
-    const std::string key = KeyOf("./" + path).value_or(path);
+    const std::string key = LocationOf(path);
     // A link may lead back to the game directory itself.
     if (!key.empty()) {
         added_.emplace(key, status);

@@ -25,6 +25,10 @@ class GameWithOutputs : public FileTree {
     void AddDirectory(const std::string& path);
     void AddFile(const std::string& path, std::uint64_t sizeBytes);
 
+    // Where the lexical path `path` leads by links: from the game directory, or absolute where that
+    // is elsewhere. Itself where it leads nowhere.
+    [[nodiscard]] std::string LocationOf(const std::string& path) const;
+
     ResultCode ReadDirectory(const std::string& directory,
                              std::optional<DirectoryEntries>& entries) const override;
     ResultCode LookAtPath(const std::string& path, FileStatus& status) const override;

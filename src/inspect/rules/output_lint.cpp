@@ -1,7 +1,9 @@
 // Warnings about the run's own outputs.
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "config/config_names.h"
 #include "inspect/report/name_list.h"
@@ -47,20 +49,44 @@ std::string CureFor(const std::vector<std::string>& written, const LintSubject& 
                : "Write in include_paths what to hash, and nothing that takes in " + list + ".";
 }
 
-}  // namespace
+// The outputs of a run that a second one selects, by the path by which it does.
+struct SelectedOutputs {
+    std::vector<std::string> replaced;
+    std::optional<std::string> runtimeConfiguration;
+};
 
-void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
+SelectedOutputs SelectedOutputsOf(const LintSubject& subject) {
     std::set<std::string> selected;
     for (const SelectedFile& file : subject.secondSelection.files) {
         selected.insert(LexicalPath(file.path));
     }
-    const PlannedOutputs& outputs = subject.outputs;
-    std::vector<std::string> replaced;
-    for (const std::string& output : {outputs.catalogue, outputs.certificateCopy}) {
-        if (selected.contains(output)) {
-            replaced.push_back(output);
+    // Through a link in place of a folder of the outputs, or past it.
+    const auto find = [&selected](const std::string& asked, const std::string& written) {
+        return selected.contains(asked)     ? std::optional(asked)
+               : selected.contains(written) ? std::optional(written)
+                                            : std::nullopt;
+    };
+    const PlannedOutputs& asked = subject.outputs;
+    const PlannedOutputs& written = subject.writtenOutputs;
+    SelectedOutputs outputs;
+    for (const auto& path : {find(asked.catalogue, written.catalogue),
+                             find(asked.certificateCopy, written.certificateCopy)}) {
+        if (path) {
+            outputs.replaced.push_back(*path);
         }
     }
+    if (asked.runtimeConfiguration) {
+        outputs.runtimeConfiguration =
+            find(*asked.runtimeConfiguration, written.runtimeConfiguration.value_or(std::string()));
+    }
+    return outputs;
+}
+
+}  // namespace
+
+void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
+    const SelectedOutputs selected = SelectedOutputsOf(subject);
+    const std::vector<std::string>& replaced = selected.replaced;
     if (!replaced.empty()) {
         warnings.push_back(
             WarningAt(PlaceOfPatternTo(replaced.front(), subject),
@@ -69,13 +95,13 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
                           ", and then replaces " + ByNumber(replaced.size(), "it", "them") +
                           ": verify fails.",
                       CureFor(replaced, subject)));
-    } else if (outputs.runtimeConfiguration && selected.contains(*outputs.runtimeConfiguration)) {
+    } else if (selected.runtimeConfiguration) {
         // It is written before it is sealed, so verify accepts it.
         warnings.push_back(
-            WarningAt(PlaceOfPatternTo(*outputs.runtimeConfiguration, subject),
-                      "A run seals '" + *outputs.runtimeConfiguration +
+            WarningAt(PlaceOfPatternTo(*selected.runtimeConfiguration, subject),
+                      "A run seals '" + *selected.runtimeConfiguration +
                           "', which it writes itself and which has a signature of its own.",
-                      CureFor({*outputs.runtimeConfiguration}, subject)));
+                      CureFor({*selected.runtimeConfiguration}, subject)));
     }
 }
 

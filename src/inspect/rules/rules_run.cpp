@@ -27,9 +27,10 @@ void SortByPlace(std::vector<RuleWarning>& warnings) {
                      });
 }
 
-// What a second run selects, which finds the outputs of the first.
+// What a second run selects, which finds the outputs of the first. Sets `written` to where these
+// come to lie.
 ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& outputs,
-                       Selection& selection) {
+                       Selection& selection, PlannedOutputs& written) {
     GameWithOutputs game(request.gameDirectory);
     for (const std::string& directory : outputs.directories) {
         game.AddDirectory(directory);
@@ -38,6 +39,12 @@ ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& output
     game.AddFile(outputs.certificateCopy, 0);
     if (outputs.runtimeConfiguration) {
         game.AddFile(*outputs.runtimeConfiguration, 0);
+    }
+    written = outputs;
+    written.catalogue = game.LocationOf(outputs.catalogue);
+    written.certificateCopy = game.LocationOf(outputs.certificateCopy);
+    if (outputs.runtimeConfiguration) {
+        written.runtimeConfiguration = game.LocationOf(*outputs.runtimeConfiguration);
     }
     return SelectFiles(request.configText, outputs, game, selection);
 }
@@ -70,14 +77,16 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
     report.files = JudgeFiles(selection, inventory);
 
     Selection second;
-    if (const ResultCode code = SelectAgain(request, outputs, second); code != ResultCode::Ok) {
+    PlannedOutputs written;
+    if (const ResultCode code = SelectAgain(request, outputs, second, written);
+        code != ResultCode::Ok) {
         return code;
     }
     ConfigDocument document;
     ConfigOutline outline;
     static_cast<void>(OutlineConfigText(request.configText, document, outline));
     const RulePlaces places = PlacesOfRules(request.configText, outline);
-    auto warnings = LintSelection({selection, second, outputs, places, report.files});
+    auto warnings = LintSelection({selection, second, outputs, written, places, report.files});
     std::move(warnings.begin(), warnings.end(), std::back_inserter(report.warnings));
     SortByPlace(report.warnings);
     return ResultCode::Ok;

@@ -19,6 +19,8 @@ struct LintSubject {
     // What a second run would select, which finds the outputs of the first.
     const Selection& secondSelection;
     const PlannedOutputs& outputs;
+    // The same by where links lead.
+    const PlannedOutputs& writtenOutputs;
     const RulePlaces& places;
     const std::vector<JudgedFile>& files;
 };

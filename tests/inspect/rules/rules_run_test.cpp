@@ -248,6 +248,16 @@ TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheFolderOfTheOutputs) {
     EXPECT_FALSE(IsUnmatched());
 }
 
+TEST_F(ForeseenSecondRun, SealsTheOutputsWhereALinkLeads) {
+    fs::create_directory("out");
+    fs::create_directory_symlink("out", "Quorvane");
+    const std::string replaces =
+        "A second run seals 'out/Certificates/base.bin' and 'out/Certificates/base.cer' as the "
+        "first has written them, and then replaces them: verify fails.";
+    EXPECT_EQ(Warnings(R"(include_paths = ["a", "out"])"), Lines{"3:24 " + replaces});
+    EXPECT_EQ(Warnings("exclude_paths = [ ]").back(), "3:17 " + replaces);
+}
+
 TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheInnerFolder) {
     fs::create_directories("out/Certificates");
     fs::create_directory("Quorvane");

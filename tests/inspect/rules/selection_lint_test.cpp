@@ -55,7 +55,8 @@ struct Subject {
 // "line message / cure" of each warning, the line where it has one.
 Paths Told(void (*rule)(const LintSubject&, RuleWarnings&), const Subject& subject) {
     RuleWarnings warnings;
-    rule({subject.selection, subject.second, subject.outputs, subject.places, subject.files},
+    rule({subject.selection, subject.second, subject.outputs, subject.outputs, subject.places,
+          subject.files},
          warnings);
     Paths told;
     for (const RuleWarning& warning : warnings) {
@@ -332,8 +333,8 @@ TEST(SelectionLint, AsksEveryRule) {
     subject.LeaveOut(LeftOutReason::Link, "link");
     subject.LeaveOut(LeftOutReason::Unlistable, "closed");
     constexpr std::size_t kRules = 14;
-    EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.places,
-                             subject.files})
+    EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.outputs,
+                             subject.places, subject.files})
                   .size(),
               kRules);
 }
