@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import functools
 import re
 
 from logged_messages import DOCUMENTS, SOURCES, sources
@@ -22,6 +23,7 @@ def names() -> "dict[int, str]":
     return found
 
 
+@functools.lru_cache(maxsize=None)
 def returned() -> "set[int]":
     """The statuses that anything but the list of them names."""
     used = {name for text in sources() if "kTexts.size()" not in text for name in re.findall(r"ResultCode::(\w+)", text)}

@@ -5,6 +5,7 @@ What cannot be read is an error, unless it is skipped, so that no message is pas
 
 from __future__ import annotations
 
+import functools
 import re
 from dataclasses import dataclass
 from pathlib import Path
@@ -119,6 +120,7 @@ def messages_in(
     return messages
 
 
+@functools.lru_cache(maxsize=None)
 def sources() -> "list[str]":
     paths = [path for folder in FOLDERS for path in sorted((SOURCES / folder).rglob("*"))]
     texts = [path.read_text() for path in paths if path.suffix in (".cpp", ".h")]
