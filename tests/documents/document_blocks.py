@@ -1,0 +1,54 @@
+"""What stands in a page between its fences, section by section."""
+
+from __future__ import annotations
+
+import re
+from dataclasses import dataclass
+from pathlib import Path
+from typing import List
+
+ROOT = Path(__file__).resolve().parents[2]
+
+FENCED = re.compile(r"^```(\w*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+HEADING = re.compile(r"^## +(.*)$", re.MULTILINE)
+
+
+@dataclass(frozen=True)
+class Block:
+    """One fenced block: the word after its fence, its text, and the line of prose before it."""
+
+    kind: str
+    text: str
+    lead: str
+
+
+@dataclass(frozen=True)
+class Section:
+    """What stands under one heading of the second level."""
+
+    title: str
+    text: str
+
+    def blocks(self, kind: str) -> List[Block]:
+        """Its blocks of a kind."""
+        return [block for block in blocks_of(self.text) if block.kind == kind]
+
+
+def page(name: str) -> str:
+    """The text of a page of docs/."""
+    return (ROOT / "docs" / name).read_text(encoding="utf-8")
+
+
+def blocks_of(text: str) -> List[Block]:
+    """All blocks of a text, in its order."""
+    found = []
+    for match in FENCED.finditer(text):
+        before = text[: match.start()].rstrip().rsplit("\n", 1)[-1]
+        found.append(Block(match[1], match[2], before))
+    return found
+
+
+def sections_of(text: str) -> List[Section]:
+    """The sections of a text; what stands before the first heading is none."""
+    parts = HEADING.split(text)[1:]
+    return [Section(title, body) for title, body in zip(parts[::2], parts[1::2])]

@@ -1,0 +1,134 @@
+"""Each recipe of docs/COOKBOOK.md does to the game that its section shows what the section says."""
+
+from __future__ import annotations
+
+import json
+import os
+import re
+import shutil
+import unittest
+from dataclasses import dataclass
+from pathlib import Path
+from typing import List
+
+from document_blocks import ROOT, Section, page, sections_of
+from sealed_game import INSPECT, SealedGameTest
+
+RECIPES = ROOT / "docs/cookbook"
+SEALED = "sealed"
+# A path, the size or the link's target where the page says one, and what becomes of it.
+LAID_OUT = re.compile(r"^(\S+)(?: -> (\S+))?(?: \((\d+) MB\))? +(\S.*)$")
+MEGABYTE = 1_000_000
+NOTHING_WRONG, WARNED = 0, 1
+FILE_MISSING = 23
+
+
+@dataclass(frozen=True)
+class Laid:
+    """One line of a layout."""
+
+    path: str
+    target: str
+    size: int
+    state: str
+
+
+def layout_of(section: Section) -> List[Laid]:
+    """The game that a section shows."""
+    lines = section.blocks("layout")[0].text.splitlines()
+    matches = [LAID_OUT.match(line) for line in lines]
+    return [Laid(match[1], match[2] or "", int(match[3] or 0) * MEGABYTE, match[4]) for match in matches if match]
+
+
+def recipe_of(section: Section) -> Path:
+    """The configuration file that a section links to."""
+    return ROOT / "docs" / re.findall(r"\]\((cookbook/[^)]+)\)", section.text)[0]
+
+
+class Cookbook(SealedGameTest):
+    """Every section, with its recipe copied beside the game."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.sections = sections_of(page("COOKBOOK.md"))
+
+    def lay_out(self, section: Section) -> List[Laid]:
+        """Make the game that a section shows, in place of the one that was there."""
+        shutil.rmtree(self.game)
+        laid = layout_of(section)
+        self.assertEqual(len(laid), len(section.blocks("layout")[0].text.splitlines()))
+        for file in laid:
+            path = self.game / file.path
+            path.parent.mkdir(parents=True, exist_ok=True)
+            if file.target:
+                path.symlink_to(file.target)
+            else:
+                path.write_text(file.path)
+                os.truncate(path, file.size or len(file.path))
+        return laid
+
+    def put_recipe(self, section: Section) -> str:
+        """Copy a section's recipe beside the game; return its name, by which warnings call it."""
+        return Path(shutil.copy(recipe_of(section), self.directory)).name
+
+    def warnings_of(self, recipe: str) -> str:
+        """What `rules` prints before the totals."""
+        run = self.run_program(INSPECT, "rules", recipe, "--game", self.game)
+        text = run.stdout[: re.search(r"^sealed ", run.stdout, re.MULTILINE).start()].rstrip("\n")
+        self.assertEqual(run.returncode, WARNED if text else NOTHING_WRONG, run.stdout)
+        return text + "\n" if text else ""
+
+    def test_there_is_a_section_for_each_recipe(self) -> None:
+        self.assertEqual(sorted(recipe_of(section) for section in self.sections), sorted(RECIPES.glob("*.cfg")))
+        self.assertEqual(len(self.sections), 8)
+
+    def test_each_file_becomes_what_its_section_says(self) -> None:
+        for section in self.sections:
+            with self.subTest(section.title):
+                laid = self.lay_out(section)
+                recipe = self.put_recipe(section)
+                run = self.run_program(INSPECT, "rules", recipe, "--game", self.game, "--json")
+                states = {file["path"]: file["reason"] or file["state"] for file in json.loads(run.stdout)["files"]}
+                self.assertEqual(states, {file.path: file.state for file in laid})
+
+    def test_each_game_is_sealed_twice_and_verified(self) -> None:
+        for section in self.sections:
+            with self.subTest(section.title):
+                sealed = sorted(file.path for file in self.lay_out(section) if file.state == SEALED)
+                recipe = self.put_recipe(section)
+                for _ in range(2):
+                    run = self.seal(recipe)
+                    self.assertEqual(run.returncode, 0, run.stdout)
+                self.assertEqual(self.listed(), sealed)
+                run = self.verify()
+                self.assertEqual(run.returncode, 0, run.stdout)
+
+    def test_a_recipe_has_the_warning_that_its_section_names_and_no_other(self) -> None:
+        for section in self.sections:
+            with self.subTest(section.title):
+                self.lay_out(section)
+                named = [] if section.blocks("alias") else section.blocks("warning")
+                self.assertEqual(self.warnings_of(self.put_recipe(section)), "".join(block.text for block in named))
+
+    def test_each_section_explains_every_rule(self) -> None:
+        for section in self.sections:
+            rules = re.sub(r"#.*", "", recipe_of(section).read_text()).split("search_options", 1)[1]
+            for rule in re.findall(r'"([^"]+)"|= (\d+);', rules):
+                with self.subTest(section.title, rule=rule):
+                    self.assertIn(f"`{rule[0] or rule[1]}`", section.text)
+
+    def test_the_alias_is_the_trap_that_it_is_said_to_be(self) -> None:
+        section = next(section for section in self.sections if section.blocks("alias"))
+        below_alias = [file for file in self.lay_out(section) if file.path.startswith("Game/") and file.state == SEALED]
+        recipe = self.directory / self.put_recipe(section)
+        head, end, _ = recipe.read_text().rpartition("}")
+        recipe.write_text(f"{head}    {section.blocks('alias')[0].text}{end}\n")
+        self.assertEqual(self.warnings_of(recipe.name), section.blocks("warning")[0].text)
+        self.assertEqual(self.seal(recipe.name).returncode, 0)
+        run = self.verify()
+        self.assertEqual(run.returncode, FILE_MISSING)
+        self.assertEqual(run.stdout.count(f"- Code {FILE_MISSING} "), len(below_alias))
+
+
+if __name__ == "__main__":
+    unittest.main()
