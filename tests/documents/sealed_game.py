@@ -12,7 +12,7 @@ from typing import List, Union
 
 PROGRAM = Path(os.environ["SEALKEEPER_PROGRAM"]).resolve()
 INSPECT = Path(os.environ["SEALKEEPER_INSPECT"]).resolve()
-CREDENTIALS = Path(os.environ["SEALKEEPER_TEST_CREDENTIALS_DIR"]).resolve() / "good"
+CREDENTIALS = Path(os.environ["SEALKEEPER_TEST_CREDENTIALS_DIR"]).resolve()
 PRODUCT = "TestProduct42"
 TIMEOUT_SECONDS = 60
 
@@ -49,15 +49,16 @@ class SealedGameTest(unittest.TestCase):
         self.assertEqual(finished.stderr, "")
         return finished
 
-    def seal(self, config: PathOrText, *options: str) -> "Finished[str]":
-        """Generate with the game's certificate."""
+    def seal(self, config: PathOrText, *options: str, credentials: str = "good") -> "Finished[str]":
+        """Generate with one of the pairs of the tests."""
+        pair = CREDENTIALS / credentials
         return self.run_program(
-            PROGRAM, *options, "-productid", PRODUCT, "-inkey", CREDENTIALS / "base_private.key",
-            "-incert", CREDENTIALS / "base_public.cer", "-target_game_dir", self.game, config)
+            PROGRAM, *options, "-productid", PRODUCT, "-inkey", pair / "base_private.key",
+            "-incert", pair / "base_public.cer", "-target_game_dir", self.game, config)
 
-    def verify(self) -> "Finished[str]":
+    def verify(self, *options: str) -> "Finished[str]":
         """Verify the game."""
-        return self.run_program(PROGRAM, "-productid", PRODUCT, "verify", self.game)
+        return self.run_program(PROGRAM, *options, "-productid", PRODUCT, "verify", self.game)
 
     def listed(self) -> List[str]:
         """The paths in the catalogue, sorted."""

@@ -20,6 +20,7 @@ SEALED = "sealed"
 LAID_OUT = re.compile(r"^(\S+)(?: -> (\S+))?(?: \((\d+) MB\))? +(\S.*)$")
 MEGABYTE = 1_000_000
 NOTHING_WRONG, WARNED = 0, 1
+UNTRUSTED = 22
 FILE_MISSING = 23
 
 
@@ -116,6 +117,31 @@ class Cookbook(SealedGameTest):
             for rule in re.findall(r'"([^"]+)"|= (\d+);', rules):
                 with self.subTest(section.title, rule=rule):
                     self.assertIn(f"`{rule[0] or rule[1]}`", section.text)
+
+    def put_mod(self, credentials: str, *options: str) -> int:
+        """Seal a mod and put its catalogue beside the game's; return the status of generate."""
+        mod = self.directory / "mod.cfg"
+        mod.write_text('config_info { version = 2; }\nsearch_options { include_paths = ["Mods/BiggerShips"] }\n')
+        run = self.seal(mod.name, "-outname", "mymod", *options, credentials=credentials)
+        for made in self.game.glob("mymod.*"):
+            made.replace(self.game / "Quorvane/Certificates" / made.name)
+        return run.returncode
+
+    def test_the_certificate_of_a_mod_decides_whether_verify_can_check_it(self) -> None:
+        section = next(section for section in self.sections if section.title == "A game with mods")
+        self.lay_out(section)
+        self.assertEqual(self.seal(self.put_recipe(section)).returncode, 0)
+        self.assertEqual(self.put_mod("good"), 0)
+        run = self.verify()
+        self.assertEqual(run.returncode, 0)
+        self.assertIn("Successfully verified 'Mods/BiggerShips/ships.pak'", run.stdout)
+        self.assertEqual(self.put_mod("mod"), UNTRUSTED)
+        self.assertEqual(self.put_mod("mod", "-gamedev"), 0)
+        for options in ((), ("-gamedev",)):
+            run = self.verify(*options)
+            self.assertEqual(run.returncode, UNTRUSTED)
+            self.assertNotIn("Successfully verified 'HarborTale'", run.stdout)
+        self.assertIn(f"verify ends with {UNTRUSTED} before it looks at any file", section.text)
 
     def test_the_alias_is_the_trap_that_it_is_said_to_be(self) -> None:
         section = next(section for section in self.sections if section.blocks("alias"))
