@@ -31,16 +31,29 @@ std::string Shortest(std::string_view path) {
     return shortest;
 }
 
+// Whether a ".." goes back from a directory that `path`, without components that are empty or ".",
+// names. One at its start leads out of the game, which is told by what it matches.
+bool GoesBack(const std::string& path) {
+    const std::size_t name = path.find_first_not_of("./");
+    return name != std::string::npos && (path + "/").find("/../", name) != std::string::npos;
+}
+
 void LintDetour(std::string_view key, const OutlinedText& pattern, const std::string& path,
                 LintFindings& findings) {
+    const char* const effect = key == kExcludePathsKey
+                                   ? ", so it excludes nothing that is found in a directory."
+                                   : ", which the paths in the catalogue then have as well.";
     const std::string shortest = Shortest(path);
+    if (GoesBack(shortest)) {
+        findings.Add(pattern.begin,
+                     "The pattern " + ShownName(pattern.text) + " goes back by '..'" + effect,
+                     "Write the path without '..'.");
+        return;
+    }
     // The tool itself leaves out one '/' at the end.
     if (path == shortest || path == shortest + "/") {
         return;
     }
-    const char* const effect = key == kExcludePathsKey
-                                   ? ", so it excludes nothing that is found in a directory."
-                                   : ", which the paths in the catalogue then have as well.";
     findings.Add(pattern.begin,
                  "The pattern " + ShownName(pattern.text) +
                      " has a directory '.' or an empty one in it" + effect,

@@ -170,17 +170,19 @@ void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto& excluded = subject.selection.config.excludedExtensions;
     std::set<std::string, std::less<>> leftOut;
     std::map<std::string, std::string> sealedByLowerCase;
     for (const JudgedFile& file : subject.files) {
         std::string extension(ExtensionIn(file.path));
         if (file.leftOut) {
             leftOut.insert(std::move(extension));
-        } else {
+            // A file that a pattern names is sealed whatever its extension.
+        } else if (!excluded.contains(extension)) {
             sealedByLowerCase.emplace(LowerCasedAscii(extension), extension);
         }
     }
-    for (const std::string& extension : subject.selection.config.excludedExtensions) {
+    for (const std::string& extension : excluded) {
         const auto sealed = sealedByLowerCase.find(LowerCasedAscii(extension));
         if (leftOut.contains(extension) || sealed == sealedByLowerCase.end()) {
             continue;

@@ -132,6 +132,24 @@ TEST(LintPatterns, TellsOfPathsThatAreWrittenOtherwiseThanTheToolDoes) {
     });
 }
 
+TEST(LintPatterns, TellsOfPathsThatGoBack) {
+    const auto back = [](const std::string& pattern, const char* effect) {
+        return Told{"The pattern '" + pattern + "' goes back by '..'" + effect,
+                    "Write the path without '..'."};
+    };
+    ExpectLinted({
+        {"included",
+         WithOnlySearchOptions(R"(include_paths = ["@a/../b", "@./a/.."])"),
+         {back("a/../b", ", which the paths in the catalogue then have as well."),
+          back("./a/..", ", which the paths in the catalogue then have as well.")}},
+        {"excluded",
+         WithOnlySearchOptions(R"(exclude_paths = ["@a/b/../../c"])"),
+         {back("a/b/../../c", ", so it excludes nothing that is found in a directory.")}},
+    });
+    ExpectNothingTold(
+        {WithOnlySearchOptions(R"(include_paths = ["../a", "..a/b", "a..", "a/..b"])")});
+}
+
 // The cure must work for a path from the root of the system, too, of which the lint cannot tell
 // what part leads to the game.
 TEST(LintPatterns, TellsThatAnAbsolutePathIsTakenFromTheGameDirectory) {

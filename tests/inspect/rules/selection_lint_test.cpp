@@ -182,6 +182,13 @@ TEST(ExtensionCase, IsToldWhereAnotherOneWouldLeaveSomethingOut) {
                     "letter case counts. / Write \".log\"."});
 }
 
+TEST(ExtensionCase, IsNoMatterOfAFileThatAPatternNames) {
+    Subject subject;
+    subject.selection.config.excludedExtensions = {".pdb"};
+    subject.Seal("named.pdb");
+    EXPECT_EQ(Told(LintExtensionCase, subject), Paths{});
+}
+
 // The outputs of a run, and a second one that selects some of them.
 Subject OutputsSelected(const Paths& selected) {
     Subject subject;
