@@ -27,9 +27,9 @@ for option in "$@"; do
 done
 
 install_on_debian() {
-    local wanted="g++ cmake ninja-build libmbedtls-dev openssl libcli11-dev nlohmann-json3-dev libpugixml-dev"
+    local wanted="g++ cmake ninja-build libmbedtls-dev openssl libcli11-dev nlohmann-json3-dev libpugixml-dev scdoc"
     if [ "$with_tests" = yes ]; then
-        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace libxml2-utils"
+        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace libxml2-utils mandoc"
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted libbenchmark-dev libssl-dev python3 rhash ncompress hashdeep time"
@@ -44,7 +44,7 @@ install_on_debian() {
         wanted="$wanted chromium chromium-driver fonts-dejavu-core python3-selenium python3-html5lib"
     fi
     if [ "$with_package" = yes ]; then
-        wanted="$wanted dpkg-dev file scdoc"
+        wanted="$wanted dpkg-dev file"
     fi
     local missing="" package
     for package in $wanted; do
@@ -76,10 +76,10 @@ install_on_macos() {
         exit 1
     fi
     if ! command -v brew >/dev/null 2>&1; then
-        echo "Homebrew is needed to install cmake, ninja, mbedtls@3, cli11, nlohmann-json and pugixml." >&2
+        echo "Homebrew is needed to install cmake, ninja, mbedtls@3, cli11, nlohmann-json, pugixml and scdoc." >&2
         exit 1
     fi
-    local wanted="cmake ninja mbedtls@3 cli11 nlohmann-json pugixml"
+    local wanted="cmake ninja mbedtls@3 cli11 nlohmann-json pugixml scdoc"
     if [ "$with_tests" = yes ]; then
         wanted="$wanted googletest google-benchmark clang-format"
     fi
@@ -101,7 +101,7 @@ elif command -v apt-get >/dev/null 2>&1; then
     install_on_debian
 else
     echo "This script knows Debian and macOS. Elsewhere install a C++20 compiler, cmake, ninja," >&2
-    echo "mbed TLS 2.28 or 3.6, CLI11, nlohmann-json and pugixml with their headers, openssl, and for the" >&2
-    echo "tests GoogleTest, Google Benchmark and python3." >&2
+    echo "mbed TLS 2.28 or 3.6, CLI11, nlohmann-json and pugixml with their headers, openssl, for the" >&2
+    echo "manual pages scdoc, and for the tests GoogleTest, Google Benchmark and python3." >&2
     exit 1
 fi

@@ -1,0 +1,183 @@
+"""The manual pages tell of just what the programs' own tables have."""
+
+from __future__ import annotations
+
+import re
+import unittest
+from typing import List
+
+from manual_sources import (
+    PAGES,
+    PAGES_DIRECTORY,
+    ROOT,
+    config_names,
+    help_of,
+    inspect_commands,
+    inspect_program,
+    options_in_terms,
+    page_source,
+    part_under,
+    program_options,
+    terms_of,
+    without_marks,
+)
+
+
+def option_names_in(synopsis: str) -> List[str]:
+    return re.findall(r"(?<![\w-])--?[a-z_?][\w-]*", synopsis)
+
+
+class SealkeeperOptions(unittest.TestCase):
+    page = page_source("sealkeeper.1")
+
+    def test_the_table_was_read(self) -> None:
+        self.assertGreater(len(program_options()), 10)
+
+    def test_each_is_explained_once_with_its_value(self) -> None:
+        explained = options_in_terms(part_under(self.page, "# OPTIONS"))
+        self.assertCountEqual(explained, program_options())
+
+    def test_each_is_in_the_synopsis(self) -> None:
+        synopsis = without_marks(part_under(self.page, "# SYNOPSIS"))
+        named = set(option_names_in(synopsis)) | {word for word in ("verify", "list") if word in synopsis.split()}
+        self.assertEqual(named, {option.name for option in program_options()})
+
+    def test_shortest_forms(self) -> None:
+        names = [option.name for option in program_options()]
+
+        def is_clear(short: str, name: str) -> bool:
+            dashes = len(short) - len(short.lstrip("-"))
+            alike = [other for other in names if other.startswith(short) and not other[dashes:].startswith("-")]
+            return short == name or (short not in names and alike == [name])
+
+        shortest = {
+            name: next(name[:end] for end in range(1, len(name) + 1) if name[:end].strip("-") and is_clear(name[:end], name))
+            for name in names
+        }
+        rows = re.findall(r"^\|  (\S+)\n:  (\S+)$", part_under(self.page, "## Abbreviations"), re.MULTILINE)
+        self.assertEqual(dict(rows), shortest)
+
+    def test_defaults(self) -> None:
+        defaults = re.findall(r'std::string \w+ = "([^"]+)";', (ROOT / "src/app/command_line_options.h").read_text())
+        self.assertEqual(len(defaults), 3)
+        files = part_under(self.page, "# FILES")
+        for name in defaults:
+            with self.subTest(name=name):
+                self.assertIn(f"_{name}_", files)
+
+
+class SealkeeperResultCodes(unittest.TestCase):
+    def test_each_has_its_number_its_text_and_a_cure(self) -> None:
+        source = (ROOT / "src/app/result_code.cpp").read_text()
+        table = source[source.index("kTexts = {") : source.index("};")]
+        texts = re.findall(r'"([^"]+)"', table)
+        unknown = re.search(r'kUnknownCodeText = "([^"]+)"', source)
+        missing_key = re.search(r"kPrivateKeyFileMissing\{(\d+)\}", (ROOT / "src/app/result_code.h").read_text())
+        assert unknown and missing_key
+        expected = [f"{number} {text}" for number, text in enumerate(texts)]
+        expected.append(f"{missing_key.group(1)} {unknown.group(1)}")
+
+        codes = terms_of(part_under(page_source("sealkeeper.1"), "# EXIT STATUS"))
+        self.assertEqual([code.text for code in codes], expected)
+        for code in codes[1:]:
+            with self.subTest(code=code.text):
+                self.assertRegex(code.explanation, r"(?m)^Cure: \w|^\tReserved\. No run ends with it\.$")
+
+    def test_those_called_reserved_are_made_nowhere(self) -> None:
+        codes = terms_of(part_under(page_source("sealkeeper.1"), "# EXIT STATUS"))
+        reserved = [code.text.split()[1] for code in codes if "Reserved." in code.explanation]
+        self.assertTrue(reserved)
+        for path in (ROOT / "src").glob("**/*.cpp"):
+            made = re.findall(r"ResultCode::(\w+)", path.read_text())
+            with self.subTest(file=path.name):
+                self.assertEqual([name for name in reserved if name in made], [])
+
+
+@unittest.skipUnless(inspect_program(), "sealkeeper-inspect is not built")
+class InspectOptions(unittest.TestCase):
+    page = page_source("sealkeeper-inspect.1")
+
+    def test_commands(self) -> None:
+        commands = part_under(self.page, "# COMMANDS")
+        self.assertCountEqual(re.findall(r"^## (.*)$", commands, re.MULTILINE), inspect_commands())
+        self.assertGreater(len(inspect_commands()), 5)
+
+    def test_those_of_the_program(self) -> None:
+        explained = options_in_terms(part_under(self.page, "# OPTIONS"))
+        self.assertCountEqual([option.name for option in explained if option.name != "-h"],
+                              [option.name for option in help_of().options])
+
+    def test_those_of_each_command(self) -> None:
+        for command in inspect_commands():
+            part = part_under(self.page, f"## {command}")
+            expected = help_of(command)
+            with self.subTest(command=command):
+                self.assertGreater(len(expected.options), 1)
+                self.assertCountEqual(options_in_terms(part),
+                                      [option for option in expected.options if option.name != "--help"])
+                operands = [term.text for term in terms_of(part) if not term.text.startswith("-")]
+                self.assertEqual(operands, expected.operands)
+
+    def test_synopsis(self) -> None:
+        synopsis = without_marks(part_under(self.page, "# SYNOPSIS"))
+        for command in inspect_commands():
+            line = re.search(rf"^sealkeeper-inspect {command} (.*)$", synopsis, re.MULTILINE)
+            expected = help_of(command)
+            with self.subTest(command=command):
+                assert line
+                optional = " ".join(re.findall(r"\[([^]]*)\]", line.group(1)))
+                required = re.sub(r"\[[^]]*\]", "", line.group(1))
+                options = [option for option in expected.options if option.name != "--help"]
+                self.assertCountEqual(option_names_in(required), [o.name for o in options if o.is_required])
+                self.assertCountEqual(option_names_in(optional), [o.name for o in options if not o.is_required])
+                values = [word for word in re.findall(r"(?<!\S)(?:--\S+ )?[A-Z]+", required) if "--" not in word]
+                self.assertEqual(values, expected.operands)
+
+    def test_choices(self) -> None:
+        part = part_under(self.page, "## check")
+        for choice in help_of("check").choices:
+            self.assertIn(f"*{choice}*", part)
+        self.assertEqual(help_of("check").choices, ["text", "json", "junit"])
+
+
+class ConfigurationFile(unittest.TestCase):
+    def test_sections_and_keys(self) -> None:
+        sections = part_under(page_source("sealkeeper.cfg.5"), "# SECTIONS")
+        explained = {
+            section: [term.text.split(" = ")[0] for term in terms_of(part_under(sections, f"## {section}"))]
+            for section in re.findall(r"^## (.*)$", sections, re.MULTILINE)
+        }
+        self.assertEqual(explained, config_names())
+        self.assertEqual(len(explained), 3)
+
+    def test_kinds_of_values(self) -> None:
+        page = page_source("sealkeeper.cfg.5")
+        kinds = {"Number": "number", "Flag": "flag", "String": "text", "List": "list", "PairTable": "table"}
+        constants = dict(re.findall(r'(k\w+) = "(\w+)"', (ROOT / "src/config/config_names.h").read_text()))
+        rows = re.findall(r"\{k\w+Section, (k\w+), ConfigValueKind::(\w+),",
+                          (ROOT / "src/inspect/lint/known_keys.cpp").read_text())
+        expected = {f"{constants[key]} = {kinds[kind]}" for key, kind in rows}
+        self.assertEqual({term.text for term in terms_of(part_under(page, "# SECTIONS"))}, expected)
+
+    def test_anti_tamper_solutions(self) -> None:
+        source = (ROOT / "src/runtime/anti_tamper_solutions.cpp").read_text()
+        table = source[source.index("kSolutionNames = {") : source.index("};")]
+        names = re.findall(r'"([^"]+)"', table)
+        part = page_source("sealkeeper.cfg.5").split("*anti_tamper_solution_name*")[1].split("\n\n")[0]
+        self.assertEqual(re.findall(r"\*([\w ]+)\*", part), names[1:] + names[:1])
+
+
+class Sources(unittest.TestCase):
+    def test_every_page_is_tested(self) -> None:
+        self.assertEqual({path.stem for path in PAGES_DIRECTORY.iterdir()}, set(PAGES))
+
+    def test_no_version_is_written_by_hand(self) -> None:
+        for page in PAGES:
+            with self.subTest(page=page):
+                text = page_source(page)
+                self.assertIn('"Sealkeeper @PROJECT_VERSION@"', text.splitlines()[0])
+                self.assertEqual(re.findall(r"\b\d+\.\d+\.\d+\b", text), [])
+
+
+if __name__ == "__main__":
+    unittest.main()
