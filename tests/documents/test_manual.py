@@ -3,7 +3,10 @@
 from __future__ import annotations
 
 import re
+import subprocess
+import tempfile
 import unittest
+from pathlib import Path
 from typing import List
 
 from manual_sources import (
@@ -64,6 +67,14 @@ class SealkeeperOptions(unittest.TestCase):
         for name in defaults:
             with self.subTest(name=name):
                 self.assertIn(f"_{name}_", files)
+
+    def test_examples_name_options_that_are_there(self) -> None:
+        examples = re.findall(r"^\t\*sealkeeper ([^*]*)\*", part_under(self.page, "# EXAMPLES"), re.MULTILINE)
+        self.assertGreater(len(examples), 4)
+        for example in examples:
+            with self.subTest(example=example):
+                names = {option.name for option in program_options()}
+                self.assertLessEqual(set(option_names_in(re.sub(r" \S*/\S+", "", example))), names)
 
 
 class SealkeeperResultCodes(unittest.TestCase):
@@ -139,6 +150,13 @@ class InspectOptions(unittest.TestCase):
             self.assertIn(f"*{choice}*", part)
         self.assertEqual(help_of("check").choices, ["text", "json", "junit"])
 
+    def test_examples_name_options_of_their_command(self) -> None:
+        examples = re.findall(r"^\t\*sealkeeper-inspect (\w+) ([^*]*)\*", part_under(self.page, "# EXAMPLES"), re.MULTILINE)
+        self.assertGreater(len(examples), 3)
+        for command, arguments in examples:
+            with self.subTest(command=command):
+                self.assertLessEqual(set(option_names_in(arguments)), {option.name for option in help_of(command).options})
+
 
 class ConfigurationFile(unittest.TestCase):
     def test_sections_and_keys(self) -> None:
@@ -165,6 +183,22 @@ class ConfigurationFile(unittest.TestCase):
         names = re.findall(r'"([^"]+)"', table)
         part = page_source("sealkeeper.cfg.5").split("*anti_tamper_solution_name*")[1].split("\n\n")[0]
         self.assertEqual(re.findall(r"\*([\w ]+)\*", part), names[1:] + names[:1])
+
+    @unittest.skipUnless(inspect_program(), "sealkeeper-inspect is not built")
+    def test_nothing_is_wrong_with_the_examples(self) -> None:
+        examples = re.findall(r"^```\n(.*?)^```$", page_source("sealkeeper.cfg.5"), re.MULTILINE | re.DOTALL)
+        self.assertEqual(len(examples), 2)
+        for example in examples:
+            with self.subTest(example=example), tempfile.TemporaryDirectory() as folder:
+                game = Path(folder) / "game"
+                for name in ("HarborTale", "lib/a.so", "Content/a.pak", "Saved/a.sav", "Logs/a.log", "Quorvane/a"):
+                    (game / name).parent.mkdir(parents=True, exist_ok=True)
+                    (game / name).write_text("a")
+                config = Path(folder) / "game.cfg"
+                config.write_text(example)
+                result = subprocess.run([inspect_program() or "", "rules", config, "--game", game],
+                                        capture_output=True, check=False, text=True)
+                self.assertEqual((result.returncode, result.stderr), (0, ""), result.stdout)
 
 
 class Sources(unittest.TestCase):
