@@ -1,6 +1,7 @@
 # Puts what Debian's policy wants into the files of a package (Debian Policy 12): compressed manual
 # pages and a changelog, and no second copy of a license that every system has. CPack runs it.
-set(documents "${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share/doc")
+set(shared "${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share")
+set(documents "${shared}/doc")
 file(REMOVE "${documents}/sealkeeper/LICENSE")
 if(NOT CPACK_PACKAGE_NAME STREQUAL "sealkeeper")
     file(RENAME "${documents}/sealkeeper" "${documents}/${CPACK_PACKAGE_NAME}")
@@ -19,7 +20,10 @@ file(WRITE "${documents}/${CPACK_PACKAGE_NAME}/changelog"
     "  * Release ${CPACK_PACKAGE_VERSION}; CHANGELOG.md says what is new.\n\n"
     " -- ${CPACK_PACKAGE_CONTACT}  ${date}\n")
 
-file(GLOB pages "${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share/man/man*/*.[0-9]")
+# Where zsh of Debian looks for the completions of packages.
+file(RENAME "${shared}/zsh/site-functions" "${shared}/zsh/vendor-completions")
+
+file(GLOB pages "${shared}/man/man*/*.[0-9]")
 foreach(file IN LISTS pages ITEMS "${documents}/${CPACK_PACKAGE_NAME}/changelog")
     execute_process(COMMAND gzip --best --no-name "${file}" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -3,7 +3,7 @@
 include(GNUInstallDirs)
 
 find_program(SEALKEEPER_SCDOC scdoc)
-# Where zsh looks depends on the system: packages of Debian use share/zsh/vendor-completions.
+# Where zsh looks depends on the system.
 set(SEALKEEPER_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
     CACHE STRING "Where completions for zsh are installed")
 
