@@ -5,8 +5,9 @@ const fs = require("fs");
 const path = require("path");
 const KaitaiStream = require("kaitai-struct/KaitaiStream");
 
+// Null of what is not there.
 function hex(bytes, between = "") {
-    return Array.from(bytes, (byte) => byte.toString(16).padStart(2, "0")).join(between);
+    return bytes === undefined ? null : Array.from(bytes, (byte) => byte.toString(16).padStart(2, "0")).join(between);
 }
 
 // What stands before the first zero.
@@ -45,8 +46,8 @@ function catalogue({ HashCatalogue }, file, rawEntryBlock) {
     const blocks = {
         signature: hex(read.signature),
         revocationListBytes: read.revocationList.length,
-        entryBlockPrefix: read.entryBlock.isCompressed ? hex(read.entryBlock.prefix) : null,
-        codeBits: read.entryBlock.isCompressed ? read.entryBlock.codeBits : null,
+        isCompressed: read.entryBlock.isCompressed,
+        codeBits: read.entryBlock.codeBits ?? null,
     };
     const raw = new HashCatalogue.DecompressedEntries(streamOf(rawEntryBlock), null, null, read.entryCount);
     return { fields, blocks, entries: raw.entries.map(entryOf) };

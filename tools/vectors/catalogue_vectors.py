@@ -51,12 +51,12 @@ def _vector(
     **choices: Any,
 ) -> Vector:
     """A game with one catalogue; by default it lists `a.txt`, which is there."""
-    signed_files = in_certificates({"base.bin": image, "base.cer": certificate_of(certificate)})
+    placed = in_certificates({"base.bin": image, "base.cer": certificate_of(certificate)})
     listed = None if list_status != 0 else list(PATHS if paths is None else paths)
     return Vector(
         name,
         about,
-        {**(ONE_FILE if files is None else files), **signed_files},
+        {**(ONE_FILE if files is None else files), **placed},
         status,
         verdicts=ALL_PASS if verdicts is None and status == 0 else verdicts,
         listings=[Listing("base.bin", list_status, listed)],

@@ -18,7 +18,6 @@ from typing import Any, Dict, List
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "tests" / "independent"))
 
-# pylint: disable=wrong-import-position
 import catalogue_vectors
 import certificate_vectors
 import game_file_vectors
