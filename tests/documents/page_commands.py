@@ -1,0 +1,91 @@
+"""The commands of a page, in the order of its blocks, and runs of them.
+
+A block of the kind "sh" is a script. One of the kind "console" is what a terminal shows: after each "$ " a command, and
+below it what it prints, where "..." stands for any text and a line of that alone for any lines.
+"""
+
+from __future__ import annotations
+
+import re
+import subprocess
+from dataclasses import dataclass, field
+from pathlib import Path
+from typing import Dict, List
+
+from document_blocks import Block
+
+ANY_LINES = "(?:.*\n)*"
+TIMEOUT_SECONDS = 300
+
+
+class WrongPage(AssertionError):
+    """A command did not do what its page says."""
+
+
+@dataclass
+class Shown:
+    """A command and what a page shows below it."""
+
+    command: str
+    output: List[str] = field(default_factory=list)
+
+    def asks_for_status(self) -> bool:
+        """Whether this only shows the status of the command before it."""
+        return self.command == "echo $?"
+
+    def matches(self, printed: str) -> bool:
+        """Whether the page shows what was printed, up to blank lines at the end."""
+        lines = (ANY_LINES if line == "..." else re.escape(line).replace(re.escape("..."), ".*") + "\n"
+                 for line in self.output)
+        ended = printed.rstrip("\n") + "\n" if printed else ""
+        return re.fullmatch("".join(lines), ended) is not None
+
+
+def shown_in(block: Block) -> List[Shown]:
+    """The commands of a block of the kind "console"."""
+    commands: List[Shown] = []
+    for line in block.text.splitlines():
+        if line.startswith("$ "):
+            commands.append(Shown(line[2:]))
+        elif commands[-1].command.endswith("\\"):
+            commands[-1].command += "\n" + line
+        else:
+            commands[-1].output.append(line)
+    return commands
+
+
+class Shell:
+    """Runs blocks, each from the same directory and with the same environment."""
+
+    def __init__(self, directory: Path, environment: Dict[str, str]) -> None:
+        self._directory = directory
+        self._environment = environment
+
+    def run_block(self, block: Block) -> None:
+        """Run a block. WrongPage tells of the first command that does not do what is shown."""
+        if block.kind == "sh":
+            run = self._run("set -euo pipefail\n" + block.text)
+            if run.returncode != 0:
+                raise WrongPage(f"{block.text}status {run.returncode}\n{run.stdout}{run.stderr}")
+            return
+        status = 0
+        commands = shown_in(block)
+        for index, shown in enumerate(commands):
+            if shown.asks_for_status():
+                continue
+            run = self._run("set -o pipefail\n" + shown.command)
+            status = run.returncode
+            wanted = self._status_shown_after(commands, index)
+            if status != wanted or not shown.matches(run.stdout):
+                raise WrongPage(f"{shown.command}\nstatus {status}, shown is {wanted}\n"
+                                f"{run.stdout}{run.stderr}")
+
+    @staticmethod
+    def _status_shown_after(commands: List[Shown], index: int) -> int:
+        """0 where none is shown."""
+        following = commands[index + 1:index + 2]
+        return int(following[0].output[0]) if following and following[0].asks_for_status() else 0
+
+    def _run(self, script: str) -> "subprocess.CompletedProcess[str]":
+        return subprocess.run(["bash", "-c", script], cwd=self._directory, env=self._environment, check=False,
+                              capture_output=True, text=True, stdin=subprocess.DEVNULL, timeout=TIMEOUT_SECONDS)
