@@ -14,7 +14,10 @@ function(sealkeeper_install_documents)
         DESTINATION "${CMAKE_INSTALL_DOCDIR}")
     # The name that Debian looks for.
     install(FILES "${root}/NOTICES" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
-    # What the pages name of the source tree stays there.
-    install(DIRECTORY "${root}/docs/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" PATTERN man EXCLUDE)
+    # Neither the sources of the manual nor the test vectors with their keys. What the pages name of the
+    # source tree stays there.
+    install(DIRECTORY "${root}/docs/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
+        PATTERN man EXCLUDE
+        PATTERN vectors EXCLUDE)
     install(DIRECTORY "${root}/examples/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
 endfunction()

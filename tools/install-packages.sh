@@ -29,8 +29,7 @@ done
 install_on_debian() {
     local wanted="g++ cmake ninja-build libmbedtls-dev openssl libcli11-dev nlohmann-json3-dev libpugixml-dev scdoc"
     if [ "$with_tests" = yes ]; then
-        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace libxml2-utils mandoc"
-        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace libxml2-utils file"
+        wanted="$wanted libgtest-dev libbenchmark-dev python3 clang clang-format clang-tidy libclang-rt-dev strace libxml2-utils mandoc file"
     fi
     if [ "$with_bench" = yes ]; then
         wanted="$wanted libbenchmark-dev libssl-dev python3 rhash ncompress hashdeep time"
