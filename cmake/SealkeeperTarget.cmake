@@ -9,12 +9,8 @@ function(sealkeeper_configure_target target)
         $<$<BOOL:${SEALKEEPER_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
 
-# Compiles the sources of `target` in large pieces, one for each folder, where that is asked for. A
-# folder reads as one room, so its files share no names either.
+# Compiles the sources of `target` in large pieces, one for each folder: its files share no names.
 function(sealkeeper_unite_folders target)
-    if(NOT SEALKEEPER_UNITY_BUILD)
-        return()
-    endif()
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
         cmake_path(GET source PARENT_PATH folder)
