@@ -16,11 +16,14 @@ function(sealkeeper_read_der variable path result)
     endif()
     sealkeeper_configure_depends("${path}")
     file(READ "${path}" hex HEX)
-    # A certificate and a revocation list are a SEQUENCE (0x30) whose length takes two bytes (0x82), and
-    # nothing follows it (X.690).
+    # A certificate and a revocation list are a SEQUENCE (0x30) whose length takes two bytes (0x82) or
+    # three (0x83), and nothing follows it (X.690).
     set(is_der FALSE)
-    if(hex MATCHES "^3082([0-9a-f][0-9a-f][0-9a-f][0-9a-f])")
-        math(EXPR told "0x${CMAKE_MATCH_1} + 4")
+    set(byte "[0-9a-f][0-9a-f]")
+    if(hex MATCHES "^30(82${byte}${byte}|83${byte}${byte}${byte})")
+        string(LENGTH "30${CMAKE_MATCH_1}" header_digits)
+        string(SUBSTRING "${CMAKE_MATCH_1}" 2 -1 length)
+        math(EXPR told "0x${length} + ${header_digits} / 2")
         file(SIZE "${path}" size)
         if(told EQUAL size)
             set(is_der TRUE)

@@ -1,6 +1,6 @@
 // The one place that knows how mbed TLS 2.28 and 3.6 differ: the random generator that 3.6 wants
-// with private keys, the size of the signature buffer, and (in sha256.h) the name of the one-shot
-// SHA-256.
+// with private keys, the size of the signature buffer, a private field, and (in sha256.h) the name
+// of the one-shot SHA-256.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 #define SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
 
@@ -8,6 +8,7 @@
 #include <mbedtls/md.h>
 #include <mbedtls/pk.h>
 #include <mbedtls/version.h>
+#include <mbedtls/x509_crt.h>
 
 #if defined(MBEDTLS_USE_PSA_CRYPTO)
 #include <psa/crypto.h>
@@ -50,6 +51,18 @@ namespace sealkeeper {
     return mbedtls_ctr_drbg_random(random.Get(), output, sizeBytes);
 }
 #endif
+
+// Whether `certificate` may issue others, by its basic constraints (RFC 5280, 4.2.1.9). Versions
+// before 3 have none and may.
+[[nodiscard]] inline bool MayIssueCertificates(const mbedtls_x509_crt& certificate) {
+    constexpr int kVersionWithExtensions = 3;
+#if MBEDTLS_VERSION_MAJOR < 3
+    const int isAuthority = certificate.ca_istrue;
+#else
+    const int isAuthority = certificate.MBEDTLS_PRIVATE(ca_istrue);
+#endif
+    return certificate.version < kVersionWithExtensions || isAuthority != 0;
+}
 
 // Parses the private key file at `path`, without a password, into `key`. Returns 0 or the library's
 // error.

@@ -6,6 +6,7 @@
 #include "inspect/credentials/signature_check.h"
 #include "inspect/report/hex_text.h"
 #include "runtime/certificate_trust.h"
+#include "runtime/mbedtls_compat.h"
 #include "runtime/mbedtls_contexts.h"
 #include "runtime/mbedtls_result.h"
 #include "runtime/sha256.h"
@@ -23,9 +24,11 @@ AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& 
     facts.code = MapX509Error(ParseCertificate(der, authority));
     if (facts.code == ResultCode::Ok) {
         facts.certificate = DetailsOfCertificate(*authority.Get());
-        facts.maySign =
-            mbedtls_x509_crt_check_key_usage(
-                authority.Get(), MBEDTLS_X509_KU_KEY_CERT_SIGN | MBEDTLS_X509_KU_CRL_SIGN) == 0;
+        facts.maySignCertificates =
+            MayIssueCertificates(*authority.Get()) &&
+            mbedtls_x509_crt_check_key_usage(authority.Get(), MBEDTLS_X509_KU_KEY_CERT_SIGN) == 0;
+        facts.maySignLists =
+            mbedtls_x509_crt_check_key_usage(authority.Get(), MBEDTLS_X509_KU_CRL_SIGN) == 0;
     }
     return facts;
 }

@@ -20,8 +20,10 @@ struct AuthorityFacts {
     ResultCode code = ResultCode::Ok;
     // Nothing where it cannot be parsed.
     std::optional<CertificateDetails> certificate;
-    // Whether it may sign certificates and lists (RFC 5280, 4.2.1.3).
-    bool maySign = false;
+    // Whether it may sign certificates, by its basic constraints and its key usage, and lists, by
+    // the latter (RFC 5280, 4.2.1.9 and 4.2.1.3).
+    bool maySignCertificates = false;
+    bool maySignLists = false;
 };
 
 struct BuiltInListFacts {

@@ -6,9 +6,9 @@ namespace sealkeeper {
 namespace {
 
 constexpr const char* kOtherAuthority =
-    "Use a sealkeeper that was built with another authority (SEALKEEPER_TRUST_CA in trust/README.md).";
+    "Use a sealkeeper that was built with another authority (SEALKEEPER_TRUST_CA in docs/CERTIFICATES.md).";
 constexpr const char* kNewerList =
-    "Use a sealkeeper that was built with a newer list (SEALKEEPER_TRUST_CRL in trust/README.md).";
+    "Use a sealkeeper that was built with a newer list (SEALKEEPER_TRUST_CRL in docs/CERTIFICATES.md).";
 constexpr const char* kSetClock = "Set this machine's clock, if it is wrong.";
 
 CredentialFindings JudgeAuthority(const AuthorityFacts& facts, const JudgingTime& time) {
@@ -41,10 +41,15 @@ CredentialFindings JudgeAuthority(const AuthorityFacts& facts, const JudgingTime
                           TimeText(authority.notBefore) + ": every certificate is refused.",
                       {kSetClock}));
     }
-    if (!facts.maySign) {
+    if (!facts.maySignCertificates) {
         findings.push_back(MakeError(
             "authority-may-not-sign", CodeOfFlag(MBEDTLS_X509_BADCERT_NOT_TRUSTED),
-            "The built-in authority may not sign both certificates and lists, by its key usage.",
+            "The built-in authority may not issue certificates, by its basic constraints or its key usage: every certificate is refused.",
+            {kOtherAuthority}));
+    } else if (!facts.maySignLists) {
+        findings.push_back(MakeError(
+            "authority-may-not-sign-lists", CodeOfFlag(MBEDTLS_X509_BADCRL_NOT_TRUSTED),
+            "The built-in authority may not sign revocation lists, by its key usage: every certificate is refused.",
             {kOtherAuthority}));
     }
     return findings;
@@ -97,7 +102,7 @@ CredentialFindings JudgeList(const TrustFacts& facts, const JudgingTime& time) {
             "list-of-another-issuer", std::nullopt,
             "The built-in revocation list is of another issuer, '" + list.list->issuer +
                 "'. It is passed over in silence: certificates that the authority revoked are trusted.",
-            {"Use a sealkeeper that was built with the authority's own list (SEALKEEPER_TRUST_CRL in trust/README.md)."})};
+            {"Use a sealkeeper that was built with the authority's own list (SEALKEEPER_TRUST_CRL in docs/CERTIFICATES.md)."})};
     }
     CredentialFindings findings;
     if (list.isSignedByAuthority == false) {
@@ -144,7 +149,7 @@ CredentialFindings JudgeDevelopmentTrust(const TrustFacts& facts) {
             : "The built-in authority and its list are for development. The authority's private key is public: anybody can issue certificates that this program trusts.";
     return {MakeWarning(
         "development-trust", message,
-        {"Release a sealkeeper that was built with trust material of your own (SEALKEEPER_TRUST_CA and SEALKEEPER_TRUST_CRL in trust/README.md)."})};
+        {"Release a sealkeeper that was built with trust material of your own (SEALKEEPER_TRUST_CA and SEALKEEPER_TRUST_CRL in docs/CERTIFICATES.md)."})};
 }
 
 }  // namespace sealkeeper

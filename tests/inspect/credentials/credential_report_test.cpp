@@ -35,7 +35,8 @@ TrustFacts Trust() {
     TrustFacts facts;
     facts.authority.certificate = Details("Authority");
     facts.authority.fingerprint = "AA:BB";
-    facts.authority.maySign = true;
+    facts.authority.maySignCertificates = true;
+    facts.authority.maySignLists = true;
     facts.revocationList.fingerprint = "CC:DD";
     facts.revocationList.isDevelopment = true;
     facts.revocationList.namesAuthority = true;

@@ -62,8 +62,16 @@ TEST(TrustFacts, OfTheAuthorityAreWhatOpensslPrints) {
     EXPECT_EQ(facts.certificate->key.type, "RSA");
     EXPECT_EQ(facts.certificate->key.bits, 4096U);
     EXPECT_EQ(facts.certificate->signature, "RSA with SHA-256");
-    EXPECT_TRUE(facts.maySign);
+    EXPECT_TRUE(facts.maySignCertificates);
+    EXPECT_TRUE(facts.maySignLists);
     EXPECT_TRUE(facts.isDevelopment);
+}
+
+TEST(TrustFacts, ACertificateOfAModMaySignNothing) {
+    const Bytes mod = test::CertificateBytes("mod");
+    const AuthorityFacts facts = GatherTrustFacts({mod, ListDer()}).authority;
+    EXPECT_FALSE(facts.maySignCertificates);
+    EXPECT_FALSE(facts.isDevelopment);
 }
 
 TEST(TrustFacts, OfTheListAreWhatOpensslPrints) {

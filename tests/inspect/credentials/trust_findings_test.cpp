@@ -26,7 +26,8 @@ TrustFacts GoodTrust() {
     TrustFacts facts;
     facts.authority.fingerprint = "AB:CD";
     facts.authority.certificate = authority;
-    facts.authority.maySign = true;
+    facts.authority.maySignCertificates = true;
+    facts.authority.maySignLists = true;
     facts.revocationList.fingerprint = "CD:EF";
     facts.revocationList.list = list;
     facts.revocationList.namesAuthority = true;
@@ -109,8 +110,12 @@ TEST(TrustFindings, WhatCannotBeRead) {
     facts.revocationList.code = ResultCode::MbedTlsX509FormatError;
     ExpectFinding(facts, "list-unreadable", ResultCode::MbedTlsX509FormatError, kStatusError);
     facts = GoodTrust();
-    facts.authority.maySign = false;
+    facts.authority.maySignCertificates = false;
     ExpectFinding(facts, "authority-may-not-sign", ResultCode::MbedTlsX509VerifyFailed,
+                  kStatusError);
+    facts.authority.maySignCertificates = true;
+    facts.authority.maySignLists = false;
+    ExpectFinding(facts, "authority-may-not-sign-lists", ResultCode::CertificateRLInvalid,
                   kStatusError);
 }
 
