@@ -18,6 +18,7 @@
 #include "inspect/credentials/credential_text.h"
 #include "inspect/report/console.h"
 #include "inspect/report/json.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/x509/file_kind.h"
 #include "runtime/certificate_trust.h"
 #include "runtime/mbedtls_contexts.h"

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <variant>
@@ -63,7 +64,7 @@ void CheckEntry(EntryWalk& walk, const WalkedEntry& walked, const StoredEntry& e
     Require(!walk.NextDigest(none));
 }
 
-void CheckEntries(const ReadFile& read, const Bytes& file) {
+void CheckEntries(const FileToShow& read, const Bytes& file) {
     const EntryList entries = EntriesOf(file);
     std::uint64_t chunks = 0;
     auto walk = EntryWalk::Begin(*read.catalogue);
@@ -79,7 +80,7 @@ void CheckEntries(const ReadFile& read, const Bytes& file) {
 }
 
 // A catalogue does not differ from itself.
-void CheckComparison(const ReadFile& read) {
+void CheckComparison(const FileToShow& read) {
     const auto entries = [&read] {
         InvalidReason reason;
         auto compared = EntriesToCompare(*read.catalogue, reason);
@@ -150,7 +151,7 @@ class Report {
     std::string path_;
 };
 
-void CheckReports(const ReadFile& read, const Report& report, ShowOptions options) {
+void CheckReports(const FileToShow& read, const Report& report, ShowOptions options) {
     Console console;
     WriteShowText(read, options, console);
     const std::string text = report.Take();

@@ -9,7 +9,6 @@
 namespace sealkeeper {
 
 std::optional<std::size_t> JobsFrom(const std::string& text) {
-    constexpr std::size_t kMostJobs = 256;
     std::size_t jobs = 0;
     const char* const end = text.data() + text.size();
     const auto [parsedEnd, error] = std::from_chars(text.data(), end, jobs);

@@ -8,7 +8,9 @@
 
 namespace sealkeeper {
 
-// Nothing when `text` is no number from 0 to 256. 0 stands for one job for each processor.
+inline constexpr std::size_t kMostJobs = 256;
+
+// Nothing when `text` is no number from 0 to `kMostJobs`. 0 stands for one job for each processor.
 [[nodiscard]] std::optional<std::size_t> JobsFrom(const std::string& text);
 
 }  // namespace sealkeeper

@@ -11,6 +11,7 @@
 #include "inspect/credentials/trust_command.h"
 #include "inspect/report/command_status.h"
 #include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/rules/rules_command.h"
 #include "inspect/show/compare_command.h"
 #include "inspect/show/show_command.h"

@@ -1,5 +1,8 @@
 #include "inspect/check/catalogue_failure.h"
 
+#include <algorithm>
+#include <array>
+
 #include "catalogue/certificate_path.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/x509/certificate_refusal.h"
@@ -9,19 +12,25 @@ namespace {
 
 constexpr const char* kCertificate = "the certificate beside it";
 
+struct KnownCause {
+    ResultCode code;
+    const char* text;
+};
+
 // Of the codes that say nothing of the certificate alone.
+constexpr std::array kOtherCauses = {
+    KnownCause{ResultCode::CatalogueError, "its name is not UTF-8"},
+    KnownCause{ResultCode::FileInvalid, "it is damaged or cut off, or no catalogue"},
+    KnownCause{
+        ResultCode::MbedTlsGenericError,
+        "it was changed, or not signed with the key of the certificate beside it, or that one is damaged"},
+};
+
 const char* OtherCause(ResultCode code) {
-    switch (code) {
-        case ResultCode::CatalogueError:
-            return "its name is not UTF-8";
-        case ResultCode::FileInvalid:
-            return "it is damaged or cut off, or no catalogue";
-        case ResultCode::MbedTlsGenericError:
-            return "it was changed, or not signed with the key of the certificate beside it, or "
-                   "that one is damaged";
-        default:
-            return "it cannot be used";
-    }
+    const auto* const found =
+        std::find_if(kOtherCauses.begin(), kOtherCauses.end(),
+                     [code](const KnownCause& cause) { return cause.code == code; });
+    return found == kOtherCauses.end() ? "it cannot be used" : found->text;
 }
 
 std::string CauseOf(const CatalogueFailure& failure) {

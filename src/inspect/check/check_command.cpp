@@ -23,7 +23,9 @@ struct CheckOptions {
 };
 
 std::string JobsFault(const std::string& text) {
-    return JobsFrom(text) ? "" : "'" + text + "' is not a whole number from 0 to 256";
+    return JobsFrom(text)
+               ? ""
+               : "'" + text + "' is not a whole number from 0 to " + std::to_string(kMostJobs);
 }
 
 std::string EmptyProductFault(const std::string& text) {

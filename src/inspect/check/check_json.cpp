@@ -88,16 +88,18 @@ Json AdditionsJson(const CheckReport& report) {
 }  // namespace
 
 std::string CheckJson(const CheckReport& report, bool isStrict) {
-    return JsonText({{"gameDirectory", report.gameDirectory},
-                     {"productId", report.productId},
-                     {"isStrict", isStrict},
-                     {"status", StatusOf(report, isStrict)},
-                     {"verification", VerificationJson(report)},
-                     {"catalogues", CataloguesJson(report)},
-                     {"files", FilesJson(report)},
-                     {"summary", SummaryJson(report)},
-                     {"runtimeConfiguration", RuntimeConfigurationJson(report)},
-                     {"additions", AdditionsJson(report)}});
+    Json json;
+    AddFileName(json, "gameDirectory", report.gameDirectory);
+    json["productId"] = report.productId;
+    json["isStrict"] = isStrict;
+    json["status"] = StatusOf(report, isStrict);
+    json["verification"] = VerificationJson(report);
+    json["catalogues"] = CataloguesJson(report);
+    json["files"] = FilesJson(report);
+    json["summary"] = SummaryJson(report);
+    json["runtimeConfiguration"] = RuntimeConfigurationJson(report);
+    json["additions"] = AdditionsJson(report);
+    return JsonText(json);
 }
 
 }  // namespace sealkeeper

@@ -1,6 +1,5 @@
 #include "inspect/check/check_junit.h"
 
-#include <cstddef>
 #include <utility>
 
 namespace sealkeeper {

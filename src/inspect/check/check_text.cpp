@@ -1,7 +1,6 @@
 #include "inspect/check/check_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -69,8 +68,7 @@ std::string AliasHint(const CheckReport& report) {
     }
     return "\nThe paths of " + CountText(aliased, "file") +
            " are stored as aliases are (alias_paths): at four bytes a character.\n"
-           "Verifying reads them up to the first character and cannot find these files, whatever "
-           "is there.\n";
+           "Verifying reads them up to the first character and cannot find these files, whatever is there.\n";
 }
 
 std::string RuntimeConfigurationText(const CheckReport& report, const Console& console) {
@@ -158,8 +156,8 @@ std::string SummaryText(const CheckReport& report) {
 std::string StatusText(const CheckReport& report, bool isStrict, const Console& console) {
     const int status = StatusOf(report, isStrict);
     if (status == kAdditionsStatus) {
-        return console.Styled(Style::Warning,
-                              "Status 40: additions, which --strict does not let pass") +
+        return console.Styled(Style::Warning, "Status " + std::to_string(kAdditionsStatus) +
+                                                  ": additions, which --strict does not let pass") +
                "\n";
     }
     const char* const kind = report.failure.empty() ? "Status " : "Ended before its end: status ";

@@ -13,7 +13,6 @@
 #include "inspect/check/sealed_links.h"
 #include "inspect/check/unlisted_files.h"
 #include "inspect/report/unread_reason.h"
-#include "platform/directory_listing.h"
 #include "platform/file_system.h"
 #include "runtime/runtime_configuration_writer.h"
 

@@ -11,7 +11,7 @@
 #include "inspect/check/file_progress.h"
 #include "inspect/check/game_additions.h"
 #include "inspect/report/capped_sum.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {

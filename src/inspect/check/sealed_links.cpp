@@ -3,7 +3,7 @@
 #include <cstddef>
 
 #include "inspect/check/link_target.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "platform/directory_listing.h"
 
 namespace sealkeeper {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "inspect/check/link_target.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/tree/directory_walk.h"
 #include "platform/file_tree.h"

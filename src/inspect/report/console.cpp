@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "app/console_log.h"
 #include "inspect/report/terminal.h"
 #include "inspect/report/terminal_safe_text.h"
 
@@ -41,26 +40,6 @@ std::string_view RenditionOf(Style style) {
 }
 
 constexpr std::string_view kDefaultRendition = "\x1b[0m";
-
-struct LoggedErrors {
-    std::string first;
-    std::string last;
-};
-
-LoggedErrors& Logged() {
-    static LoggedErrors errors;
-    return errors;
-}
-
-void KeepError(LogLevel level, std::string_view message) {
-    if (level != LogLevel::Error) {
-        return;
-    }
-    Logged().last = message.substr(0, message.find_last_not_of('\n') + 1);
-    if (Logged().first.empty()) {
-        Logged().first = Logged().last;
-    }
-}
 
 }  // namespace
 
@@ -106,22 +85,6 @@ void Console::Fail(std::string_view message) {
                              (isErrorTerminal_ ? TerminalSafeText(message) : std::string(message)) +
                              "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
-}
-
-const std::string& LastLoggedError() {
-    return Logged().last;
-}
-
-const std::string& FirstLoggedError() {
-    return Logged().first;
-}
-
-void ForgetLoggedError() {
-    Logged() = {};
-}
-
-void KeepLogQuiet() {
-    SendLogTo(KeepError);
 }
 
 }  // namespace sealkeeper

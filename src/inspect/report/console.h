@@ -41,19 +41,6 @@ class Console {
     int writeError_ = 0;
 };
 
-// The last message of the tool's own code that tells of an error, without its line feed; empty when
-// there was none. That code logs where it finds a failure, which is where most is known of it.
-[[nodiscard]] const std::string& LastLoggedError();
-
-// The first one since they were forgotten: what was found first may be the cause of the others.
-[[nodiscard]] const std::string& FirstLoggedError();
-
-// Forgets them, so that the next one is known to be of what comes next.
-void ForgetLoggedError();
-
-// Has the tool's own code tell its messages to `LastLoggedError` alone.
-void KeepLogQuiet();
-
 }  // namespace sealkeeper
 
 #endif

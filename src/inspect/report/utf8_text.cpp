@@ -1,5 +1,7 @@
 #include "inspect/report/utf8_text.h"
 
+#include <string_view>
+
 #include "platform/utf8_character.h"
 
 namespace sealkeeper {

@@ -1,9 +1,8 @@
 // Names on disk are bytes, while JSON and HTML are text in UTF-8.
-#ifndef SEALKEEPER_INSPECT_RULES_UTF8_TEXT_H
-#define SEALKEEPER_INSPECT_RULES_UTF8_TEXT_H
+#ifndef SEALKEEPER_INSPECT_REPORT_UTF8_TEXT_H
+#define SEALKEEPER_INSPECT_REPORT_UTF8_TEXT_H
 
 #include <string>
-#include <string_view>
 
 namespace sealkeeper {
 

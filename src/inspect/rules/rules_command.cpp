@@ -10,6 +10,7 @@
 #include <string>
 
 #include "inspect/report/command_status.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/rules/rules_json.h"
 #include "inspect/rules/rules_page.h"

@@ -8,7 +8,7 @@
 #include "config/catalogue_rules.h"
 #include "config/config_document.h"
 #include "config/config_names.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "platform/found_file.h"
 #include "runtime/runtime_configuration_format.h"
 #include "runtime/runtime_settings.h"

@@ -12,8 +12,8 @@
 namespace sealkeeper {
 
 // Adds what is known of `file`, whose header is sound, to `shown`, which has its path. The
-// signature in `file` is zero afterwards. Returns what is wrong with the entry block, nothing when
-// it is sound.
+// signature in `file` may be zero afterwards. Returns what is wrong with the entry block, nothing
+// when it is sound.
 [[nodiscard]] std::optional<InvalidReason> AddCatalogueFacts(
     CatalogueFile& file, const std::optional<std::string>& productId, ShownFile& shown);
 

@@ -5,7 +5,6 @@
 
 #include "catalogue/catalogue_format.h"
 #include "inspect/report/hex_text.h"
-#include "inspect/report/number_text.h"
 #include "platform/little_endian.h"
 
 namespace sealkeeper {

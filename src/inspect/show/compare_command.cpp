@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "inspect/report/logged_error.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/show/catalogue_difference.h"
 #include "inspect/show/compare_report.h"

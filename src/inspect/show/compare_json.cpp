@@ -11,7 +11,11 @@ namespace sealkeeper {
 namespace {
 
 Json SideJson(const std::string& path, const CatalogueSum& sum) {
-    return {{"file", path}, {"files", sum.files}, {"bytes", sum.bytes}};
+    Json json;
+    AddFileName(json, "file", path);
+    json["files"] = sum.files;
+    json["bytes"] = sum.bytes;
+    return json;
 }
 
 Json EntryJson(const ComparedEntry& entry) {

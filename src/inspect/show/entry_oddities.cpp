@@ -4,6 +4,7 @@
 
 #include "catalogue/hashing/chunks.h"
 #include "inspect/report/number_text.h"
+#include "inspect/tree/lexical_path.h"
 
 namespace sealkeeper {
 namespace {
@@ -35,8 +36,10 @@ void AddOdditiesOfPath(const StoredPath& path, std::vector<std::string>& odditie
     if (path.spelt.empty()) {
         oddities.emplace_back("has an empty path");
     }
-    if (path.spelt.starts_with('/') || HasParentPart(path.spelt)) {
+    if (path.spelt.starts_with('/') || LeavesGame(LexicalPath(path.spelt))) {
         oddities.emplace_back("leads out of the game directory");
+    } else if (HasParentPart(path.spelt)) {
+        oddities.emplace_back("has '..' in its path, which generate stores where a pattern has it");
     }
     if (path.spelt.find('\\') != std::string::npos && !path.hasLoneSurrogate) {
         oddities.emplace_back("has a backslash, where generate stores a slash");

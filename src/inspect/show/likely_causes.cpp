@@ -209,8 +209,7 @@ std::optional<std::string> CauseByDamagedStart(const FileStart& file) {
         ReadCatalogueHeader(mended, file.fileSizeBytes, header) != ResultCode::Ok) {
         return std::nullopt;
     }
-    return "the lengths in the header add up to that of the file, so that it likely is a catalogue "
-           "with a damaged beginning";
+    return "the lengths in the header add up to that of the file, so that it likely is a catalogue with a damaged beginning";
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ struct OpenedCatalogue {
 
 // Whether the file could be read. What is wrong with it is then in `invalid`.
 bool ReadCatalogue(OpenedCatalogue from, const std::optional<std::string>& productId,
-                   ReadFile& read, std::optional<InvalidReason>& invalid) {
+                   FileToShow& read, std::optional<InvalidReason>& invalid) {
     read.shown.kind = ShownKind::Catalogue;
     read.shown.fields = CatalogueFieldsOf(from.start);
     CatalogueFile file{std::move(from.start), {}};
@@ -45,7 +45,7 @@ bool ReadCatalogue(OpenedCatalogue from, const std::optional<std::string>& produ
     return true;
 }
 
-bool ReadByKind(SizedFile opened, const std::optional<std::string>& productId, ReadFile& read,
+bool ReadByKind(SizedFile opened, const std::optional<std::string>& productId, FileToShow& read,
                 std::optional<InvalidReason>& invalid) {
     std::vector<std::uint8_t> bytes;
     if (!ReadOn(opened, catalogue_header::kSizeBytes, bytes)) {
@@ -68,12 +68,12 @@ bool ReadByKind(SizedFile opened, const std::optional<std::string>& productId, R
 
 }  // namespace
 
-std::optional<ReadFile> ReadFileToShow(const std::string& path,
-                                       const std::optional<std::string>& productId,
-                                       std::string& failure) {
+std::optional<FileToShow> ReadFileToShow(const std::string& path,
+                                         const std::optional<std::string>& productId,
+                                         std::string& failure) {
     errno = 0;
     auto opened = OpenSizedFile(path);
-    ReadFile read;
+    FileToShow read;
     read.shown.path = path;
     read.shown.sizeBytes = opened ? opened->sizeBytes : 0;
     std::optional<InvalidReason> invalid;

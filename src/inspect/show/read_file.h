@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-struct ReadFile {
+struct FileToShow {
     ShownFile shown;
     // The catalogue, where the file is a valid one.
     std::optional<CatalogueFile> catalogue;
@@ -19,9 +19,9 @@ struct ReadFile {
 // Reads the file at `path`; its kind is told as `list` tells it, by its first bytes. Where there is
 // a product id, the certificate is checked for it. Nothing when the file cannot be read, and
 // `failure` then says why, as "cannot be read: No such file or directory".
-[[nodiscard]] std::optional<ReadFile> ReadFileToShow(const std::string& path,
-                                                     const std::optional<std::string>& productId,
-                                                     std::string& failure);
+[[nodiscard]] std::optional<FileToShow> ReadFileToShow(const std::string& path,
+                                                       const std::optional<std::string>& productId,
+                                                       std::string& failure);
 
 }  // namespace sealkeeper
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <utility>
 
-#include "inspect/report/console.h"
 #include "inspect/report/hex_text.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/report/number_text.h"
 #include "inspect/show/signature_facts.h"
 #include "platform/little_endian.h"
@@ -23,14 +23,12 @@ std::string NameIn(const RuntimeConfiguration& configuration) {
 }
 
 std::string SolutionMeaning(std::uint32_t solution, std::vector<std::string>& notes) {
-    ForgetLoggedError();
-    std::string name = AntiTamperSolutionName(solution);
-    // It logs a number that it does not know.
-    if (!LastLoggedError().empty()) {
+    const auto names = AntiTamperSolutionNames();
+    if (solution >= names.size()) {
         notes.push_back("anti-tamper solution " + GroupedNumber(solution) + " is not known");
         return {};
     }
-    return name;
+    return names[solution];
 }
 
 std::vector<ShownField> FieldsOf(std::span<const std::uint8_t> plain,

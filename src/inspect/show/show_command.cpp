@@ -5,6 +5,7 @@
 #include <string>
 
 #include "inspect/report/command_status.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/show/read_file.h"
 #include "inspect/show/show_json.h"
 #include "inspect/show/show_options.h"

@@ -1,6 +1,5 @@
 #include "inspect/show/show_json.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -68,7 +67,8 @@ Json FieldsJson(const std::vector<ShownField>& fields) {
 }
 
 Json SignatureJson(const SignatureFacts& signature) {
-    Json json = {{"state", StateName(signature.state)}, {"certificate", signature.certificatePath}};
+    Json json = {{"state", StateName(signature.state)}};
+    AddFileName(json, "certificate", signature.certificatePath);
     if (!signature.reason.empty()) {
         json["reason"] = signature.reason;
     }
@@ -104,10 +104,11 @@ Json TotalsJson(const EntryTotals& totals) {
 }
 
 Json HeadJson(const ShownFile& file) {
-    Json json = {{"file", file.path},
-                 {"kind", KindName(file.kind)},
-                 {"bytes", file.sizeBytes},
-                 {"isValid", !file.invalid}};
+    Json json;
+    AddFileName(json, "file", file.path);
+    json["kind"] = KindName(file.kind);
+    json["bytes"] = file.sizeBytes;
+    json["isValid"] = !file.invalid;
     if (file.invalid) {
         json["invalid"] = InvalidJson(*file.invalid);
     }
@@ -148,7 +149,7 @@ void WriteWithDigests(const Json& entry, EntryWalk& walk, JsonStream& stream) {
     stream.EndElement();
 }
 
-void WriteEntries(const ReadFile& file, const ShowOptions& options, JsonStream& stream) {
+void WriteEntries(const FileToShow& file, const ShowOptions& options, JsonStream& stream) {
     stream.BeginArray("entries");
     auto walk = EntryWalk::Begin(*file.catalogue);
     WalkedEntry entry;
@@ -165,7 +166,7 @@ void WriteEntries(const ReadFile& file, const ShowOptions& options, JsonStream& 
 
 }  // namespace
 
-void WriteShowJson(const ReadFile& file, const ShowOptions& options, Console& console) {
+void WriteShowJson(const FileToShow& file, const ShowOptions& options, Console& console) {
     JsonStream stream(console, HeadJson(file.shown));
     if (file.catalogue) {
         WriteEntries(file, options, stream);

@@ -9,7 +9,7 @@
 namespace sealkeeper {
 
 // Writes the report on `file`, with the entries of a valid catalogue one by one.
-void WriteShowJson(const ReadFile& file, const ShowOptions& options, Console& console);
+void WriteShowJson(const FileToShow& file, const ShowOptions& options, Console& console);
 
 }  // namespace sealkeeper
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "inspect/report/aligned_text.h"
 #include "inspect/report/hex_text.h"
 #include "inspect/report/number_text.h"
 #include "inspect/show/entry_oddities.h"
 #include "inspect/show/entry_walk.h"
+#include "runtime/runtime_configuration.h"
 
 namespace sealkeeper {
 namespace {
@@ -68,12 +68,12 @@ std::string ValueText(const ShownField& field, const Console& console) {
     if (const auto* number = std::get_if<std::uint64_t>(&field.value)) {
         return GroupedNumber(*number);
     }
-    // The longest name has so many bytes. What is longer says nothing to anyone.
-    constexpr std::size_t kLongestShown = 64;
+    // What is longer than the longest name says nothing to anyone.
+    constexpr std::size_t kLongestShown = kCrashReporterNameBytes;
     constexpr std::size_t kStartShown = 16;
     const std::string& text = std::get<std::string>(field.value);
     if (text.size() > kLongestShown) {
-        return text.substr(0, kStartShown) + " ...";
+        return console.Foreign(text.substr(0, kStartShown)) + " ...";
     }
     return text.empty() ? "none" : console.Foreign(text);
 }
@@ -199,7 +199,7 @@ void WriteDigests(EntryWalk& walk, const Columns& columns, Console& console) {
     }
 }
 
-void WriteEntries(const ReadFile& file, const ShowOptions& options, Console& console) {
+void WriteEntries(const FileToShow& file, const ShowOptions& options, Console& console) {
     const EntryTotals& totals = *file.shown.totals;
     const Columns columns = ColumnsOf(totals);
     const std::uint64_t shown = std::min(options.limit.value_or(totals.entries), totals.entries);
@@ -226,7 +226,7 @@ void WriteEntries(const ReadFile& file, const ShowOptions& options, Console& con
 
 }  // namespace
 
-void WriteShowText(const ReadFile& file, const ShowOptions& options, Console& console) {
+void WriteShowText(const FileToShow& file, const ShowOptions& options, Console& console) {
     console.Write(HeadText(file.shown, console) + InvalidText(file.shown, console) +
                   FieldsText(file.shown, console) + FactsText(file.shown, console));
     if (file.catalogue) {

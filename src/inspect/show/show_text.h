@@ -9,7 +9,7 @@
 namespace sealkeeper {
 
 // Writes the report on `file`, with the entries of a valid catalogue one by one.
-void WriteShowText(const ReadFile& file, const ShowOptions& options, Console& console);
+void WriteShowText(const FileToShow& file, const ShowOptions& options, Console& console);
 
 }  // namespace sealkeeper
 

@@ -78,8 +78,7 @@ std::string WhyBad(std::uint32_t lengthBytes, Certificate& certificate) {
         return "it was made with a key of " + std::to_string(lengthBytes * kByteBits) +
                " bits, and the certificate's has " + std::to_string(keyBytes * kByteBits);
     }
-    return "the file was changed after it was signed, or was signed with another key than the "
-           "certificate's";
+    return "the file was changed after it was signed, or was signed with another key than the certificate's";
 }
 
 // Reads the certificate and, where there is one, asks `verify` whether the signature, whose stored

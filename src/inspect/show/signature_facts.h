@@ -14,8 +14,8 @@
 namespace sealkeeper {
 
 // Checks a catalogue at `path`, whose header is sound, with the certificate of the same name. The
-// signature in `file` is zero afterwards. Where there is a product id, also tells whether the
-// certificate is trusted for it.
+// signature in `file` is zero afterwards where there is a certificate to check it with. Where there
+// is a product id, also tells whether the certificate is trusted for it.
 [[nodiscard]] SignatureFacts CheckCatalogueSignature(const std::string& path, CatalogueFile& file,
                                                      const std::optional<std::string>& productId);
 

@@ -7,7 +7,7 @@
 
 #include "app/console_log.h"
 #include "app/sealed_game.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 
 namespace sealkeeper {
 namespace {

@@ -6,7 +6,7 @@
 #include "app/console_log.h"
 #include "inspect/credentials/openssl.h"
 #include "inspect/report/command_status.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "runtime/signing_test_support.h"
 #include "support/temp_directory.h"
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "app/console_log.h"
+#include "inspect/report/logged_error.h"
 #include "support/captured_output.h"
 
 namespace sealkeeper {

@@ -9,7 +9,7 @@
 #include <map>
 
 #include "app/console_log.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "inspect/rules/rule_places.h"
 #include "inspect/rules/selection.h"
 #include "inspect/tree/lexical_path.h"

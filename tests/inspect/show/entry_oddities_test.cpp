@@ -56,6 +56,8 @@ TEST(EntryOddities, EachByItsName) {
         {RecordOf(0, u"/a", {}), "leads out of the game directory"},
         {RecordOf(0, u"..", {}), "leads out of the game directory"},
         {RecordOf(0, u"a/../../b", {}), "leads out of the game directory"},
+        {RecordOf(0, u"a/../b", {}),
+         "has '..' in its path, which generate stores where a pattern has it"},
         {RecordOf(0, u"a\\b", {}), "has a backslash, where generate stores a slash"},
         {RecordOf(5, u"a", {}), "has 0 digests; a file of its size has 1 chunk"},
         {RecordOf(0, u"a", {DigestOf("")}), "has 1 digest; a file of its size has 0 chunks"},

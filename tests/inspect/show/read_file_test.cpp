@@ -7,7 +7,7 @@
 
 #include "app/console_log.h"
 #include "catalogue/signed_catalogue_support.h"
-#include "inspect/report/console.h"
+#include "inspect/report/logged_error.h"
 #include "runtime/runtime_configuration_writer.h"
 #include "runtime/scramble.h"
 
@@ -26,13 +26,13 @@ class ReadingFiles : public testing::Test {
     }
     ~ReadingFiles() override { SendLogTo(nullptr); }
 
-    [[nodiscard]] ReadFile ReadBytes(const Bytes& bytes, const std::string& name = "base.bin",
-                                     const std::optional<std::string>& productId = {}) const {
+    [[nodiscard]] FileToShow ReadBytes(const Bytes& bytes, const std::string& name = "base.bin",
+                                       const std::optional<std::string>& productId = {}) const {
         const std::string path = directory_.WriteFile(name, test::TextOfBytes(bytes));
         std::string failure;
         auto read = ReadFileToShow(path, productId, failure);
         EXPECT_TRUE(read.has_value()) << failure;
-        return read ? std::move(*read) : ReadFile();
+        return read ? std::move(*read) : FileToShow();
     }
 
     // Why `path` cannot be read.
@@ -46,7 +46,7 @@ class ReadingFiles : public testing::Test {
 };
 
 TEST_F(ReadingFiles, ACatalogue) {
-    const ReadFile read = ReadBytes(test::SignedImage());
+    const FileToShow read = ReadBytes(test::SignedImage());
     EXPECT_EQ(read.shown.kind, ShownKind::Catalogue);
     EXPECT_EQ(read.shown.path, directory_ / "base.bin");
     EXPECT_EQ(read.shown.sizeBytes, test::SignedImage().size());
@@ -66,7 +66,7 @@ TEST_F(ReadingFiles, ACatalogue) {
 TEST_F(ReadingFiles, ACatalogueForAProduct) {
     for (const auto& [product, isTrusted] :
          {std::pair(test::kTestProductId, true), std::pair("Another", false)}) {
-        const ReadFile read = ReadBytes(test::SignedImage(), "base.bin", product);
+        const FileToShow read = ReadBytes(test::SignedImage(), "base.bin", product);
         ASSERT_TRUE(read.shown.signature && read.shown.signature->trust);
         EXPECT_EQ(read.shown.signature->trust->isTrusted, isTrusted) << product;
     }
@@ -75,7 +75,7 @@ TEST_F(ReadingFiles, ACatalogueForAProduct) {
 TEST_F(ReadingFiles, ACatalogueThatIsNotValid) {
     Bytes cut = test::SignedImage();
     cut.pop_back();
-    const ReadFile read = ReadBytes(cut);
+    const FileToShow read = ReadBytes(cut);
     EXPECT_EQ(read.shown.kind, ShownKind::Catalogue);
     ASSERT_TRUE(read.shown.invalid.has_value());
     EXPECT_EQ(read.shown.invalid->field, "compressed_length");
@@ -84,7 +84,7 @@ TEST_F(ReadingFiles, ACatalogueThatIsNotValid) {
 }
 
 TEST_F(ReadingFiles, EntriesThatAreNotValid) {
-    const ReadFile read = ReadBytes(test::CatalogueOf(test::RecordOfFile(u"a", "hello"), 2));
+    const FileToShow read = ReadBytes(test::CatalogueOf(test::RecordOfFile(u"a", "hello"), 2));
     ASSERT_TRUE(read.shown.invalid.has_value());
     EXPECT_EQ(read.shown.invalid->field, "entry_count");
     EXPECT_FALSE(read.catalogue.has_value());
@@ -92,7 +92,7 @@ TEST_F(ReadingFiles, EntriesThatAreNotValid) {
 
 TEST_F(ReadingFiles, NeitherOfTheTwo) {
     for (const std::size_t size : {0U, 1051U, 1052U, 1107U, 1108U, 5000U}) {
-        const ReadFile read = ReadBytes(Bytes(size, 'x'));
+        const FileToShow read = ReadBytes(Bytes(size, 'x'));
         EXPECT_EQ(read.shown.kind, ShownKind::Unknown) << size;
         ASSERT_TRUE(read.shown.invalid.has_value()) << size;
         EXPECT_EQ(read.shown.invalid->field, size < 1108 ? "file length" : "magic") << size;
@@ -121,13 +121,13 @@ class ReadingSettings : public ReadingFiles {
         Unscramble(plain_);
     }
 
-    [[nodiscard]] ReadFile ReadPlain(Bytes plain) const {
+    [[nodiscard]] FileToShow ReadPlain(Bytes plain) const {
         Scramble(plain);
         return ReadBytes(plain, "runtime.conf");
     }
 
     // The same with one number in it.
-    [[nodiscard]] ReadFile ReadWith(std::size_t offset, std::uint32_t number) const {
+    [[nodiscard]] FileToShow ReadWith(std::size_t offset, std::uint32_t number) const {
         Bytes plain = plain_;
         test::StoreAt(plain, offset, number);
         return ReadPlain(plain);
@@ -151,7 +151,7 @@ Texts LinesOf(const std::vector<ShownField>& fields) {
 }
 
 TEST_F(ReadingSettings, HasTheirFields) {
-    const ReadFile read = ReadPlain(plain_);
+    const FileToShow read = ReadPlain(plain_);
     EXPECT_EQ(read.shown.kind, ShownKind::RuntimeConfiguration);
     EXPECT_FALSE(read.shown.invalid.has_value());
     EXPECT_EQ(read.shown.notes, Texts{});
@@ -168,7 +168,7 @@ TEST_F(ReadingSettings, HasTheirFields) {
 }
 
 TEST_F(ReadingSettings, ChecksTheSignature) {
-    const auto stateOf = [](const ReadFile& read) {
+    const auto stateOf = [](const FileToShow& read) {
         return read.shown.signature.value_or(SignatureFacts()).state;
     };
     EXPECT_EQ(stateOf(ReadPlain(plain_)), SignatureState::Good);
@@ -187,7 +187,7 @@ TEST_F(ReadingSettings, TellsWhatNoReaderChecks) {
 }
 
 TEST_F(ReadingSettings, KeepsTheFieldsOfAnotherVersion) {
-    const ReadFile read = ReadWith(1032, 2);
+    const FileToShow read = ReadWith(1032, 2);
     EXPECT_EQ(read.shown.kind, ShownKind::RuntimeConfiguration);
     ASSERT_TRUE(read.shown.invalid.has_value());
     EXPECT_EQ(read.shown.invalid->field, "version");

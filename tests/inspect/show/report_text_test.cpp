@@ -16,7 +16,7 @@ using test::Bytes;
 using test::RecordOf;
 using test::RecordOfFile;
 
-std::string ShownText(const ReadFile& file, const ShowOptions& options = {}) {
+std::string ShownText(const FileToShow& file, const ShowOptions& options = {}) {
     test::CapturedOutput output;
     Console console;
     WriteShowText(file, options, console);
@@ -24,8 +24,8 @@ std::string ShownText(const ReadFile& file, const ShowOptions& options = {}) {
 }
 
 // A file of which nothing but its name is known.
-ReadFile NamedFile(ShownKind kind) {
-    ReadFile file;
+FileToShow NamedFile(ShownKind kind) {
+    FileToShow file;
     file.shown.path = "dir/file";
     file.shown.sizeBytes = 1234;
     file.shown.kind = kind;
@@ -33,7 +33,7 @@ ReadFile NamedFile(ShownKind kind) {
 }
 
 std::string TextOfSignature(const SignatureFacts& signature) {
-    ReadFile file = NamedFile(ShownKind::Catalogue);
+    FileToShow file = NamedFile(ShownKind::Catalogue);
     file.shown.signature = signature;
     const std::string text = ShownText(file);
     return text.substr(text.find('\n') + 2);
@@ -47,7 +47,7 @@ TEST(ShowText, BeginsWithTheKind) {
 }
 
 TEST(ShowText, TellsWhatIsNotValid) {
-    ReadFile file = NamedFile(ShownKind::Unknown);
+    FileToShow file = NamedFile(ShownKind::Unknown);
     file.shown.invalid = InvalidFinding{"code", 1060, false, {}, "is 9", {"a cause", "another"}};
     EXPECT_EQ(ShownText(file),
               "dir/file: not valid, neither a catalogue nor a runtime.conf, 1,234 bytes\n"
@@ -62,7 +62,7 @@ TEST(ShowText, TellsWhatIsNotValid) {
 }
 
 TEST(ShowText, AlignsFields) {
-    ReadFile file = NamedFile(ShownKind::RuntimeConfiguration);
+    FileToShow file = NamedFile(ShownKind::RuntimeConfiguration);
     file.shown.fields = {{"magic", 0, 4, "51 56", {}},
                          {"length", 1028, 4, std::uint64_t{1'000'000}, "of something"},
                          {"name", 1040, 64, "", {}},
@@ -105,7 +105,7 @@ TEST(ShowText, TellsWhetherTheCertificateIsTrusted) {
 
 TEST(ShowText, TellsOfTheRevocationList) {
     const auto textOf = [](const RevocationFacts& list) {
-        ReadFile file = NamedFile(ShownKind::Catalogue);
+        FileToShow file = NamedFile(ShownKind::Catalogue);
         file.shown.revocationList = list;
         const std::string text = ShownText(file);
         return text.substr(text.find('\n') + 2);
@@ -120,7 +120,7 @@ TEST(ShowText, TellsOfTheRevocationList) {
 }
 
 TEST(ShowText, EndsItsFactsWithNotes) {
-    ReadFile file = NamedFile(ShownKind::Catalogue);
+    FileToShow file = NamedFile(ShownKind::Catalogue);
     file.shown.totals = EntryTotals{2, 1000, 3, 1, 0, 0};
     file.shown.notes = {"one", "two"};
     EXPECT_EQ(ShownText(file),
@@ -132,10 +132,10 @@ TEST(ShowText, EndsItsFactsWithNotes) {
 }
 
 // Three entries of a valid catalogue, the second of which has a remark.
-ReadFile ShownCatalogue() {
+FileToShow ShownCatalogue() {
     Bytes odd = RecordOf(1'000'000, u"dir/odd", {});
     test::StoreAt<std::uint32_t>(odd, 8, 1);
-    ReadFile file = NamedFile(ShownKind::Catalogue);
+    FileToShow file = NamedFile(ShownKind::Catalogue);
     file.shown.totals = EntryTotals{3, 1'000'006, 2, 1, 1'000'000, 1};
     file.catalogue.emplace(CatalogueFile{
         test::CatalogueOf(test::Joined({RecordOfFile(u"a", "hello"), odd, RecordOfFile(u"z", "1")}),
