@@ -35,8 +35,8 @@ ResultCode CatalogueBuilder::Prepare() {
     if (const ResultCode code = SetUpCollector(); code != ResultCode::Ok) {
         return code;
     }
-    // With its letter case, unlike the name that decides on the standard folder: a catalogue named
-    // "Base" goes there but gets no runtime.conf, deliberately.
+    // Case-sensitive, unlike the test that chooses the standard folder. Deliberate quirk: a
+    // catalogue named "Base" goes to that folder but gets no runtime.conf.
     if (options_.outputName == kMainCatalogueName) {
         return MakeRuntimeConfiguration();
     }
@@ -65,9 +65,9 @@ ResultCode CatalogueBuilder::MakeCatalogue() {
                                aliases);
 }
 
-// Whether there is a name that takes a converter shows only when the files are collected, which is
-// after runtime.conf is written, since that may be one of them. Where a converter is missing they
-// are collected beforehand as well.
+// Only the collected files show whether a name needs a converter. They are collected after
+// runtime.conf is written, because it may be one of them. Where a converter is missing, they are
+// collected once before as well, so that runtime.conf is not written for a run that must fail.
 ResultCode CatalogueBuilder::RequireConvertibleNames() const {
     if (heldConverters_.AreComplete()) {
         return ResultCode::Ok;
@@ -77,7 +77,7 @@ ResultCode CatalogueBuilder::RequireConvertibleNames() const {
         code != ResultCode::Ok) {
         return code;
     }
-    // As making the catalogue converts them.
+    // The same conversions that making the catalogue needs.
     static_cast<void>(WideToUtf8(Utf8ToWide(paths_.CataloguePath())));
     static_cast<void>(WideAliases(collector_.Config().pathAliases));
     for (const FoundFile& file : files) {
@@ -112,8 +112,8 @@ ResultCode CatalogueBuilder::MakeRuntimeConfiguration() {
     if (!options_.gameDevMode &&
         !CheckCertificateTrust(BuiltInTrustMaterial(), options_.signingMaterial.certificate,
                                options_.productId)) {
-        // The game's own was trusted when it was loaded: that it is not now is a fault of the
-        // system.
+        // A certificate of the game itself was trusted when it was loaded. If it no longer is, the
+        // check itself failed.
         if (!IsFromAnotherIssuer(BuiltInTrustMaterial(), options_.signingMaterial.certificate)) {
             return ResultCode::MbedTlsX509VerifyFailed;
         }

@@ -1,4 +1,4 @@
-// Makes a catalogue, and for a game runtime.conf, by the rules of a configuration file.
+// Makes a catalogue by the rules of a configuration file and, for a game, runtime.conf.
 #ifndef SEALKEEPER_APP_CATALOGUE_BUILDER_H
 #define SEALKEEPER_APP_CATALOGUE_BUILDER_H
 
@@ -16,7 +16,7 @@
 
 namespace sealkeeper {
 
-// Said where the rules leave no file.
+// Logged when the rules leave no file.
 inline constexpr const char* kEmptyCatalogueText =
     "Cannot create an empty catalogue, at least all executables and libraries must be included.";
 
@@ -27,18 +27,19 @@ class CatalogueBuilder {
                      const std::string& gameDirectory, HashCatalogue& catalogue);
 
     // Reads the configuration file, changes into the game directory, resolves the configured paths
-    // there, and writes runtime.conf where one belongs to the run. The first failure is returned;
-    // with `CatalogueError`, logged, runtime.conf is not written because the system cannot convert
-    // what goes into the catalogue.
+    // there, and writes runtime.conf if this run makes one. Returns the first failure.
+    // `CatalogueError`, logged, means that the system cannot convert what goes into the catalogue;
+    // runtime.conf is not written then.
     ResultCode Prepare();
 
     // Collects the files of the game. Only after a successful `Prepare`. Fails with
-    // `CatalogueError`, logged, when the system fails to convert a name, else as the collector
-    // does.
+    // `CatalogueError`, logged, when the system fails to convert a name, and as
+    // `FileCollector::CollectFiles` does.
     ResultCode FindFiles();
 
     // Writes the catalogue of the files that were found. Fails with `CatalogueError`, logged, when
-    // there is none or the system fails to convert a text.
+    // there are none or the system fails to convert a text, and as `HashCatalogue::CreateCatalogue`
+    // does.
     ResultCode MakeCatalogue();
 
   private:

@@ -1,4 +1,4 @@
-// Writes a run's catalogue to its place.
+// Writes the catalogue of a run to its output path.
 #ifndef SEALKEEPER_APP_CATALOGUE_OUTPUT_H
 #define SEALKEEPER_APP_CATALOGUE_OUTPUT_H
 
@@ -13,9 +13,10 @@
 
 namespace sealkeeper {
 
-// Makes the catalogue of `files` at `paths`; see `HashCatalogue::CreateCatalogue`. An output path
-// that is not valid UTF-8 has no wide form; it is rejected like one that cannot be opened, before
-// anything is hashed. So is, with `CatalogueError`, one that the system fails to convert.
+// Makes the catalogue of `files` at `paths`; see `HashCatalogue::CreateCatalogue`. The output path
+// is converted before anything is hashed. One that is not valid UTF-8 fails like one that cannot be
+// opened, with `CatalogueIOError`, logged. One that the system fails to convert fails with
+// `CatalogueError`, logged.
 ResultCode CreateCatalogueFile(const GeneratePaths& paths, SigningMaterial& material,
                                HashCatalogue& catalogue, std::vector<FoundFile> files,
                                const AliasMap& aliases);

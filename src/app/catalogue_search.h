@@ -9,10 +9,10 @@
 
 namespace sealkeeper {
 
-// Sets `names` to those of everything in `directory`, which ends in '/' or is empty for the current
-// one, that matches "*.bin", sorted as by POSIX `alphasort`. A name that begins with a dot does not
-// match, and a directory does. None also when the directory is missing or must not be read. Fails
-// with `SealkeeperIOError`, logged, when the system fails to read it.
+// Sets `names` to the names in `directory` that match "*.bin", in the order of POSIX `alphasort`.
+// `directory` ends in '/' or is empty for the current one. Names that begin with a dot do not
+// match; directories do. `names` is empty when the directory is missing or permission to read it is
+// denied. Fails with `SealkeeperIOError`, logged, when the system fails to read it.
 ResultCode FindCatalogues(const std::string& directory, std::vector<std::wstring>& names);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// The copy of the signing certificate that lies beside a catalogue and verifies it.
+// The copy of the signing certificate that is kept beside a catalogue, to verify it with.
 #ifndef SEALKEEPER_APP_CERTIFICATE_COPY_H
 #define SEALKEEPER_APP_CERTIFICATE_COPY_H
 
@@ -10,8 +10,8 @@
 
 namespace sealkeeper {
 
-// Writes the certificate file's `bytes` to `path`, as `WriteWholeFile` does. `CertIOError` when
-// that fails, logged unless only the closing of the file failed.
+// Writes the certificate file's `bytes` to `path`, as `WriteWholeFile` does. Fails with
+// `CertIOError`, logged unless only closing the file failed.
 ResultCode CopyCertificate(std::span<const std::uint8_t> bytes, const std::string& path);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// The values of the command line and what the actions load by them, for the whole run.
+// The values of the command line, and what the actions load from the files that it names.
 #ifndef SEALKEEPER_APP_COMMAND_LINE_OPTIONS_H
 #define SEALKEEPER_APP_COMMAND_LINE_OPTIONS_H
 
@@ -20,7 +20,7 @@ enum class ActionKind : std::uint32_t {
     Verify = 3,
 };
 
-// The output name of a game's own catalogue; every other one is a mod's.
+// The output name of a game's main catalogue. Any other name is for a mod.
 inline constexpr const char* kMainCatalogueName = "base";
 
 struct CommandLineOptions {
@@ -35,10 +35,10 @@ struct CommandLineOptions {
     std::string targetGameDir;
     // As given while parsing; absolute once the command line is validated.
     std::string listPath;
-    // The same, and ending in '/'.
+    // Likewise; ends in '/' once the command line is validated.
     std::string verifyDir;
     std::string productId;
-    // How many threads hash; with 1 none is started.
+    // How many threads hash. 1 means the main thread; no other is started.
     std::size_t jobs = 1;
     std::string programPath;
 
@@ -47,7 +47,7 @@ struct CommandLineOptions {
     RuntimeConfiguration runtimeConfiguration;
 };
 
-// The one record of the process, made when it is first asked for.
+// The one record of the process, created on first use.
 [[nodiscard]] CommandLineOptions& GetCommandLineOptions();
 
 }  // namespace sealkeeper

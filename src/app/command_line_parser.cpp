@@ -36,8 +36,8 @@ ResultCode FailWithUsage(const char* message) {
     return FailWithUsage();
 }
 
-// Takes the option's value from behind its '=' or from the next argument, to which `index` moves
-// then. Nothing when there is none, or one that begins with a dash.
+// The option's value: what follows its '=' or, failing that, the next argument, to which `index`
+// then advances. Nothing when there is no next argument or it begins with a dash.
 std::optional<std::string> TakeValue(const MatchedArgument& matched, Arguments arguments,
                                      std::size_t& index) {
     if (matched.attachedValue) {
@@ -100,7 +100,7 @@ ResultCode ApplyOption(const MatchedArgument& matched, Arguments arguments, std:
     return ResultCode::Ok;
 }
 
-// Goes through the arguments up to the first fault or the first request for help or version.
+// Parses the arguments, up to the first error or the first request for help or version.
 ResultCode ParseArguments(Arguments arguments, CommandLineOptions& options,
                           ParsedArguments& parsed) {
     for (std::size_t index = 1; index < arguments.size() && !parsed.isFinished; ++index) {

@@ -7,9 +7,9 @@
 
 namespace sealkeeper {
 
-// `Ok` when the run may go on with `options.action`, which stays `None` after help and version;
-// `SealkeeperUsageError`, after saying why where the usage text alone does not, for every faulty
-// command line.
+// Fills `options`. Returns `Ok` when the run may go on with `options.action`, which stays `None`
+// after help and version. Any invalid command line gives `SealkeeperUsageError`, after the usage
+// text, a message, or both.
 ResultCode ParseCommandLine(CommandLineOptions& options, int argc, const char* const* argv);
 
 }  // namespace sealkeeper

@@ -43,9 +43,9 @@ std::string_view FormatInto(MessageBuffer& buffer, const char* format, std::va_l
     return {buffer.data(), std::min(static_cast<std::size_t>(length), buffer.size() - 1)};
 }
 
-// `format`, of which no message shows more than there is room for, with another character in place
-// of each control character. What is formatted by it differs from the message in just the control
-// characters that are the format's own.
+// `format`, cut to what a message has room for, with every control character replaced by another
+// character. A message formatted with it differs from the original only at the control characters
+// that come from the format itself.
 MessageBuffer WithoutControls(std::string_view format) {
     MessageBuffer marked{};
     const std::string_view shown = format.substr(0, marked.size() - 1);
@@ -55,13 +55,13 @@ MessageBuffer WithoutControls(std::string_view format) {
     return marked;
 }
 
-// Asked once: standard output stays what it is for as long as the program runs.
+// Checked once: standard output does not change while the program runs.
 bool IsTerminal() {
     static const bool isTerminal = isatty(STDOUT_FILENO) == 1;
     return isTerminal;
 }
 
-// Null while standard output is the console.
+// Null while messages go to standard output.
 LogSink g_sink = nullptr;
 
 void WriteToTerminal(std::string_view message, const char* format, std::va_list arguments) {

@@ -1,5 +1,6 @@
 // The one console channel. Everything is written to standard output; there is no log file and
-// nothing goes to standard error. Another program that uses the same code may take the messages.
+// nothing goes to standard error. Another program that uses this code may receive the messages
+// instead.
 #ifndef SEALKEEPER_APP_CONSOLE_LOG_H
 #define SEALKEEPER_APP_CONSOLE_LOG_H
 
@@ -21,29 +22,31 @@ enum class LogLevel : std::uint32_t {
 extern LogLevel g_logThreshold;
 
 // Writes "[tag] " and the formatted message, cut to its first 4095 bytes, with every backslash
-// shown as a forward slash. No line feed is added: a message carries its own where it has one. An
-// empty message, a message that cannot be formatted, and one above the threshold print nothing.
-// Never fails visibly and does not flush.
+// shown as a forward slash. No line feed is added; a message that ends its line contains one. An
+// empty message, a message that cannot be formatted, and one above the threshold print nothing. A
+// failed write is ignored. Nothing is flushed.
 //
 // Where standard output is a terminal, control characters in the arguments are shown escaped, a
-// line feed as "\x0a"; those of the format stay. So a format holds its line feeds itself. The cut
-// comes first: an escape is whole.
+// line feed as "\x0a"; those of the format are kept, so intended line feeds belong in the format.
+// The message is cut before it is escaped, so no escape is cut in two.
 #if defined(__GNUC__)
 __attribute__((format(printf, 2, 3)))
 #endif
 void Log(LogLevel level, const char* format, ...);
 
-// Takes a message that is shown, as it was formatted: without its tag, with its own line feed.
+// Receives each message that the threshold lets pass, as formatted: without a tag, with its own
+// line feed if any.
 using LogSink = void (*)(LogLevel level, std::string_view message);
 
-// From now on `sink` takes the messages, and nothing below is written to standard output. Null
-// gives that back.
+// From now on `sink` receives the messages, and nothing declared here writes to standard output.
+// Null restores standard output.
 void SendLogTo(LogSink sink);
 
 // Writes `text` to standard output as it stands, without a tag and whatever the threshold.
 void WriteUntagged(const char* text);
 
-// Ends the console line: a line feed on standard output, flushed, because a person watches it.
+// Ends the console line: writes a line feed to standard output and flushes, because a person may be
+// watching.
 void EndConsoleLine();
 
 }  // namespace sealkeeper

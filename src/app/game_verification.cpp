@@ -34,8 +34,8 @@ ResultCode ResolveGameDirectory(const std::string& verifyDir, std::string& direc
 ResultCode FindCataloguesOf(const std::string& gameDirectory, std::vector<std::wstring>& names) {
     const ConverterWatch converter;
     const std::string directory = gameDirectory + kCertificatesDirectory;
-    // Catalogue paths are wide text. A directory that has no such form is not looked for under the
-    // error text that stands for it, which could name another one.
+    // Catalogue paths are wide text. A directory that cannot be converted becomes an error text,
+    // which could be the name of another directory, so that one must not be opened.
     const std::string wideForm = WideToUtf8(Utf8ToWide(gameDirectory)) + kCertificatesDirectory;
     if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
         return code;
@@ -114,7 +114,7 @@ ResultCode GameVerification::ReadCatalogue(const std::wstring& name, std::string
     }
     entries_.insert(entries_.end(), std::make_move_iterator(contents.entries.begin()),
                     std::make_move_iterator(contents.entries.end()));
-    // Deliberately a running total over all catalogues so far.
+    // Deliberate: the running total over all catalogues so far.
     Log(LogLevel::Info, "Added %zu file entries from '%s'\n", entries_.size(), shown.c_str());
     return ResultCode::Ok;
 }
@@ -134,7 +134,7 @@ ResultCode GameVerification::VerifyNextFile(FileVerdict& verdict) {
     const std::wstring path = entry.Path();
     std::string shown = WideToUtf8(path);
     const ResultCode code = entry.VerifyNextFile(path, *hasher_, kNoHandler, nullptr);
-    // Ends the line of the dots, or of a message before that has no line feed.
+    // Ends the line of dots, or of an earlier message without a line feed.
     EndConsoleLine();
     if (const ResultCode sound = converter_->RequireSound(); sound != ResultCode::Ok) {
         return sound;
@@ -149,7 +149,7 @@ ResultCode GameVerification::VerifyNextFile(FileVerdict& verdict) {
 }
 
 RuntimeConfigurationVerdict GameVerification::VerifyRuntimeConfiguration() {
-    // Its threads and descriptors are free for what follows.
+    // Frees its threads and descriptors for what follows.
     hasher_.reset();
     const RuntimeConfigurationVerdict verdict =
         CheckRuntimeConfiguration(options_, directory_ + kCertificatesDirectory);

@@ -1,5 +1,5 @@
-// The verification of an installed game against its signed catalogues and its runtime.conf, step by
-// step: who asks for the steps shows their results as it likes.
+// The verification of an installed game against its signed catalogues and its runtime.conf, in
+// steps. The caller runs the steps and decides how to show their results.
 #ifndef SEALKEEPER_APP_GAME_VERIFICATION_H
 #define SEALKEEPER_APP_GAME_VERIFICATION_H
 
@@ -19,70 +19,73 @@
 
 namespace sealkeeper {
 
-// A catalogue that was read, or tried to be.
+// A catalogue that was read or could not be read.
 struct VerifiedCatalogue {
-    // Of the file; an error text when it is not UTF-8.
+    // The file name; an error text when it is not UTF-8.
     std::string nameUtf8;
-    // Why it was not read, which ended the verification.
+    // `Ok`, or why it could not be read, which ended the verification.
     ResultCode code = ResultCode::Ok;
-    // Of all catalogues up to and with this one.
+    // The number of entries in all catalogues up to and including this one.
     std::size_t entriesSoFar = 0;
 };
 
-// What was found of one listed file.
+// The result for one listed file.
 struct FileVerdict {
-    // Null until the verdict is given; lives as long as the verification.
+    // Null until the verdict is set. Valid as long as the verification.
     const StoredEntry* entry = nullptr;
-    // Of `GameVerification::Catalogues`.
+    // Into `GameVerification::Catalogues`.
     std::size_t catalogueIndex = 0;
     std::string pathUtf8;
-    // As of `StoredEntry::VerifyCatalogueFile`.
+    // As `StoredEntry::VerifyCatalogueFile` returns it.
     ResultCode code = ResultCode::Ok;
 };
 
-// The steps are for calling in the order in which they stand here, each once and `VerifyNextFile`
-// as often as there are files. What fails of them ends the verification. Each logs what it does,
-// but not the verdicts and their summary.
+// Call the steps in the order in which they are declared, each once, and `VerifyNextFile` once for
+// each file. A step that fails ends the verification. The steps log what they do, but not the
+// verdicts of the files or their summary.
 class GameVerification {
   public:
-    // Takes `verifyDir`, `productId`, `gameDevMode` and `jobs` of `options`, which must outlive it.
+    // Uses `verifyDir`, `productId`, `gameDevMode` and `jobs` of `options`, which must outlive this
+    // object.
     explicit GameVerification(const CommandLineOptions& options);
     GameVerification(const GameVerification&) = delete;
     GameVerification& operator=(const GameVerification&) = delete;
     ~GameVerification() = default;
 
-    // Makes the game directory the process's current one. Fails, logged, with
-    // `SealkeeperUsageError` when the directory does not resolve, `SealkeeperIOError` when it has
-    // no catalogues or the system fails to read where they lie, `CatalogueError` when it fails to
-    // convert a name, and `InitFailedWorkingDirectory`.
+    // Finds the catalogues and makes the game directory the current directory of the process.
+    // Fails, logged, with `SealkeeperUsageError` when the directory does not resolve,
+    // `SealkeeperIOError` when it has no catalogues or the system fails to read their directory,
+    // `CatalogueError` when the system fails to convert a name, and `InitFailedWorkingDirectory`
+    // when the current directory cannot be changed.
     ResultCode FindCatalogues();
 
     // Reads all catalogues. Fails, logged, as `HashCatalogue::ReadAndVerifyCatalogue` does for any
-    // of them; the last of `Catalogues` is that one then.
+    // of them, which is then the last of `Catalogues`, and with `CatalogueError` when the system
+    // fails to convert a name.
     ResultCode ReadCatalogues();
 
-    // Those read so far, in the order of reading.
+    // The catalogues read so far, in that order.
     [[nodiscard]] const std::vector<VerifiedCatalogue>& Catalogues() const { return catalogues_; }
 
-    // What they list, catalogue by catalogue.
+    // The entries of all catalogues, in the order of `Catalogues`.
     [[nodiscard]] const EntryList& Entries() const { return entries_; }
 
     [[nodiscard]] bool HasNextFile() const { return nextFile_ < entries_.size(); }
 
-    // Checks the next file, of which there is one. Shows progress dots and ends the console line.
-    // Fails, logged and without a verdict, with `CatalogueError` when the system fails to convert a
-    // path: under another path there may be another file, even an intact one.
+    // Checks the next file; `HasNextFile` must be true. Shows progress dots and ends the console
+    // line. Fails, logged and without a verdict, with `CatalogueError` when the system fails to
+    // convert a path: the error text in its place could name another file, even an intact one.
     ResultCode VerifyNextFile(FileVerdict& verdict);
 
-    // Of the files verified so far.
+    // Covers the files verified so far.
     [[nodiscard]] const VerificationSummary& Summary() const { return summary_; }
 
     RuntimeConfigurationVerdict VerifyRuntimeConfiguration();
 
-    // The code of all: the failure of runtime.conf or, where that is none, of the files.
+    // The overall result: the failure of runtime.conf or, if it has none, the result of the files.
     [[nodiscard]] ResultCode Result() const;
 
-    // The game's, absolute and ending in '/', once its catalogues are found.
+    // The game directory, absolute and ending in '/'. Set by `FindCatalogues`.
     [[nodiscard]] const std::string& Directory() const { return directory_; }
 
   private:
@@ -95,7 +98,7 @@ class GameVerification {
     HashCatalogue catalogue_;
     std::vector<VerifiedCatalogue> catalogues_;
     EntryList entries_;
-    // Of the paths, since their files are opened.
+    // Watches the conversion of the paths of files, from when the first is opened.
     std::optional<ConverterWatch> converter_;
     std::optional<FileHasher> hasher_;
     std::size_t nextFile_ = 0;

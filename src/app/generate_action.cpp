@@ -22,7 +22,8 @@
 namespace sealkeeper {
 namespace {
 
-// The absolute game directory, ending in '/'; nothing, logged, when it is no existing directory.
+// The absolute game directory, ending in '/'; nothing, logged, when it is not an existing
+// directory.
 std::optional<std::string> ResolveGameDirectory(const std::string& asGiven) {
     auto resolved = ResolvePath(asGiven);
     if (!resolved) {
@@ -59,7 +60,7 @@ ResultCode PrepareOutputDirectory(const GeneratePaths& paths) {
         "Generating the game's main catalogue alongside the associated folder structure.\n");
     Log(LogLevel::Trace, "Creating output directory: '%s'.\n", paths.outputDirectory.c_str());
     if (!CreateDirectories(paths.outputDirectory)) {
-        // At the trace level deliberately: the exit status alone tells of it.
+        // Deliberately at the trace level, which is never shown: only the exit status tells.
         Log(LogLevel::Trace,
             "Failed to create the output directory: '%s', please create the required directory manually.",
             paths.outputDirectory.c_str());
@@ -86,9 +87,9 @@ ResultCode CatalogueOneFile(CommandLineOptions& options, const GeneratePaths& pa
     return CreateCatalogueFile(paths, options.signingMaterial, catalogue, std::move(files), {});
 }
 
-// Reports the outcome of the catalogue and copies the certificate, which is done also after a
-// failed catalogue, but not where the system failed to convert: that run writes nothing more.
-// Returns the copy's failure, else `catalogueCode`.
+// Reports the outcome of the catalogue and copies the certificate. The copy is made even if the
+// catalogue failed, unless the system failed to convert a text: such a run writes nothing more.
+// Returns the failure of the copy or, if it has none, `catalogueCode`.
 ResultCode FinishRun(const CommandLineOptions& options, const GeneratePaths& paths,
                      const ConverterWatch& converter, ResultCode catalogueCode) {
     if (catalogueCode == ResultCode::Ok) {
@@ -120,7 +121,7 @@ ResultCode RunGenerateAction(CommandLineOptions& options) {
     if (!gameDirectory) {
         return ResultCode::CatalogueIOError;
     }
-    // From now on the private key is in memory.
+    // From here on, the private key may be in memory.
     SwitchOffCoreDumps();
     if (const ResultCode code = LoadMaterial(options); code != ResultCode::Ok) {
         return code;

@@ -8,9 +8,10 @@
 
 namespace sealkeeper {
 
-// In configuration mode the process's current directory is the game directory afterwards. Failures
-// are logged, but for three that deliberately show only in the code: the output directory's, the
-// change of directory's, and a failed close of the certificate copy.
+// Runs the mode and returns its result code. When a configuration file is used, the game directory
+// is the current directory of the process afterwards. Failures are logged, except three that
+// deliberately show only in the result code: the output directory cannot be created, the current
+// directory cannot be changed, the certificate copy cannot be closed.
 ResultCode RunGenerateAction(CommandLineOptions& options);
 
 }  // namespace sealkeeper

@@ -9,9 +9,9 @@
 namespace sealkeeper {
 
 struct GeneratePaths {
-    // The game's main catalogue, named "base" in whatever letter case, goes to the standard folder.
+    // The game's main catalogue, named "base" in any letter case, goes to the standard folder.
     bool isMainCatalogue = false;
-    // Ends in '/'; empty where the files go to the current directory.
+    // Ends in '/'; empty when the files go to the current directory.
     std::string outputDirectory;
     std::string catalogueName;
     std::string certificateCopyName;
@@ -22,8 +22,8 @@ struct GeneratePaths {
     }
 };
 
-// The output directory is formed from the game directory as it was typed, so a relative one is
-// taken from whatever the current directory is when a file is written.
+// The output directory is built from the game directory as typed. A relative one is therefore
+// resolved against the current directory at the time when a file is written.
 [[nodiscard]] GeneratePaths MakeGeneratePaths(const CommandLineOptions& options);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// How many threads hash, as a command line says it.
+// The number of threads that hash, as given on a command line.
 #ifndef SEALKEEPER_APP_JOB_COUNT_H
 #define SEALKEEPER_APP_JOB_COUNT_H
 
@@ -10,7 +10,8 @@ namespace sealkeeper {
 
 inline constexpr std::size_t kMostJobs = 256;
 
-// Nothing when `text` is no number from 0 to `kMostJobs`. 0 stands for one job for each processor.
+// The number of jobs. 0 stands for one for each processor, `kMostJobs` at most. Nothing when `text`
+// is not a number from 0 to `kMostJobs`.
 [[nodiscard]] std::optional<std::size_t> JobsFrom(const std::string& text);
 
 }  // namespace sealkeeper

@@ -22,7 +22,7 @@ ResultCode FailUnread(const std::string& path) {
     return ResultCode::CatalogueIOError;
 }
 
-// A file open to be read, and what was read of it to tell its kind.
+// A file open for reading, and the bytes read so far to tell its kind.
 struct FileToList {
     SizedFile opened;
     std::vector<std::uint8_t> bytes;

@@ -36,7 +36,7 @@ std::size_t LeadingDashes(std::string_view text) {
     return std::min(text.find_first_not_of('-'), text.size());
 }
 
-// An exact name wins over longer names that begin with it: "-v" is no abbreviation.
+// An exact name wins over longer names that begin with it.
 const Option* FindExact(std::string_view name) {
     const auto found = std::find_if(kOptions.begin(), kOptions.end(),
                                     [name](const Option& option) { return option.name == name; });

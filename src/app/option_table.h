@@ -1,4 +1,4 @@
-// The options that the command line knows, and how one argument is matched with them.
+// The options of the command line, and how an argument is matched against them.
 #ifndef SEALKEEPER_APP_OPTION_TABLE_H
 #define SEALKEEPER_APP_OPTION_TABLE_H
 
@@ -22,9 +22,9 @@ enum class OptionKind {
 struct Option {
     std::string_view name;
     OptionKind kind;
-    // Where the value goes; only for `StoresText`.
+    // Where the value is stored; only for `StoresText`.
     std::string CommandLineOptions::*field = nullptr;
-    // Logged with the value; null when nothing is said.
+    // Logged with the value; null when nothing is logged.
     const char* parsedMessage = nullptr;
 
     [[nodiscard]] bool TakesValue() const {
@@ -38,12 +38,13 @@ struct MatchedArgument {
     ArgumentKind kind;
     // Set for `OptionName`.
     const Option* option = nullptr;
-    // What stood behind the first '='; nothing when there was none.
+    // What follows the first '='; nothing when there is none.
     std::optional<std::string> attachedValue = std::nullopt;
 };
 
-// Matches `argument` by its exact name or by a proper prefix of exactly one name. Faulty is a
-// prefix of several names, and what begins with a dash and is no option.
+// Matches `argument` by its exact name or by a proper prefix of exactly one name. `Faulty` is a
+// prefix of several names, or something that begins with a dash and is not an option. Anything else
+// is `Positional`.
 [[nodiscard]] MatchedArgument MatchArgument(std::string_view argument);
 
 }  // namespace sealkeeper

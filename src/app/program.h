@@ -1,4 +1,4 @@
-// The run of the program from its banner to its exit status.
+// A run of the program, from its banner to its exit status.
 #ifndef SEALKEEPER_APP_PROGRAM_H
 #define SEALKEEPER_APP_PROGRAM_H
 
@@ -13,7 +13,8 @@ void PrintBanner();
 // Shows the command line as the process received it.
 void PrintArguments(int argc, const char* const* argv);
 
-// Runs the action that the command line chose and returns its code; `Ok` when there is none.
+// Runs the action that the command line chose and returns its result code; `Ok` for
+// `ActionKind::None`.
 ResultCode RunAction(CommandLineOptions& options);
 
 // The whole program. Returns its exit status. Running out of memory is reported and gives

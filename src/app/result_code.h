@@ -1,5 +1,5 @@
-// The one enumeration through which every operation reports its outcome. The number of the code
-// that an action returns is the exit status of the process.
+// The result codes that every operation reports. The number of the code that an action returns is
+// the exit status of the process.
 #ifndef SEALKEEPER_APP_RESULT_CODE_H
 #define SEALKEEPER_APP_RESULT_CODE_H
 
@@ -45,16 +45,16 @@ enum class [[nodiscard]] ResultCode : std::uint32_t{
     CertificateRLExpired = 34,
 };
 
-// A missing private key file. Deliberately outside the table of texts: it has an exit status of its
-// own and prints as "Description unavailable".
+// A missing private key file. It has its own exit status but, deliberately, no text in the table:
+// it prints as "Description unavailable".
 inline constexpr ResultCode kPrivateKeyFileMissing{35};
 
-// The text of `code`, "Description unavailable" for a code outside the table. For places where a
-// code may be `Ok`.
+// The text of `code`; "Description unavailable" for a code outside the table. For messages in which
+// the code may be `Ok`.
 [[nodiscard]] const char* ResultCodeText(ResultCode code);
 
-// The text of the failure `code`. Differs from `ResultCodeText` in one value, deliberately: `Ok` is
-// no failure and reads "Description unavailable".
+// The text of the failure `code`. Deliberately differs from `ResultCodeText` in one value: `Ok` is
+// not a failure and reads "Description unavailable".
 [[nodiscard]] const char* ResultFailureText(ResultCode code);
 
 // `code` as the messages show it with "%i".

@@ -13,7 +13,7 @@ namespace {
 
 using Verdict = RuntimeConfigurationVerdict;
 
-// `Good` once `certificate` holds what is at `path`.
+// Reads the certificate at `path` into `certificate`. `Good`, or what failed, logged.
 Verdict LoadCertificate(const std::string& path, Certificate& certificate) {
     const auto bytes = ReadCertificateBytes(path);
     if (!bytes) {

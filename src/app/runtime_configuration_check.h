@@ -9,25 +9,25 @@
 
 namespace sealkeeper {
 
-// What was found of a runtime.conf.
+// The result for a runtime.conf.
 enum class RuntimeConfigurationVerdict {
-    // There is none that can be read. That is no failure: a mod has none.
+    // There is none, or it cannot be read. Not a failure: a mod has none.
     NotRead,
     Good,
-    // Of the certificate beside it.
+    // These three are about the certificate beside it.
     CertificateNotRead,
     CertificateNotParsed,
     CertificateNotTrusted,
     NotValid,
 };
 
-// `Ok` for what is no failure, `CertIOError` for a certificate that cannot be read or parsed,
+// `Ok` for `Good` and `NotRead`, `CertIOError` for a certificate that cannot be read or parsed,
 // otherwise `MbedTlsX509VerifyFailed`.
 ResultCode CodeOf(RuntimeConfigurationVerdict verdict);
 
 // Checks runtime.conf in `directory`, which ends in '/', with the certificate base.cer beside it,
-// and logs the outcome, unless there is no runtime.conf that can be read. `-gamedev` leaves
-// unchecked whether the certificate is trusted.
+// and logs the outcome. Logs nothing when runtime.conf cannot be read. With `-gamedev`, the trust
+// in the certificate is not checked.
 RuntimeConfigurationVerdict CheckRuntimeConfiguration(const CommandLineOptions& options,
                                                       const std::string& directory);
 

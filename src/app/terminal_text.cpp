@@ -18,7 +18,7 @@ bool IsControl(std::string_view character) {
     return character.size() == 2 && character.front() == '\xC2' && IsIn(kC1, last);
 }
 
-// Hands `emit` what is shown of each character of `text`, in pieces.
+// Calls `emit` with what is shown for each character of `text`, piece by piece.
 template <typename Emit>
 void ForEachShown(std::string_view text, std::string_view marked, Emit emit) {
     std::string_view character;

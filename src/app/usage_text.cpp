@@ -8,8 +8,8 @@ namespace {
 constexpr const char* kUsageText =
     "Usage: sealkeeper -productid nimbrel_product_id [-v] [verify game_dir] [list path_to_base.bin] [-target_file file] [[-inkey file] [-incert file] [-incrl file] [-outname name] -target_game_dir game_dir config_file]\n\nRun sealkeeper --help for more details\n";
 
-// Documents -config_file, which the parser does not know, and shows paths with backslashes: both
-// are kept.
+// Deliberately kept as it is: it documents -config_file, which the parser does not know, and shows
+// paths with backslashes.
 constexpr const char* kHelpText =
     R"(This utility generates signed runtime configuration files which are used to verify file integrity and pass parameters
 specific to your game to the anti-cheat.

@@ -6,7 +6,7 @@ namespace sealkeeper {
 
 enum class HelpText { Omitted, Included };
 
-// Writes the usage text, and the help text after it where `help` says so, without tags.
+// Writes the usage text and, if `help` says so, the help text after it. Neither has a tag.
 void PrintUsage(HelpText help);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// How many files of a verified game ended with which result code.
+// Counts the files of a verified game by result code.
 #ifndef SEALKEEPER_APP_VERIFICATION_SUMMARY_H
 #define SEALKEEPER_APP_VERIFICATION_SUMMARY_H
 
@@ -16,8 +16,9 @@ class VerificationSummary {
     // Logs one line for each code, in ascending order.
     void Print() const;
 
-    // The result for all files: the code of the last one where that failed, else the smallest code
-    // of a failure, else `Ok`. A deliberate tie-break, neither the highest nor the first failure.
+    // The result for all files: the code of the last file if it failed, else the smallest code of
+    // any failure, else `Ok`. This rule is deliberate: the result is neither the first failure nor
+    // the highest code.
     ResultCode Result() const;
 
   private:

@@ -7,13 +7,10 @@
 
 namespace sealkeeper {
 
-// Verifies the game at `options.verifyDir` and logs a verdict for each file. Fails at once, logged,
-// with `SealkeeperUsageError` when the directory does not resolve, `SealkeeperIOError` when it has
-// no catalogues, `InitFailedWorkingDirectory`, as `HashCatalogue::ReadAndVerifyCatalogue` does for
-// any catalogue, and with `CatalogueError` when the system fails to convert a path: there is no
-// summary then. Otherwise returns the failure of runtime.conf (`CheckRuntimeConfiguration`)
-// or, where that is none, of the files (`VerificationSummary::Result`). Nothing is ever written;
-// the process's current directory is the game directory afterwards.
+// Verifies the game at `options.verifyDir` and logs a verdict for each file. When a step of
+// `GameVerification` fails, that failure is returned at once, logged, and there is no summary.
+// Otherwise returns `GameVerification::Result`. Writes no file. The game directory is the current
+// directory of the process afterwards.
 ResultCode RunVerifyAction(const CommandLineOptions& options);
 
 }  // namespace sealkeeper
