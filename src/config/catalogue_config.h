@@ -15,15 +15,15 @@ inline constexpr std::uint64_t kBytesPerMegabyte = 1'000'000;
 inline constexpr std::uint64_t kDefaultSizeThresholdBytes = 1024 * kBytesPerMegabyte;
 
 struct CatalogueConfig {
-    // Files above this size are left out; 0 switches the rule off. A negative configured number of
-    // megabytes is kept as the huge number that it becomes, and is compared as a signed one.
+    // Files above this size are left out; 0 turns the rule off. A negative number of megabytes
+    // wraps to a huge unsigned value here, and is compared as a signed number.
     std::uint64_t sizeThresholdBytes = kDefaultSizeThresholdBytes;
-    // Exactly one of the two lists is in use; the other is empty.
+    // Only one of the two lists is in use; the other is empty.
     std::vector<std::string> includePaths;
     std::vector<std::string> excludePaths;
-    // As written in the file: with their dot, case-sensitive.
+    // As written in the file: with the dot, case-sensitive.
     std::unordered_set<std::string> excludedExtensions;
-    // Path parts and what replaces them, with '/' as the only separator.
+    // Parts of paths and their replacements, with '/' as the only separator.
     std::map<std::string, std::string> pathAliases;
     bool skipFilesWithoutExtension = false;
 };

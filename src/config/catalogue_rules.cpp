@@ -11,7 +11,7 @@ namespace sealkeeper {
 namespace {
 
 constexpr std::int64_t kSupportedConfigVersion = 2;
-// The version of a file that does not tell it.
+// The version of a file that does not state one.
 constexpr std::int64_t kImpliedConfigVersion = 1;
 
 constexpr std::uint64_t kRecommendedMaximumMegabytes = 1024;
@@ -21,7 +21,7 @@ void WarnOfUnusualSizeThreshold(ConfigSection& options) {
     if (!options.integers.Has(kSizeThresholdKey)) {
         return;
     }
-    // A negative number counts as a huge one.
+    // A negative number wraps to a huge one.
     const auto megabytes = static_cast<std::uint64_t>(options.integers.Get(kSizeThresholdKey));
     if (megabytes > kRecommendedMaximumMegabytes) {
         Log(LogLevel::Warning,
@@ -34,8 +34,8 @@ void WarnOfUnusualSizeThreshold(ConfigSection& options) {
     }
 }
 
-// Presence is tested in the table of the right type: a key written with another kind of value
-// counts as absent.
+// Each key is looked up in the table of its type: a key with a value of another type counts as
+// absent.
 ResultCode ValidateSearchOptions(ConfigSection& options) {
     WarnOfUnusualSizeThreshold(options);
 

@@ -11,15 +11,15 @@
 namespace sealkeeper {
 
 // Loads the configuration file at `path` into `document` and checks its format version. Anything
-// but a readable file of version 2 is logged and gives `InitFailedConfig`.
+// but a readable file of version 2 fails with `InitFailedConfig`, logged.
 ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document);
 
-// Checks the format version of a document that was loaded; another than 2 is logged and gives
-// `InitFailedConfig`.
+// Checks the format version of a loaded document. Any version but 2 fails with `InitFailedConfig`,
+// logged.
 ResultCode CheckDocumentVersion(ConfigDocument& document);
 
-// Validates the section "search_options" and fills `config` from it. The first fault is logged and
-// gives `InitFailedConfig`; `config` may then be filled in part.
+// Validates the section "search_options" and fills `config` from it. Fails at the first error with
+// `InitFailedConfig`, logged; `config` may then be partly filled.
 ResultCode ReadCatalogueRules(ConfigSection& searchOptions, CatalogueConfig& config);
 
 }  // namespace sealkeeper

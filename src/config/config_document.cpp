@@ -37,8 +37,7 @@ ConfigSection& ConfigDocument::GetSection(std::string& name) {
     if (found != sections_.end()) {
         return found->second;
     }
-    // `ConfigTable::Get` enters what it does not find, so an earlier caller may have left
-    // something.
+    // `ConfigTable::Get` adds missing keys, so an earlier caller may have left some.
     missingSection_ = {};
     return missingSection_;
 }

@@ -1,5 +1,5 @@
-// The parsed configuration file: named sections, each with typed key and value tables. Nothing here
-// knows what a key means.
+// The parsed configuration file: named sections, each with one table of keys and values per type.
+// Nothing here knows what a key means.
 #ifndef SEALKEEPER_CONFIG_CONFIG_DOCUMENT_H
 #define SEALKEEPER_CONFIG_CONFIG_DOCUMENT_H
 
@@ -15,21 +15,21 @@ namespace sealkeeper {
 using StringList = std::vector<std::string>;
 using StringPairs = std::map<std::string, std::string>;
 
-// Values of one type by key. Keys are stored in lower case and are not lower-cased by a look-up.
+// Values of one type by key. Keys are stored in lower case; a look-up does not convert its key.
 template <typename Value>
 class ConfigTable {
   public:
     [[nodiscard]] bool Has(std::string_view key) const { return values_.contains(key); }
 
-    // The value of `key`, entered with its default (false, 0, empty) when it is not there.
+    // The value of `key`. A missing key is added with a default value (false, 0, empty).
     [[nodiscard]] Value& Get(std::string_view key) { return values_[std::string(key)]; }
 
   private:
-    // An order that compares keys of both types, so that a look-up makes no string.
+    // A transparent comparison, so that `Has` makes no string.
     std::map<std::string, Value, std::less<>> values_;
 };
 
-// One key may stand in several tables: a number is entered as an integer and as a flag.
+// One key may be in several tables: a number is stored as an integer and as a flag.
 struct ConfigSection {
     ConfigTable<bool> flags;
     // Signed 32-bit numbers, sign-extended.
@@ -41,18 +41,18 @@ struct ConfigSection {
 
 class ConfigDocument {
   public:
-    // Parses the file at `path` into the document. Returns false for an empty path, a file that
-    // cannot be read, and where `ParseConfigText` does.
+    // Parses the file at `path` into the document. Returns false for an empty path, for a file that
+    // cannot be read, and when `ParseConfigText` does.
     [[nodiscard]] bool LoadConfigFile(const std::string& path);
     [[nodiscard]] bool LoadConfigFile(const char* path);
 
-    // Adds what `text` holds to the document: sections of the same name are merged. Text that does
-    // not fit the grammar ends the scan silently and what was read before it is kept. Returns false
-    // only for an empty text and for a string list element that contains a line feed.
+    // Adds the content of `text` to the document; sections of the same name are merged. Text that
+    // does not fit the grammar silently ends the scan, and what was read before it is kept. Returns
+    // false only for an empty text and for a string list element that contains a line feed.
     [[nodiscard]] bool ParseConfigText(std::string_view text);
 
-    // The section called `name`, which is lower-cased in place; an empty section, never created in
-    // the document, when there is none. The reference to that one is good until the next call.
+    // The section called `name`, which is lower-cased in place. When there is none, an empty
+    // section that is not part of the document; the reference to it is valid until the next call.
     [[nodiscard]] ConfigSection& GetSection(std::string& name);
 
     // The section called `name`, already lower-cased, created when there is none.

@@ -1,4 +1,4 @@
-// The sections and keys of a configuration file, as they are stored: in lower case.
+// The names of the sections and keys of a configuration file, in lower case, as they are stored.
 #ifndef SEALKEEPER_CONFIG_CONFIG_NAMES_H
 #define SEALKEEPER_CONFIG_CONFIG_NAMES_H
 
@@ -14,7 +14,7 @@ inline constexpr const char* kExcludeExtensionsKey = "exclude_extensions";
 inline constexpr const char* kSizeThresholdKey = "exclude_size_threshold";
 inline constexpr const char* kIgnoreWithoutExtensionKey = "ignore_files_without_extension";
 inline constexpr const char* kAliasPathsKey = "alias_paths";
-// Known, so that it can be refused.
+// Known only so that it can be rejected.
 inline constexpr const char* kWorkingDirectoryKey = "working_directory";
 
 inline constexpr const char* kRuntimeSection = "runtime_configuration";

@@ -1,5 +1,5 @@
-// What the scan of a configuration text took, where that stood, and where and why the scan ended. A
-// document has the values alone; who explains a text needs their places as well.
+// What the scan of a configuration text found and where, and where and why the scan ended. A
+// document has only the values; explaining a text to its author also needs their places.
 #ifndef SEALKEEPER_CONFIG_CONFIG_OUTLINE_H
 #define SEALKEEPER_CONFIG_CONFIG_OUTLINE_H
 
@@ -14,19 +14,19 @@
 
 namespace sealkeeper {
 
-// All offsets are bytes from the start of the text; an `end` is past the last byte.
+// All offsets are in bytes from the start of the text. An `end` is one past the last byte.
 inline constexpr std::size_t kNoOffset = std::string_view::npos;
-// In place of an index into `sections` or `keys`.
+// No index into `sections` or `keys`.
 inline constexpr std::size_t kNoIndex = std::string_view::npos;
 
-// One body in braces. A name that stands twice in the text has two.
+// One body in braces. A section that occurs twice in the text has two.
 struct OutlinedSection {
     // In lower case, as the document has it.
     std::string name;
     std::size_t begin = 0;
-    // Of the '{'. The name is as long at `begin` as it is above.
+    // Of the '{'. The name as written begins at `begin` and has the length of `name`.
     std::size_t brace = 0;
-    // Of the '}'; `kNoOffset` where none was taken.
+    // Of the '}'; `kNoOffset` when there was none.
     std::size_t closingBrace = kNoOffset;
 };
 
@@ -51,17 +51,17 @@ struct OutlinedText {
 
 struct OutlinedValue {
     ConfigValueKind kind = ConfigValueKind::Flag;
-    // Into `sections`: the one that has the value. Its key may stand in an earlier one, which was
-    // closed before a value followed.
+    // Into `sections`: the section that has the value. Its key may be in an earlier section, which
+    // was closed before a value followed.
     std::size_t section = kNoIndex;
     // Into `keys`.
     std::size_t key = kNoIndex;
-    // From its first byte to past the bracket, the parenthesis, the quote or the semicolon that
-    // ends it, or past the word.
+    // From its first byte to past the bracket, parenthesis, quote or semicolon that ends it, or
+    // past the word.
     std::size_t begin = 0;
     std::size_t end = 0;
-    // Of a list its elements, without the empty ones; of a table of pairs name and value in turn,
-    // those of repeated names too; of a string the string.
+    // For a list, its elements without the empty ones. For a table of pairs, names and values in
+    // turn, repeated names included. For a string, the string.
     std::vector<OutlinedText> texts;
     // As it is stored; 0 or 1 for a flag.
     std::int64_t number = 0;
@@ -71,22 +71,22 @@ struct OutlinedComment {
     // From its marker to past "*/", to its line feed, or to the end of the text.
     std::size_t begin = 0;
     std::size_t end = 0;
-    // Of the "/*" that made it a block comment, which may stand inside a line comment.
+    // Of the "/*" that made it a block comment, which may be inside a line comment.
     std::size_t block = kNoOffset;
-    // Of each further "/*" in it, whose star closes nothing.
+    // Of each further "/*" in it. Block comments do not nest, and "/*/" does not close one.
     std::vector<std::size_t> innerBlocks;
     bool isClosed = false;
 };
 
-// What ended a scan before the end of the text. The offset of `OutlinedStop` is that of the
-// section's name or of the key for those that name it; else that of the value.
+// What ended a scan before the end of the text. The offset of `OutlinedStop` is that of the section
+// name or key if the problem is there, else that of the value.
 enum class ConfigStop {
     ColonForSectionName,
-    // No blank or colon after it.
+    // No space, tab, line break or colon after it.
     UnendedSectionName,
     NoOpeningBrace,
     EqualsSignForKey,
-    // No blank or equals sign after it.
+    // No space, tab, line break or equals sign after it.
     UnendedKey,
     // At the offset of the key.
     NoValue,
@@ -97,7 +97,7 @@ enum class ConfigStop {
     EmptyParentheses,
     NoClosingQuote,
     NoSemicolon,
-    // Neither true nor false, nor the beginning of any other value.
+    // Neither true nor false, nor the start of any other value.
     UnknownWord,
 };
 
@@ -112,20 +112,20 @@ struct ConfigOutline {
     std::vector<OutlinedKey> keys;
     std::vector<OutlinedValue> values;
     std::vector<OutlinedComment> comments;
-    // Nothing when the scan came to the end.
+    // Nothing when the scan reached the end.
     std::optional<OutlinedStop> stop;
-    // What was begun where the scan ended: a section without its '}', a key without its value.
+    // What was still open when the scan ended: a section without its '}', a key without its value.
     std::size_t openSection = kNoIndex;
     std::size_t pendingKey = kNoIndex;
 };
 
 // Parses `text` as `ConfigDocument::ParseConfigText` does, with the same result, and fills
-// `outline`, which is empty, with what the same scan went by.
+// `outline`, which must be empty, from the same scan.
 [[nodiscard]] bool OutlineConfigText(std::string_view text, ConfigDocument& document,
                                      ConfigOutline& outline);
 
-// The values that `key` has in the sections called `section`, in the order of the text. Both names
-// are in lower case. The pointers are good as long as `outline` is not changed.
+// The values of `key` in the sections called `section`, in the order of the text. Both names are in
+// lower case. The pointers are valid until `outline` is changed.
 [[nodiscard]] std::vector<const OutlinedValue*> ValuesOf(const ConfigOutline& outline,
                                                          std::string_view section,
                                                          std::string_view key);

@@ -25,7 +25,7 @@ bool ConfigScanner::Scan() {
 
 ConfigScanner::Step ConfigScanner::ScanToken() {
     position_ = text_.find_first_not_of(kSkippedBytes, position_);
-    // The last byte of the text deliberately never starts a token.
+    // Deliberate quirk: the last byte of the text never starts a token.
     if (position_ == kNotFound || position_ >= text_.size() - 1) {
         return Step::Stop;
     }
@@ -179,7 +179,7 @@ ConfigScanner::Step ConfigScanner::TakePairTable(ConfigSection& section) {
     const QuotedTexts texts = FindPairs(text_.substr(begin, end - begin));
     StringPairs& pairs = section.stringPairTables.Get(pendingKey_);
     for (std::size_t i = 0; i < texts.size(); i += 2) {
-        // A name that is there already keeps its earlier value.
+        // A name that occurs again keeps its first value.
         pairs.emplace(UnescapeBackslashes(std::string(texts[i])),
                       UnescapeBackslashes(std::string(texts[i + 1])));
     }
@@ -220,7 +220,7 @@ ConfigScanner::Step ConfigScanner::TakeWord(ConfigSection& section) {
             section.flags.Get(pendingKey_) = flag;
             const std::size_t end = position_ + word.size();
             RecordValue(ConfigValueKind::Flag, end, {}, flag ? 1 : 0);
-            // The byte after the word is passed over unexamined, even where it is a closing brace.
+            // Deliberate quirk: the byte after the word is skipped unseen, even a closing brace.
             return StoreAndContinueAt(end + 1);
         }
     }
@@ -281,7 +281,7 @@ void ConfigScanner::RecordValue(ConfigValueKind kind, std::size_t end, const Quo
     OutlinedValue value;
     value.kind = kind;
     value.section = outline_->sections.size() - 1;
-    // A key that waits for its value is the last one that there was.
+    // A key that waits for its value is always the last key.
     value.key = outline_->keys.size() - 1;
     value.begin = position_;
     value.end = end;

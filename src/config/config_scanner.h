@@ -1,5 +1,5 @@
-// The scan of the configuration text: one forward pass without backtracking. Its leniencies are the
-// format: most irregularities end the scan and keep what was read so far.
+// The scan of the configuration text: one forward pass without backtracking. Its leniency is part
+// of the format: most errors end the scan and keep what was read so far.
 #ifndef SEALKEEPER_CONFIG_CONFIG_SCANNER_H
 #define SEALKEEPER_CONFIG_CONFIG_SCANNER_H
 
@@ -16,12 +16,12 @@ namespace sealkeeper {
 
 class ConfigScanner {
   public:
-    // All must outlive the scanner; `text` is not empty. An outline is empty.
+    // All must outlive the scanner. `text` must not be empty; `outline`, if given, must be.
     ConfigScanner(std::string_view text, ConfigDocument& document, ConfigOutline* outline = nullptr)
         : text_(text), document_(document), outline_(outline) {}
 
-    // Scans the text into the document, and where it stood into the outline if there is one. False
-    // only for a string list element with a line feed.
+    // Scans the text into the document and, if there is one, the outline. False only for a string
+    // list element with a line feed.
     [[nodiscard]] bool Scan();
 
   private:
@@ -44,7 +44,7 @@ class ConfigScanner {
     [[nodiscard]] Step StoreAndContinueAt(std::size_t position);
     [[nodiscard]] Step StopAt(std::size_t position, ConfigStop why);
 
-    // They fill the outline. Without one they do nothing.
+    // These fill the outline. Without one they do nothing.
     void RecordCommentMarker(CommentKind kind);
     void RecordCommentEnd(std::size_t end);
     void RecordValue(ConfigValueKind kind, std::size_t end, const QuotedTexts& texts,

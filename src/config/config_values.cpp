@@ -5,8 +5,8 @@
 namespace sealkeeper {
 namespace {
 
-// Takes the next pair of double quotes from `text`: `text` is left after the closing one. Nothing
-// when there is no further pair.
+// Takes the text between the next two double quotes; `text` is left after the closing one. Nothing
+// when there are no two more quotes.
 std::optional<std::string_view> TakeQuoted(std::string_view& text) {
     const std::size_t opening = text.find('"');
     if (opening == std::string_view::npos) {

@@ -17,7 +17,7 @@ namespace {
 
 constexpr float kMaxLoadFactor = 1.0F;
 
-// The pattern of a walk that begins at a path which an include pattern named.
+// The pattern of a walk that starts at a path matched by an include pattern.
 constexpr const char* kNamedDirectly = "";
 
 // The extension of `name` with its dot; empty when there is no dot or the dot is the last
@@ -36,7 +36,7 @@ bool IsDirectoryItselfOrParent(const std::string& name) {
 
 void LogResolvedPaths(const PathSet& paths) {
     for (const std::string& path : paths) {
-        // The same wording for included paths is deliberate.
+        // Deliberate: the wording is the same for included paths.
         Log(LogLevel::Verbose, "Excluded path: '%s'\n", path.c_str());
     }
 }
@@ -46,7 +46,7 @@ void LogResolvedPaths(const PathSet& paths) {
 // What a walk has found so far.
 struct FileCollector::Collection {
     std::vector<FoundFile>& files;
-    // Null where nobody asks for it.
+    // Null when no trace is wanted.
     CollectionTrace* trace = nullptr;
 
     void Add(const std::string& path, const FileStatus& status) {
@@ -136,14 +136,14 @@ ResultCode FileCollector::ApplyCatalogueRules(ConfigSection& searchOptions) {
     return ReadCatalogueRules(searchOptions, config_);
 }
 
-// A file named directly is taken whatever the skip rules say.
+// The skip rules do not apply to a file that an include pattern matched.
 ResultCode FileCollector::CollectNamedPath(const std::string& path, Collection& collection) const {
     FileStatus status;
     if (const ResultCode code = tree_.LookAtPath(path, status); code != ResultCode::Ok) {
         return code;
     }
     switch (status.type) {
-        // Not looked at, which ended above.
+        // An unknown type failed above.
         case FileType::Unknown:
         case FileType::Missing:
             Log(LogLevel::Error, "The following path couldn't be opened: '%s'. (%u)", path.c_str(),
@@ -167,7 +167,7 @@ ResultCode FileCollector::RecursePath(const std::string& startPath, const std::s
     if (pattern == kNamedDirectly) {
         return CollectNamedPath(startPath, collection);
     }
-    // A backslash at the end belongs to the directory's name here, so it is no separator.
+    // Here a backslash at the end is part of the directory's name, not a separator.
     const std::string directory = startPath.ends_with('/') ? startPath : startPath + "/";
     Log(LogLevel::Trace, "RecursePath '%s'.\n", (directory + pattern).c_str());
     std::optional<DirectoryEntries> entries;
@@ -204,14 +204,14 @@ ResultCode FileCollector::CollectEntry(const std::string& directory, const Direc
         return ResultCode::Ok;
     }
     FileStatus status;
-    // Where no size matters, nobody looks.
+    // Without a size rule no status is needed.
     if (config_.sizeThresholdBytes != 0) {
         if (entry.type == EntryType::Regular || entry.type == EntryType::Directory) {
             if (const ResultCode code = tree_.LookAtPath(path, status); code != ResultCode::Ok) {
                 return code;
             }
         } else {
-            // Never collected, so a link into a dead mount is no failure.
+            // Never collected, so a link into a dead mount is not a failure.
             status = StatusOfPath(path);
         }
     }

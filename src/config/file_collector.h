@@ -1,5 +1,5 @@
-// Finds the game's files to hash by the rules of the configuration file. Paths are expanded and
-// walked in the current directory, which is the game directory by then, and begin with "./".
+// Finds the files of a game to hash, by the rules of the configuration file. Paths begin with "./"
+// and are relative to the current directory, which must be the game directory by then.
 #ifndef SEALKEEPER_CONFIG_FILE_COLLECTOR_H
 #define SEALKEEPER_CONFIG_FILE_COLLECTOR_H
 
@@ -17,65 +17,67 @@
 
 namespace sealkeeper {
 
-// The rule by which the walk passes an entry over; for a directory, with all that it holds.
+// Why the walk skips an entry. A skipped directory is skipped with all its content.
 enum class SkipRule {
     HiddenName,
     ExcludedPath,
     SizeThreshold,
     ExcludedExtension,
     NoExtension,
-    // A link, one to nothing that a pattern names, or another thing that is neither file nor
-    // directory.
+    // A link, a device or anything else that is neither a regular file nor a directory; or a path
+    // that a pattern matched and that is missing.
     OtherType,
-    // A directory that is missing or must not be read.
+    // A directory that is missing or that this user may not read.
     Unlistable,
 };
 
 struct SkippedPath {
-    // As the walk forms it; for a directory without a slash at its end.
+    // As the walk builds it; a directory has no slash at its end.
     std::string path;
     SkipRule rule;
 };
 
-// What a walk leaves behind for whoever wants to know why it found what it found.
+// Why a walk found what it found.
 struct CollectionTrace {
-    // Of the files, in their order, as their names are on disk.
+    // The paths of the files, in order, with the bytes that their names have on disk.
     std::vector<std::string> paths;
     std::vector<SkippedPath> skipped;
 };
 
 // The start path and the pattern of a walk over the whole game directory. The pattern filters
-// nothing; it is there for the trace.
+// nothing; it is only logged.
 inline constexpr const char* kWholeDirectory = "./";
 inline constexpr const char* kEveryFilePattern = "*.*";
 
 class FileCollector {
   public:
-    // `basePath` is the absolute path of the game directory, ending in '/'. `tree`, which must
-    // outlive the collector, is where files are looked for.
+    // `basePath` is the absolute path of the game directory, ending in '/'. Files are looked for in
+    // `tree`, which must outlive the collector.
     explicit FileCollector(std::string basePath, const FileTree& tree = SystemFileTree());
     FileCollector(const FileCollector&) = delete;
     FileCollector& operator=(const FileCollector&) = delete;
     virtual ~FileCollector() = default;
 
-    // Appends the files to hash to `files`. With included paths each of them is taken or walked, in
-    // no particular order; without, the walk begins at `startPath`. A file reached in two ways
-    // appears twice. What is missing or must not be read is logged and left out. Fails with
-    // `SealkeeperIOError`, logged, when the system fails to read a directory or to look at a file.
+    // Appends the files to hash to `files`. If there are include patterns, each path that they
+    // matched is taken or walked, in no particular order; otherwise the walk starts at `startPath`.
+    // A file that is reached in two ways appears twice. What is missing, or what this user may not
+    // read, is logged and left out. Fails with `SealkeeperIOError`, logged, when the system fails
+    // to read a directory or to look at a file.
     virtual ResultCode CollectFiles(const std::string& startPath, const std::string& pattern,
                                     std::vector<FoundFile>& files) const;
 
-    // The same, and tells in `trace` what it came by.
+    // The same, and also fills `trace`.
     ResultCode CollectFilesTraced(const std::string& startPath, const std::string& pattern,
                                   std::vector<FoundFile>& files, CollectionTrace& trace) const;
 
     [[nodiscard]] virtual std::string BasePath() const;
 
-    // Expands the patterns of the mode in use. Fails with `InitFailedConfig`, logged, when include
-    // patterns match nothing, and as `GlobPaths`.
+    // Expands the include or exclude patterns, whichever are in use. Fails with `InitFailedConfig`,
+    // logged, when include patterns match nothing, and as `GlobPaths` does.
     virtual ResultCode ResolvePaths();
 
-    // Leaves out the file at `path`, which is compared as the walk forms it ("./" and so on).
+    // Leaves out the file at `path`. The path must be spelled as the walk builds it: "./" and so
+    // on.
     virtual void AddExcludedPath(const std::string& path);
 
     // Takes the rules from the section "search_options"; see `ReadCatalogueRules`.

@@ -15,7 +15,7 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-// Outcomes of one expansion; the negative ones are shown in a message.
+// Outcomes of one expansion. The negative numbers appear in a message.
 constexpr int kMatched = 0;
 constexpr int kNoMatch = 1;
 constexpr int kOutOfMemory = -1;
@@ -39,7 +39,7 @@ ResultCode LookUpNamedPath(const std::string& path, const FileTree& tree, Paths&
 }
 
 ResultCode FindMatches(const std::string& pattern, const FileTree& tree, Paths& matches) {
-    // No path holds a zero byte, and the system would look at what stands before it.
+    // No path contains a zero byte, and system calls would see only what comes before it.
     if (pattern.find('\0') != std::string::npos) {
         return ResultCode::Ok;
     }
@@ -66,7 +66,7 @@ void ReportExpansion(const std::string& pattern, int outcome) {
     }
 }
 
-// A fault of the system is reported for the pattern, too.
+// A failure of the system is reported for the pattern as well.
 ResultCode ExpandPattern(const std::string& pattern, const FileTree& tree, Paths& matches) {
     try {
         const ResultCode code = FindMatches(pattern, tree, matches);

@@ -13,10 +13,9 @@ namespace sealkeeper {
 
 using PathSet = std::unordered_set<std::string>;
 
-// Expands each pattern, with "./" in front, in `tree` and adds the paths it matches to `paths`;
-// `hasMatched` tells whether there was one. Every pattern is reported by a message of its own.
-// Fails with `SealkeeperIOError`, logged, when the system fails to look for them; nothing is added
-// then.
+// Expands each pattern, with "./" in front, in `tree` and adds the paths that it matches to
+// `paths`. Sets `hasMatched` to whether any pattern matched. Logs one message for each pattern.
+// Fails with `SealkeeperIOError`, logged, when the system fails to look; then nothing is added.
 ResultCode GlobPaths(const std::vector<std::string>& patterns, PathSet& paths, bool& hasMatched,
                      const FileTree& tree = SystemFileTree());
 

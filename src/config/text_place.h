@@ -8,7 +8,7 @@
 
 namespace sealkeeper {
 
-// Both from 1; the column counts bytes. Only a line feed ends a line.
+// Both count from 1; the column counts bytes. Only a line feed ends a line.
 struct TextPlace {
     std::size_t line = 1;
     std::size_t column = 1;
@@ -21,8 +21,8 @@ class TextLines {
   public:
     explicit TextLines(std::string_view text);
 
-    // The place of the byte at `offset`, in logarithmic time. What is past the end is as far past
-    // the last byte's place as its offset is.
+    // The place of the byte at `offset`, in logarithmic time. An offset past the end gives a column
+    // past the end of the last line.
     [[nodiscard]] TextPlace PlaceOf(std::size_t offset) const;
 
     // The offset of the line feed that ends the line of `offset`, or the length of the text.
