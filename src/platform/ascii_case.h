@@ -1,4 +1,4 @@
-// Letters of ASCII.
+// ASCII letters, whatever the locale.
 #ifndef SEALKEEPER_PLATFORM_ASCII_CASE_H
 #define SEALKEEPER_PLATFORM_ASCII_CASE_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// `text` with 'A' to 'Z' in lower case and every other byte as it is, whatever the locale.
+// `text` with 'A' to 'Z' in lower case and every other byte unchanged.
 [[nodiscard]] std::string LowerCasedAscii(std::string_view text);
 
 // Whether `byte` is 'A' to 'Z' or 'a' to 'z'.

@@ -1,6 +1,6 @@
-// What follows from a system that cannot convert text: the error text that a conversion gives then
-// stands for a name that nobody has found fault with, so it must be neither stored, looked up nor
-// shown as one.
+// Detects that the system failed to convert text. The error text that such a conversion returns
+// stands for a name that may well be valid, so it must not be stored, looked up or shown as that
+// name.
 #ifndef SEALKEEPER_PLATFORM_CONVERTER_WATCH_H
 #define SEALKEEPER_PLATFORM_CONVERTER_WATCH_H
 
@@ -13,7 +13,7 @@ namespace sealkeeper {
 
 class ConverterWatch {
   public:
-    // Whether the system failed to convert a text since this was made.
+    // Whether the system failed to convert a text since this object was made.
     [[nodiscard]] bool HasFailed() const { return ConverterFailures() != failuresBefore_; }
 
     // `CatalogueError`, logged, when it has failed.

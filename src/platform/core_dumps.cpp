@@ -7,7 +7,7 @@ namespace sealkeeper {
 void SwitchOffCoreDumps() {
     rlimit limit{};
     static_cast<void>(getrlimit(RLIMIT_CORE, &limit));
-    // Lowering it is open to every process.
+    // Every process may lower its own limit.
     limit.rlim_cur = 0;
     static_cast<void>(setrlimit(RLIMIT_CORE, &limit));
 }

@@ -1,11 +1,11 @@
-// What a crash of the process leaves behind.
+// Core dumps of this process.
 #ifndef SEALKEEPER_PLATFORM_CORE_DUMPS_H
 #define SEALKEEPER_PLATFORM_CORE_DUMPS_H
 
 namespace sealkeeper {
 
-// From now on, a crash writes no core file, which would hold what is in memory. A system that hands
-// core dumps to another program tells that program so.
+// From now on, a crash writes no core file, which would contain what is in memory. Best effort. A
+// system that pipes core dumps into a program passes this limit on to that program.
 void SwitchOffCoreDumps();
 
 }  // namespace sealkeeper

@@ -27,10 +27,10 @@ ResultCode ReportUnreadable(const std::string& directory, int systemError) {
     return ResultCode::SealkeeperIOError;
 }
 
-// The type that `entry` tells, if it does.
+// The type in `entry`, if the system put one there.
 std::optional<EntryType> ToldType([[maybe_unused]] const dirent& entry) {
 #ifdef DT_UNKNOWN
-    // It saves a system call for each entry, but not every file system fills it.
+    // Saves a system call for each entry, but not every file system provides it.
     switch (entry.d_type) {
         case DT_REG:
             return EntryType::Regular;
@@ -79,7 +79,7 @@ ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEn
         return TellsOfThePath(errno) ? ResultCode::Ok : ReportUnreadable(directory, errno);
     }
     DirectoryEntries read;
-    // The end and a failure look the same but for errno.
+    // Only errno tells a failure from the end.
     errno = 0;
     while (const dirent* entry = readdir(stream.get())) {
         if (const ResultCode code = AddEntry(directory, *entry, read); code != ResultCode::Ok) {
@@ -87,7 +87,7 @@ ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEn
         }
         errno = 0;
     }
-    // Once it is open, only its removal is no fault of the system.
+    // A directory that was removed after it was opened is not a failure of the system.
     if (errno != 0 && errno != ENOENT) {
         return ReportUnreadable(directory, errno);
     }

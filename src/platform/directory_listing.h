@@ -1,4 +1,4 @@
-// One directory's entries, sorted or as the system gives them.
+// The entries of one directory, sorted or in the order of the system.
 #ifndef SEALKEEPER_PLATFORM_DIRECTORY_LISTING_H
 #define SEALKEEPER_PLATFORM_DIRECTORY_LISTING_H
 
@@ -20,20 +20,20 @@ struct DirectoryEntry {
 
 using DirectoryEntries = std::vector<DirectoryEntry>;
 
-// Sets `entries` to those of `directory` in the order in which POSIX `readdir` returns them; "."
-// and ".." and other names that begin with a dot are among them. Nothing when it is missing, no
-// directory, or must not be read. Fails with `SealkeeperIOError`, logged, when the system fails to
-// read it: what was read of it by then says nothing of the rest.
+// Sets `entries` to those of `directory` in the order in which POSIX `readdir` returns them,
+// including ".", ".." and other names that begin with a dot. Nothing when it is missing, is not a
+// directory, or may not be read by this user. Fails with `SealkeeperIOError`, logged, when the
+// system fails to read it; `entries` is nothing then, because a partial list would hide entries.
 ResultCode ReadDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);
 
-// Sorts `entries` as by POSIX `alphasort`.
+// Sorts `entries` in the order of POSIX `alphasort`: by `strcoll`.
 void SortEntries(DirectoryEntries& entries);
 
-// Both.
+// `ReadDirectory`, then `SortEntries`.
 ResultCode ListDirectory(const std::string& directory, std::optional<DirectoryEntries>& entries);
 
-// Sets `type` to that of the entry at `path`, asked with `lstat`, for file systems whose
-// directories do not report it: `Other` when it is gone or must not be looked at. Fails with
+// Sets `type` to that of the entry at `path`, from `lstat`, for file systems whose directories do
+// not report it. `Other` when the entry is gone or this user may not look at it. Fails with
 // `SealkeeperIOError`, logged, when the system fails to look.
 ResultCode LinkStatusType(const std::string& path, EntryType& type);
 

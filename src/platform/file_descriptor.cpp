@@ -12,13 +12,13 @@
 namespace sealkeeper {
 namespace {
 
-// Some systems refuse to write 2^31 bytes and more at once.
+// Some systems refuse to write 2^31 bytes or more at once.
 constexpr std::size_t kMostBytesAtOnce = std::size_t{1} << 30;
 
 int FlushToDisk(int descriptor) {
 #if defined(F_FULLFSYNC)
-    // Where it is known, fsync leaves bytes in the disk's own memory. Not every file system takes
-    // it.
+    // On systems that define it, fsync may leave bytes in the disk's cache. Not every file system
+    // supports it.
     const int result = fcntl(descriptor, F_FULLFSYNC);
     if (result == 0 || (errno != ENOTSUP && errno != EINVAL && errno != ENOTTY)) {
         return result;
@@ -40,10 +40,10 @@ bool FileDescriptor::Open(const std::string& path, int flags, mode_t mode) {
     return IsOpen();
 }
 
-// Opening a FIFO would wait for its other end.
+// Without O_NONBLOCK, opening a FIFO would wait for its other end.
 bool FileDescriptor::OpenWithoutWaiting(const std::string& path, int flags) {
-    // A file under a lease, as network file servers hand them out, is there for those who wait
-    // until its holder gives it up.
+    // A file under a lease, as network file servers take them, cannot be opened without waiting for
+    // the holder to give it up.
     if (!Open(path, flags | O_NONBLOCK) && errno == EWOULDBLOCK &&
         GetFileType(path) == FileType::Regular) {
         hasWaited_ = Open(path, flags);
@@ -59,7 +59,7 @@ bool FileDescriptor::OpenForWriting(const std::string& path) {
     if (!OpenWithoutWaiting(path, O_WRONLY)) {
         return false;
     }
-    // A reader may take its time.
+    // Writing must wait for a slow reader.
     const int flags = fcntl(descriptor_, F_GETFL);
     return flags >= 0 && fcntl(descriptor_, F_SETFL, flags & ~O_NONBLOCK) == 0;
 }
@@ -95,7 +95,7 @@ bool FileDescriptor::Synchronise() const {
 
 bool FileDescriptor::Close() {
     const bool closed = close(descriptor_) == 0;
-    // Not tried again: it may be open no more, and another file may have the number by now.
+    // Not retried: after a failure it may be closed, and another file may have its number by now.
     Release();
     return closed;
 }

@@ -11,7 +11,7 @@
 
 namespace sealkeeper {
 
-// Closes the descriptor when it goes. Neither copied nor moved.
+// Closes the descriptor on destruction. Neither copied nor moved.
 class FileDescriptor {
   public:
     FileDescriptor() = default;
@@ -19,49 +19,48 @@ class FileDescriptor {
     FileDescriptor& operator=(const FileDescriptor&) = delete;
     ~FileDescriptor();
 
-    // Opens the file at `path`, once. False when it cannot be opened. A directory can be opened,
-    // but not read, and so can a FIFO, whose writer is not waited for.
+    // Opens the file at `path`; call once. False when it cannot be opened. A directory can be
+    // opened, but not read. A FIFO is opened without waiting for a writer.
     [[nodiscard]] bool OpenForReading(const std::string& path);
 
-    // Opens what `path` names for writing, once, as it is: nothing is created or cut off. False,
-    // with errno saying why, when it cannot be opened. A FIFO can be opened only if somebody reads
-    // from it.
+    // Opens what `path` names for writing; call once. Nothing is created or truncated. False, with
+    // errno set, when it cannot be opened. A FIFO can be opened only while a reader has it open.
     [[nodiscard]] bool OpenForWriting(const std::string& path);
 
-    // Opens the file at `path` for writing, once, empty; with `mode`, less the process's file mode
-    // mask, if it is created. False when it cannot be opened. Waits for the reader of a FIFO.
+    // Opens the file at `path` for writing and truncates it; call once. A file that is created gets
+    // `mode`, less the umask. False, with errno set, when it cannot be opened. Waits for the reader
+    // of a FIFO.
     [[nodiscard]] bool OpenTruncated(const std::string& path, mode_t mode);
 
-    // Creates the file at `path` with `mode`, less the process's file mode mask, and opens it for
-    // writing, once. False, with errno saying why, when it cannot be created or something, be it a
-    // link, is there already.
+    // Creates the file at `path` with `mode`, less the umask, and opens it for writing; call once.
+    // False, with errno set, when it cannot be created or something is there already, even a link.
     [[nodiscard]] bool Create(const std::string& path, mode_t mode);
 
-    // Writes all of `bytes`. False, with errno saying why, when they cannot be written; some may
-    // be.
+    // Writes all of `bytes`. False, with errno set, when they cannot all be written; some may have
+    // been.
     [[nodiscard]] bool Write(std::span<const std::uint8_t> bytes) const;
 
-    // Flushes the open file or directory to the disk. False, with errno saying why, when that
-    // failed; a file system that does not flush on demand has done what it can.
+    // Flushes the open file or directory to the disk. False, with errno set, when that failed. True
+    // on a file system that cannot flush on demand.
     [[nodiscard]] bool Synchronise() const;
 
-    // Closes what is open now and returns whether the system did so without an error. Nothing is
-    // open afterwards.
+    // Closes the descriptor and returns whether the system did so without an error. Nothing is open
+    // afterwards.
     [[nodiscard]] bool Close();
 
-    // Becomes a second descriptor of what `descriptor` names, once. False when there is no such
-    // descriptor or no room for another one.
+    // Becomes a duplicate of `descriptor`; call once. False when that is not open or the process
+    // may open no more.
     [[nodiscard]] bool Duplicate(int descriptor);
 
     [[nodiscard]] bool IsOpen() const { return descriptor_ >= 0; }
 
-    // Whether the file could be opened only once somebody gave it up, who may have changed it.
+    // Whether opening had to wait for the holder of a lease, who may have changed the file.
     [[nodiscard]] bool HasWaited() const { return hasWaited_; }
 
     // Negative when nothing is open.
     [[nodiscard]] int Get() const { return descriptor_; }
 
-    // Leaves the open descriptor to another owner.
+    // Gives the open descriptor up to another owner.
     void Release() { descriptor_ = -1; }
 
   private:
@@ -72,8 +71,8 @@ class FileDescriptor {
     bool hasWaited_ = false;
 };
 
-// How many more descriptors the process may open now; `most` when there are more. Opens them to
-// find out, and closes them. 0 when standard input is closed.
+// How many more descriptors the process may open now, `most` at most. Opens them to find out, and
+// closes them again. 0 when standard input is closed.
 [[nodiscard]] std::size_t CountFreeDescriptors(std::size_t most);
 
 }  // namespace sealkeeper

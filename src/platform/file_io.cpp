@@ -12,7 +12,7 @@
 namespace sealkeeper {
 
 OpenedFile OpenForReading(const std::string& path) {
-    // To open a FIFO would let a waiting writer go.
+    // Opening a FIFO would release a waiting writer.
     if (GetFileType(path) == FileType::Fifo) {
         return {};
     }
@@ -35,7 +35,7 @@ OpenedFile OpenForReading(const std::string& path) {
 std::optional<SizedFile> OpenSizedFile(const std::string& path) {
     static_assert(sizeof(off_t) == sizeof(std::int64_t));
     OpenedFile file = OpenForReading(path);
-    // A directory tells a size that means nothing.
+    // The size of a directory means nothing.
     if (!file.stream || file.status.type == FileType::Directory ||
         fseeko(file.stream.get(), 0, SEEK_END) != 0) {
         return std::nullopt;

@@ -21,46 +21,46 @@ struct FileCloser {
 // A stream open for reading, closed when it goes out of scope.
 using FileStream = std::unique_ptr<std::FILE, FileCloser>;
 
-// A file open for reading, and what it is.
+// A file open for reading, and its status.
 struct OpenedFile {
     // Null when the file cannot be opened.
     FileStream stream;
     FileStatus status;
 };
 
-// Opens the file at `path` for reading. A FIFO counts as one that cannot be opened: its reader
-// would wait for a writer. A directory can be opened, but not read.
+// Opens the file at `path` for reading. A FIFO counts as a file that cannot be opened, because
+// reading it would wait for a writer. A directory can be opened, but not read.
 [[nodiscard]] OpenedFile OpenForReading(const std::string& path);
 
-// A file open at its start, and its size as a seek to its end tells.
+// A file open at its start, and its size as a seek to its end reports it.
 struct SizedFile {
     FileStream stream;
     std::uint64_t sizeBytes = 0;
 };
 
-// Opens the file at `path` to be read; nothing when that cannot be. A FIFO and a directory never
-// can.
+// Opens the file at `path` for reading. Nothing when it cannot be opened or is a FIFO or a
+// directory.
 [[nodiscard]] std::optional<SizedFile> OpenSizedFile(const std::string& path);
 
-// `bytes` holds all that was read of `file` so far. Reads on until it holds the first `limitBytes`
-// of the file, or all of it when it has no more. Returns false when they cannot be read; the file
-// and `bytes` are of no use any more then.
+// Reads on. `bytes` holds all that was read of `file` so far; afterwards it holds the first
+// `limitBytes` bytes of the file, or all of a file that is no longer. False when they cannot be
+// read; then neither `file` nor `bytes` may be used.
 [[nodiscard]] bool ReadOn(SizedFile& file, std::uint64_t limitBytes,
                           std::vector<std::uint8_t>& bytes);
 
 // The first bytes of a file.
 struct FileStart {
     std::vector<std::uint8_t> bytes;
-    // Of the whole file.
+    // The size of the whole file.
     std::uint64_t fileSizeBytes = 0;
 };
 
-// The first `limitBytes` bytes of the file at `path`, all of them when it has no more; nothing when
-// they cannot be read; a FIFO and a directory never can.
+// The first `limitBytes` bytes of the file at `path`, or all of a file that is no longer. Nothing
+// when they cannot be read, or for a FIFO or a directory.
 [[nodiscard]] std::optional<FileStart> ReadFileStart(const std::string& path,
                                                      std::uint64_t limitBytes);
 
-// All bytes of the file at `path`, under the same conditions.
+// All bytes of the file at `path`; nothing under the same conditions.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::string& path);
 
 }  // namespace sealkeeper

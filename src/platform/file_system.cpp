@@ -19,10 +19,10 @@ namespace {
 
 constexpr std::size_t kCurrentDirectoryBufferBytes = 1024;
 
-// No system follows more when it opens a file.
+// At least as many as any supported system follows when it opens a file.
 constexpr int kMostLinks = 40;
 
-// Restricted further by the file mode mask of the process.
+// Less the umask.
 constexpr mode_t kDirectoryMode = S_IRWXU | S_IRWXG | S_IRWXO;
 
 struct MallocDeleter {
@@ -54,8 +54,8 @@ const timespec& ChangeTimeOf(const struct stat& status) {
 
 FileStatus StatusFrom(const struct stat& status) {
     const FileType type = TypeFrom(status.st_mode);
-    // POSIX leaves st_size undefined for other types; some systems put the bytes waiting in a FIFO
-    // there.
+    // POSIX leaves st_size undefined for other types. Some systems report the bytes waiting in a
+    // FIFO.
     const bool hasSize = type == FileType::Regular || type == FileType::Directory;
     const timespec& changeTime = ChangeTimeOf(status);
     return {type,
@@ -127,7 +127,7 @@ std::optional<std::string> FollowLinks(const std::string& path) {
     for (int links = 0; links <= kMostLinks; ++links) {
         std::error_code error;
         const auto target = std::filesystem::read_symlink(followed, error);
-        // What is no link is an invalid argument.
+        // Reading what is not a link fails with EINVAL.
         if (error == std::errc::invalid_argument || error == std::errc::no_such_file_or_directory) {
             return followed.string();
         }
@@ -150,7 +150,7 @@ std::optional<std::string> CurrentDirectory() {
 bool CreateDirectories(const std::string& path) {
     for (std::size_t end = path.find('/', 1); end != std::string::npos;
          end = path.find('/', end + 1)) {
-        // A parent that is there already, or cannot be made, shows in the check at the end.
+        // The check at the end tells whether this failure matters.
         static_cast<void>(mkdir(path.substr(0, end).c_str(), kDirectoryMode));
     }
     static_cast<void>(mkdir(path.c_str(), kDirectoryMode));

@@ -1,5 +1,5 @@
-// Questions to the file system and the creation of directories. Symbolic links are followed, as by
-// POSIX `stat`.
+// Queries of the file system, and the creation of directories. Symbolic links are followed, as
+// POSIX `stat` does.
 #ifndef SEALKEEPER_PLATFORM_FILE_SYSTEM_H
 #define SEALKEEPER_PLATFORM_FILE_SYSTEM_H
 
@@ -11,63 +11,64 @@
 
 namespace sealkeeper {
 
-// `Missing` is what names nothing, or nothing that this user may look at. `Unknown` is what the
-// system failed to tell: it may well be there.
+// `Missing`: nothing is there, or nothing that this user may look at. `Unknown`: the system failed
+// to tell, so something may well be there.
 enum class FileType { Missing, Unknown, Regular, Directory, Fifo, Socket, Other };
 
-// What POSIX `stat` tells of a file. A FIFO, a socket and a device have no size and count as 0,
-// whatever the system reports as waiting in them; so does what is missing or unknown.
+// What POSIX `stat` tells about a file. The size is 0 for a FIFO, a socket or a device, whatever
+// the system reports, and for what is missing or unknown.
 struct FileStatus {
     FileType type = FileType::Missing;
     std::int64_t sizeBytes = 0;
-    // Which file it is, as long as it exists (POSIX `st_dev`, `st_ino`).
+    // The identity of the file while it exists (POSIX `st_dev`, `st_ino`).
     std::uint64_t device = 0;
     std::uint64_t serial = 0;
-    // How many names it has in its file system: none once it was removed or replaced.
+    // How many names it has in its file system: 0 once it is removed or replaced.
     std::uint64_t linkCount = 0;
-    // When the content, the names or the permissions last changed, as finely as the system tells
-    // times apart (POSIX `st_ctim`).
+    // When the content, the names or the permissions last changed, at the resolution of the file
+    // system (POSIX `st_ctim`).
     std::int64_t changeSeconds = 0;
     std::int64_t changeNanoseconds = 0;
 
     bool operator==(const FileStatus&) const = default;
 };
 
-// The status of the open file `descriptor`, `Unknown` when it cannot be told.
+// The status of the open file `descriptor`; `Unknown` when the system fails to tell.
 [[nodiscard]] FileStatus StatusOfOpenFile(int descriptor);
 
-// What `path` names. When `stat` fails, errno tells the reason, which decides between `Missing` and
-// `Unknown`, see `TellsOfThePath`.
+// What `path` names. When `stat` fails, errno keeps the reason, which decides between `Missing` and
+// `Unknown`; see `TellsOfThePath`.
 [[nodiscard]] FileType GetFileType(const std::string& path);
 
-// The status of what `path` names, under the same conditions; nothing is ever opened here.
+// The status of what `path` names, under the same conditions. Opens nothing.
 [[nodiscard]] FileStatus StatusOfPath(const std::string& path);
 
-// Whether an errno of a call that was given a path tells of that path, and not of the system:
-// nothing is there, or it must not be looked at.
+// Whether the errno of a call that takes a path is about that path (nothing is there, or this user
+// may not look at it) and not about the system.
 [[nodiscard]] bool TellsOfThePath(int systemError);
 
-// `Ok` for an errno that tells of `path`; `SealkeeperIOError`, logged, for one that tells of a
-// fault of the system, which failed to look at it.
+// `Ok` for an errno about `path`; `SealkeeperIOError`, logged, for one that says that the system
+// failed to look at it.
 ResultCode JudgeLookError(const std::string& path, int systemError);
 
-// Sets `status` as `StatusOfPath` tells it, errno included. Fails as `JudgeLookError`.
+// Sets `status` to that of `StatusOfPath`, errno included. Fails as `JudgeLookError` does.
 ResultCode LookAtPath(const std::string& path, FileStatus& status);
 
-// The absolute path without links and dot components (POSIX `realpath`); nothing for an empty path
-// and for one that does not resolve.
+// The absolute path without links and dot components (POSIX `realpath`). Nothing for an empty path
+// or one that does not resolve.
 [[nodiscard]] std::optional<std::string> ResolvePath(const std::string& path);
 
-// The path that `path` leads to when it names a symbolic link, and that one a further one, and so
-// on; there need be nothing at its end. Links among the directories stay. Nothing when a link
-// cannot be read or they lead on too far.
+// The path at the end of the chain of symbolic links that begins at `path`; nothing needs to exist
+// there. Links among the directories of a path are kept. Nothing when a link cannot be read or the
+// chain is longer than 40 links.
 [[nodiscard]] std::optional<std::string> FollowLinks(const std::string& path);
 
-// The current directory of the process; nothing when it cannot be told or has more than 1023 bytes.
+// The current directory of the process. Nothing when the system fails to tell it or it is longer
+// than 1023 bytes.
 [[nodiscard]] std::optional<std::string> CurrentDirectory();
 
-// Creates `path` and all its missing parents, as far as the process's file mode mask allows open to
-// all. Returns true when `path` is a directory afterwards.
+// Creates `path` and all its missing parents, with mode 0777 less the umask. Returns whether `path`
+// is a directory afterwards.
 [[nodiscard]] bool CreateDirectories(const std::string& path);
 
 }  // namespace sealkeeper

@@ -11,8 +11,8 @@
 
 namespace sealkeeper {
 
-// The files of the system. Whoever asks what the rules would find elsewhere, for example once files
-// have been written that are not there yet, derives from it.
+// The files of the system. Derive from it to ask what the rules would find elsewhere, for example
+// when files exist that are yet to be written.
 class FileTree {
   public:
     FileTree() = default;
@@ -27,12 +27,12 @@ class FileTree {
     // As `LookAtPath` in file_system.h.
     virtual ResultCode LookAtPath(const std::string& path, FileStatus& status) const;
 
-    // Sets `isThere` to whether something has the name `path`, be it a link to nothing. Fails as
-    // `LookAtPath`.
+    // Sets `isThere` to whether something has the name `path`, even a dangling link. Fails as
+    // `LookAtPath` does.
     virtual ResultCode LookForName(const std::string& path, bool& isThere) const;
 };
 
-// The one that generate uses.
+// The tree that generate uses.
 [[nodiscard]] const FileTree& SystemFileTree();
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// A file of the game on its way from the walk to its hash.
+// A file of the game that the walk has found and that is yet to be hashed.
 #ifndef SEALKEEPER_PLATFORM_FOUND_FILE_H
 #define SEALKEEPER_PLATFORM_FOUND_FILE_H
 
@@ -10,7 +10,7 @@ namespace sealkeeper {
 
 struct FoundFile {
     std::wstring path;
-    // What was seen of it when it was found; `Missing` where nobody looked.
+    // Its status when it was found; `Missing` if nobody looked.
     FileStatus status;
 };
 

@@ -17,19 +17,19 @@ namespace {
 
 using Paths = std::vector<std::string>;
 
-// What can lead to further components: where a link leads is not known.
+// Whether more components may follow. A link may lead to a directory.
 bool MayBeDirectory(EntryType type) {
     return type == EntryType::Directory || type == EntryType::Link;
 }
 
-// What the GNU C library's `glob` leaves of slashes after a component with a pattern.
+// The GNU C library's `glob` keeps at most this many slashes after a component with a pattern.
 constexpr std::string_view kMostSlashesKept = "//";
 
 struct Component {
     // The slashes before it.
     std::string separator;
     std::string text;
-    // Whether more follows, if only a slash.
+    // Whether anything follows, even just a slash.
     bool isDirectory = false;
 };
 
@@ -43,7 +43,7 @@ Component TakeComponent(std::string& pattern) {
     return component;
 }
 
-// Appends `directory` with each of its names that matches `component` to `paths`.
+// Appends to `paths` the path of each entry of `directory` whose name matches `component`.
 ResultCode AddMatchesIn(const std::string& directory, const Component& component,
                         const FileTree& tree, Paths& paths) {
     std::optional<DirectoryEntries> entries;
@@ -78,7 +78,7 @@ ResultCode ExpandComponent(const Component& component, const FileTree& tree, Pat
     return ResultCode::Ok;
 }
 
-// Keeps those of `paths` for which `look`, called with a path and a flag to set, sets the flag.
+// Keeps only those `paths` for which `look`, called with the path and a flag, sets the flag.
 template <typename Look>
 ResultCode KeepThose(Paths& paths, Look look) {
     Paths kept;

@@ -10,7 +10,7 @@
 namespace sealkeeper {
 namespace {
 
-// Some systems take no more of one advice than what they give a disk in one request.
+// Some systems honour no more of one advice than fits in one request to the disk.
 constexpr std::size_t kReadAheadStepBytes = 262'144;
 
 }  // namespace
@@ -42,7 +42,7 @@ std::size_t InputFile::ReadAheadSteps(std::size_t lengthBytes) {
     return lengthBytes / kReadAheadStepBytes + (lengthBytes % kReadAheadStepBytes != 0 ? 1 : 0);
 }
 
-// A hint: that it cannot be given changes nothing.
+// Best effort: a failed hint changes nothing.
 void InputFile::Advise([[maybe_unused]] std::uint64_t offset,
                        [[maybe_unused]] std::size_t lengthBytes) const {
 #if defined(F_RDADVISE)

@@ -1,4 +1,4 @@
-// A file open for reading at positions of the caller's choice.
+// A file open for reading at any position.
 #ifndef SEALKEEPER_PLATFORM_INPUT_FILE_H
 #define SEALKEEPER_PLATFORM_INPUT_FILE_H
 
@@ -22,11 +22,11 @@ class InputFile {
     // As `FileDescriptor::HasWaited`.
     [[nodiscard]] bool HasWaited() const { return descriptor_.HasWaited(); }
 
-    // What the open file is.
+    // The status of the open file.
     [[nodiscard]] FileStatus Status() const { return StatusOfOpenFile(descriptor_.Get()); }
 
-    // Fills `bytes` with what the file holds at `offset` and returns how many bytes it delivered:
-    // less than asked for where the file ends or cannot be read any further.
+    // Fills `bytes` from the file at `offset` and returns how many bytes were read: fewer than
+    // asked for if the file ends or cannot be read any further.
     [[nodiscard]] std::size_t ReadAt(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
 
     // Tells the system that these bytes will be read soon, so that a disk can fetch them meanwhile.

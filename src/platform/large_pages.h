@@ -1,4 +1,4 @@
-// A hint to the system that costs nothing where it is not understood.
+// A hint to the system, which does nothing on systems that do not know it.
 #ifndef SEALKEEPER_PLATFORM_LARGE_PAGES_H
 #define SEALKEEPER_PLATFORM_LARGE_PAGES_H
 
@@ -10,8 +10,8 @@
 
 namespace sealkeeper {
 
-// Asks for large pages under memory that is about to be written for the first time from start to
-// end: the system then hands it out in far fewer steps. Less than a few large pages are left alone.
+// Asks for large pages for memory that is about to be written for the first time, from start to
+// end: it then takes far fewer page faults. Ranges under 8 MiB are left alone.
 inline void PreferLargePages([[maybe_unused]] std::uint8_t* start,
                              [[maybe_unused]] std::size_t bytes) {
 #ifdef MADV_HUGEPAGE
@@ -23,7 +23,7 @@ inline void PreferLargePages([[maybe_unused]] std::uint8_t* start,
     const auto page = static_cast<std::size_t>(pageBytes);
     const std::size_t offset = reinterpret_cast<std::uintptr_t>(start) % page;  // NOLINT
     const std::size_t skipped = offset == 0 ? 0 : page - offset;
-    // Without large pages all is the same but slower, so a failure needs no answer.
+    // Best effort: without large pages only the speed differs.
     static_cast<void>(madvise(start + skipped, bytes - skipped, MADV_HUGEPAGE));
 #endif
 }

@@ -1,5 +1,5 @@
-// Little-endian numbers in byte buffers, whatever the byte order of the machine. The caller has
-// checked that the bytes are there.
+// Little-endian numbers in byte buffers, whatever the byte order of the machine. The caller must
+// have checked that the bytes are there.
 #ifndef SEALKEEPER_PLATFORM_LITTLE_ENDIAN_H
 #define SEALKEEPER_PLATFORM_LITTLE_ENDIAN_H
 

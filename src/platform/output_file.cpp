@@ -38,15 +38,16 @@ bool IsSameFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-// A shell may have sent the console into `file`. What is shown later would be lost with it.
+// A shell may have redirected the console to `file`. If it were replaced, later output would be
+// lost with the old file.
 bool IsConsole(const struct stat& file) {
     struct stat console {};
     return (fstat(STDOUT_FILENO, &console) == 0 && IsSameFile(console, file)) ||
            (fstat(STDERR_FILENO, &console) == 0 && IsSameFile(console, file));
 }
 
-// The path, free of links, that names `file`, which was opened as `path`. Nothing when there is
-// none: some systems have links to open files that lost their name.
+// The path that names `file`, which was opened as `path`, once its links are followed. Nothing when
+// there is none: some systems have links to open files that have no name any more.
 std::optional<std::string> PathOfOpenFile(const std::string& path, const struct stat& file) {
     auto target = FollowLinks(path);
     struct stat named {};
@@ -56,8 +57,9 @@ std::optional<std::string> PathOfOpenFile(const std::string& path, const struct 
     return target;
 }
 
-// Gives the new file, open as `descriptor`, the owner and the group of `old`. False when it may not
-// have both. Only the superuser gives files away, but everybody to groups of their own.
+// Gives the new file, open as `descriptor`, the owner and the group of `old`. False when it cannot
+// have both. Only the superuser may give a file to another user; anyone may give it to a group that
+// they belong to.
 bool TakeOverOwners(const struct stat& old, const struct stat& fresh, int descriptor) {
     if ((fresh.st_uid == old.st_uid && fresh.st_gid == old.st_gid) ||
         fchown(descriptor, old.st_uid, old.st_gid) == 0) {
@@ -68,23 +70,23 @@ bool TakeOverOwners(const struct stat& old, const struct stat& fresh, int descri
     return false;
 }
 
-// Gives the new file, open as `descriptor`, the mode of `old` too. False, with errno saying why,
-// when it cannot have it.
+// Gives the new file, open as `descriptor`, the owner, group and mode of `old`. False, with errno
+// set, when it cannot have the mode.
 bool TakeOver(const struct stat& old, int descriptor) {
     struct stat fresh {};
     if (fstat(descriptor, &fresh) != 0) {
         return false;
     }
-    // What runs as its owner must not begin to run as another one.
+    // A set-user-ID program must not become set-user-ID to another owner.
     const mode_t kept = TakeOverOwners(old, fresh, descriptor) ? kWholeMode : kPermissions;
     const mode_t mode = old.st_mode & kept;
     return (fresh.st_mode & kWholeMode) == mode || fchmod(descriptor, mode) == 0;
 }
 
-// What is left of a failure to create a file, to give it a mode or to put it in the place of
-// another one: nothing where that was refused. The directory is another user's, or read-only, or
-// sticky and the file another user's; the file is a mount point; the file system knows no such
-// thing. The file itself may be open to writing all the same.
+// Nothing if errno says that a step of the replacement was refused, else `failure`. It is refused
+// if the directory belongs to another user, is read-only, or is sticky and the file belongs to
+// another user; if the file is a mount point; or if the file system does not support it. The file
+// itself may still be writable in place.
 std::optional<WriteOutcome> UnlessRefused(WriteOutcome failure) {
     switch (errno) {
         case EACCES:
@@ -100,9 +102,8 @@ std::optional<WriteOutcome> UnlessRefused(WriteOutcome failure) {
     }
 }
 
-// The name in the directory decides which file there is after a loss of power, the old one or the
-// new one. Both are whole, so a directory that may not be read, or cannot be flushed, is no
-// failure.
+// After a power loss, the name in the directory leads to the old file or the new one. Both are
+// whole, so this is best effort: a directory that cannot be opened or flushed is not a failure.
 void SynchroniseDirectory(const std::string& directory) {
     FileDescriptor descriptor;
     if (descriptor.OpenForReading(directory.empty() ? "." : directory)) {
@@ -110,8 +111,8 @@ void SynchroniseDirectory(const std::string& directory) {
     }
 }
 
-// Puts a new file in the place of `old`, which `target` names, or where nothing is when `old` is
-// null. Nothing is returned, and nothing has changed, where that is refused.
+// Replaces `old`, which `target` names, by a new file, or creates it if `old` is null. Returns
+// nothing, with nothing changed, when that is refused.
 std::optional<WriteOutcome> Replace(const std::string& target, const struct stat* old,
                                     std::span<const std::uint8_t> bytes) {
     const std::string directory = target.substr(0, target.rfind('/') + 1);
@@ -119,7 +120,7 @@ std::optional<WriteOutcome> Replace(const std::string& target, const struct stat
         return WriteOutcome::OpenFailed;
     }
     TemporaryFile temporary;
-    // Open to its owner alone until its group is known: the mode of the old file is meant for that.
+    // Only its owner has access until its group is set: the old mode was meant for the old group.
     if (!temporary.CreateIn(directory, old != nullptr ? old->st_mode & S_IRWXU : kModeOfNewFiles)) {
         return UnlessRefused(WriteOutcome::OpenFailed);
     }
@@ -127,7 +128,7 @@ std::optional<WriteOutcome> Replace(const std::string& target, const struct stat
     if (!descriptor.Write(bytes)) {
         return WriteOutcome::WriteFailed;
     }
-    // Writing takes away the bits by which a program runs as its owner or group.
+    // After the write, because writing clears the set-user-ID and set-group-ID bits.
     if (old != nullptr && !TakeOver(*old, descriptor.Get())) {
         return UnlessRefused(WriteOutcome::WriteFailed);
     }
@@ -163,8 +164,8 @@ WriteOutcome WriteRegularFile(const std::string& path, const struct stat& old,
 }  // namespace
 
 WriteOutcome WriteWholeFile(const std::string& path, std::span<const std::uint8_t> bytes) {
-    // Whether the file may be written shows when it is opened. A FIFO stays open: its reader takes
-    // the closing for the end.
+    // Opening the file tells whether it may be written. A FIFO is kept open, because its reader
+    // takes closing it for the end.
     FileDescriptor existing;
     if (!existing.OpenForWriting(path)) {
         return errno == ENOENT ? WriteNewFile(path, bytes) : WriteOutcome::OpenFailed;
@@ -176,7 +177,7 @@ WriteOutcome WriteWholeFile(const std::string& path, std::span<const std::uint8_
     if (!S_ISREG(status.st_mode)) {
         return WriteAndClose(existing, bytes);
     }
-    // Nothing was written to it, so the closing has nothing to tell.
+    // Nothing was written to it, so a failed close tells nothing.
     static_cast<void>(existing.Close());
     return WriteRegularFile(path, status, bytes);
 }

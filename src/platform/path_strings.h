@@ -1,4 +1,4 @@
-// Small helpers for path strings. They look at the text alone, never at the file system.
+// Small helpers for path strings. They look only at the text, never at the file system.
 #ifndef SEALKEEPER_PLATFORM_PATH_STRINGS_H
 #define SEALKEEPER_PLATFORM_PATH_STRINGS_H
 
@@ -11,8 +11,8 @@ namespace sealkeeper {
 void EnsureTrailingSeparator(std::string& path);
 void EnsureTrailingSeparatorWide(std::wstring& path);
 
-// Appends '/' unless `path`, as the system gave it, ends in one: there a backslash is part of a
-// name.
+// Appends '/' unless `path` ends in one. For paths from the system, in which a backslash is part of
+// a name.
 void EnsureTrailingSlash(std::string& path);
 
 // Replaces the first occurrence of `find` in `text` by `replacement` and returns true; returns

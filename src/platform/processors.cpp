@@ -9,7 +9,8 @@ namespace sealkeeper {
 
 std::size_t CountProcessors() {
 #ifdef CPU_COUNT
-    // Where it may run is not set by POSIX; systems that have CPU_COUNT have the call too.
+    // POSIX does not say how to ask where a process may run. Systems that define CPU_COUNT have
+    // this call.
     cpu_set_t allowed;
     CPU_ZERO(&allowed);
     if (sched_getaffinity(0, sizeof(allowed), &allowed) == 0) {

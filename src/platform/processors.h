@@ -1,4 +1,4 @@
-// How many processors there are for this process.
+// How many processors this process can use.
 #ifndef SEALKEEPER_PLATFORM_PROCESSORS_H
 #define SEALKEEPER_PLATFORM_PROCESSORS_H
 
@@ -6,8 +6,8 @@
 
 namespace sealkeeper {
 
-// The processors that this process may run on, where the system tells, else those that are there;
-// at least 1.
+// The number of processors that this process may run on, if the system tells, else of all
+// processors. At least 1.
 [[nodiscard]] std::size_t CountProcessors();
 
 }  // namespace sealkeeper

@@ -10,7 +10,8 @@ namespace sealkeeper {
 void OpenMissingStandardDescriptors() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(descriptor, F_GETFD) == -1) {
-            // POSIX gives the lowest free number, which is this one. Kept open for the whole run.
+            // POSIX returns the lowest free number, which is this one. Stays open for the whole
+            // run.
             static_cast<void>(open("/dev/null", O_RDWR));
         }
     }

@@ -1,4 +1,4 @@
-// The descriptors that every process is expected to have.
+// The three descriptors that every process is expected to start with.
 #ifndef SEALKEEPER_PLATFORM_STANDARD_DESCRIPTORS_H
 #define SEALKEEPER_PLATFORM_STANDARD_DESCRIPTORS_H
 

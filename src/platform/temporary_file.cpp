@@ -13,13 +13,12 @@ namespace {
 
 constexpr const char* kNamePrefix = ".sk";
 
-// Of the number in the name: it has as many digits as fit beside the prefix into the length of
-// "base.bin", so that no path of the game's main outputs has room where its temporary file has
-// none.
+// With the prefix, the name is as long as "base.bin". So wherever the path of a main output fits,
+// the path of its temporary file fits as well.
 constexpr std::size_t kNumberDigits = 5;
 constexpr std::uint32_t kNumbers = 100'000;
 
-// Killed runs leave files behind and others are running; nowhere near so many.
+// Far more than the files that killed runs left behind and that other runs have open.
 constexpr std::uint32_t kMostAttempts = 1000;
 
 std::string NumberText(std::uint32_t number) {
@@ -36,7 +35,7 @@ TemporaryFile::~TemporaryFile() {
 }
 
 bool TemporaryFile::CreateIn(const std::string& directory, mode_t mode) {
-    // Runs at the same time begin with different numbers.
+    // Simultaneous runs start at different numbers.
     const auto firstNumber = static_cast<std::uint32_t>(getpid());
     for (std::uint32_t attempt = 0; attempt < kMostAttempts; ++attempt) {
         std::string path = directory + kNamePrefix + NumberText(firstNumber + attempt);

@@ -1,4 +1,4 @@
-// A file on its way into the place of another one.
+// A temporary file that is to replace another file.
 #ifndef SEALKEEPER_PLATFORM_TEMPORARY_FILE_H
 #define SEALKEEPER_PLATFORM_TEMPORARY_FILE_H
 
@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-// Removes the file when it goes, unless the file was renamed. Neither copied nor moved.
+// Removes the file on destruction, unless it was renamed. Neither copied nor moved.
 class TemporaryFile {
   public:
     TemporaryFile() = default;
@@ -18,17 +18,17 @@ class TemporaryFile {
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile();
 
-    // Creates it in `directory`, once, with a name that nothing else has there: eight bytes, of
-    // which the first is a dot, so that no walk over a game takes it for a file of the game.
-    // `directory` is empty or ends in a separator; `mode` is lessened by the process's file mode
-    // mask. False, with errno saying why, when it cannot be created.
+    // Creates it in `directory` under a name that is not in use there; call once. The name has
+    // eight bytes and begins with a dot, so that no walk over a game takes it for a file of the
+    // game. `directory` is empty or ends in a separator. The file gets `mode`, less the umask.
+    // False, with errno set, when it cannot be created.
     [[nodiscard]] bool CreateIn(const std::string& directory, mode_t mode);
 
-    // Open for writing until it is closed.
+    // The open file; it can be written until it is closed.
     [[nodiscard]] FileDescriptor& Descriptor() { return descriptor_; }
 
-    // Puts it in the place of `target`, in the same directory, whatever there is by now. False,
-    // with errno saying why, when that cannot be; nothing has changed then.
+    // Renames it to `target`, which is in the same directory, and replaces what is there by now.
+    // False, with errno set, on failure; then nothing has changed.
     [[nodiscard]] bool RenameTo(const std::string& target);
 
   private:

@@ -4,7 +4,7 @@ namespace sealkeeper {
 
 Converter OpenConverter(const ConverterNames& names) {
     const iconv_t opened = iconv_open(names.to, names.from);
-    // POSIX gives the failure as this cast of -1.
+    // POSIX reports failure as (iconv_t)-1.
     const auto failed = reinterpret_cast<iconv_t>(-1);  // NOLINT
     return Converter(opened == failed ? nullptr : opened);
 }

@@ -1,4 +1,4 @@
-// The system's character-set converter, as the conversions of text_encoding.h use it.
+// The system's character-set converter (POSIX iconv), for the conversions of text_encoding.h.
 #ifndef SEALKEEPER_PLATFORM_TEXT_CONVERTER_H
 #define SEALKEEPER_PLATFORM_TEXT_CONVERTER_H
 
@@ -25,17 +25,17 @@ struct ConverterCloser {
     void operator()(iconv_t converter) const { iconv_close(converter); }
 };
 
-// An open converter. `iconv_open` marks a failure with (iconv_t)-1 and not with a null pointer, so
-// an unopened one is held as null here.
+// Owner of an open converter. Null stands for none, although `iconv_open` reports failure as
+// (iconv_t)-1.
 using Converter = std::unique_ptr<iconv_t, ConverterCloser>;
 
-// Null, and errno tells why, when the system has no such converter or not what it takes to open it:
-// memory, descriptors.
+// Null, with errno set, when the system has no such converter or lacks the memory or descriptors to
+// open it.
 [[nodiscard]] Converter OpenConverter(const ConverterNames& names);
 
-// A converter of each kind, open from the construction to the end. Nobody converts by them: they
-// keep loaded what the system loads for the first of a kind, so that the conversions made meanwhile
-// need no descriptor and no file for theirs.
+// Holds one converter of each kind open for its lifetime. They are not used to convert: they keep
+// loaded what the system loads for the first converter of a kind, so that conversions meanwhile
+// need no file and no descriptor.
 class HeldConverters {
   public:
     // Whether each could be opened.

@@ -13,34 +13,34 @@
 namespace sealkeeper {
 namespace {
 
-// Wide strings are handed to the converter as "UTF-32LE", 16-bit strings as "UTF-16LE".
+// The converter sees wide strings as "UTF-32LE" and 16-bit strings as "UTF-16LE".
 static_assert(sizeof(wchar_t) == 4 && std::endian::native == std::endian::little);
 
-// Every conversion's output fits in this many bytes for each input unit.
+// No conversion gives more bytes than this for each input unit.
 constexpr std::size_t kMaxOutputBytesPerUnit = 4;
 
 enum class ConversionFailure { None, Open, Convert };
 
 struct ConversionOutcome {
     ConversionFailure failure = ConversionFailure::None;
-    // errno as the failing call left it, before anything was closed.
+    // errno of the failed call, saved before anything is closed.
     int systemError = 0;
 };
 
 std::size_t g_systemFailures = 0;
 
-// What POSIX has `iconv` fail with for an input that is not well formed or ends too early.
+// Whether `iconv` failed because the input is malformed or incomplete (POSIX).
 bool IsFaultOfText(int error) {
     return error == EILSEQ || error == EINVAL;
 }
 
-// Whether all units are ASCII characters, NUL included, which every encoding writes as one unit of
-// the same value.
+// Whether all units are ASCII characters, NUL included. Every encoding here stores such a character
+// as one unit of the same value.
 template <typename Input>
 bool IsAscii(const Input& input) {
     using Unit = std::make_unsigned_t<typename Input::value_type>;
     constexpr Unit kAsciiBits = 0x7F;
-    // Looks at every unit, so that many can be looked at together.
+    // No early exit, so that the compiler can vectorise the loop.
     Unit bits = 0;
     for (const auto unit : input) {
         bits = static_cast<Unit>(bits | static_cast<Unit>(unit));
@@ -48,8 +48,8 @@ bool IsAscii(const Input& input) {
     return bits <= kAsciiBits;
 }
 
-// Converts all of `input` into `output`, which is empty after a failure: ASCII unit by unit, any
-// other text in one call of the system's converter.
+// Converts all of `input` into `output`, which is empty after a failure. ASCII text is copied unit
+// by unit; other text takes one call of the system's converter.
 template <typename Output, typename Input>
 ConversionOutcome Convert(const ConverterNames& names, const Input& input, Output& output) {
     using OutputUnit = typename Output::value_type;
@@ -132,7 +132,7 @@ std::u16string WideToUtf16(const std::wstring& wide) {
     std::u16string utf16;
     switch (Convert(kWideToUtf16, wide, utf16).failure) {
         case ConversionFailure::Open:
-            // The parenthesis that closes nothing belongs to the text.
+            // The unmatched parenthesis is part of the text.
             return u"wchar_to_utf16 iconv_open ERROR )";
         case ConversionFailure::Convert:
             return u"wchar_to_utf16 iconv ERROR ";

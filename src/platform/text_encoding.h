@@ -1,10 +1,10 @@
-// Conversions between the three forms in which text is held: UTF-8 (console, configuration, system
-// calls), wide strings of 32-bit code points, and UTF-16LE (the stored form of catalogue paths).
+// Conversions between the three forms of text: UTF-8 (console, configuration, system calls), wide
+// strings of 32-bit code points, and UTF-16LE (the stored form of catalogue paths).
 //
-// A conversion never fails towards its caller: bad text gives a fixed error text in place of the
-// result, so that the bad name shows up as that text in logs and comparisons. An empty input gives
-// an empty result. Text of ASCII characters alone is converted without the system's converter; any
-// other gives an error text also when the system fails to convert, which `ConverterWatch` tells.
+// A conversion never reports failure: malformed text gives a fixed error text as the result, so
+// that the bad name appears as that text in logs and comparisons. An empty input gives an empty
+// result. Pure ASCII is converted without the system's converter. Other text also gives the error
+// text when the system fails to convert, which `ConverterWatch` detects.
 #ifndef SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 #define SEALKEEPER_PLATFORM_TEXT_ENCODING_H
 
@@ -13,12 +13,12 @@
 
 namespace sealkeeper {
 
-// How many conversions of this process so far gave an error text, whatever the text was, because
-// the system's converter could not be opened, for want of descriptors, of memory or of its modules,
-// or failed for another reason than the text. Not for use by several threads at a time.
+// How many conversions of this process so far gave an error text because the system failed, not the
+// text: the converter could not be opened (no descriptor, memory or converter module), or failed
+// for a reason other than its input. Not thread-safe.
 [[nodiscard]] std::size_t ConverterFailures();
 
-// "W2U8_ERROR" for a code point that Unicode does not have or that belongs to the surrogate range.
+// "W2U8_ERROR" for a value above U+10FFFF or in the surrogate range.
 [[nodiscard]] std::string WideToUtf8(const std::wstring& wide);
 
 // L"U82W_ERROR" for bytes that are not well-formed UTF-8.
@@ -30,8 +30,8 @@ namespace sealkeeper {
 // u"wchar_to_utf16 iconv ERROR " for what `WideToUtf8` rejects.
 [[nodiscard]] std::u16string WideToUtf16(const std::wstring& wide);
 
-// The multibyte-to-wide conversion of the current locale; serves to widen the system's error texts.
-// Text that the locale cannot convert gives an empty result.
+// The multibyte-to-wide conversion of the current locale, for the error texts of the system. Text
+// that the locale cannot convert gives an empty result.
 [[nodiscard]] std::wstring NarrowToWide(const std::string& narrow);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// The characters of texts that should be UTF-8, and may hold bytes that are not.
+// The characters of text that should be UTF-8 but may contain other bytes.
 #ifndef SEALKEEPER_PLATFORM_UTF8_CHARACTER_H
 #define SEALKEEPER_PLATFORM_UTF8_CHARACTER_H
 
@@ -17,7 +17,7 @@ struct ByteRange {
     return range.first <= byte && byte <= range.last;
 }
 
-// The bytes of the first character of `text`, which is not empty. A byte that belongs to no
+// The bytes of the first character of `text`, which must not be empty. A byte that is not part of
 // well-formed UTF-8 is a character of its own.
 [[nodiscard]] std::string_view FirstUtf8Character(std::string_view text);
 
