@@ -16,7 +16,7 @@ constexpr std::array<const char*, 9> kSolutionNames = {
     "StarForce", "VMProtect", "Steam DRM", "AppSign",
 };
 
-// Bytes that differ at most in this bit count as equal, letters or not.
+// Bytes that differ in at most this bit are equal, whether they are letters or not.
 constexpr unsigned kCaseBit = 0x20;
 
 bool EqualIgnoringCaseBit(char left, char right) {

@@ -12,12 +12,12 @@ namespace {
 
 constexpr const char* kNoExpectedName = nullptr;
 
-// Hundreds of times what certificates have.
+// Hundreds of times the size of a usual certificate.
 constexpr std::uint64_t kMaxCertificateBytes = 1'048'576;
 
 struct TrustAnchor {
     ByteView certificateDer;
-    // May be empty: nothing is revoked then.
+    // May be empty: then nothing is revoked.
     ByteView revocationListDer;
 };
 
@@ -41,7 +41,7 @@ VerificationResult VerifyChain(Certificate& subject, Certificate& anchor, Revoca
     return result;
 }
 
-// One attempt. The subject is left parsed when it succeeds and empty when it does not.
+// One attempt. `subject` is left parsed on success and empty on failure.
 VerificationResult VerifyAgainst(const TrustAnchor& trusted, ByteView subjectBytes,
                                  const char* expectedName, Certificate& subject) {
     VerificationResult result;

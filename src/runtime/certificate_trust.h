@@ -18,8 +18,8 @@ namespace sealkeeper {
 
 using ByteView = std::span<const std::uint8_t>;
 
-// The bytes of the certificate file at `path`; nothing when it cannot be read. Of a file that is
-// longer than any certificate, only as much as one may have.
+// The bytes of the certificate file at `path`; nothing when it cannot be read. A file longer than
+// any certificate (1 MiB) is cut to that length.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> ReadCertificateBytes(
     const std::string& path);
 
@@ -27,11 +27,11 @@ using ByteView = std::span<const std::uint8_t>;
 // leaves `certificate` empty.
 [[nodiscard]] int ParseCertificate(ByteView bytes, Certificate& certificate);
 
-// Checks `certificateBytes` against `trust` with `productId` as the expected name. Where that fails
-// and `parentBytes` is not empty, the certificate is a mod's: the parent is checked in its place,
-// and the certificate against the parent and the parent's `parentCrlBytes` (may be empty), with no
-// name expected. On `Ok` the certificate is left parsed in `certificate`, on a failure that is
-// empty. Logs nothing.
+// Checks `certificateBytes` against `trust` with `productId` as the expected name. If that fails
+// and `parentBytes` is not empty, the certificate is taken for a mod's: the parent is checked
+// against `trust` in its place, and the certificate against the parent and the parent's
+// `parentCrlBytes` (may be empty), with no expected name. `certificate` is left parsed on `Ok` and
+// empty on failure. Logs nothing.
 ResultCode VerifySigningCertificate(const TrustMaterial& trust, const std::string& productId,
                                     ByteView certificateBytes, ByteView parentBytes,
                                     ByteView parentCrlBytes, Certificate& certificate);
@@ -41,8 +41,8 @@ ResultCode VerifySigningCertificate(const TrustMaterial& trust, const std::strin
 [[nodiscard]] bool CheckCertificateTrust(const TrustMaterial& trust, Certificate& certificate,
                                          const std::string& productId);
 
-// Whether a parsed certificate names another issuer than the authority of `trust`, as a mod's does.
-// False also when the authority cannot be parsed.
+// Whether a parsed certificate names an issuer other than the authority of `trust`, as a mod's
+// certificate does. False also when the authority cannot be parsed.
 [[nodiscard]] bool IsFromAnotherIssuer(const TrustMaterial& trust, Certificate& certificate);
 
 }  // namespace sealkeeper

@@ -1,5 +1,5 @@
-// What makes a file of one of the two signed formats invalid. The readers have one code for all of
-// it; who has to tell more hands them one of these.
+// Why a file of one of the two signed formats is invalid. The readers return one result code for
+// every reason; a caller that must tell more passes one of these.
 #ifndef SEALKEEPER_RUNTIME_INVALID_REASON_H
 #define SEALKEEPER_RUNTIME_INVALID_REASON_H
 
@@ -9,9 +9,9 @@
 
 namespace sealkeeper {
 
-// What `found` and `expected` of a reason are depends on the field. Numbers are as stored.
+// The field decides what `found` and `expected` of a reason mean. Numbers are as stored.
 enum class InvalidField {
-    // The bytes of the file, and how many it must have at least.
+    // The length of the file in bytes, and the least length.
     FileLength,
     // The first four bytes as a number.
     Magic,
@@ -19,48 +19,47 @@ enum class InvalidField {
     // `crl_length` and `compressed_length`: their sum, and how many bytes there are after the
     // header.
     BlockLengths,
-    // The first two bytes of the compressed block, fewer where it ends.
+    // The first two bytes of the compressed block, or fewer if it is shorter, as a number.
     BlockMagic,
-    // Both 0: no width is expected more than another.
+    // Both 0: no particular width is expected.
     CodeWidth,
-    // A code of the compressed block, of the number `index`: the code, and the last one that stands
-    // for a string there.
+    // Code number `index` of the compressed block: the code, and the last code that stands for a
+    // string at that point.
     Code,
-    // What the codes give up to the one of the number `index` is more than `expected` bytes.
+    // The codes up to number `index` give more than `expected` bytes.
     UncompressedLength,
-    // The count, and how many records without digests there is room for.
+    // The count, and how many records without digests would fit.
     EntryCount,
-    // The record of the number `index`: how many bytes are left for it, and how many its fixed part
-    // has.
+    // Record number `index`: how many bytes are left for it, and how many its fixed part has.
     Record,
-    // The same: how many digests it tells of, and how many there is room for.
+    // Record number `index`: its digest count, and how many digests would fit.
     DigestCount,
     // The version of the settings in a runtime.conf.
     SettingsVersion,
 };
 
-// What an offset counts from the start of.
+// Where an offset counts from: the start of the file or of a block.
 enum class InvalidPlace { File, CompressedBlock, EntryBlock };
 
 struct InvalidReason {
     InvalidField field = InvalidField::FileLength;
     InvalidPlace place = InvalidPlace::File;
-    // Of a runtime.conf, in the bytes as they are once unscrambled.
+    // For a runtime.conf, an offset into the unscrambled bytes.
     std::uint64_t offset = 0;
     std::uint64_t found = 0;
     std::uint64_t expected = 0;
-    // Counted from 0; 0 for the fields of which there is one.
+    // Counted from 0. Also 0 for fields that occur once.
     std::uint64_t index = 0;
 };
 
-// Leaves `why` in `*reason`, unless that is null.
+// Stores `why` in `*reason`, unless `reason` is null.
 inline void TellReason(const InvalidReason& why, InvalidReason* reason) {
     if (reason != nullptr) {
         *reason = why;
     }
 }
 
-// The same for who fails by it; returns `FileInvalid`.
+// The same, for a caller that fails with it; returns `FileInvalid`.
 inline ResultCode FailInvalid(const InvalidReason& why, InvalidReason* reason) {
     TellReason(why, reason);
     return ResultCode::FileInvalid;

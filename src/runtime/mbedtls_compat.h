@@ -28,8 +28,8 @@
 
 namespace sealkeeper {
 
-// Readies the library, once, before anything else of it is used. Only a library whose X.509 and key
-// functions go through PSA (MBEDTLS_USE_PSA_CRYPTO) wants that. False when it cannot be done.
+// Initialises the library. Call once, before anything else of it is used. Only a library whose
+// X.509 and key functions go through PSA (MBEDTLS_USE_PSA_CRYPTO) needs it. False on failure.
 [[nodiscard]] inline bool InitialiseMbedTls() {
 #if defined(MBEDTLS_USE_PSA_CRYPTO)
     return psa_crypto_init() == PSA_SUCCESS;
@@ -39,9 +39,9 @@ namespace sealkeeper {
 }
 
 #if MBEDTLS_VERSION_MAJOR >= 3
-// Random numbers for functions that insist on a generator, but ask it for keys of elliptic curves
-// alone: it is seeded when it is asked, so that RSA keys need no entropy here, as with 2.28.
-// Returns 0 or the library's error.
+// Random numbers for functions that require a generator but use it only for elliptic-curve keys.
+// The generator is seeded on use, so that RSA keys need no entropy here, as with 2.28. Returns 0 or
+// the library's error.
 [[nodiscard]] inline int DrawFreshlySeeded(void* /*state*/, unsigned char* output,
                                            std::size_t sizeBytes) {
     RandomGenerator random;
@@ -84,9 +84,8 @@ namespace sealkeeper {
 #endif
 }
 
-// Signs `digest`. `signature` must have room for the key's size, which is checked. Returns 0 or the
-// library's error; on success `signatureBytes` is set and what the signature leaves of `signature`
-// is zero.
+// Signs `digest`. Fails when `signature` is smaller than the key. Returns 0 or the library's error;
+// on success `signatureBytes` is set and the rest of `signature` is zero.
 [[nodiscard]] inline int SignSha256Digest(mbedtls_pk_context* key, const Sha256Digest& digest,
                                           std::span<std::uint8_t> signature,
                                           std::size_t& signatureBytes, RandomGenerator& random) {
@@ -103,7 +102,7 @@ namespace sealkeeper {
                         signature.size(), &signatureBytes, mbedtls_ctr_drbg_random, random.Get());
 #endif
     if (result == 0) {
-        // PSA fills the rest of the room with a pattern of its own.
+        // PSA fills the rest of the buffer with a pattern.
         std::fill(signature.begin() + static_cast<std::ptrdiff_t>(signatureBytes), signature.end(),
                   std::uint8_t{0});
     }

@@ -1,5 +1,5 @@
-// Owners of mbed TLS contexts: initialised when they come to life, freed when they go, neither
-// copied nor moved, because the library keeps pointers into them.
+// Owners of mbed TLS contexts, initialised on construction and freed on destruction. Neither copied
+// nor moved, because the library keeps pointers into them.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_CONTEXTS_H
 #define SEALKEEPER_RUNTIME_MBEDTLS_CONTEXTS_H
 

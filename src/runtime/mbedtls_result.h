@@ -1,5 +1,5 @@
-// Turns mbed TLS error numbers into result codes. Only the exact numbers match: an error that the
-// library composes from one of its own and a lower-level ASN.1 error is a generic one.
+// Maps mbed TLS error numbers to result codes. Only exact numbers match: a high-level error
+// combined with a lower-level one, such as an ASN.1 error, maps to the generic code.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_RESULT_H
 #define SEALKEEPER_RUNTIME_MBEDTLS_RESULT_H
 
@@ -12,9 +12,9 @@ namespace sealkeeper {
 // The outcome of parsing a key file. Zero and positive numbers are `Ok`.
 ResultCode MapKeyError(int libraryResult);
 
-// The outcome of an X.509 or signature operation. `verificationFlags` tells a failed verification
-// apart (RFC 5280 path validation); the first matching flag wins, in the order expired, revoked,
-// name mismatch, revocation list not trusted, revocation list expired.
+// The outcome of an X.509 or signature operation. `verificationFlags` tells why a verification (RFC
+// 5280 path validation) failed; the first matching flag wins, in the order expired, revoked, name
+// mismatch, revocation list not trusted, revocation list expired.
 ResultCode MapX509Error(int libraryResult, std::uint32_t verificationFlags = 0);
 
 }  // namespace sealkeeper

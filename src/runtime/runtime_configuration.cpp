@@ -28,7 +28,7 @@ ResultCode PrintRuntimeConfiguration(const RuntimeConfiguration& configuration) 
         static_cast<unsigned long>(configuration.maxActiveInstances));
     Log(LogLevel::Info, "    Crash reporter name: %s\n",
         ShownCrashReporterName(configuration).c_str());
-    // Looked up first, so that a message about an unknown number stands before the line.
+    // Looked up first, so that a message about an unknown number comes before the line.
     const char* solution = AntiTamperSolutionName(configuration.antiTamperSolution);
     Log(LogLevel::Info, "    Game binary anti tamper solution: %s\n", solution);
     return ResultCode::Ok;

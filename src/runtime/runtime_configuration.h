@@ -18,12 +18,12 @@ struct RuntimeConfiguration {
     std::uint32_t maxActiveInstances = 0;
     // Padded with zero bytes; a name that fills the field has no terminating zero.
     std::array<char, kCrashReporterNameBytes> crashReporterName{};
-    // A number of the table in anti_tamper_solutions.h.
+    // A number from the table in anti_tamper_solutions.cpp.
     std::uint32_t antiTamperSolution = 0;
 };
 
-// Logs `configuration` line by line. `CatalogueFileVersionUnsupported`, logged, when its version is
-// not the one known here; nothing after the version is shown then.
+// Logs `configuration` line by line. Fails with `CatalogueFileVersionUnsupported`, logged, when its
+// version is not `kRuntimeConfigurationVersion`; then nothing after the version is shown.
 ResultCode PrintRuntimeConfiguration(const RuntimeConfiguration& configuration);
 
 }  // namespace sealkeeper

@@ -1,5 +1,5 @@
-// The layout of runtime.conf before it is scrambled, written once for writer and reader. All
-// numbers are little-endian.
+// The layout of runtime.conf before it is scrambled, shared by writer and reader. All numbers are
+// little-endian.
 #ifndef SEALKEEPER_RUNTIME_RUNTIME_CONFIGURATION_FORMAT_H
 #define SEALKEEPER_RUNTIME_RUNTIME_CONFIGURATION_FORMAT_H
 

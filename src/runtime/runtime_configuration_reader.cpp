@@ -55,7 +55,7 @@ ResultCode ListRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
 
 bool ValidateRuntimeConfiguration(std::span<std::uint8_t> fileBytes, Certificate& certificate) {
     Unscramble(fileBytes);
-    // A longer file fails the check as well, because all of it counts as signed.
+    // A file that is too long fails the check below, because the signature covers the whole file.
     if (fileBytes.size() < runtime_file::kVersionOffset) {
         return false;
     }

@@ -12,20 +12,20 @@
 
 namespace sealkeeper {
 
-// How much is read of a file that should be a runtime.conf. One that is longer is none: cut here,
-// it neither unscrambles to the magic nor has a signature that fits.
+// At most this much is read of a file that should be a runtime.conf. Longer files are invalid, and
+// truncation keeps them so: both the magic and the signature still fail.
 inline constexpr std::uint64_t kMaxRuntimeFileBytes = 67'108'864;
 
 // Unscrambles the whole file `fileBytes` in place, reads its settings into `configuration` and
-// shows them; the signature is not checked. Fails, logged, with `FileInvalid` when it is no
-// runtime.conf and with `CatalogueFileVersionUnsupported` when its version is not the one known
-// here; what is wrong is then in `*reason`, unless that is null.
+// shows them; the signature is not checked. Fails, logged, with `FileInvalid` when it is not a
+// runtime.conf, and with `CatalogueFileVersionUnsupported` when its version is unknown. The reason
+// is then stored in `*reason`, unless `reason` is null.
 ResultCode ListRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
                                     RuntimeConfiguration& configuration,
                                     InvalidReason* reason = nullptr);
 
-// Unscrambles the whole file `fileBytes` in place and returns whether the signature in it is that
-// of the certificate's key. A file that is too short to hold one has none. Logs nothing.
+// Unscrambles the whole file `fileBytes` in place and returns whether its signature verifies with
+// the certificate's key. False also for a file too short to hold a signature. Logs nothing.
 [[nodiscard]] bool ValidateRuntimeConfiguration(std::span<std::uint8_t> fileBytes,
                                                 Certificate& certificate);
 

@@ -13,9 +13,9 @@ namespace sealkeeper {
 
 inline constexpr const char* kRuntimeConfigurationFileName = "runtime.conf";
 
-// Signs `configuration`, shows it, and writes it, scrambled, to runtime.conf in `outputDirectory`,
-// which ends in a separator, as `WriteWholeFile` does. Fails, logged, with `MbedTlsGenericError`
-// when it cannot be signed and `SealkeeperIOError` when it cannot be written.
+// Signs `configuration`, shows it, and writes it, scrambled, to runtime.conf in `outputDirectory`
+// with `WriteWholeFile`. `outputDirectory` ends in a separator. Fails, logged, with
+// `MbedTlsGenericError` when it cannot be signed and `SealkeeperIOError` when it cannot be written.
 ResultCode WriteRuntimeConfiguration(const RuntimeConfiguration& configuration,
                                      mbedtls_pk_context* privateKey,
                                      const std::string& outputDirectory);

@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::uint32_t kDefaultMaxActiveInstances = 1;
 
-// A longer name is cut to the field and then has no terminating zero.
+// A name that is too long for its field is cut, and has no terminating zero then. A zero byte ends
+// the name.
 void StoreCrashReporterName(const std::string& name, RuntimeConfiguration& configuration) {
     auto& field = configuration.crashReporterName;
     const std::string shown(name.begin(), std::find(name.begin(), name.end(), '\0'));
@@ -27,7 +28,7 @@ bool LoadRuntimeSettings(RuntimeConfiguration& configuration, ConfigDocument& do
     std::string sectionName = kRuntimeSection;
     ConfigSection& section = document.GetSection(sectionName);
     configuration.version = kRuntimeConfigurationVersion;
-    // The low 32 bits, so that -1 stands for the largest number.
+    // Keeps the low 32 bits, so that -1 becomes the largest number.
     configuration.maxActiveInstances =
         section.integers.Has(kMaxInstancesKey)
             ? static_cast<std::uint32_t>(section.integers.Get(kMaxInstancesKey))

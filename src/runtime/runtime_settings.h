@@ -7,9 +7,9 @@
 
 namespace sealkeeper {
 
-// Fills `configuration` from `document`; absent keys have defaults. Returns false, with a message,
-// only when the anti-tamper solution is given by a name that cannot be used; the crash reporter
-// name is not read then.
+// Fills `configuration` from `document`. A key that is absent takes its default, except the crash
+// reporter name, which is left as it is. Returns false, logged, only when the name of the
+// anti-tamper solution is unknown; then the crash reporter name is not read.
 [[nodiscard]] bool LoadRuntimeSettings(RuntimeConfiguration& configuration,
                                        ConfigDocument& document);
 

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kMinimumBytes = 2;
 
-// What position `index` adds, modulo 256.
+// What is added to the byte at `index`, modulo 256.
 std::uint8_t PositionTerm(std::size_t index) {
     return static_cast<std::uint8_t>(3 * index);
 }
@@ -18,7 +18,7 @@ void Scramble(std::span<std::uint8_t> bytes) {
     if (bytes.size() < kMinimumBytes) {
         return;
     }
-    // From the front, so that each byte still meets its unscrambled successor.
+    // From front to back, so that each byte is combined with its still unscrambled successor.
     const std::size_t last = bytes.size() - 1;
     for (std::size_t i = 0; i < last; ++i) {
         bytes[i] = static_cast<std::uint8_t>(bytes[i] + bytes[i + 1] + PositionTerm(i));

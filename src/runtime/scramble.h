@@ -1,5 +1,5 @@
-// The keyless transform by position under which runtime.conf is stored. It hides nothing from
-// anyone who knows it; it is part of the format.
+// The transform that runtime.conf is stored under. It has no key and depends on positions alone, so
+// it hides nothing from anyone who knows it. It is part of the format.
 #ifndef SEALKEEPER_RUNTIME_SCRAMBLE_H
 #define SEALKEEPER_RUNTIME_SCRAMBLE_H
 
@@ -8,7 +8,8 @@
 
 namespace sealkeeper {
 
-// Both change `bytes` in place and undo each other. Less than two bytes are left as they are.
+// Both change `bytes` in place, and each undoes the other. Fewer than two bytes are left as they
+// are.
 void Scramble(std::span<std::uint8_t> bytes);
 void Unscramble(std::span<std::uint8_t> bytes);
 

@@ -1,5 +1,5 @@
-// SHA-256 (FIPS 180-4) of mbed TLS, for what is signed and for second readings. Chunks are hashed
-// by kernels of our own, see catalogue/hashing/.
+// SHA-256 (FIPS 180-4) from mbed TLS, for what is signed and for chunks that are read again. The
+// first reading of a chunk is hashed by our own kernels; see catalogue/hashing/.
 #ifndef SEALKEEPER_RUNTIME_SHA256_H
 #define SEALKEEPER_RUNTIME_SHA256_H
 
@@ -19,7 +19,7 @@ using Sha256Digest = std::array<std::uint8_t, kSha256Bytes>;
 // The digest of `data`. Returns 0 or the library's error.
 [[nodiscard]] inline int ComputeSha256(std::span<const std::uint8_t> data, Sha256Digest& digest) {
     constexpr int kNot224 = 0;
-    // The function that returns a result lost its suffix in mbed TLS 3.
+    // mbed TLS 3 dropped the suffix of the function that returns a result.
 #if MBEDTLS_VERSION_MAJOR < 3
     return mbedtls_sha256_ret(data.data(), data.size(), digest.data(), kNot224);
 #else

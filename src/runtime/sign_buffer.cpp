@@ -18,7 +18,8 @@ bool SignBuffer(mbedtls_pk_context* privateKey, const std::uint8_t* data, std::s
         signature, signed_file::kSignatureAreaBytes);
     const SigningOutcome outcome = MakeSignature(privateKey, {data, length}, area);
     *signatureLength = outcome.lengthBytes;
-    // Deliberately no failure where the generator could not be seeded: the result is 0 then.
+    // Deliberate quirk: the result is 0 also when the generator could not be seeded, so that is not
+    // a failure.
     return outcome.result == 0;
 }
 

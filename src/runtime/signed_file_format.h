@@ -13,7 +13,7 @@ namespace sealkeeper::signed_file {
 // "QVR" and a zero byte, at the start of the file.
 inline constexpr std::array<std::uint8_t, 4> kMagic = {0x51, 0x56, 0x52, 0x00};
 
-// The same as a little-endian number.
+// The same bytes as a little-endian number.
 inline constexpr std::uint32_t kMagicNumber = 0x00525651;
 
 // Whether `file` begins with the magic.
@@ -21,7 +21,7 @@ inline constexpr std::uint32_t kMagicNumber = 0x00525651;
     return file.size() >= kMagic.size() && std::equal(kMagic.begin(), kMagic.end(), file.begin());
 }
 
-// Room for the signature of an 8192-bit key; what the signature leaves is zero.
+// Room for the signature of an 8192-bit key. The rest of the area is zero.
 inline constexpr std::size_t kSignatureAreaBytes = 1024;
 
 }  // namespace sealkeeper::signed_file

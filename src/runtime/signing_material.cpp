@@ -38,9 +38,9 @@ ResultCode ReadCertificateFile(const std::string& path, SigningMaterial& materia
     return ResultCode::Ok;
 }
 
-// The library opens the file itself, so what cannot be a key file is kept from it: it would wait
-// for a writer of a FIFO, and ask for as much memory as a directory claims to have bytes. What is
-// unknown may be either.
+// The library opens the file itself, so it must not be given what cannot be a key file: it would
+// wait for the writer of a FIFO, and allocate as many bytes as a directory claims to have. A file
+// of unknown type may be either.
 int ParseKey(const std::string& path, FileType type, PrivateKey& key) {
     if (type == FileType::Fifo || type == FileType::Directory || type == FileType::Unknown) {
         return MBEDTLS_ERR_PK_FILE_IO_ERROR;

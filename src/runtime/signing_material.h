@@ -1,5 +1,5 @@
-// What a generate run signs with: the private key, its certificate, and the bytes that travel with
-// the catalogue.
+// What a generate run signs with: the private key, its certificate, and the bytes that are shipped
+// with the catalogue.
 #ifndef SEALKEEPER_RUNTIME_SIGNING_MATERIAL_H
 #define SEALKEEPER_RUNTIME_SIGNING_MATERIAL_H
 
@@ -29,14 +29,14 @@ struct SigningFiles {
 };
 
 // Parses the private key file at `path`, without a password, into `key`. A failure is logged and
-// its code returned; `key` must not be used then.
+// its code returned; then `key` must not be used.
 ResultCode ReadPrivateKey(const std::string& path, PrivateKey& key);
 
 enum class TrustCheck { Required, Skipped };
 
 // Reads `files` into `material`, checks the certificate for `productId` against the built-in trust
-// material unless that is skipped, and checks that key and certificate form a pair. The first
-// failure is logged and its code returned; `material` must not be used then.
+// material unless `trustCheck` says to skip that, and checks that key and certificate form a pair.
+// The first failure is logged and its code returned; then `material` must not be used.
 ResultCode LoadSigningMaterial(const SigningFiles& files, const std::string& productId,
                                TrustCheck trustCheck, SigningMaterial& material);
 

@@ -1,5 +1,5 @@
-// The trust material compiled into the program. The build turns the DER files that
-// SEALKEEPER_TRUST_CA and SEALKEEPER_TRUST_CRL name into this one copy.
+// The trust material compiled into the program. The build makes it from the DER files that
+// SEALKEEPER_TRUST_CA and SEALKEEPER_TRUST_CRL name.
 #ifndef SEALKEEPER_RUNTIME_TRUST_MATERIAL_H
 #define SEALKEEPER_RUNTIME_TRUST_MATERIAL_H
 
