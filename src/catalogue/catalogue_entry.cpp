@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// Keeps the room for digests.
+// Keeps the capacity of the digests.
 void Clear(CatalogueEntry& entry) {
     entry.fileSizeBytes = 0;
     entry.namePosition = 0;
@@ -35,13 +35,13 @@ ResultCode HashOnce(const std::wstring& path, const FileToHash& file, FileHasher
     return HashFileChunks(path, file, hasher, entry.digests);
 }
 
-// A file that changes meanwhile would be sealed in a state that it never had.
+// Without the check for changes, a file could be sealed in a state that it never had.
 ResultCode HashUnchanged(const std::wstring& path, FileHasher& hasher, CatalogueEntry& entry) {
     ResultCode code = HashOnce(path, hasher.NextFile(), hasher, entry);
     if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
         return code;
     }
-    // Gone by now, it is no missing file, which would count as empty.
+    // A file that is gone by now must not count as missing, which would seal it as empty.
     if (const FileToHash& again = hasher.OpenFileAgain(); again.file) {
         code = HashOnce(path, again, hasher, entry);
         if (code != ResultCode::Ok || !hasher.HasFileChanged()) {
@@ -115,7 +115,7 @@ ResultCode BuildCatalogueEntry(const std::wstring& path, FileHasher& hasher,
     if (path.empty()) {
         return ResultCode::CatalogueIOError;
     }
-    // Before the file is waited for, which may take minutes.
+    // Checked before the hash is awaited, which may take minutes.
     const std::u16string stored = StoredFormOf(path);
     if (stored.size() > entry_record::kMaxPathUnits) {
         return RejectLongPath(path);

@@ -1,8 +1,8 @@
-// The layout of a hash catalogue, written once for writer and reader. All numbers are little-endian
-// and there is no padding but the zero tails of the signature area and of each path field.
+// The layout of a hash catalogue, shared by writer and reader. All numbers are little-endian. There
+// is no padding except the zeros at the end of the signature area and of each path field.
 //
 // A file is the header, the revocation-list block, and the compressed entry block; the entry block
-// is a run of entry records, each followed by its digests.
+// is a sequence of entry records, each followed by its digests.
 #ifndef SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
 #define SEALKEEPER_CATALOGUE_CATALOGUE_FORMAT_H
 
@@ -17,10 +17,10 @@ namespace sealkeeper {
 // Lengths and counts are stored in 32 bits.
 inline constexpr std::uint64_t kMaxStoredLength = std::numeric_limits<std::uint32_t>::max();
 
-// Two of them add up, and one counted in bits fits, without a check.
+// Adding two lengths, or counting bits, cannot overflow.
 static_assert(sizeof(std::size_t) == sizeof(std::uint64_t));
 
-// A catalogue's file name, and that of the certificate that it is verified with, differ in these.
+// A catalogue and the certificate that it is verified with have the same file name but for these.
 inline constexpr const char* kCatalogueExtension = ".bin";
 inline constexpr const char* kCertificateExtension = ".cer";
 
@@ -61,9 +61,9 @@ inline constexpr std::size_t kDigestBytes = 32;
 static_assert(kPathOffset + kPathBytes == kDigestCountOffset);
 static_assert(kDigestCountOffset + sizeof(std::uint32_t) == kFixedBytes);
 
-// One unit is left for the terminating zero.
+// One unit is reserved for the terminating zero.
 inline constexpr std::size_t kMaxPathUnits = kPathUnits - 1;
-// An aliased path is stored at four bytes per character.
+// An aliased path is stored with four bytes per character, the terminating zero included.
 inline constexpr std::size_t kMaxAliasedPathCharacters = kPathBytes / sizeof(char32_t) - 1;
 
 }  // namespace entry_record

@@ -8,12 +8,13 @@
 namespace sealkeeper {
 namespace {
 
-// Whether `signedBytes` are what the signature of a file of the current layout covers. Such a
-// signature fits them wherever they stand, so behind the header of an older layout it would pass a
-// file off that nobody signed. No older file begins so: its lengths would be the magic and version.
+// Detects a current file re-wrapped after an old header, which must be rejected. The signature of a
+// current file covers the whole file, so it would also verify there, and pass off a file that
+// nobody signed. No genuine older file begins like this: the magic and version would be its block
+// lengths.
 bool BeginsAsCurrentLayout(std::span<const std::uint8_t> signedBytes) {
     namespace header = catalogue_header;
-    // An older signature covers the header's last bytes, which a catalogue has.
+    // An older signature covers the last bytes of the header, which every catalogue has.
     static_assert(header::kSizeBytes - header::kCrlLengthOffset >= header::kSignatureOffset);
     return signed_file::HasMagic(signedBytes) &&
            LoadLittleEndian<std::uint16_t>(signedBytes.subspan(header::kFormatVersionOffset)) ==

@@ -16,8 +16,8 @@
 namespace sealkeeper {
 namespace {
 
-// Records are compressed so many bytes at a time, since hashing in between drives the compressor's
-// tables out of the nearer caches.
+// Records are compressed in batches of this size, because hashing in between evicts the
+// compressor's tables from the L1 and L2 caches.
 constexpr std::size_t kRecordsAtOnceBytes = 262'144;
 
 void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes) {
@@ -83,7 +83,8 @@ ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases
     FileHasher hasher(
         files.size(),
         [&](std::size_t index) {
-            // What is opened ahead is looked at again when its turn comes.
+            // A file opened ahead may use the status that the walk saw: it is checked again when
+            // its turn comes.
             return OpenCollectedFile(files[index].path,
                                      index == current ? FileStatus{} : files[index].status);
         },
@@ -123,7 +124,7 @@ ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases
 ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
                                std::vector<std::uint8_t>& image) {
-    // Every record has more than one byte, so an entry block that fits has a count that fits.
+    // Each record has more than one byte, so the count fits if the entry block does.
     const std::array<std::pair<std::size_t, const char*>, 2> lengths = {{
         {crlBlock.size(), "Too large for the catalogue: the certificate revocation list."},
         {block.compressed.size(), "Too large for the catalogue: the compressed entry block."},
@@ -133,7 +134,7 @@ ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
             return code;
         }
     }
-    // At once: growing step by step would need the old room and the new.
+    // Allocated once: growing it would need memory for the old and the new copy.
     image.assign(catalogue_header::kSizeBytes + crlBlock.size() + block.compressed.size(), 0);
     const auto body = image.begin() + catalogue_header::kSizeBytes;
     std::copy(block.compressed.begin(), block.compressed.end(),

@@ -18,29 +18,30 @@
 
 namespace sealkeeper {
 
-// The entry block: the records of all files, one after the other, compressed.
+// The entry block: the compressed records of all files, one after the other.
 struct EntryBlock {
     std::vector<std::uint8_t> compressed;
     std::size_t uncompressedBytes = 0;
     std::size_t entryCount = 0;
 };
 
-// Hashes `files`, of which there is at least one, by `chunks` in the order given and puts their
-// records into `block`, which is empty. Only the compressed form is ever in memory. The first
-// failure ends it; `CatalogueError`, logged, when the system fails to convert a path or the
-// uncompressed block has more bytes than a 32-bit field can tell. `block` is then incomplete.
+// Hashes `files` with `chunks` in the order given and adds their records to `block`. There must be
+// at least one file, and `block` must be empty. The uncompressed block is never in memory as a
+// whole. Stops at the first failure, with `block` incomplete: `CatalogueError`, logged, when the
+// system fails to convert a path or the uncompressed length does not fit its 32-bit field;
+// otherwise as `BuildCatalogueEntry` and `ApplyPathAlias` do.
 ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block);
 
-// Builds the signed file: header, `crlBlock` as it stands, `block`. `CatalogueError`,
-// logged, when a length or a count does not fit its 32-bit field; the signing error when signing
-// fails.
+// Builds the signed file: header, `crlBlock` unchanged, `block`. Fails with `CatalogueError`,
+// logged, when a length does not fit its 32-bit field, and as `SignCatalogueImage` does.
 ResultCode BuildCatalogueImage(mbedtls_pk_context* privateKey,
                                std::span<const std::uint8_t> crlBlock, const EntryBlock& block,
                                std::vector<std::uint8_t>& image);
 
-// Writes `image` to `outputPath`, as `WriteWholeFile` does. `CatalogueIOError`, logged, when it
-// cannot be opened or written; `CatalogueError`, logged, when the system fails to convert the path.
+// Writes `image` to `outputPath` with `WriteWholeFile`. Fails with `CatalogueIOError`, logged, when
+// the file cannot be opened or written, and with `CatalogueError`, logged, when the system fails to
+// convert the path.
 ResultCode WriteCatalogueImage(const std::wstring& outputPath, std::span<const std::uint8_t> image);
 
 }  // namespace sealkeeper

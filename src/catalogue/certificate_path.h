@@ -7,8 +7,8 @@
 
 namespace sealkeeper {
 
-// `cataloguePath` with ".cer" in place of its last dot and what follows it, be that in the name or
-// before it. Nothing for a path without a dot.
+// `cataloguePath` with its last dot and everything after it replaced by ".cer", even if that dot is
+// in the name of a directory. Nothing for a path without a dot.
 [[nodiscard]] std::optional<std::string> CertificatePathOf(const std::string& cataloguePath);
 
 }  // namespace sealkeeper

@@ -14,11 +14,11 @@
 namespace sealkeeper {
 namespace {
 
-// The entries of a catalogue and what they view, which they own together: with memory and an owner
-// for each of them alone, a small file would take half as much again.
+// The one owner of all entries of a catalogue and what they view. An owner and memory of its own
+// for each entry would cost half as much memory again for small files.
 class SharedEntries {
   public:
-    // Reads the next one of `records`. Null when it is not whole.
+    // Reads the next record. Null when it is incomplete.
     const StoredEntry* ReadRecord(EntryRecordReader& records) {
         RecordStart start;
         if (!records.ReadStart(start)) {
@@ -57,16 +57,16 @@ class SharedEntries {
         return {path.data(), path.size()};
     }
 
-    // Hands memory out of large pieces, and takes none back before its end.
+    // Allocates from large pieces and frees them all at once on destruction.
     std::pmr::monotonic_buffer_resource pieces_;
-    // A deque, so that references to its elements last.
+    // A deque, so that references to its elements stay valid.
     std::pmr::deque<StoredEntry> entries_{&pieces_};
 };
 
 ResultCode ReadRecords(EntryRecordReader& records, std::uint32_t entryCount, EntryList& entries) {
     const auto shared = std::make_shared<SharedEntries>();
     EntryList read;
-    // The block is known to have room for so many.
+    // The block is known to be long enough for so many records.
     read.reserve(entryCount);
     for (std::uint32_t i = 0; i < entryCount; ++i) {
         const StoredEntry* const entry = shared->ReadRecord(records);

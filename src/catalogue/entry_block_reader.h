@@ -1,5 +1,5 @@
-// Reads the entry block of a catalogue while it is decompressed. Nothing in it is trusted: every
-// count is held against the bytes that are left.
+// Reads the entry block of a catalogue while decompressing it. Nothing in it is trusted: every
+// count is checked against the bytes that are left.
 #ifndef SEALKEEPER_CATALOGUE_ENTRY_BLOCK_READER_H
 #define SEALKEEPER_CATALOGUE_ENTRY_BLOCK_READER_H
 
@@ -11,11 +11,10 @@
 
 namespace sealkeeper {
 
-// Reads `entryCount` records from the compressed form of an entry block into `entries`. What the
-// block holds past the last record is not decompressed. Fails with `FileInvalid` when the block
-// cannot be decompressed, whether any record is asked for or not, or a record is not whole;
-// `entries` is then empty. No memory is asked for before the block is known to have room for so
-// many records.
+// Reads `entryCount` records from a compressed entry block into `entries`. Bytes past the last
+// record are not decompressed. Fails with `FileInvalid` when the block cannot be decompressed, even
+// if `entryCount` is 0, or when a record is incomplete; then `entries` is empty. Allocates no
+// memory for entries before the block is known to be long enough for them.
 ResultCode ReadEntryBlock(std::span<const std::uint8_t> compressed, std::uint32_t entryCount,
                           EntryList& entries);
 

@@ -25,7 +25,7 @@ InvalidReason ReasonOf(const LzwFault& fault) {
     return {InvalidField::CodeWidth, kPlace, fault.offset};
 }
 
-// Why there is no room for `entryCount` records in a block that gives `blockBytes`.
+// Why a block that decompresses to `blockBytes` is too short for `entryCount` records.
 InvalidReason ReasonOfNoRoom(std::span<const std::uint8_t> compressed, std::uint32_t entryCount,
                              std::uint64_t blockBytes) {
     if (!lzw::HasMagic(compressed)) {

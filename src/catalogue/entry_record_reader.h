@@ -1,5 +1,5 @@
-// Reads the records of a catalogue's entry block one after the other while it is decompressed.
-// Nothing in it is trusted: every count is held against the bytes that are left.
+// Reads the records of a catalogue's entry block, one after the other, while decompressing it.
+// Nothing in it is trusted: every count is checked against the bytes that are left.
 #ifndef SEALKEEPER_CATALOGUE_ENTRY_RECORD_READER_H
 #define SEALKEEPER_CATALOGUE_ENTRY_RECORD_READER_H
 
@@ -16,7 +16,7 @@
 
 namespace sealkeeper {
 
-// The part of a record that every record has.
+// The fixed part of a record.
 class RecordStart {
   public:
     [[nodiscard]] std::uint64_t FileSizeBytes() const {
@@ -25,7 +25,7 @@ class RecordStart {
     [[nodiscard]] std::uint32_t NamePosition() const {
         return Load<std::uint32_t>(entry_record::kNamePositionOffset);
     }
-    // All of the field, in the bytes of this object.
+    // The whole field; a view into this object.
     [[nodiscard]] std::span<const std::uint8_t, entry_record::kPathBytes> PathField() const {
         return std::span(bytes_).subspan<entry_record::kPathOffset, entry_record::kPathBytes>();
     }
@@ -36,7 +36,7 @@ class RecordStart {
         return entry_record::kDigestBytes * std::uint64_t{DigestCount()};
     }
 
-    // What is read into.
+    // The buffer to read the fixed part into.
     [[nodiscard]] std::span<std::uint8_t> Bytes() { return bytes_; }
 
   private:
@@ -45,28 +45,28 @@ class RecordStart {
         return LoadLittleEndian<Unsigned>(std::span(bytes_).subspan(offset));
     }
 
-    // As they are until they are read.
+    // Uninitialised until they are read.
     std::array<std::uint8_t, entry_record::kFixedBytes> bytes_;
 };
 
 class EntryRecordReader {
   public:
-    // Begins with the first of `entryCount` records in the block `compressed`, which must outlive
-    // the reader. Nothing when the block cannot be decompressed, whether any record is asked for or
-    // not, or has no room for so many records. What is wrong, here and in what follows, is then in
-    // `*reason`, unless that is null. Asks for no memory.
+    // Opens the block `compressed`, which must outlive the reader, to read `entryCount` records.
+    // Nothing when the block cannot be decompressed, even if `entryCount` is 0, or is too short for
+    // so many records. The reason of this and every later failure is stored in `*reason`, which
+    // must outlive the reader, unless `reason` is null.
     [[nodiscard]] static std::optional<EntryRecordReader> Open(
         std::span<const std::uint8_t> compressed, std::uint32_t entryCount,
         InvalidReason* reason = nullptr);
 
-    // Reads the start of the next record. False when it, or its digests, are not all there.
+    // Reads the fixed part of the next record. False when it or its digests are incomplete.
     [[nodiscard]] bool ReadStart(RecordStart& start);
 
-    // Fills `digests` with the next of the digests that the start of the record tells of, which all
-    // have to be read before the next start. False when so many bytes are not left in the block.
+    // Fills `digests` with the next digests of the record. All of them, `DigestCount` of its start,
+    // must be read before the next record. False when the block has fewer bytes left.
     [[nodiscard]] bool ReadDigests(std::span<std::uint8_t> digests);
 
-    // How many bytes are left in the block.
+    // How many bytes of the block are left to read.
     [[nodiscard]] std::uint64_t BytesLeft() const { return block_.BytesLeft(); }
 
   private:
@@ -78,7 +78,7 @@ class EntryRecordReader {
     LzwDecompressor block_;
     std::uint64_t blockBytes_;
     InvalidReason* reason_;
-    // The number of the record whose start is read next.
+    // The number of the next record, counted from 0.
     std::uint64_t index_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// The check of one file of the game against its entry.
+// Checks one file of the game against its entry.
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -28,9 +28,9 @@ class ChunkJudge {
           handler_(handler),
           context_(context) {}
 
-    // `hashed` is what the first reading of chunk `index` gave.
+    // `hashed` is the result of the first reading of chunk `index`.
     ResultCode Judge(std::uint32_t index, const HashedChunk& hashed) {
-        // Leniency after a recovery, deliberate: this chunk is not compared.
+        // Deliberate quirk: the chunk after a recovered one is not compared.
         const bool isLenient = std::exchange(previousRecovered_, false);
         const Reading reading = hashed.isRead ? Reading{true, hashed.digest} : ReadOnceMore(index);
         if (!reading.isRead) {
@@ -52,13 +52,13 @@ class ChunkJudge {
     [[nodiscard]] bool HasReadAgain() const { return hasReadAgain_; }
 
   private:
-    // Without a digest it matches nothing.
+    // A reading without a digest matches nothing.
     struct Reading {
         bool isRead = false;
         std::optional<Sha256Digest> digest;
     };
 
-    // With the reader of the open file.
+    // Reads the chunk once more, through the open file.
     Reading ReadOnceMore(std::uint32_t index) {
         hasReadAgain_ = true;
         return HasBuffer() ? ReadChunk(reader_, index) : Reading{};
@@ -70,13 +70,13 @@ class ChunkJudge {
                 hasBuffer_ = reader_.AllocateBuffer(entry_.FileSizeBytes());
             }
         } catch (const std::bad_alloc&) {
-            // To have no memory for another reading fails this file alone.
+            // Lack of memory for another reading fails only this file.
         }
         return hasBuffer_;
     }
 
-    // A chunk that differs is read afresh, because a read may have gone wrong; what differs still
-    // is up to the handler.
+    // A chunk that differs is read again, because the first read may have gone wrong. If it still
+    // differs, the handler decides.
     ResultCode RecoverChunk(std::uint32_t index) {
         hasReadAgain_ = true;
         const Reading reading = ReadAfresh(index);
@@ -90,7 +90,8 @@ class ChunkJudge {
         return ResultCode::Ok;
     }
 
-    // With a reader of its own. Without the memory for it the chunk is not read.
+    // Reads the chunk through a newly opened file. Without the memory for that, it counts as
+    // unreadable.
     [[nodiscard]] Reading ReadAfresh(std::uint32_t index) const {
         try {
             ChunkedFileReader second(path_, kChunkBytes);
@@ -128,11 +129,11 @@ class ChunkJudge {
 
     const StoredEntry& entry_;
     const std::wstring& path_;
-    // Of the open file.
+    // Reads the open file.
     ChunkedFileReader reader_;
     MismatchHandler handler_;
     void* context_;
-    // For reading a chunk once more with the first reader.
+    // Whether `reader_` has its buffer.
     bool hasBuffer_ = false;
     bool previousRecovered_ = false;
     bool hasReadAgain_ = false;
@@ -145,7 +146,7 @@ ResultCode CheckStatus(const StoredEntry& entry, const FileStatus& status) {
     if (static_cast<std::uint64_t>(status.sizeBytes) != entry.FileSizeBytes()) {
         return ResultCode::FileVerificationSizeMismatch;
     }
-    // What is no regular file has no content to check, even where its size agrees.
+    // Only a regular file has content to check, even if the size agrees.
     return status.type == FileType::Regular ? ResultCode::Ok : ResultCode::FileVerificationIOError;
 }
 
@@ -158,7 +159,8 @@ ResultCode CheckFile(const StoredEntry& entry, const std::wstring& path, const F
     if (const ResultCode code = CheckStatus(entry, file.status); code != ResultCode::Ok) {
         return code;
     }
-    // None for an empty file, for one whose size alone is checked, and for one without digests.
+    // There are no chunks for an empty file, for a check of the size only, and for an entry without
+    // digests.
     ChunkJudge judge(entry, path, file.file, handler, context);
     for (std::uint32_t index = 0; index < file.chunkCount; ++index) {
         if (const ResultCode code = judge.Judge(index, hasher.NextDigest());
@@ -180,8 +182,8 @@ ResultCode StoredEntry::VerifyCatalogueFile(const std::wstring& path, MismatchHa
     return VerifyNextFile(path, hasher, handler, context);
 }
 
-// What matched while the file changed may never have been there at one time, so it is checked once
-// more.
+// The chunks of a file that changed meanwhile may never have existed together, so it is checked
+// once more.
 ResultCode StoredEntry::VerifyNextFile(const std::wstring& path, FileHasher& hasher,
                                        MismatchHandler handler, void* context) const {
     ResultCode code = CheckFile(*this, path, hasher.NextFile(), hasher, handler, context);

@@ -28,7 +28,7 @@ ResultCode WriteCatalogueOf(const EntryBlock& block, mbedtls_pk_context* private
     return WriteCatalogueImage(outputPath, image);
 }
 
-// Runs `operation`, in which memory may run out.
+// Runs `operation`. Fails with `CatalogueError`, logged, when memory runs out.
 template <typename Operation>
 ResultCode ReportLackOfMemory(Operation operation) {
     try {
@@ -55,8 +55,8 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
         std::sort(files.begin(), files.end(),
                   [](const FoundFile& a, const FoundFile& b) { return a.path < b.path; });
         EntryBlock block;
-        // The list goes, too. With many files it takes more than the block; it makes room for the
-        // image.
+        // Moves the list, so that it is freed before the image is built. With many files it is
+        // larger than the block.
         if (const ResultCode code =
                 BuildEntryBlock(std::move(files), aliases, MakeChunkHasher(jobs_), block);
             code != ResultCode::Ok) {
@@ -88,7 +88,7 @@ ResultCode HashCatalogue::ReadAndVerifyCatalogue(const std::wstring& cataloguePa
         if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
             return code;
         }
-        // An empty path has none, either.
+        // Nothing for an empty path as well.
         const auto certificatePath = CertificatePathOf(path);
         if (!certificatePath) {
             return ResultCode::CatalogueError;

@@ -13,8 +13,8 @@ std::wstring WidePath(const PathField& field) {
     return Utf16ToWide(std::u16string(field.begin(), end));
 }
 
-// Scans `path` from left to right. The values put in are not searched, and nothing that reaches
-// into one is an occurrence. `key` is not empty.
+// Scans `path` from left to right. Inserted values are never searched, not even in part. `key` must
+// not be empty.
 std::wstring ReplaceEveryOccurrence(const std::wstring& path, const std::wstring& key,
                                     const std::wstring& value) {
     std::wstring replaced;

@@ -1,4 +1,4 @@
-// Path aliases: parts of a stored path that the game knows under another name.
+// Path aliases: parts of stored paths that the game knows by another name.
 #ifndef SEALKEEPER_CATALOGUE_PATH_ALIAS_H
 #define SEALKEEPER_CATALOGUE_PATH_ALIAS_H
 
@@ -11,20 +11,20 @@
 
 namespace sealkeeper {
 
-// From the part of a path that is replaced to what takes its place.
+// Maps a part of a path to its replacement.
 using AliasMap = std::map<std::wstring, std::wstring>;
 
-// `aliases`, in UTF-8, as wide text.
+// Converts `aliases` from UTF-8 to wide text.
 [[nodiscard]] AliasMap WideAliases(const std::map<std::string, std::string>& aliases);
 
 // The first alias, in key order, whose key occurs anywhere in `path`; null when none does. An empty
-// key stands for nothing and occurs nowhere.
+// key never occurs.
 const AliasMap::value_type* FirstAliasIn(const AliasMap& aliases, std::wstring_view path);
 
-// Replaces every occurrence of the first alias, in key order, that occurs anywhere in the path of
-// `entry`; leaves the entry untouched when none does. A replaced path is stored at four bytes per
-// character instead of two: this is deliberate and readers of aliased catalogues depend on it.
-// Fails with `CatalogueError`, logged, when the new path does not fit its field.
+// Applies the alias that `FirstAliasIn` finds to every occurrence in the path of `entry`. Without
+// one the entry stays unchanged. Deliberate quirk: the new path is stored with four bytes per
+// character instead of two, and readers of aliased catalogues depend on it. Fails with
+// `CatalogueError`, logged, when the new path does not fit its field.
 ResultCode ApplyPathAlias(const AliasMap& aliases, CatalogueEntry& entry);
 
 }  // namespace sealkeeper

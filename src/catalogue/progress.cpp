@@ -11,7 +11,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::nanoseconds kDotInterval{500'000'000};
 
-// Null while dots are written.
+// Null while ticks write dots.
 TickListener g_listener = nullptr;
 void* g_context = nullptr;
 

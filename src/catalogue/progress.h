@@ -1,17 +1,17 @@
-// The dots that show a person that hashing goes on.
+// The dots that show a person that hashing is in progress.
 #ifndef SEALKEEPER_CATALOGUE_PROGRESS_H
 #define SEALKEEPER_CATALOGUE_PROGRESS_H
 
 namespace sealkeeper {
 
-// Writes a dot when more than half a second has gone by since the last one, or since the first
-// call; with `final` it also ends the console line. Dots carry no tag and are not flushed.
+// Writes a dot if more than half a second has passed since the last dot or, before that, the first
+// call. With `final` it also ends the console line. Dots have no tag and are not flushed.
 void ProgressTick(bool final);
 
-// Told of each tick, in the thread of `main`.
+// Called for each tick, in the main thread.
 using TickListener = void (*)(void* context);
 
-// From now on `listener` is called in place of writing dots, with `context`. Null gives that back.
+// From now on `listener` is called with `context` instead of writing dots. Null restores the dots.
 void SendTicksTo(TickListener listener, void* context);
 
 }  // namespace sealkeeper

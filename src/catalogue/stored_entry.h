@@ -1,4 +1,4 @@
-// One file's entry as a catalogue holds it, and the check of the file against it.
+// The entry of one file as stored in a catalogue, and the check of the file against it.
 #ifndef SEALKEEPER_CATALOGUE_STORED_ENTRY_H
 #define SEALKEEPER_CATALOGUE_STORED_ENTRY_H
 
@@ -18,24 +18,24 @@ namespace sealkeeper {
 
 class StoredEntry;
 
-// Asked about a chunk that differs from its digest on two reads: true accepts it. `positionBytes`
-// is where the chunk ends in the file, `context` what the caller of the check gave with the
+// Called for a chunk that differed from its digest in two reads; returning true accepts it.
+// `positionBytes` is where the chunk ends in the file. `context` is what the caller passed with the
 // handler.
 using MismatchHandler = bool (*)(const StoredEntry& entry, std::uint64_t positionBytes,
                                  void* context);
 
-// What the record of a file holds.
+// The fields of the record of a file.
 struct StoredFields {
     std::uint64_t fileSizeBytes = 0;
     // The index of the first UTF-16 unit after the last '/' of the path, as stored.
     std::uint32_t namePosition = 0;
     // Up to the first zero of its field.
     std::u16string_view path;
-    // One after the other.
+    // All digests, one after the other.
     std::span<const std::uint8_t> digests;
 };
 
-// A view of the path and the digests that it is made of, which must outlive it. Never changes.
+// A view of the path and digests that it is made from, which must outlive it. Immutable.
 class StoredEntry {
   public:
     enum class CheckExtent { SizeAndChunks, SizeOnly };
@@ -46,20 +46,21 @@ class StoredEntry {
     StoredEntry& operator=(const StoredEntry&) = delete;
     virtual ~StoredEntry() = default;
 
-    // Checks the file at `path`: its size and, unless that is all to check, the digests of its
-    // first `DigestCount` chunks, of which those past the end of the file have no bytes. A file
-    // that matches but changed meanwhile is checked once more. Shows progress dots and prints
-    // nothing else. Returns `Ok` for a file that matches; `FileVerificationIOError` when `path` is
-    // empty, the file cannot be opened or has no content (a directory, a FIFO, a device), a chunk
-    // cannot be read twice, or the file changed both times; `FileVerificationSizeMismatch`;
-    // `FileVerificationHashMismatch` when a chunk differs on two reads and `handler`, which may be
-    // null, does not accept it. After a chunk that matched only on its second read, or was
-    // accepted, the next one is deliberately not compared, nor missed when there is nothing of it
-    // to read. This one and the next two are defined in file_verification.cpp.
+    // Checks the file at `path`: its size and, unless the extent is `SizeOnly`, the digests of its
+    // first `DigestCount` chunks. Chunks past the end of the file are empty. A file that matches
+    // but changed meanwhile is checked once more. Shows progress dots and prints nothing else.
+    // Returns `Ok` for a file that matches; `FileVerificationIOError` when `path` is empty, the
+    // file cannot be opened or is not a regular file, a chunk cannot be read in two attempts, or
+    // the file changed both times; `FileVerificationSizeMismatch` when the size differs;
+    // `FileVerificationHashMismatch` when a chunk differs in two reads and `handler`, which may be
+    // null, does not accept it. Deliberate quirk: the chunk after a recovered one is not compared,
+    // nor is it an error if nothing can be read of it. A chunk is recovered if it matched only in
+    // its second read or was accepted. This function and the next two are defined in
+    // file_verification.cpp.
     virtual ResultCode VerifyCatalogueFile(const std::wstring& path, MismatchHandler handler,
                                            void* context) const;
 
-    // The same for the next file of `hasher`, which `OpenFile` opened at `path`.
+    // The same for the next file of `hasher`, which must open it with `OpenFile` at `path`.
     ResultCode VerifyNextFile(const std::wstring& path, FileHasher& hasher, MismatchHandler handler,
                               void* context) const;
 
@@ -69,15 +70,16 @@ class StoredEntry {
     [[nodiscard]] std::uint64_t FileSizeBytes() const { return fileSizeBytes_; }
     [[nodiscard]] std::uint32_t NamePosition() const { return namePosition_; }
     [[nodiscard]] std::wstring Path() const;
-    // In UTF-16. `NamePosition` is beyond it for an aliased path with a slash: stored at four bytes
-    // a character, that has a zero after the first.
+    // The length of the path in UTF-16 units, up to the first zero. An aliased path is stored with
+    // four bytes per character, so it appears to end after its first character, and `NamePosition`
+    // is past that end if the path has a slash.
     [[nodiscard]] std::size_t PathUnits() const { return pathUnits_; }
     [[nodiscard]] std::uint32_t DigestCount() const { return digestCount_; }
     // `index` is below `DigestCount`.
     [[nodiscard]] std::span<const std::uint8_t, kSha256Bytes> Digest(std::uint32_t index) const;
 
   private:
-    // Pointers and counts as small as they can be: a catalogue may have millions of entries.
+    // Raw pointers and small counts, because a catalogue may have millions of entries.
     std::uint64_t fileSizeBytes_;
     const char16_t* path_;
     const std::uint8_t* digests_;
@@ -87,8 +89,8 @@ class StoredEntry {
     CheckExtent extent_;
 };
 
-// The entries of a catalogue, in file order. Each keeps what it views alive, and with it all of its
-// catalogue.
+// The entries of a catalogue, in the order of the file. Each keeps all entries of its catalogue,
+// and what they view, alive.
 using EntryList = std::vector<std::shared_ptr<const StoredEntry>>;
 
 }  // namespace sealkeeper

@@ -28,7 +28,7 @@ bool DecompressorDictionary::Follow(const PackedCodes& codes) {
     return FollowUnchanging(codes, growing);
 }
 
-// Follows the codes from the number `first`, which add nothing.
+// Follows the codes from number `first` on, which add no strings.
 bool DecompressorDictionary::FollowUnchanging(const PackedCodes& codes, std::size_t first) {
     std::size_t bytes = bytes_;
     for (std::size_t i = first; i < codes.Count(); ++i) {
@@ -48,7 +48,7 @@ std::uint32_t DecompressorDictionary::LastCodeAt(std::size_t index) {
     return added == 0 ? kOneByteStrings - 1 : kFirstFreeCode + added - 1;
 }
 
-// The last entry stands for every number that is never assigned.
+// The last entry is a sentinel for all codes that are never assigned.
 const StoredString& DecompressorDictionary::Find(std::uint32_t code) const {
     return strings_[std::min<std::uint32_t>(code, kEndOfCodes)];
 }

@@ -13,7 +13,7 @@
 namespace sealkeeper {
 namespace {
 
-// Packs codes least-significant bit first behind what a buffer holds.
+// Appends codes to a buffer, packed least-significant bit first.
 class CodeWriter {
   public:
     explicit CodeWriter(std::vector<std::uint8_t>& output)
@@ -21,13 +21,14 @@ class CodeWriter {
 
     void Write(std::uint16_t code) {
         if (output_->size() - written_ < sizeof(pending_)) {
-            // In pieces, so that the zeros which a piece starts with never leave the cache.
+            // Grows in small pieces, so that the zeros that resize writes stay in the cache until
+            // they are overwritten.
             output_->resize(output_->size() + kPieceBytes);
         }
         pending_ |= static_cast<std::uint64_t>(code) << pendingBits_;
         pendingBits_ += lzw::kCodeBits;
-        // All pending bits as a number of this machine; what is behind the whole bytes is written
-        // again.
+        // Stores all pending bits at once. The bytes past the whole ones are overwritten by the
+        // next store.
         static_assert(std::endian::native == std::endian::little);
         std::memcpy(output_->data() + written_, &pending_, sizeof(pending_));
         const unsigned wholeBytes = pendingBits_ / kByteBits;
@@ -36,7 +37,7 @@ class CodeWriter {
         pendingBits_ %= kByteBits;
     }
 
-    // Cuts the buffer behind the last code, which is padded with zero bits.
+    // Cuts the buffer after the last code. Padding bits are zero.
     void Finish() { output_->resize(written_ + (pendingBits_ > 0 ? 1 : 0)); }
 
   private:
@@ -49,7 +50,7 @@ class CodeWriter {
     unsigned pendingBits_ = 0;
 };
 
-// The strings of two bytes and more, each as a shorter string's code and the byte that follows it.
+// The strings of two or more bytes, each as the code of its prefix and its last byte.
 class CompressorDictionary {
   public:
     static constexpr std::uint16_t kNone = 0;
@@ -58,7 +59,7 @@ class CompressorDictionary {
         : codes_(std::size_t{lzw::kEndOfCodes} * kByteValues),
           assigned_(codes_.size() / kWordBits) {}
 
-    // `kNone` for a string that is not in the dictionary.
+    // The code of the string; `kNone` when it is not in the dictionary.
     [[nodiscard]] std::uint16_t Find(std::uint16_t prefix, std::uint8_t next) const {
         if (next == 0) {
             return zeroCodes_[prefix];
@@ -67,7 +68,7 @@ class CompressorDictionary {
         return IsAssigned(index) ? codes_[index] : kNone;
     }
 
-    // Gives the string the next code, unless all codes are assigned.
+    // Assigns the next code to the string, unless all codes are assigned.
     void Add(std::uint16_t prefix, std::uint8_t next) {
         if (nextCode_ == lzw::kEndOfCodes) {
             return;
@@ -84,7 +85,7 @@ class CompressorDictionary {
         zeroCodes_[prefix] = nextCode_++;
     }
 
-    // How many zero bytes the longest string of nothing else has; at least 1.
+    // The length of the longest string of only zero bytes; at least 1.
     [[nodiscard]] std::size_t LongestZeros() const { return longestZeros_; }
 
     // The code of `count` zero bytes, 1 to `LongestZeros()`.
@@ -105,28 +106,28 @@ class CompressorDictionary {
     }
 
     std::vector<std::uint16_t> codes_;
-    // A bit for each of them. Most bytes of a digest go on from no string, and a table of bits
-    // tells so from nearer caches than the codes are in.
+    // Bitmap of the assigned elements of `codes_`. Most bytes of a digest continue no string: the
+    // bitmap answers "absent" without touching the much larger table.
     std::vector<std::uint64_t> assigned_;
-    // Strings that end in a zero byte are half of what a path gives. Together they stay in the
-    // nearest cache.
+    // The codes of strings that end in a zero byte, by prefix. Usually every second byte of a path
+    // is zero; this table is small enough to stay in the L1 cache.
     std::array<std::uint16_t, lzw::kEndOfCodes> zeroCodes_{};
     std::uint16_t nextCode_ = lzw::kFirstFreeCode;
-    // The strings of nothing but zero bytes, by their length; the first is code 0.
+    // The codes of the strings of only zero bytes, by length. The first is code 0.
     std::array<std::uint16_t, 1 + lzw::kEndOfCodes - lzw::kFirstFreeCode> zeroStrings_{};
     std::size_t longestZeros_ = 1;
 };
 
 }  // namespace
 
-// What is known between two pieces of input.
+// The state between two pieces of input.
 struct LzwCompressor::State {
     explicit State(std::vector<std::uint8_t>& output) : writer(output) {}
 
     CodeWriter writer;
     CompressorDictionary dictionary;
     bool hasMatch = false;
-    // The code of the string that the input so far ends in and no code was written for.
+    // The code of the string at the end of the input so far that is yet to be written.
     std::uint16_t matched = 0;
 };
 
@@ -134,8 +135,8 @@ namespace {
 
 // Finds the longest strings of the dictionary in one piece of input and writes their codes.
 //
-// Works on copies of the small parts of the state: to the compiler, the bytes that are written
-// could be part of anything that others can reach, and it would load that again for every code.
+// Works on local copies of the small parts of the state: byte stores may alias members, which the
+// compiler would then reload for every code.
 class Matcher {
   public:
     Matcher(CompressorDictionary& dictionary, const CodeWriter& writer, std::uint16_t matched,
@@ -146,7 +147,7 @@ class Matcher {
           next_(input.data()),
           end_(input.data() + input.size()) {}
 
-    // Begins a match with what is next; the input has not ended.
+    // Begins a match with the next byte. There must be one.
     void StartMatch() {
         const std::size_t zeroWords = CountZeroWords();
         if (zeroWords > 0) {
@@ -156,7 +157,7 @@ class Matcher {
         }
     }
 
-    // Goes on with the match to the end of the input, whose last match is left to what follows.
+    // Continues the match to the end of the input. The last match is left for the next piece.
     void Run() {
         MatchOn();
         while (next_ != end_) {
@@ -171,10 +172,10 @@ class Matcher {
     [[nodiscard]] std::uint16_t Matched() const { return matched_; }
 
   private:
-    // Zero bytes are told eight at a time.
+    // Zero bytes are counted eight at a time.
     using Word = std::uint64_t;
 
-    // How many words of nothing but zero bytes come next.
+    // How many words of only zero bytes come next.
     [[nodiscard]] std::size_t CountZeroWords() const {
         const std::size_t wordsLeft = static_cast<std::size_t>(end_ - next_) / sizeof(Word);
         for (std::size_t count = 0; count < wordsLeft; ++count) {
@@ -187,8 +188,8 @@ class Matcher {
         return wordsLeft;
     }
 
-    // Takes all zero bytes from here on, which begin with `words` words; the last ones that have a
-    // string stay matched.
+    // Takes all zero bytes that come next, at least `words` words of them. The longest string that
+    // covers the last of them stays matched.
     void MatchZeros(std::size_t words) {
         const std::uint8_t* const zerosEnd = std::find_if(
             next_ + words * sizeof(Word), end_, [](std::uint8_t byte) { return byte != 0; });
@@ -203,7 +204,7 @@ class Matcher {
         matched_ = dictionary_.ZerosCode(left);
     }
 
-    // As far as the matched string with the byte behind it is in the dictionary.
+    // Extends the match as long as the matched string and the byte after it are in the dictionary.
     void MatchOn() {
         for (; next_ != end_; ++next_) {
             const std::uint16_t longer = dictionary_.Find(matched_, *next_);
@@ -221,7 +222,7 @@ class Matcher {
     const std::uint8_t* const end_;
 };
 
-// Behind what `output` holds. What there is no memory for at once may be more than is needed.
+// Reserves memory past the end of `output`. Best effort; grows on demand otherwise.
 void MakeRoom(std::vector<std::uint8_t>& output, std::size_t bytes) {
     const std::size_t before = output.size();
     try {
@@ -235,7 +236,7 @@ void MakeRoom(std::vector<std::uint8_t>& output, std::size_t bytes) {
 }  // namespace
 
 LzwCompressor::LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes) {
-    // An entry block becomes smaller than half of it unless most of it is digests.
+    // An entry block shrinks to less than half unless most of it is digests.
     MakeRoom(output, lzw::kPrefix.size() + expectedBytes / 2);
     output.insert(output.end(), lzw::kPrefix.begin(), lzw::kPrefix.end());
     state_ = std::make_unique<State>(output);

@@ -12,17 +12,17 @@ namespace sealkeeper {
 
 class LzwCompressor {
   public:
-    // Appends to `output`, which is nobody else's until `Finish`, and makes room there for about
-    // `expectedBytes` bytes of input; more may come, or less.
+    // Appends to `output`, which must not be used by anyone else until `Finish`. Reserves memory
+    // there for about `expectedBytes` bytes of input; there may be more or fewer.
     explicit LzwCompressor(std::vector<std::uint8_t>& output, std::size_t expectedBytes = 0);
     LzwCompressor(const LzwCompressor&) = delete;
     LzwCompressor& operator=(const LzwCompressor&) = delete;
     ~LzwCompressor();
 
-    // Takes in more bytes. How they are divided over calls makes no difference.
+    // Adds input. How it is split over calls makes no difference to the output.
     void Append(std::span<const std::uint8_t> input);
 
-    // Ends the compressed form of what was appended, which is at least one byte. Once.
+    // Completes the output. At least one byte must have been appended. Call once.
     void Finish();
 
   private:

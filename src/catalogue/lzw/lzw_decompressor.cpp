@@ -14,11 +14,12 @@ using lzw::DecompressorDictionary;
 using lzw::PackedCodes;
 using lzw::StoredString;
 
-// Strings are copied in steps of this many bytes. A step may reach past both ends of a copy.
+// Strings are copied in steps of this many bytes. The last step may read and write past the end of
+// a string.
 constexpr std::size_t kStepBytes = 16;
-// What the copy of a string may write, the end of the last step included.
+// The most that one copy may write, with the overshoot of its last step.
 constexpr std::size_t kRoomBytes = DecompressorDictionary::kLongestString + kStepBytes;
-// Small enough that a piece stays in the cache until it is read.
+// Small enough for a piece to stay in the cache until it is read.
 constexpr std::size_t kBufferBytes = 65536;
 static_assert(kBufferBytes > kRoomBytes);
 
@@ -28,7 +29,8 @@ constexpr auto kOneByteStrings = [] {
     return bytes;
 }();
 
-// The codes after the prefix; nothing when the width of a code is missing or 0.
+// The codes after the prefix, none if the magic is missing. Nothing when the code width is missing
+// or 0.
 std::optional<PackedCodes> CodesOf(std::span<const std::uint8_t> input) {
     if (!lzw::HasMagic(input)) {
         return PackedCodes();
@@ -43,7 +45,7 @@ std::optional<PackedCodes> CodesOf(std::span<const std::uint8_t> input) {
     return PackedCodes(input.subspan(lzw::kPrefix.size()), codeBits);
 }
 
-// What is wrong with the code at which `dictionary` ended.
+// What is wrong with the code at which `dictionary` failed.
 LzwFault FaultOf(const PackedCodes& codes, const DecompressorDictionary& dictionary) {
     const std::size_t index = dictionary.EndedAt();
     LzwFault fault;
@@ -96,7 +98,7 @@ bool LzwDecompressor::Read(std::span<std::uint8_t> bytes) {
     return true;
 }
 
-// Called as long as there are codes left, each of which gives a byte at least.
+// Called only while codes are left, each of which gives at least one byte.
 std::span<const std::uint8_t> LzwDecompressor::NextPiece() {
     if (index_ > 0) {
         return WriteStrings();
@@ -105,8 +107,8 @@ std::span<const std::uint8_t> LzwDecompressor::NextPiece() {
     return std::span(growing_).first(dictionary_.GrowingBytes());
 }
 
-// Byte by byte and in order, since the string of a code just added reaches one byte into its own
-// copy.
+// Only these copies may overlap their source: the string of a code that was just added overlaps its
+// own copy by one byte. So they go byte by byte, in order.
 void LzwDecompressor::WriteGrowingStrings() {
     growing_.resize(dictionary_.GrowingBytes() + kStepBytes);
     std::uint8_t* next = growing_.data();
@@ -123,7 +125,7 @@ void LzwDecompressor::WriteGrowingStrings() {
     }
 }
 
-// As many as there is room for, whatever their lengths.
+// Writes as many strings as fit into the buffer, whatever their lengths.
 std::span<const std::uint8_t> LzwDecompressor::WriteStrings() {
     buffer_.resize(kBufferBytes);
     const PackedCodes codes = codes_;

@@ -16,7 +16,7 @@ namespace sealkeeper {
 // Why some bytes cannot be decompressed.
 struct LzwFault {
     enum class Kind {
-        // The byte that tells it is missing or tells 0.
+        // The byte with the code width is missing or says 0.
         NoCodeWidth,
         UnknownCode,
         // More than `lzw::kMaxUncompressedBytes`.
@@ -24,40 +24,41 @@ struct LzwFault {
     };
 
     Kind kind = Kind::NoCodeWidth;
-    // Where the byte of the width stands, or should; the byte that the code begins in.
+    // The offset in the input of the byte with the code width, or of the byte in which the code
+    // begins.
     std::size_t offset = 0;
     // The number of the code, counted from 0, and the code.
     std::size_t codeIndex = 0;
     std::uint32_t code = 0;
-    // The last code that stands for a string there.
+    // The last code that stands for a string at that point.
     std::uint32_t lastCode = 0;
 };
 
-// Gives the decompressed form of some bytes, which must outlive it, piece by piece. However much
-// that is, it takes the memory of what the growing codes give, 7 MiB at the most, and 96 KiB, of
-// which 32 KiB before the first bytes are read. Time is linear in the bytes read and produced.
+// Decompresses its input, which must outlive it, piece by piece. Memory is bounded whatever the
+// length of the output: the output of the growing codes, about 7 MiB at most, and 96 KiB, of which
+// 32 KiB are allocated before the first read. Time is linear in the length of input and output.
 class LzwDecompressor {
   public:
-    // Moved, its view of its own memory stays good.
+    // A move keeps `piece_` valid: the vectors that it points into keep their memory.
     LzwDecompressor(LzwDecompressor&&) = default;
     LzwDecompressor& operator=(LzwDecompressor&&) = default;
     LzwDecompressor(const LzwDecompressor&) = delete;
     LzwDecompressor& operator=(const LzwDecompressor&) = delete;
     ~LzwDecompressor() = default;
 
-    // Walks the codes of `input`, so that all that can be wrong with them is known before a byte is
-    // given. Nothing when the width of a code is missing or 0, a code is not in the dictionary, or
-    // there would be more than `lzw::kMaxUncompressedBytes` bytes. Input without the container's
-    // magic gives, deliberately, no bytes; the bits past the last whole code are not looked at.
-    // What is wrong is left in `*fault`, unless that is null.
+    // Follows all codes of `input`, so that every error is found before the first byte is read.
+    // Nothing when the code width is missing or 0, a code is not in the dictionary, or the output
+    // would be longer than `lzw::kMaxUncompressedBytes`; then the reason is stored in `*fault`,
+    // unless `fault` is null. Deliberate quirk: input without the container's magic is valid and
+    // gives no bytes. Bits past the last whole code are ignored.
     [[nodiscard]] static std::optional<LzwDecompressor> Open(std::span<const std::uint8_t> input,
                                                              LzwFault* fault = nullptr);
 
-    // How many bytes are left to be read.
+    // How many bytes are left to read.
     [[nodiscard]] std::uint64_t BytesLeft() const { return bytesLeft_; }
 
-    // Fills `bytes` with the next ones. False, with nothing read, when fewer are left. Of no use
-    // any more once it ran out of memory.
+    // Fills `bytes` with the next bytes. False, with nothing read, when fewer are left. Lack of
+    // memory is an exception; the decompressor must not be used after it.
     [[nodiscard]] bool Read(std::span<std::uint8_t> bytes);
 
   private:
@@ -70,13 +71,13 @@ class LzwDecompressor {
     lzw::PackedCodes codes_;
     lzw::DecompressorDictionary dictionary_;
     std::uint64_t bytesLeft_ = 0;
-    // The number of the code that is written next.
+    // The number of the next code to be written.
     std::size_t index_ = 0;
-    // What the growing codes give, which all strings refer to.
+    // The output of the growing codes, which strings of two or more bytes refer to.
     std::vector<std::uint8_t> growing_;
-    // What some of the codes after them give.
+    // The output of some of the later codes.
     std::vector<std::uint8_t> buffer_;
-    // Decompressed and not read yet: a part of either.
+    // Decompressed but not yet read: a part of either.
     std::span<const std::uint8_t> piece_;
 };
 

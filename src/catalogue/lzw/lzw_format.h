@@ -1,5 +1,5 @@
 // The compressed form of the entry block: LZW in the container of the classic Unix compress, but
-// with codes of one fixed width from first to last and no clear code. Shared by compressor and
+// with codes of one fixed width throughout and no clear code. Shared by compressor and
 // decompressor.
 #ifndef SEALKEEPER_CATALOGUE_LZW_LZW_FORMAT_H
 #define SEALKEEPER_CATALOGUE_LZW_LZW_FORMAT_H
@@ -32,14 +32,14 @@ inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
 // Codes 0 to 255 are the one-byte strings.
 inline constexpr std::uint16_t kOneByteStrings = 256;
 
-// Code 256 would clear the dictionary in the classic program and is never used here.
+// Code 256 is the clear code of the classic program and is never used here.
 inline constexpr std::uint16_t kFirstFreeCode = 257;
 
-// The first code that is never assigned: once the next code would be this one, the dictionary stays
-// as it is.
+// The first code that is never assigned: when the next code would be this one, the dictionary is
+// full and stays as it is.
 inline constexpr std::uint16_t kEndOfCodes = 4095;
 
-// The length of what is compressed is told in 32 bits.
+// The uncompressed length is stored in 32 bits.
 inline constexpr std::uint64_t kMaxUncompressedBytes = std::numeric_limits<std::uint32_t>::max();
 
 }  // namespace sealkeeper::lzw

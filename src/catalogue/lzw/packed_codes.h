@@ -17,10 +17,10 @@ namespace sealkeeper::lzw {
 // A view of the bytes, which must outlive it.
 class PackedCodes {
   public:
-    // None.
+    // No codes.
     PackedCodes() = default;
 
-    // `codeBits` is from 1 to `kCodeBitsMask`. Bits past the last whole code are not looked at.
+    // `codeBits` is from 1 to `kCodeBitsMask`. Bits past the last whole code are ignored.
     PackedCodes(std::span<const std::uint8_t> packed, unsigned codeBits)
         : packed_(packed.data()),
           lastBytes_(packed.size() - std::min(packed.size(), sizeof(std::uint64_t))),
@@ -46,20 +46,21 @@ class PackedCodes {
         return static_cast<std::uint32_t>(word >> (bit % kByteBits) & mask_);
     }
 
-    // The byte that the code number `index` begins in.
+    // The byte in which code number `index` begins.
     [[nodiscard]] std::size_t ByteOffset(std::size_t index) const {
         return index * codeBits_ / kByteBits;
     }
 
   private:
     static constexpr unsigned kByteBits = 8;
-    // A code is taken out of the eight bytes from where it starts, as a number of this machine.
+    // A code is extracted from the eight bytes that it starts in, loaded as one little-endian
+    // number.
     static_assert(kCodeBitsMask + kByteBits <= 64);
     static_assert(std::endian::native == std::endian::little);
 
     const std::uint8_t* packed_ = nullptr;
-    // Where the last bytes start; those, with zeros past them, are what the last codes are taken
-    // from.
+    // Where the last eight bytes start. The last codes are read from a zero-padded copy of them, so
+    // that no load goes past the end.
     std::size_t lastBytes_ = 0;
     std::array<std::uint8_t, 2 * sizeof(std::uint64_t)> paddedLastBytes_{};
     unsigned codeBits_ = 0;
