@@ -1,4 +1,4 @@
-// Hashes chunks, several at a time, and gives their digests back in the order in which they were
+// Hashes several chunks at a time and returns their digests in the order in which the chunks were
 // added.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_CHUNK_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_CHUNK_HASHER_H
@@ -9,8 +9,8 @@
 
 namespace sealkeeper {
 
-// After a chunk that cannot be read, those of the same file that were not begun yet wait until they
-// are the oldest: most likely they cannot be read, either, and each try may take long.
+// After a chunk that cannot be read, chunks of the same file that were not begun yet wait until
+// they are the oldest: they probably cannot be read either, and each attempt may take long.
 class ChunkHasher {
   public:
     ChunkHasher() = default;
@@ -21,19 +21,20 @@ class ChunkHasher {
     // How many chunks can be hashed at a time.
     [[nodiscard]] virtual std::size_t LaneCount() const = 0;
 
-    // Takes in a chunk, which is hashed sooner or later.
+    // Adds a chunk. When it is hashed is up to the hasher.
     virtual void Add(ChunkToHash chunk) = 0;
 
-    // The chunks that were added and neither taken nor dropped.
+    // How many chunks were added and neither taken nor dropped.
     [[nodiscard]] virtual std::size_t PendingCount() const = 0;
 
-    // Returns once the oldest pending chunk, of which there is one, is done.
+    // Waits until the oldest pending chunk is done. There must be one.
     virtual void AwaitOldest() = 0;
 
-    // The result of the oldest pending chunk, awaited.
+    // Waits for the oldest pending chunk, removes it and returns its result. There must be one.
     [[nodiscard]] virtual HashedChunk Take() = 0;
 
-    // Gives up the oldest `count` pending chunks. What was not begun of them never is.
+    // Drops the oldest `count` pending chunks, at most `PendingCount`. Those not yet begun never
+    // are.
     virtual void Drop(std::size_t count) = 0;
 };
 

@@ -11,17 +11,17 @@
 namespace sealkeeper {
 namespace {
 
-// The pieces of all lanes stay in the L2 cache, and each is large enough to amortise its read.
+// The pieces of all lanes together stay in the L2 cache; each is large enough to amortise its read.
 constexpr std::size_t kAllPiecesBytes = 524'288;
 
-// Of whole blocks, so that only a chunk's last piece ends inside one.
+// Whole blocks, so that only the last piece of a chunk can end inside a block.
 std::size_t PieceBytes(std::size_t laneCount) {
     return kAllPiecesBytes / laneCount / kSha256BlockBytes * kSha256BlockBytes;
 }
 
-// Room after a piece for its padding. It also sets the pieces of different lanes apart within a
-// page: lanes are read at the same distance from their starts, and what lies a whole number of
-// pages apart competes for the same few places in the L1 cache.
+// Room after a piece for its padding. It also staggers the pieces of the lanes: all lanes are read
+// at the same offset, and addresses a whole number of pages apart compete for the same L1 cache
+// set.
 constexpr std::size_t kPaddingRoomBytes = 3 * kSha256BlockBytes;
 
 }  // namespace
@@ -64,7 +64,8 @@ std::span<PendingChunk* const> ChunkLanes::TakeEnded() {
     return std::span(ended_).first(std::exchange(endedCount_, 0));
 }
 
-// With the padding after the last one. Ends the chunk when not all bytes of the piece can be read.
+// Reads the next piece of a chunk and pads the last one. Ends the chunk when not all of the piece
+// can be read.
 void ChunkLanes::ReadPiece(Lane& lane) {
     const std::size_t chunkBytes = lane.pending->chunk.lengthBytes;
     const std::size_t roomBytes = pieceBytes_ + kPaddingRoomBytes;
@@ -82,7 +83,7 @@ void ChunkLanes::ReadPiece(Lane& lane) {
                                     : piece.size() / kSha256BlockBytes;
 }
 
-// The next ones of the lane's chunk. False when not all of them can be read.
+// Reads the next bytes of the lane's chunk. False when not all of them can be read.
 bool ChunkLanes::ReadBytes(Lane& lane, std::span<std::uint8_t> bytes) {
     const ChunkToHash& chunk = lane.pending->chunk;
     const auto begun = std::chrono::steady_clock::now();

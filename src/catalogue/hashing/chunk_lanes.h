@@ -1,5 +1,5 @@
-// Hashes some chunks in step, one a lane: each is read in short pieces that stay in the processor's
-// cache, and all lanes are advanced together.
+// Hashes chunks in parallel lanes, one chunk each. Each chunk is read in short pieces that stay in
+// the processor's cache, and all lanes advance together.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_CHUNK_LANES_H
 #define SEALKEEPER_CATALOGUE_HASHING_CHUNK_LANES_H
 
@@ -16,27 +16,27 @@ namespace sealkeeper {
 
 class ChunkLanes {
   public:
-    // `engine` outlives the lanes. The memory for pieces, half a MiB, is allocated here and taken
-    // as it is used, so that nothing below allocates.
+    // `engine` must outlive the lanes. The half MiB for pieces is allocated here; nothing below
+    // allocates.
     explicit ChunkLanes(const Sha256Engine& engine);
 
     [[nodiscard]] std::size_t IdleCount() const { return engine_.LaneCount() - busyCount_; }
     [[nodiscard]] bool IsIdle() const { return busyCount_ == 0; }
 
-    // Gives an idle lane, of which there is one, `chunk`, which stays where it is until it ended,
-    // and reads its first piece. A chunk that cannot be read ends at once.
+    // Assigns `chunk` to an idle lane and reads its first piece. There must be an idle lane, and
+    // `chunk` must not move until it has ended. A chunk that cannot be read ends at once.
     void Begin(PendingChunk& chunk);
 
-    // Hashes as many blocks of each busy lane as the one with the fewest has at hand. Chunks that
-    // were dropped end, unread.
+    // Advances all busy lanes by the blocks of the shortest one. Chunks that were dropped end as
+    // not read.
     void Advance();
 
-    // Ends those that were dropped, and does nothing else.
+    // Ends the chunks that were dropped, and does nothing else.
     void EndDropped();
 
-    // The chunks that ended since the last call of this: they have their results, and their lanes
-    // are idle. Good until the next call of any other operation. There is room for one chunk of
-    // each lane, so this is called before a lane is begun a second time.
+    // The chunks that ended since the last call: they have their results, and their lanes are idle.
+    // Valid until the next call of any other operation. Must be called before a lane is begun
+    // again, because there is room for only one ended chunk per lane.
     [[nodiscard]] std::span<PendingChunk* const> TakeEnded();
 
   private:
@@ -44,7 +44,7 @@ class ChunkLanes {
         // Null when the lane is idle.
         PendingChunk* pending = nullptr;
         std::size_t readBytes = 0;
-        // Whole blocks, the padding included once all bytes were read.
+        // The whole blocks that are yet to be hashed, with the padding once all bytes were read.
         const std::uint8_t* blocks = nullptr;
         std::size_t blockCount = 0;
         bool isPadded = false;
@@ -59,7 +59,7 @@ class ChunkLanes {
 
     const Sha256Engine& engine_;
     std::size_t pieceBytes_;
-    // Not filled: every byte is read over before it is hashed.
+    // Uninitialised: every byte is overwritten by a read before it is hashed.
     std::unique_ptr<std::uint8_t[]> pieces_;
     std::array<Lane, kMaxSha256Lanes> lanes_{};
     std::size_t busyCount_ = 0;

@@ -1,5 +1,5 @@
-// Reads one file of the game chunk by chunk through a single buffer: what a chunk's first reading
-// gave is checked with it once more.
+// Reads one file of the game chunk by chunk through a single buffer. Used to read a chunk again
+// when its first reading failed or did not match.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_CHUNKED_FILE_READER_H
 #define SEALKEEPER_CATALOGUE_HASHING_CHUNKED_FILE_READER_H
 
@@ -16,36 +16,37 @@ namespace sealkeeper {
 
 class ChunkedFileReader {
   public:
-    // Of a file still to be opened.
+    // For a file that `Open` is to open.
     ChunkedFileReader(std::wstring path, std::size_t chunkBytes);
-    // Of a file that is open.
+    // For a file that is already open.
     ChunkedFileReader(std::shared_ptr<const InputFile> file, std::size_t chunkBytes);
 
-    // Opens the file at the path as `OpenGameFile` does, and takes the path that the index has for
-    // it where it was opened there. Once. False when it cannot be opened.
+    // Opens the file at the path as `OpenGameFile` does; call once. `Path` becomes the path in the
+    // index if the file was opened there. False when it cannot be opened.
     [[nodiscard]] bool Open();
 
     [[nodiscard]] const std::wstring& Path() const { return path_; }
 
-    // Expects `sizeBytes` bytes in the file and allocates a buffer of that many, one chunk at most.
-    // False when `sizeBytes` is 0 or there is a buffer already; lack of memory is an exception.
+    // Sets the expected size of the file and allocates a buffer of that size, or of one chunk if
+    // that is less. False when `sizeBytes` is 0 or there already is a buffer. Lack of memory is an
+    // exception.
     [[nodiscard]] bool AllocateBuffer(std::uint64_t sizeBytes);
 
-    // Reads the next chunk, or what is left of the expected bytes: a chunk of no bytes once
-    // there are none left. False when the file is not open, ends before the chunk is complete
-    // or cannot be read; the position then stays where it was, and there is no chunk.
+    // Reads the next chunk, which is shorter at the end of the expected size and empty past it.
+    // False when the file is not open, ends before the chunk is complete, or cannot be read; then
+    // the position is unchanged and there is no chunk.
     [[nodiscard]] bool ReadNextChunk();
 
-    // The bytes that the last `ReadNextChunk` delivered, whether it failed or not.
+    // How many bytes the last `ReadNextChunk` read, even if it failed.
     [[nodiscard]] std::size_t LastReadBytes() const { return lastReadBytes_; }
 
-    // Moves a reader that has its buffer to `positionBytes`, which is at most the expected size.
+    // Moves to `positionBytes`, which is at most the expected size. Needs the buffer.
     void SeekTo(std::uint64_t positionBytes);
 
-    // The bytes that the last `ReadNextChunk` read; good until the next one.
+    // The chunk that the last `ReadNextChunk` read; valid until the next call.
     [[nodiscard]] std::span<const std::uint8_t> Chunk() const;
 
-    // The bytes consumed so far.
+    // The position of the next chunk, in bytes.
     [[nodiscard]] std::uint64_t Position() const { return positionBytes_; }
 
   private:

@@ -6,13 +6,12 @@
 namespace sealkeeper {
 namespace {
 
-// How many chunks are pending at most, for each lane and however few lanes there are. A lane works
-// on one, and the disk meanwhile brings another.
+// The look-ahead: at most this many chunks are pending, per lane but at least the second number in
+// all. Each lane hashes one while the disk fetches another.
 constexpr std::size_t kChunksPerLane = 2;
 constexpr std::size_t kLeastChunks = 16;
 
-// The same where they are small: many of them together keep a disk busy, and lanes run empty where
-// few are at hand.
+// The look-ahead for small chunks: it takes many of them to keep a disk busy and the lanes full.
 constexpr std::size_t kSmallChunksPerLane = 4;
 constexpr std::size_t kLeastSmallChunks = 64;
 constexpr std::size_t kSmallChunkBytes = 1'048'576;
@@ -35,7 +34,7 @@ const FileToHash& FileHasher::NextFile() {
         return window_.Current();
     }
     if (!window_.Current().file) {
-        // It may be there by now.
+        // The file may exist by now.
         window_.RetryCurrent();
         return window_.Current().file ? OpenFileAgain() : window_.Current();
     }
@@ -58,8 +57,8 @@ bool FileHasher::HasFileChanged() const {
     return current.chunkCount > 0 && !isKnownUnchanged_ && current.file->Status() != current.status;
 }
 
-// What was read ahead of the file goes, too: its chunks come first now, and that it changes is
-// rare.
+// Also drops all chunks of later files: the chunks of this file must come first again. Changes are
+// rare, so the lost work does not matter.
 const FileToHash& FileHasher::OpenFileAgain() {
     chunks_->Drop(chunks_->PendingCount());
     window_.StartOver();
@@ -68,8 +67,8 @@ const FileToHash& FileHasher::OpenFileAgain() {
     return window_.Current();
 }
 
-// Most files have one chunk. It is waited for first, so that one look at the file's status is
-// enough for all that happened to it until then.
+// Most files have one chunk. It is awaited first, so that a single check of the status covers every
+// change up to then.
 bool FileHasher::IsAsItWasOpened() {
     const FileToHash& current = window_.Current();
     const bool isWhole = current.chunkCount == 1;

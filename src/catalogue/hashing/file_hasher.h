@@ -1,5 +1,5 @@
-// Hashes files one after the other and reads ahead in those that follow: small files keep all lanes
-// busy, too, and the disk brings what comes next while the processor hashes.
+// Hashes files one after the other and reads ahead into the files that follow, so that small files
+// keep all lanes busy as well and the disk fetches what comes next while the processor hashes.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_FILE_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_FILE_HASHER_H
 
@@ -14,36 +14,36 @@
 
 namespace sealkeeper {
 
-// What a caller sees of a file is what it was when its turn came, or later: one that was opened
-// ahead and has changed since is opened anew. Its status tells of a change, its removal and its
-// replacement included. Not detected: what is done to the directories and links on the way to a
-// file, what is written through a mapping of a page that was written to before, and what keeps the
-// size within the same tick of the file system's clock.
+// The caller sees each file as it is when its turn comes, or later: a file that was opened ahead
+// and has changed since is opened again. Its status shows changes, including removal and
+// replacement. Not detected: changes to directories or links on the path of the file; writes
+// through a memory mapping to a page that was already dirty; and changes that keep the size within
+// the same tick of the file system's clock.
 class FileHasher {
   public:
-    // `open` is called for each of `fileCount` files, in order, but ahead of their turn; and again
-    // for a file that could not be opened ahead or has changed since, and for those opened ahead of
-    // that. An exception from it, or for lack of memory, comes out of the operations below; the
-    // hasher can then only be destroyed.
+    // `open` is called for each of `fileCount` files, in order, but ahead of their turn. It is
+    // called again for a file that could not be opened ahead or has changed since, and for those
+    // opened after it. Exceptions from it, and lack of memory, come out of the operations below;
+    // after one, the hasher can only be destroyed.
     FileHasher(std::size_t fileCount, OpenFile open,
                std::unique_ptr<ChunkHasher> chunks = MakeChunkHasher());
 
-    // Goes on to the next file, of which there is one, and gives up what is left of the one before.
-    // The file stays where it is until the next call of this or of `OpenFileAgain`.
+    // Moves on to the next file, which must exist, and drops the remaining chunks of the one
+    // before. The reference is valid until the next call of this or of `OpenFileAgain`.
     const FileToHash& NextFile();
 
-    // The digest of the next chunk of that file; past the last one, a chunk that was not read.
+    // The digest of the next chunk of that file. Past the last one, a chunk with `isRead` false.
     [[nodiscard]] HashedChunk NextDigest();
 
-    // Whether the file, whose digests were all taken, has changed since it was opened: they may
-    // then be of a state that it never had. False for a file that is not read.
+    // Whether the file has changed since it was opened; its digests may then mix states of the
+    // file. Call after all digests were taken. False for a file that is not read.
     [[nodiscard]] bool HasFileChanged() const;
 
-    // Tells that bytes of the file, which count for the caller, were read otherwise than by
-    // `NextDigest`: what was seen of its status before says nothing of those.
+    // Tells the hasher that the caller read bytes of the file in another way than by `NextDigest`.
+    // An earlier check of the status does not cover those.
     void NoteOtherReading() { isKnownUnchanged_ = false; }
 
-    // Begins the same file anew, as it is now.
+    // Opens the same file again, as it is now, and starts over with its first chunk.
     const FileToHash& OpenFileAgain();
 
   private:
@@ -54,9 +54,10 @@ class FileHasher {
     FileWindow window_;
     std::unique_ptr<ChunkHasher> chunks_;
     ReadAheadPolicy advice_;
-    // Of the current file.
+    // The number of digests taken of the current file.
     std::uint64_t takenChunks_ = 0;
-    // All its bytes had been read when it was last seen to be as it was opened.
+    // Its status was last checked, and unchanged, after all its bytes had been read: no further
+    // fstat is needed.
     bool isKnownUnchanged_ = false;
     bool hasCurrentFile_ = false;
 };

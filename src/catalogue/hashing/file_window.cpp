@@ -9,11 +9,10 @@
 namespace sealkeeper {
 namespace {
 
-// Well below the 256 files that some systems let a process have open.
+// Well below 256, the limit on open files on some systems.
 constexpr std::size_t kMaxOpenFiles = 64;
 
-// Left for what else is opened beside the files: the second reading of a chunk, the tables of the
-// system's converter.
+// Reserved for other uses: reading a chunk a second time, and the tables of the system's converter.
 constexpr std::size_t kSpareDescriptors = 4;
 
 std::size_t FilesToOpenAtOnce(std::size_t fileCount) {
@@ -43,7 +42,7 @@ void FileWindow::StartOver() {
 }
 
 std::optional<ChunkToHash> FileWindow::NextChunk() {
-    // Only the last file can have chunks left: the next one is opened when there are none.
+    // Only the last file can have chunks left, because the next is opened only when there are none.
     while (files_.back().givenChunks == files_.back().file.chunkCount) {
         if (openedCount_ == fileCount_ || files_.size() == maxFiles_) {
             return std::nullopt;

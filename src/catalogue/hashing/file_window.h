@@ -18,50 +18,49 @@ namespace sealkeeper {
 struct FileToHash {
     // Null when the file cannot be opened or is not to be read; it then has no chunks.
     std::shared_ptr<const InputFile> file;
-    // What the path named before it was opened.
+    // The status of what the path named, before it was opened.
     FileStatus status;
-    // How many bytes of the file count, and in how many chunks. Chunks past the last byte are
-    // empty.
+    // Bytes and chunks to hash. Chunks past the end are empty.
     std::uint64_t sizeBytes = 0;
     std::uint64_t chunkCount = 0;
 };
 
-// Opens file `index` of those to be hashed. Its status, compared later with that of the open file,
-// tells whether it is what was meant.
+// Opens file `index` of the files to be hashed. The status in the result is later compared with
+// that of the open file, to detect changes.
 using OpenFile = std::function<FileToHash(std::size_t index)>;
 
-// Gives the chunks of files in order. The first of its files is the current one.
+// Gives the chunks of the files in order. The first of the open files is the current one.
 class FileWindow {
   public:
-    // Opens `fileCount` files in order by `open`, at most 64 at a time, and only as many as leave
+    // Opens `fileCount` files in order with `open`, at most 64 at a time, and leaves some
     // descriptors for the rest of the program.
     FileWindow(std::size_t fileCount, OpenFile open);
 
     [[nodiscard]] bool IsEmpty() const { return files_.empty(); }
 
-    // Opens the next file, of which there is one.
+    // Opens the next file, which must exist.
     void OpenNext();
 
-    // The current file. It stays where it is until `PopCurrent` or `StartOver`.
+    // The current file. The reference is valid until `PopCurrent` or `StartOver`.
     [[nodiscard]] const FileToHash& Current() const { return files_.front().file; }
 
-    // How many of its chunks were given.
+    // How many chunks of the current file were given.
     [[nodiscard]] std::uint64_t GivenOfCurrent() const { return files_.front().givenChunks; }
 
-    // Lets go of the current file; the one after it is the current one then.
+    // Closes the current file; the next one becomes the current one.
     void PopCurrent() { files_.pop_front(); }
 
     // Tries once more to open the current file, which could not be opened.
     void RetryCurrent();
 
-    // Lets go of all files and opens the current one anew. It is the only one then.
+    // Closes all files and opens the current one again, alone.
     void StartOver();
 
-    // The next chunk, of the current file, which there is, or of one ahead, which is opened if need
-    // be. Nothing when there is none, or no room for more files.
+    // The next chunk, of the current file or of a later one, which is opened if necessary. There
+    // must be a current file. Nothing when there are no more chunks or no more files may be open.
     [[nodiscard]] std::optional<ChunkToHash> NextChunk();
 
-    // The length of the chunk that was given last; 0 when none was.
+    // The length in bytes of the last chunk given; 0 when none was.
     [[nodiscard]] std::size_t LastGivenBytes() const { return lastGivenBytes_; }
 
   private:

@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// The standard `tolower` is defined for the values of an unsigned char alone.
+// `std::tolower` is defined only for the values of an unsigned char (and EOF).
 wchar_t LowerCase(wchar_t character) {
     const auto codePoint = static_cast<char32_t>(character);
     return codePoint <= UCHAR_MAX ? static_cast<wchar_t>(std::tolower(static_cast<int>(codePoint)))
@@ -27,14 +27,14 @@ std::wstring KeyOf(const GameFileIndex& index, const std::wstring& path) {
 
 bool WalkDirectory(GameFileIndex& index, std::wstring directory);
 
-// False ends the walk.
+// Adds one entry, or walks it if it is a directory. False ends the walk.
 bool AddEntry(GameFileIndex& index, const std::wstring& directory, const DirectoryEntry& entry) {
     if (entry.name == "." || entry.name == "..") {
         return true;
     }
     const std::wstring path = directory + Utf8ToWide(entry.name);
     if (entry.type == EntryType::Directory) {
-        // One that cannot be read is left out.
+        // A directory that cannot be opened is skipped; other failures are in the error text.
         static_cast<void>(WalkDirectory(index, path));
         return index.errorText.empty();
     }

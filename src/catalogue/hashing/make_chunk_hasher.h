@@ -1,4 +1,4 @@
-// Chooses how chunks are hashed: in the caller's thread or in several.
+// Chooses where chunks are hashed: in the caller's thread or in threads of their own.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_MAKE_CHUNK_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_MAKE_CHUNK_HASHER_H
 
@@ -10,8 +10,9 @@
 
 namespace sealkeeper {
 
-// A hasher on `engine`, which outlives it. With one job everything is done by the calls above; with
-// more, that many threads read and hash, or as many as the system gives, if only the caller's own.
+// A hasher that uses `engine`, which must outlive it. With one job, the calls of the hasher read
+// and hash in the caller's thread. With more, that many threads do, or as many as the system
+// grants; if it grants none, the caller's thread.
 [[nodiscard]] std::unique_ptr<ChunkHasher> MakeChunkHasher(
     std::size_t jobs = 1, const Sha256Engine& engine = ProcessSha256Engine());
 

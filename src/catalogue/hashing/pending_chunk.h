@@ -1,4 +1,4 @@
-// A chunk on its way from a file to its digest.
+// A chunk that is being hashed, and its result.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_PENDING_CHUNK_H
 #define SEALKEEPER_CATALOGUE_HASHING_PENDING_CHUNK_H
 
@@ -15,7 +15,7 @@
 namespace sealkeeper {
 
 struct ChunkToHash {
-    // Open, and kept so until the chunk is hashed.
+    // Open; kept open until the chunk is hashed.
     std::shared_ptr<const InputFile> file;
     std::uint64_t offset = 0;
     // May be 0.
@@ -23,10 +23,10 @@ struct ChunkToHash {
 };
 
 struct HashedChunk {
-    // Whether all bytes of the chunk were read. Without them there is no digest.
+    // Whether all bytes of the chunk were read. If not, there is no digest.
     bool isRead = false;
     Sha256Digest digest{};
-    // How long those of its reads took together that had to wait for a disk.
+    // The total of `ReadAheadPolicy::WaitOf` over its reads.
     std::chrono::nanoseconds waited{0};
 };
 
@@ -37,7 +37,8 @@ struct PendingChunk {
     HashedChunk result;
     // Whether `result` is final.
     bool isDone = false;
-    // Nobody wants the result, so no more is read. Set while another thread may be at the chunk.
+    // The result is no longer wanted, so no more is read. Set while another thread may work on the
+    // chunk.
     std::atomic<bool> isDropped = false;
 };
 

@@ -1,4 +1,4 @@
-// Token bucket: reads that had to wait earn advice calls.
+// Token bucket: slow reads earn advice calls.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_READ_AHEAD_POLICY_H
 #define SEALKEEPER_CATALOGUE_HASHING_READ_AHEAD_POLICY_H
 
@@ -8,34 +8,33 @@
 
 namespace sealkeeper {
 
-// Decides when the system is told of bytes that will be read soon. Where files come from a disk,
-// advice lets it work while the processor hashes. Where they are in memory already, advice is a
-// system call and a look at each page for nothing. The time that reads had to wait tells the two
-// apart, and pays for some steps of advice (`InputFile::ReadAheadSteps`). What is read is the same
-// either way.
+// Decides when to advise the system about bytes that will be read soon. If files come from a disk,
+// advice lets the disk work while the processor hashes. If they are cached, advice costs a system
+// call and a look at each page for nothing. The time that reads waited tells the two apart, and
+// earns tokens: steps of advice (`InputFile::ReadAheadSteps`). What is read is the same either way.
 class ReadAheadPolicy {
   public:
-    // Much longer than it takes to copy a piece from memory, and shorter than most disks answer. A
-    // read in memory takes longer only when the processor did something else meanwhile.
+    // A read that takes longer counts as having waited. Much longer than copying a piece from
+    // memory, shorter than the answer of most disks. A cached read takes longer only if the thread
+    // was preempted.
     static constexpr std::chrono::microseconds kWait{50};
 
-    // No read counts as having waited longer: where a processor is shared with others, one in
-    // memory may take any time.
+    // No read counts for more than this: on a shared processor, a cached read may take any time.
     static constexpr std::chrono::microseconds kLongestWait{500};
 
-    // What a step of advice costs where the pages are in memory.
+    // The cost of advising cached pages, per step.
     static constexpr std::chrono::microseconds kStepTime{4};
 
     static constexpr std::size_t kStepsAtFirst = 256;
     static constexpr std::size_t kMaxSteps = 4096;
 
-    // What a read of this duration counts as having waited.
+    // The time that a read of this duration counts as having waited.
     [[nodiscard]] static std::chrono::nanoseconds WaitOf(std::chrono::nanoseconds duration) {
         return duration > kWait ? std::min<std::chrono::nanoseconds>(duration, kLongestWait)
                                 : std::chrono::nanoseconds::zero();
     }
 
-    // Whether to give advice of so many steps.
+    // Whether to give advice of `steps` steps. If so, takes them from the bucket.
     [[nodiscard]] bool ShouldAdvise(std::size_t steps) {
         if (steps > stepsLeft_) {
             return false;

@@ -28,11 +28,11 @@ class SequentialChunkHasher : public ChunkHasher {
 
     const Sha256Engine& engine_;
     ChunkLanes lanes_;
-    // The oldest first. A deque, so that what lanes point to stays where it is.
+    // Oldest first. A deque, so that the chunks that lanes point to do not move.
     std::deque<PendingChunk> pending_;
-    // How many of the oldest were begun.
+    // How many of the pending chunks were begun; these are the oldest.
     std::size_t begunCount_ = 0;
-    // That of the last chunk that could not be read.
+    // The file of the last chunk that could not be read.
     std::weak_ptr<const InputFile> unreadFile_;
 };
 

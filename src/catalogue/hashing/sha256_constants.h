@@ -1,8 +1,8 @@
-// What SHA-256 (FIPS 180-4) has as data.
+// SHA-256 constants (FIPS 180-4).
 //
-// Declared `extern`, not `inline constexpr`: each file that uses something inline may emit it, and
-// the linker keeps one copy for all. The files of the kernels, compiled with flags of their own,
-// have no part in that.
+// Declared `extern`, not `inline constexpr`: every file that uses an inline variable may emit a
+// copy, of which the linker keeps one for all. The files of the kernels, which are compiled with
+// their own flags, must not contribute copies.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_CONSTANTS_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_CONSTANTS_H
 
@@ -18,7 +18,7 @@ inline constexpr std::size_t kSha256Rounds = 64;
 // FIPS 180-4, 5.3.3.
 extern const std::uint32_t kSha256InitialState[kSha256StateWords];
 
-// FIPS 180-4, 4.2.2. Aligned for kernels, which load four words at once.
+// FIPS 180-4, 4.2.2. Aligned for kernels that load four words at once.
 alignas(16) extern const std::uint32_t kSha256RoundConstants[kSha256Rounds];
 
 }  // namespace sealkeeper

@@ -1,4 +1,5 @@
-// SHA-256 (FIPS 180-4) of several messages at once, on the best code that this processor runs.
+// SHA-256 (FIPS 180-4) of several messages at once, with the fastest code that this processor
+// supports.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_ENGINE_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_ENGINE_H
 
@@ -12,37 +13,37 @@
 
 namespace sealkeeper {
 
-// Advances the hash values of several messages at once, by whichever kernels take least time on
-// this processor. Several threads may use one engine at a time.
+// Advances the hash values of several messages at once, with whichever kernels are fastest on this
+// processor. Thread-safe.
 //
-// One lane needs no choice: the first usable kernel takes it, so that hashing one small file costs
-// nothing but the proof of that kernel. For more lanes the kernels are timed, once and when they
-// are first asked for, in less than half a millisecond with their proofs. Nothing else tells which
-// is faster: AMD's SHA extensions nearly match its AVX-512 for four lanes, Intel's reach half of
-// it, and a processor to come may differ from both.
+// A single lane uses the first usable kernel, so that hashing one small file costs only the
+// self-test of that kernel. For more lanes the kernels are timed, once, on first use, in less than
+// half a millisecond with their self-tests. Only timing tells which is faster: for four lanes,
+// AMD's SHA extensions nearly match its AVX-512, Intel's reach half of it, and future processors
+// may differ from both.
 class Sha256Engine {
   public:
-    // `kernels` are tried, for one lane in this order; unusable ones are left out. When none is
-    // usable, the portable one is the only one.
+    // Uses those of `kernels` that work here; for one lane, the first of them. If none works, only
+    // the portable kernel is used.
     explicit Sha256Engine(std::vector<const Sha256Kernel*> kernels);
 
-    // Takes in `blockCount` blocks of each of `lanes`: up to kMaxSha256Lanes, all different.
-    // Without lanes or without blocks nothing changes.
+    // Hashes `blockCount` blocks of each of `lanes`: at most `kMaxSha256Lanes`, all different. Does
+    // nothing without lanes or without blocks.
     void Compress(std::span<const Sha256Lane> lanes, std::size_t blockCount) const;
 
-    // Proves and times the kernels now rather than when they are first needed for more than one
-    // lane; nothing above allocates afterwards. Lack of memory is an exception.
+    // Tests and times the kernels now rather than when they are first needed for more than one
+    // lane; afterwards `Compress` does not allocate. Lack of memory is an exception.
     void Prepare() const;
 
-    // The lanes of the widest kernel that this processor supports, known without measuring: how
-    // many messages are worth having under way.
+    // The lanes of the widest kernel that this processor supports, known without timing: as many
+    // messages are worth hashing at once.
     [[nodiscard]] std::size_t LaneCount() const { return laneCount_; }
 
   private:
     [[nodiscard]] const Sha256Kernel& FirstUsable() const;
     [[nodiscard]] Sha256Plan MakePlan() const;
 
-    // Those that this processor supports.
+    // Only kernels that this processor supports.
     std::vector<const Sha256Kernel*> kernels_;
     std::size_t laneCount_ = 0;
 
@@ -53,7 +54,7 @@ class Sha256Engine {
     mutable Sha256Plan plan_{};
 };
 
-// Of all compiled kernels; made on first use.
+// The engine of the process, with all compiled kernels; created on first use.
 [[nodiscard]] const Sha256Engine& ProcessSha256Engine();
 
 }  // namespace sealkeeper

@@ -1,8 +1,9 @@
-// SHA-256 (FIPS 180-4) on the instructions that some processors have for it, for several messages
-// at once: one alone waits for its own latency.
+// SHA-256 (FIPS 180-4) kernels: each uses the special instructions of some processors, for several
+// messages at once, because a single message is bound by instruction latency.
 //
-// Each kernel is a file of its own, compiled with the flags of its instructions; nothing inline is
-// shared into it, so that none of them gets into code that runs without a check of the processor.
+// Each kernel is in its own file, compiled with the flags for its instructions. It shares no inline
+// code with other files, so that none of its instructions can get into code that runs without a
+// check of the processor.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_H
 
@@ -14,14 +15,14 @@ namespace sealkeeper {
 inline constexpr std::size_t kSha256BlockBytes = 64;
 inline constexpr std::size_t kSha256StateWords = 8;
 
-// The lanes of the widest kernel.
+// The number of lanes of the widest kernel.
 inline constexpr std::size_t kMaxSha256Lanes = 16;
 
-// One message's part in a call.
+// The part of one message in a call.
 struct Sha256Lane {
-    // The hash value so far (FIPS 180-4, 6.2), updated.
+    // The hash value so far (FIPS 180-4, 6.2); updated by the call.
     std::uint32_t* state;
-    // Whole blocks, of any alignment.
+    // Whole blocks, unaligned.
     const std::uint8_t* blocks;
 };
 
@@ -30,20 +31,20 @@ struct Sha256Kernel {
     std::size_t maxLanes;
     // Whether this processor has the instructions.
     bool (*isSupported)();
-    // Takes in `blockCount` blocks of each of `laneCount` messages, at most `maxLanes`, all of them
-    // different. Without lanes or without blocks nothing changes, and null stands for none.
+    // Hashes `blockCount` blocks of each of `laneCount` messages: at most `maxLanes`, all
+    // different. Does nothing without lanes, when `lanes` may be null, or without blocks.
     void (*compress)(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount);
-    // Whether each lane is one element of the vectors: a call then takes the same time for any
-    // number of lanes.
+    // Whether each lane is one element of a vector: then a call takes the same time for any number
+    // of lanes.
     bool isWide = false;
 };
 
-// The kernels that exist. Each is defined where the compiler targets its architecture, alone.
+// The kernels. Each is defined only if the compiler targets its architecture.
 extern const Sha256Kernel kShaExtensionsSha256Kernel;
 extern const Sha256Kernel kAvx512Sha256Kernel;
 extern const Sha256Kernel kAvx2Sha256Kernel;
 extern const Sha256Kernel kArmSha256Kernel;
-// Defined everywhere, and supported by every processor.
+// Defined everywhere and supported by every processor.
 extern const Sha256Kernel kPortableSha256Kernel;
 
 }  // namespace sealkeeper

@@ -1,7 +1,8 @@
 // SHA-256 on the SHA-2 instructions of ARMv8. Plain arrays throughout: inline functions of the
 // standard library, compiled here with these instructions, could be the copies that the linker
-// keeps for all. For the same reason the lane loop and its switch stand in each kernel's file: a
-// template over numbers in a header would be compiled with the flags of several.
+// keeps for the whole program. For the same reason the lane loop and its switch are repeated in
+// each kernel's file: instances of a template in a header would have external linkage, compiled
+// with the flags of either kernel.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include <arm_neon.h>
@@ -15,23 +16,23 @@
 namespace sealkeeper {
 namespace {
 
-// Four rounds take four words of the message schedule, one vector.
+// Four rounds use four words of the message schedule: one vector.
 constexpr std::size_t kRoundGroups = kSha256Rounds / 4;
 constexpr std::size_t kMessageVectors = 4;
 
-// The eight state words, a to d and e to h.
+// The eight state words: a to d, and e to h.
 struct State {
     uint32x4_t abcd;
     uint32x4_t efgh;
 };
 
-// Four words of a block, which are big-endian.
+// Loads four words of a block, which are big-endian.
 uint32x4_t LoadMessage(const std::uint8_t* bytes) {
     return vreinterpretq_u32_u8(vrev32q_u8(vld1q_u8(bytes)));
 }
 
-// The next vector of the message schedule (FIPS 180-4, 6.2.2) from the four before it, of which it
-// replaces the oldest.
+// The next vector of the message schedule (FIPS 180-4, 6.2.2), from the four before it. It replaces
+// the oldest.
 [[gnu::always_inline]] inline uint32x4_t NextMessage(const uint32x4_t* message, std::size_t group) {
     const uint32x4_t oldest = message[group % kMessageVectors];
     const uint32x4_t second = message[(group + 1) % kMessageVectors];
@@ -47,8 +48,8 @@ uint32x4_t LoadMessage(const std::uint8_t* bytes) {
     state.efgh = vsha256h2q_u32(state.efgh, abcd, input);
 }
 
-// Goes through the lanes in turn after every four rounds, so that the processor has the others to
-// work on while one waits.
+// Interleaves the lanes every four rounds, so that the processor can work on the others while one
+// waits.
 template <std::size_t kLanes>
 void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     State states[kLanes];
@@ -86,7 +87,7 @@ void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     }
 }
 
-// A case for each number of lanes.
+// The switch below has a case for each number of lanes.
 constexpr std::size_t kMaxLanes = 4;
 
 void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {

@@ -1,4 +1,4 @@
-// SHA-256 of 8 messages at once on the vectors of AVX2, of 8 elements of 32 bits.
+// SHA-256 of 8 messages at once, on AVX2 vectors of 8 elements of 32 bits.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include <immintrin.h>
@@ -9,12 +9,12 @@
 namespace sealkeeper {
 namespace {
 
-// The halves that _mm256_permute2x128_si256 takes of its two vectors.
+// The halves that _mm256_permute2x128_si256 selects from its two vectors.
 constexpr int kLowHalves = 0x20;
 constexpr int kHighHalves = 0x31;
 
-// Row i of 8 becomes column i. The first two steps transpose squares of four by four elements in
-// each half of the vectors, the last puts the halves in their places.
+// Row i of 8 becomes column i. The first two steps transpose 4x4 squares within each half of the
+// vectors; the last step moves the halves into place.
 [[gnu::always_inline]] inline void Transpose(__m256i* rows) {
     __m256i pairs[8];
 #pragma GCC unroll 4

@@ -1,8 +1,8 @@
-// SHA-256 of 16 messages at once on the vectors of AVX-512, of 16 elements of 32 bits. It rotates
-// in one instruction, and takes any function of three bits in one.
+// SHA-256 of 16 messages at once, on AVX-512 vectors of 16 elements of 32 bits. AVX-512 has a
+// rotation, and any bitwise function of three operands, as one instruction.
 #include "catalogue/hashing/sha256_kernel.h"
 
-// The header of g++ 12 has vectors without a value, of which it then warns (GCC bug 105593).
+// The intrinsics of g++ 12 use uninitialised vectors and cause a false warning (GCC bug 105593).
 #if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #endif
@@ -14,17 +14,17 @@
 namespace sealkeeper {
 namespace {
 
-// The value of a function of three bits is looked up in these eight.
+// Truth tables of functions of three bits, for _mm512_ternarylogic_epi32.
 constexpr int kXorOfThree = 0x96;
 constexpr int kFirstChooses = 0xCA;
 constexpr int kMajorityOfThree = 0xE8;
 
-// The numbers of the quarters that _mm512_shuffle_i32x4 takes: 0 and 2, or 1 and 3, of each.
+// The quarters that _mm512_shuffle_i32x4 selects: 0 and 2, or 1 and 3, of each vector.
 constexpr int kEvenQuarters = 0x88;
 constexpr int kOddQuarters = 0xDD;
 
-// Row i of 16 becomes column i. The first two steps transpose squares of four by four elements in
-// each quarter of the vectors, the others put the quarters in their places.
+// Row i of 16 becomes column i. The first two steps transpose 4x4 squares within each quarter of
+// the vectors; the others move the quarters into place.
 [[gnu::always_inline]] inline void Transpose(__m512i* rows) {
     __m512i pairs[16];
 #pragma GCC unroll 8

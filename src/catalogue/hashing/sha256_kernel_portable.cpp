@@ -1,4 +1,4 @@
-// SHA-256 of one message in plain C++, for processors without instructions for it.
+// SHA-256 of one message in plain C++, for processors without suitable instructions.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include "catalogue/hashing/sha256_wide_rounds.h"
@@ -37,7 +37,7 @@ struct Word {
         return x >> kBits;
     }
 
-    // One element does not gain from it.
+    // A single element does not gain from a fixed order of additions.
     static Type Keep(Type x) { return x; }
 
     static Type Xor3(Type x, Type y, Type z) { return x ^ y ^ z; }

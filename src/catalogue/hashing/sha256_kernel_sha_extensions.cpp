@@ -1,7 +1,8 @@
 // SHA-256 on the SHA extensions of x86-64. Plain arrays throughout: inline functions of the
 // standard library, compiled here with these instructions, could be the copies that the linker
-// keeps for all. For the same reason the lane loop and its switch stand in each kernel's file: a
-// template over numbers in a header would be compiled with the flags of several.
+// keeps for the whole program. For the same reason the lane loop and its switch are repeated in
+// each kernel's file: instances of a template in a header would have external linkage, compiled
+// with the flags of either kernel.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include <immintrin.h>
@@ -12,7 +13,7 @@
 namespace sealkeeper {
 namespace {
 
-// Four rounds take four words of the message schedule, one vector.
+// Four rounds use four words of the message schedule: one vector.
 constexpr std::size_t kRoundGroups = kSha256Rounds / 4;
 constexpr std::size_t kMessageVectors = 4;
 
@@ -24,7 +25,7 @@ void Store(void* to, __m128i vector) {
     _mm_storeu_si128(static_cast<__m128i*>(to), vector);
 }
 
-// The eight state words in the order that the instructions want: a, b, e, f and c, d, g, h.
+// The eight state words in the order that the instructions need: a, b, e, f and c, d, g, h.
 struct State {
     __m128i abef;
     __m128i cdgh;
@@ -43,8 +44,8 @@ void StoreState(const State& state, std::uint32_t* words) {
     Store(words + 4, _mm_alignr_epi8(dchg, feba, 8));
 }
 
-// The next vector of the message schedule (FIPS 180-4, 6.2.2) from the four before it, of which it
-// replaces the oldest.
+// The next vector of the message schedule (FIPS 180-4, 6.2.2), from the four before it. It replaces
+// the oldest.
 [[gnu::always_inline]] inline __m128i NextMessage(const __m128i* message, std::size_t group) {
     const __m128i oldest = message[group % kMessageVectors];
     const __m128i second = message[(group + 1) % kMessageVectors];
@@ -61,8 +62,8 @@ void StoreState(const State& state, std::uint32_t* words) {
     state.abef = _mm_sha256rnds2_epu32(state.abef, state.cdgh, _mm_shuffle_epi32(input, 0x0E));
 }
 
-// Goes through the lanes in turn after every four rounds, so that the processor has the others to
-// work on while one waits.
+// Interleaves the lanes every four rounds, so that the processor can work on the others while one
+// waits.
 template <std::size_t kLanes>
 void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     const __m128i bigEndian = _mm_set_epi64x(0x0c0d0e0f08090a0b, 0x0405060700010203);
@@ -100,7 +101,7 @@ void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
     }
 }
 
-// A case for each number of lanes.
+// The switch below has a case for each number of lanes.
 constexpr std::size_t kMaxLanes = 4;
 
 void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {

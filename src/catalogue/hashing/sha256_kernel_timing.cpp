@@ -9,21 +9,20 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Enough of a call for the clock, whose steps are of up to 42 ns: one lane takes half a microsecond
-// at 2 GB/s.
+// Long enough for a clock with ticks of up to 42 ns: one lane takes half a microsecond at 2 GB/s.
 constexpr std::size_t kTimedBlocks = 16;
 
 constexpr int kLeastTries = 2;
 constexpr int kMostTries = 8;
 constexpr std::chrono::microseconds kEnoughTime{350};
 
-// What the timed calls work on. The bytes are zero: their time does not depend on them.
+// The data of the timed calls. All bytes are zero, because the time does not depend on them.
 struct TimedData {
     std::array<std::array<std::uint32_t, kSha256StateWords>, kMaxSha256Lanes> states{};
     std::array<std::uint8_t, kMaxSha256Lanes * kTimedBlocks * kSha256BlockBytes> blocks{};
     std::array<Sha256Lane, kMaxSha256Lanes> lanes{};
 
-    // Its lanes point into it.
+    // Not copied, because its lanes point into it.
     TimedData(const TimedData&) = delete;
     TimedData& operator=(const TimedData&) = delete;
 
@@ -42,7 +41,7 @@ std::uint64_t TimeCall(const Sha256Kernel& kernel, std::size_t laneCount, TimedD
     return static_cast<std::uint64_t>(time.count());
 }
 
-// The least time of each call: whatever disturbs one makes it longer.
+// Keeps the least time of each call, because disturbances only make calls longer.
 void TryEachCall(TimedData& data, Sha256CallCosts& costs) {
     const Sha256Kernel& kernel = *costs.kernel;
     for (std::size_t laneCount = kernel.isWide ? kernel.maxLanes : 1; laneCount <= kernel.maxLanes;

@@ -1,4 +1,4 @@
-// How long the calls of SHA-256 kernels take on this processor.
+// Measures how long calls of SHA-256 kernels take on this processor.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_TIMING_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_TIMING_H
 
@@ -10,9 +10,8 @@
 
 namespace sealkeeper {
 
-// Times the calls of `kernels`, which are usable, over data in the processor's nearest cache. It
-// takes half a millisecond or less, and where the processor is so slow or so busy that trying each
-// call twice takes longer, that long.
+// Times the calls of `kernels`, which must be usable, on data in the L1 cache. Takes half a
+// millisecond or less, unless two tries of each call take longer on a slow or busy processor.
 [[nodiscard]] std::vector<Sha256CallCosts> TimeSha256Kernels(
     std::span<const Sha256Kernel* const> kernels);
 

@@ -9,8 +9,8 @@
 namespace sealkeeper {
 namespace {
 
-// The build says which kernels it compiles. A wide one is slow for one lane, slower than the
-// portable one.
+// The build defines which kernels it compiles. For one lane, a wide kernel is slower than the
+// portable one, so it comes after it.
 constexpr std::array kCompiledKernels = {
 #if defined(SEALKEEPER_HAS_SHA_EXTENSIONS_KERNEL)
     &kShaExtensionsSha256Kernel,
@@ -27,15 +27,14 @@ constexpr std::array kCompiledKernels = {
 #endif
 };
 
-// The known answer is of as many messages as there are lanes, all different, so that a lane does
-// not pass with the blocks or the state of another. They are taken in by calls of 1, 2 and 3 blocks
-// and of the padded last one, which show whether a kernel goes on from block to block and from call
-// to call.
+// The self-test hashes one message per lane, all different, so that a lane cannot pass with the
+// blocks or the state of another. Calls of 1, 2 and 3 blocks and of the padded last block test that
+// a kernel continues from block to block and from call to call.
 constexpr std::array<std::size_t, 4> kCalls = {1, 2, 3, 1};
 constexpr std::size_t kMessageBytes = 6 * kSha256BlockBytes + 8;
 using PaddedMessage = std::array<std::uint8_t, kMessageBytes + kMaxSha256PaddingBytes>;
 
-// No block of any message is like another.
+// No two blocks of any messages are equal.
 PaddedMessage MakeKnownMessage(std::size_t number) {
     PaddedMessage message{};
     for (std::size_t i = 0; i < kMessageBytes; ++i) {
@@ -45,8 +44,7 @@ PaddedMessage MakeKnownMessage(std::size_t number) {
     return message;
 }
 
-// Of Python's hashlib:
-// hashlib.sha256(bytes((i + 50 * number) % 251 for i in range(6 * 64 + 8)))
+// From Python: hashlib.sha256(bytes((i + 50 * number) % 251 for i in range(6 * 64 + 8)))
 constexpr std::array<Sha256Digest, kMaxSha256Lanes> kKnownDigests = {{
     {0x07, 0x95, 0x2f, 0xda, 0x8a, 0xa8, 0xf3, 0xcc, 0xb6, 0x55, 0x20,
      0xea, 0x81, 0x96, 0x87, 0x06, 0xe9, 0x5f, 0x5f, 0x94, 0x67, 0x57,

@@ -1,4 +1,4 @@
-// How a SHA-256 message ends (FIPS 180-4), around the compression of whole blocks.
+// SHA-256 padding and the final digest (FIPS 180-4).
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_PADDING_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_PADDING_H
 
@@ -11,16 +11,17 @@
 
 namespace sealkeeper {
 
-// What the padding may take, beyond the message: a byte and the length, and up to a block of zeros.
+// The most bytes that padding may need: a byte, the 8-byte length and, between them, up to 63
+// zeros.
 inline constexpr std::size_t kMaxSha256PaddingBytes = kSha256BlockBytes + 8;
 
-// Pads (5.1.1) the end of a message of `messageBytes`: its last `lastBytes`, from a whole block on,
-// are at the start of `buffer`, which has room for `kMaxSha256PaddingBytes` more. Returns the
-// number of whole blocks that are there then.
+// Pads (FIPS 180-4, 5.1.1) a message of `messageBytes` bytes. `buffer` begins with its last
+// `lastBytes` bytes, which begin at a block boundary of the message, and has room for
+// `kMaxSha256PaddingBytes` more. Returns the number of whole blocks in `buffer`.
 [[nodiscard]] std::size_t AppendSha256Padding(std::span<std::uint8_t> buffer, std::size_t lastBytes,
                                               std::uint64_t messageBytes);
 
-// The digest that the hash value after the last block is.
+// The digest: the hash value after the last block, as big-endian bytes.
 [[nodiscard]] Sha256Digest DigestOf(std::span<const std::uint32_t, kSha256StateWords> state);
 
 }  // namespace sealkeeper

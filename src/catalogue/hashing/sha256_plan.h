@@ -1,4 +1,4 @@
-// Which kernels take in a number of lanes in the least time.
+// Which kernels hash a number of lanes in the least time.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_PLAN_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_PLAN_H
 
@@ -12,12 +12,12 @@
 
 namespace sealkeeper {
 
-// Of more lanes than a kernel takes.
+// The cost of more lanes than a kernel has.
 inline constexpr std::uint64_t kNoSha256Cost = std::numeric_limits<std::uint64_t>::max();
 
 struct Sha256CallCosts {
     const Sha256Kernel* kernel;
-    // What a call costs, by its number of lanes, in a unit that is the same for all kernels.
+    // The cost of a call by its number of lanes, in the same unit for all kernels.
     std::array<std::uint64_t, kMaxSha256Lanes + 1> ofLanes;
 };
 
@@ -26,12 +26,11 @@ struct Sha256PlannedCall {
     std::size_t laneCount;
 };
 
-// For each number of lanes the call that comes first; the lanes that it leaves are a smaller number
-// of lanes.
+// For each number of lanes, the first call to make. The lanes that are left are looked up in turn.
 using Sha256Plan = std::array<Sha256PlannedCall, kMaxSha256Lanes + 1>;
 
-// The plan of the lowest cost, where some kernel has a cost for one lane. Of calls that come to the
-// same, the one of the first kernel and of the fewest lanes.
+// The plan of the lowest cost. Some kernel must have a cost for one lane. Ties go to the first
+// kernel, then to the fewest lanes.
 [[nodiscard]] Sha256Plan MakeSha256Plan(std::span<const Sha256CallCosts> costs);
 
 }  // namespace sealkeeper

@@ -1,10 +1,10 @@
-// SHA-256 (FIPS 180-4, 6.2) of as many messages as a vector has elements: each is one element of
-// every vector.
+// SHA-256 (FIPS 180-4, 6.2) of as many messages as a vector has elements: each message is one
+// element of every vector.
 //
-// A kernel's file gives its vectors as a type of its anonymous namespace. What is made of these
-// templates for such a type has internal linkage, so the linker cannot pick code that was compiled
-// with one kernel's flags for anybody else. For the same reason the arrays are plain ones: inline
-// functions of the standard library have no such protection.
+// Each kernel's file passes a vector type from its anonymous namespace. Instances of these
+// templates for such a type have internal linkage, so the linker cannot use code that was compiled
+// with one kernel's flags elsewhere. For the same reason the arrays are plain ones: inline
+// functions of the standard library have external linkage.
 //
 // `Vector` has
 //   Type                          the vector
@@ -29,7 +29,7 @@ namespace sealkeeper {
 
 inline constexpr std::size_t kSha256MessageWords = 16;
 
-// The next word of the message schedule, in the place of the word 16 before it.
+// Computes the next word of the message schedule, in the place of the word 16 before it.
 template <typename Vector>
 [[gnu::always_inline]] inline void ScheduleNextWord(typename Vector::Type* message,
                                                     std::size_t round) {
@@ -47,8 +47,7 @@ template <typename Vector>
     word = Vector::Add(Vector::Add(word, word7), Vector::Add(sigma0, sigma1));
 }
 
-// One round, with its constant. The eight state words change their names from round to round, not
-// their places.
+// One round. The eight state words rotate their names from round to round and keep their places.
 template <typename Vector>
 [[gnu::always_inline]] inline void OneRound(typename Vector::Type* state, std::size_t round,
                                             std::uint32_t constant, typename Vector::Type word) {
@@ -68,8 +67,9 @@ template <typename Vector>
         Vector::Xor3(Vector::template RotateRight<6>(e), Vector::template RotateRight<11>(e),
                      Vector::template RotateRight<25>(e));
     const Type input = Vector::Add(word, Vector::Broadcast(constant));
-    // What hangs on `e`, the result of the round before, comes last. Left alone, compilers reorder
-    // the sum; the longer wait takes a fifth of AVX-512's speed.
+    // Whatever depends on `e`, the result of the round before, is added last. Without `Keep`,
+    // compilers reorder the sum, and the longer dependency chain costs a fifth of the speed of
+    // AVX-512.
     const Type ready = Vector::Keep(Vector::Add(h, input));
     const Type temporary1 =
         Vector::Add(Vector::Keep(Vector::Add(ready, Vector::Choose(e, f, g))), sum1);
@@ -81,8 +81,8 @@ template <typename Vector>
     h = Vector::Add(temporary1, temporary2);
 }
 
-// After 16 rounds everything is in its place again, so they are code for the next 16. All 64 in a
-// row are more code than processors keep decoded: AVX2 then took up to twice as long.
+// After 16 rounds all names are back in place, so the loop body is 16 rounds. All 64 unrolled
+// exceed the cache of decoded instructions: AVX2 then took up to twice as long.
 template <typename Vector>
 [[gnu::always_inline]] inline void CompressBlock(typename Vector::Type* state,
                                                  typename Vector::Type* message) {
@@ -108,8 +108,8 @@ template <typename Vector>
     }
 }
 
-// The `compress` of a kernel. With fewer lanes than elements, the idle elements go through the
-// blocks of the first lane, and what they come to is dropped.
+// The `compress` of a kernel. With fewer lanes than elements, the idle elements hash the blocks of
+// the first lane, and their results are dropped.
 template <typename Vector>
 void CompressWide(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
     if (laneCount == 0 || blockCount == 0) {

@@ -8,17 +8,17 @@
 namespace sealkeeper {
 namespace {
 
-// Hashed in a fraction of a millisecond.
+// Hashing this much takes a fraction of a millisecond.
 constexpr std::size_t kLittleBytes = 1'048'576;
 
 }  // namespace
 
 ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount)
     : engine_(engine) {
-    // Before there are threads, which would disturb the timing and could not report a failure.
+    // Before any threads start: they would disturb the timing and could not report a failure.
     engine_.Prepare();
     workers_.reserve(workerCount);
-    // Held until all are there: workers ask how many they are.
+    // Held until all workers exist, because they use their number.
     const std::scoped_lock lock(mutex_);
     try {
         for (std::size_t worker = 0; worker < workerCount; ++worker) {
@@ -26,13 +26,13 @@ ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t
             workers_.emplace_back([this, &lanes] { Work(lanes); });
         }
     } catch (const std::exception&) {
-        // The system has no more threads, or no memory for them: those that there are do it all.
+        // The system grants no more threads or memory: the workers that exist do all the work.
     }
 }
 
 ThreadedChunkHasher::~ThreadedChunkHasher() {
     {
-        // So that no worker misses it between looking and waiting.
+        // Under the mutex, so that no worker misses it between its check and its wait.
         const std::scoped_lock lock(mutex_);
         isStopping_ = true;
     }
@@ -46,8 +46,8 @@ std::size_t ThreadedChunkHasher::LaneCount() const {
     return engine_.LaneCount() * WorkerCount();
 }
 
-// A worker is not woken for each chunk, but when there is enough to fill its lanes, or when the
-// caller has to wait (`AwaitOldest`).
+// Wakes a worker only when there are enough chunks to fill its lanes. `AwaitOldest` wakes them
+// otherwise.
 void ThreadedChunkHasher::Add(ChunkToHash chunk) {
     bool isShareComplete = false;
     {
@@ -76,7 +76,7 @@ HashedChunk ThreadedChunkHasher::Take() {
     return result;
 }
 
-// Workers are at some of them; they let go after the piece that they are reading.
+// Workers may be hashing some of these chunks; they stop after the current piece.
 void ThreadedChunkHasher::Drop(std::size_t count) {
     if (count == 0) {
         return;
@@ -130,26 +130,25 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
     }
 }
 
-// Of the workers that have nothing begun, one rests while the caller is busy: it would only take
-// the processor from the caller.
+// While the caller is busy, one worker stays idle: it would only take a processor from the caller.
 bool ThreadedChunkHasher::MayGetBusy() const {
     return isAwaited_ || busyWorkers_ + 1 < std::max<std::size_t>(WorkerCount(), 2);
 }
 
-// All lanes together are faster than some, so a worker waits for as many chunks as fill those that
-// it has idle, unless the caller can do nothing meanwhile.
+// Full lanes are the fastest, so a worker waits for enough chunks to fill its idle lanes, unless
+// the caller is waiting.
 bool ThreadedChunkHasher::IsWorthBeginning(std::size_t idleLanes) const {
     return MayBegin() && (isAwaited_ || waitingCount_ >= idleLanes);
 }
 
-// Whether the first chunk that was not begun may be begun now.
+// Whether the first waiting chunk may be begun now.
 bool ThreadedChunkHasher::MayBegin() const {
     return waitingCount_ > 0 &&
            (waiting_ == pending_.begin() || waiting_->chunk.file != unreadFile_.lock());
 }
 
-// Takes what falls to one of all workers, so that none has everything while another has nothing.
-// Where that is little, full lanes come first.
+// Takes the fair share of one worker, so that none has all the work while another has none. If the
+// share is small, filling the lanes comes first.
 void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
     const std::size_t workers = WorkerCount();
     const std::size_t fairCount = (waitingCount_ + workers - 1) / workers;

@@ -1,4 +1,4 @@
-// Hashes chunks in threads of its own. The caller's thread adds and takes.
+// Hashes chunks in its own threads. One thread, the caller's, adds and takes them.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_THREADED_CHUNK_HASHER_H
 
@@ -18,12 +18,13 @@
 
 namespace sealkeeper {
 
-// Which worker hashes a chunk, and when, differs from run to run; what `Take` returns does not.
+// Which worker hashes a chunk, and when, differs from run to run; the digests that `Take` returns
+// do not.
 class ThreadedChunkHasher : public ChunkHasher {
   public:
-    // Starts `workerCount` threads, or fewer where the system refuses more; see `WorkerCount`.
+    // Starts `workerCount` threads, or fewer if the system refuses more; see `WorkerCount`.
     ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount);
-    // Waits until every worker has let go of its chunks, which are not hashed any further.
+    // Stops the workers and waits for them. Chunks that are not done are abandoned.
     ~ThreadedChunkHasher() override;
 
     [[nodiscard]] std::size_t WorkerCount() const { return workers_.size(); }
@@ -36,10 +37,10 @@ class ThreadedChunkHasher : public ChunkHasher {
     void Drop(std::size_t count) override;
 
   private:
-    // A list, so that `waiting_` stays good when others come and go.
+    // A list, so that `waiting_` stays valid when other elements are added or removed.
     using Chunks = std::list<PendingChunk>;
 
-    // The chunks that one worker begins at a time.
+    // The chunks that a worker begins together.
     struct Share {
         std::array<PendingChunk*, kMaxSha256Lanes> chunks{};
         std::size_t count = 0;
@@ -58,26 +59,26 @@ class ThreadedChunkHasher : public ChunkHasher {
 
     const Sha256Engine& engine_;
 
-    // Guards what follows, up to the lanes. Of the list of pending chunks the caller's thread alone
-    // changes the length, so it reads that without. What is in a chunk that was begun belongs to
-    // its worker until it is done, but for `isDropped`.
+    // Guards the members below, up to `lanes_`. Only the caller's thread changes the length of
+    // `pending_`, so it reads that without the mutex. Once begun, a chunk belongs to its worker
+    // until it is done, except `isDropped`.
     std::mutex mutex_;
     std::condition_variable workAdded_;
     std::condition_variable oldestDone_;
     Chunks pending_;
-    // The first that was not begun, and how many there are from there on.
+    // The first chunk that was not begun, and how many there are from there on.
     Chunks::iterator waiting_ = pending_.end();
     std::size_t waitingCount_ = 0;
     // How many workers have chunks in their lanes.
     std::size_t busyWorkers_ = 0;
-    // The caller waits for a chunk.
+    // Whether the caller waits for a chunk.
     bool isAwaited_ = false;
-    // That of the last chunk that could not be read.
+    // The file of the last chunk that could not be read.
     std::weak_ptr<const InputFile> unreadFile_;
-    // Read by workers without the mutex, too.
+    // Also read by workers without the mutex.
     std::atomic<bool> isStopping_ = false;
 
-    // One for each worker, which alone uses it; a deque, since they are not moved.
+    // One for each worker, which alone uses it. A deque, because lanes cannot be moved.
     std::deque<ChunkLanes> lanes_;
     std::vector<std::thread> workers_;
 };

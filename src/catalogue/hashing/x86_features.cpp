@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint32_t kSsse3 = 1U << 9U;
 constexpr std::uint32_t kSse41 = 1U << 19U;
-// The operating system has switched XGETBV on.
+// The operating system has enabled XGETBV.
 constexpr std::uint32_t kOsXsave = 1U << 27U;
 constexpr std::uint32_t kAvx = 1U << 28U;
 
@@ -20,9 +20,9 @@ constexpr std::uint32_t kSha = 1U << 29U;
 constexpr std::uint32_t kAvx512Bw = 1U << 30U;
 constexpr std::uint32_t kAvx512Vl = 1U << 31U;
 
-// The low 128 bits of registers 0 to 15, and the next 128.
+// The low 128 bits of vector registers 0 to 15, and the next 128 bits.
 constexpr std::uint64_t kYmmState = 0x06;
-// The masks, the high halves of registers 0 to 15, and registers 16 to 31.
+// The mask registers, the high halves of vector registers 0 to 15, and vector registers 16 to 31.
 constexpr std::uint64_t kZmmState = 0xE0;
 
 template <typename Number>
@@ -32,7 +32,7 @@ bool HasAll(Number bits, Number wanted) {
 
 #if defined(__x86_64__)
 
-// By its code, so that no compiler wants a flag for it. It may be executed only with `kOsXsave`.
+// XGETBV as bytes, so that no compiler needs a flag for it. Valid only with `kOsXsave`.
 std::uint64_t ReadXcr0() {
     std::uint32_t low = 0;
     std::uint32_t high = 0;
@@ -40,7 +40,7 @@ std::uint64_t ReadXcr0() {
     return std::uint64_t{high} << 32U | low;
 }
 
-// Asks as little as it can: on a virtual machine each leaf takes a round trip to the host.
+// Reads as few leaves as possible: in a virtual machine each one traps to the host.
 X86Registers ReadRegisters() {
     constexpr unsigned kFeatures = 1;
     constexpr unsigned kExtendedFeatures = 7;
@@ -80,7 +80,7 @@ X86Features FeaturesOf(const X86Registers& registers) {
     features.shaExtensions =
         HasAll(registers.leaf1Ecx, kSsse3 | kSse41) && HasAll(registers.leaf7Ebx, kSha);
     features.avx2 = hasAvx2;
-    // Compilers take AVX2 for granted where there is AVX-512.
+    // Compilers assume AVX2 when they target AVX-512.
     features.avx512 = hasAvx2 && HasAll(registers.leaf7Ebx, kAvx512F | kAvx512Bw | kAvx512Vl) &&
                       HasAll(registers.xcr0, kZmmState);
     return features;

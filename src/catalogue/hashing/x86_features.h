@@ -1,5 +1,5 @@
-// Which instructions of x86-64 may be used: the processor has them, and the operating system saves
-// the registers that they work on.
+// Which x86-64 instructions may be used: the processor has them, and the operating system saves
+// their registers.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_X86_FEATURES_H
 #define SEALKEEPER_CATALOGUE_HASHING_X86_FEATURES_H
 
@@ -8,26 +8,26 @@
 namespace sealkeeper {
 
 struct X86Features {
-    // SHA, with SSSE3 and SSE4.1.
+    // SHA extensions, with SSSE3 and SSE4.1.
     bool shaExtensions;
     bool avx2;
     // AVX-512 F, BW and VL.
     bool avx512;
 };
 
-// What a processor tells about itself: nothing where it has no leaf 7.
+// What a processor reports about itself; all zero if it has no CPUID leaf 7.
 struct X86Registers {
     // Of CPUID leaf 1.
     std::uint32_t leaf1Ecx;
     // Of CPUID leaf 7, sub-leaf 0.
     std::uint32_t leaf7Ebx;
-    // The states that are saved, as XGETBV tells; 0 when there is no such instruction.
+    // The register states that the system saves, from XGETBV; 0 without that instruction.
     std::uint64_t xcr0;
 };
 
 [[nodiscard]] X86Features FeaturesOf(const X86Registers& registers);
 
-// Of this processor, which is asked once in a process. None where it is of another architecture.
+// The features of this processor, read once per process. None on another architecture.
 [[nodiscard]] const X86Features& ProcessorX86Features();
 
 }  // namespace sealkeeper
