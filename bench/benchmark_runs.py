@@ -1,4 +1,4 @@
-"""Runs the benchmarks in C++, and the classic compress over the same entry block as ours."""
+"""Runs the C++ benchmarks, and the classic compress program on the same entry block."""
 import json
 import re
 import shutil
@@ -14,7 +14,7 @@ from tree_runs import say
 COMPRESS = "compress"
 DECOMPRESS = "decompress"
 
-# How long a benchmark in C++ is repeated for one figure.
+# How long a C++ benchmark is repeated for one figure.
 MIN_SECONDS = 0.5
 
 
@@ -30,8 +30,8 @@ class LzwResult:
 
 
 def run_benchmark(build: Path, name: str, rounds: int, scale: float) -> List[Dict[str, object]]:
-    """Of each benchmark of a program, the round of median time (of the two of an even number, the
-    shorter)."""
+    """The round of median time of each benchmark of a program. With an even number of rounds, the
+    shorter of the two in the middle."""
     say(f"{name}: {rounds} rounds")
     by_name: Dict[object, List[Dict[str, object]]] = {}
     for result in benchmark_results(build, name, [f"--benchmark_repetitions={rounds}",
@@ -41,7 +41,7 @@ def run_benchmark(build: Path, name: str, rounds: int, scale: float) -> List[Dic
             by_name.setdefault(result["run_name"], []).append(result)
     medians = [sorted(results, key=lambda result: float(str(result["cpu_time"])))
                [(len(results) - 1) // 2] for results in by_name.values()]
-    # Interleaved rounds come in no order; families are numbered as the program lists them.
+    # Interleaved rounds are reported in no order; families are numbered as the program lists them.
     return sorted(medians, key=lambda result: int(str(result["family_index"])))
 
 
@@ -68,8 +68,8 @@ def add_own_round(build: Path, result: LzwResult) -> None:
 
 
 def run_lzw(build: Path, scratch: Path, rounds: int) -> LzwResult:
-    """Our times are taken inside the process, of memory to memory; theirs of the whole command,
-    from a file in the page cache to /dev/null."""
+    """Our times are measured inside the process, from memory to memory. Theirs are of the whole
+    command, from a file in the page cache to /dev/null."""
     block = scratch / "entries"
     compressed = scratch / "entries.Z"
     back = scratch / "entries.back"

@@ -1,5 +1,5 @@
-"""Reads the digests in a catalogue with the tests' own reader of the format, which shares nothing with
-the program."""
+"""Reads the digests in a catalogue with the reader of the tests, which shares no code with the
+program."""
 import sys
 from pathlib import Path
 from typing import List
@@ -8,17 +8,17 @@ from measure import CommandFailed
 
 sys.path.append(str(Path(__file__).resolve().parent.parent / "tests/independent"))
 
-# The reader's modules import each other by these names.
+# The modules of the reader import each other by these names.
 import catalogue_format  # noqa: E402
 from catalogue_entry import CHUNK_SIZE  # noqa: E402
 from format_error import FormatError  # noqa: E402
 
 
 def whole_file_digests(catalogue: Path, size_bytes: int) -> List[bytes]:
-    """In hexadecimal, the digests of the files of one chunk, which are those of their whole content.
+    """The digests, in hexadecimal, of the files of one chunk: the digests of their whole content.
 
-    The sizes in the catalogue tell which they are, so they have to add up to `size_bytes`; the reader
-    refuses an entry that has not as many digests as its size says.
+    The sizes in the catalogue tell which files these are, so they must add up to `size_bytes`. The
+    reader refuses an entry whose number of digests does not fit its size.
     """
     try:
         entries = catalogue_format.parse(catalogue.read_bytes()).entries

@@ -1,4 +1,4 @@
-"""Runs over files that are not in the page cache."""
+"""Runs on files that are not in the page cache."""
 import os
 import shutil
 import subprocess
@@ -10,20 +10,20 @@ from measure import Command
 from peers import called_with_files
 from tree_runs import Place, TreeResult, run_tree
 
-# Reads the files one after another and does nothing with them.
+# Reads the files one after another and discards them.
 READING = "cat"
 
 
 @dataclass
 class ColdResult:
-    # Without times when there is an obstacle.
+    # Has no times if there is an obstacle.
     result: TreeResult
     obstacle: str
     is_proven: bool
 
 
 def resident_pages(game: Path, listing: Path) -> Optional[int]:
-    """How many pages of the listed files are in the page cache; None when it cannot be told."""
+    """How many pages of the listed files are in the page cache; None if that is unknown."""
     if shutil.which("fincore") is None:
         return None
     with open(listing, "rb") as source:
@@ -36,7 +36,7 @@ def resident_pages(game: Path, listing: Path) -> Optional[int]:
 
 
 class Eviction:
-    """Takes the listed files out of the page cache, and looks whether they are."""
+    """Evicts the listed files from the page cache, and checks that it worked."""
 
     def __init__(self, game: Path, listing: Path) -> None:
         self._game = game
@@ -47,11 +47,11 @@ class Eviction:
 
     @property
     def is_proven(self) -> bool:
-        """That pages of the files were seen in it, and none whenever they were evicted."""
+        """Whether pages of the files were seen in the cache before, and none after any eviction."""
         return not self.obstacle and self._was_cached and self._has_looked_each_time
 
     def run(self) -> bool:
-        """Returns whether the files can be taken to be out of it."""
+        """Evicts the files. Returns False if they are known to be still cached."""
         if not hasattr(os, "posix_fadvise"):
             self.obstacle = "this system has no posix_fadvise"
             return False
@@ -66,7 +66,7 @@ class Eviction:
         return True
 
     def _evict(self) -> None:
-        # What is not written out yet stays.
+        # Pages that are not yet written out cannot be evicted.
         os.sync()
         for name in self._listing.read_bytes().split(b"\0")[:-1]:
             descriptor = os.open(os.path.join(os.fsencode(self._game), name), os.O_RDONLY)
@@ -77,7 +77,7 @@ class Eviction:
 
 
 def reading_command(game: Path, listing: Path) -> Command:
-    """The log is a file, and writing that would be measured, too."""
+    """Writes to /dev/null: the log is a file, and writing it would be measured as well."""
     arguments = ["sh", "-c", 'exec "$@" > /dev/null', "sh", *called_with_files(["cat"])]
     return Command(READING, arguments, game, listing)
 

@@ -25,7 +25,7 @@ PARTS = ("kernels", "conversions", "lzw", *TREES, "cold", "scaling")
 
 FILE_COUNTS = (1, 1000, 10_000, 100_000)
 MANY_FILES = 1_000_000
-# Trees of as many files that differ from the others.
+# Trees with special properties and the same number of files.
 OTHER_FILES = ("deep", "larger")
 OTHER_FILES_COUNT = 100_000
 FILE_SIZES = (256 * MIB, GIB, 4 * GIB)
@@ -66,7 +66,7 @@ def compare_scaling(place: Place, options: argparse.Namespace) -> List[TreeResul
         return [run_tree(place, tree, scale, options.rounds, with_peers=False) for tree in trees]
 
     counts = [*FILE_COUNTS, MANY_FILES] if options.million else [*FILE_COUNTS]
-    # The first is one file, whatever the scale.
+    # The first has one file, whatever the scale.
     counts = [max(1, int(count * options.scale)) for count in counts]
     other_count = max(1, int(OTHER_FILES_COUNT * options.scale))
     per_file = measure([*(f"files-{count}" for count in sorted(set(counts))),
@@ -78,7 +78,7 @@ def compare_scaling(place: Place, options: argparse.Namespace) -> List[TreeResul
 
 
 def compare(options: argparse.Namespace, place: Place) -> List[TreeResult]:
-    """Returns the results that tell memory."""
+    """Returns the results that include memory."""
     parts = options.only or PARTS
     print(f"## {name_of_machine()}\n\n" + describe(options.build_dir, options.rounds) + "\n")
     if options.scale != 1:
@@ -128,7 +128,7 @@ def main() -> int:
             return 1
         if options.keep:
             say(f"The trees are in {place.trees}")
-    # What a trial uses says nothing about the real trees.
+    # The memory of a trial says nothing about the real trees.
     if options.scale == 1 and any(result.exceeding_memory() for result in results):
         say("compare.sh: more memory was used than is allowed; see the figures in bold")
         return MEMORY_EXCEEDED
@@ -136,7 +136,7 @@ def main() -> int:
 
 
 if __name__ == "__main__":
-    # Ended this way, too, it removes what it made.
+    # Removes what it made when it is ended this way as well.
     signal.signal(signal.SIGTERM, lambda number, frame: sys.exit(128 + number))
     try:
         sys.exit(main())

@@ -25,7 +25,7 @@ while [ $# -gt 0 ]; do
     esac
     shift
 done
-# An empty list counts as unset in old versions of bash.
+# Old versions of bash treat an empty array as unset.
 compare=(python3 -B "$here/compare.py" --build-dir "$build" ${options[@]+"${options[@]}"})
 if [ "$help" = yes ]; then
     exec "${compare[@]}" --help

@@ -1,5 +1,5 @@
-// The conversions between the forms of text, over a path of plain ASCII and over one with
-// characters of two, three and four bytes of UTF-8. Names are "conversion/path".
+// Measures the conversions between the forms of text, for a path of plain ASCII and for one with
+// characters of two, three and four UTF-8 bytes. Names are "conversion/path".
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -14,7 +14,7 @@ constexpr const char* kAsciiPath =
 constexpr const char* kMixedPath =
     "./Content/Figuren/H\u00e4fen/\u6e2f\u306e\u8d77\u91cd\u6a5f_008417_\U0001F3D7_albedo.tex";
 
-// Measures `convert` from the form of `text`.
+// Measures `convert`, applied to `text`.
 template <typename Text, typename Convert>
 void Measure(benchmark::State& state, const Text& text, Convert convert) {
     for (auto _ : state) {

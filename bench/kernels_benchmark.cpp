@@ -1,5 +1,5 @@
-// SHA-256 of every implementation that runs here, over data that stays in the processor's L2 cache.
-// Names are "SHA-256/implementation/lanes".
+// Measures every SHA-256 implementation that runs here, on data that stays in the L2 cache. Names
+// are "SHA-256/implementation/lanes".
 #include <benchmark/benchmark.h>
 
 #include <array>
@@ -22,9 +22,9 @@
 namespace sealkeeper::bench {
 namespace {
 
-// Of each lane. Those of all lanes are beyond the L1 cache, and within the L2 cache.
+// The piece of one lane. The pieces of all lanes exceed the L1 cache but fit the L2 cache.
 constexpr std::size_t kPieceBytes = 32768;
-// A block more than a piece, so that the pieces do not all want the same places of the L1 cache.
+// One block more than a piece, so that the pieces do not compete for the same L1 cache sets.
 constexpr std::size_t kPieceStride = kPieceBytes + kSha256BlockBytes;
 
 using Compressor = std::function<void(std::span<const Sha256Lane> lanes, std::size_t blockCount)>;

@@ -1,5 +1,5 @@
-// LZW in both directions over the entry block of a large catalogue, in pieces, as the program does
-// it. Rates are of uncompressed bytes; each run asks for its memory anew.
+// Measures LZW in both directions on the entry block of a large catalogue, in pieces, as the
+// program uses it. Rates count uncompressed bytes. Each run allocates its own memory.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -24,7 +24,7 @@ const Bytes& EntryBlock() {
     return block;
 }
 
-// In pieces, as the program does.
+// Compresses in pieces, as the program does.
 Bytes Compressed(const Bytes& block) {
     constexpr std::size_t kPieceBytes = 262'144;
     Bytes compressed;
@@ -51,8 +51,8 @@ void Compress(benchmark::State& state) {
 }
 BENCHMARK(Compress)->Name("LZW/compress")->Unit(benchmark::kMillisecond);
 
-// In pieces of the length of a record. Whether `compare` holds for each, and where it is in the
-// block, and nothing is left.
+// Decompresses in pieces of the length of a record and calls `compare` with each piece and its
+// offset. Whether all calls returned true and nothing is left.
 template <typename Compare>
 bool Decompressed(const Bytes& compressed, std::size_t blockBytes, Compare compare) {
     auto block = LzwDecompressor::Open(compressed);

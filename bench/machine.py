@@ -1,4 +1,4 @@
-"""Says what the figures were measured on and with."""
+"""Describes the machine and the programs that the figures were measured with."""
 import datetime
 import json
 import os
@@ -16,7 +16,7 @@ ROOT = Path(__file__).resolve().parent.parent
 
 
 def first_line_of(arguments: List[str]) -> str:
-    """The first line that a command prints, whichever way; `MISSING` when there is no such one."""
+    """The first line that a command prints, to either stream; `MISSING` if there is no such command."""
     if shutil.which(arguments[0]) is None:
         return MISSING
     result = subprocess.run(arguments, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
@@ -26,7 +26,7 @@ def first_line_of(arguments: List[str]) -> str:
 
 
 def processor() -> Tuple[str, str]:
-    """Its name, and its caches when they are known."""
+    """The name of the processor, and its caches if known."""
     if platform.system() == "Darwin":
         return first_line_of(["sysctl", "-n", "machdep.cpu.brand_string"]), ""
     if shutil.which("lscpu") is None:
@@ -37,7 +37,7 @@ def processor() -> Tuple[str, str]:
     caches = ", ".join(f"{name} {fields[name]}" for name in ("L1d cache", "L2 cache", "L3 cache")
                        if name in fields)
     name = fields.get("Model name", platform.machine())
-    # A virtual machine often tells no more than the maker's name for all of its kind.
+    # A virtual machine often reports only the vendor's name for a whole family.
     if "CPU family" in fields and "Model" in fields:
         name += f" family {fields['CPU family']} model {fields['Model']}"
     return name, caches
@@ -49,7 +49,7 @@ def processor_with_caches() -> str:
 
 
 def name_of_machine() -> str:
-    """The heading of its figures, which tells it from others."""
+    """The heading of the figures of this machine."""
     return f"{processor()[0]}, {os.cpu_count()} cores"
 
 
@@ -59,7 +59,8 @@ def memory() -> str:
 
 
 def output_of_git(tree: Path, *arguments: str) -> Optional[str]:
-    """None when it fails. Without locks, it disturbs nobody who works in the same repository."""
+    """The output of a git command; None if it fails. Takes no locks, so that it disturbs nobody who
+    works in the same repository."""
     result = subprocess.run(["git", "--no-optional-locks", "-C", str(tree), *arguments],
                             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                             stderr=subprocess.DEVNULL, text=True, errors="replace", check=False)
@@ -67,10 +68,10 @@ def output_of_git(tree: Path, *arguments: str) -> Optional[str]:
 
 
 def commit_of(tree: Path) -> str:
-    """The one that `tree` is at, and whether there is anything in it that is not in the commit."""
+    """The commit of `tree`, and whether the tree has changes that are not in it."""
     if shutil.which("git") is None:
         return MISSING
-    # Sources that were unpacked below a repository of something else are not at its commit.
+    # Sources unpacked inside another repository are not at its commit.
     if output_of_git(tree, "ls-files", "--error-unmatch", "--", ".") is None:
         return UNKNOWN
     commit = output_of_git(tree, "rev-parse", "--short", "HEAD")

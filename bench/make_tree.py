@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Makes the directories of files that the comparison runs on, the same in every run.
 
-Their bytes are of no meaning and do not compress; no two files are equal.
+Their bytes are random and do not compress; no two files are equal.
 """
 import argparse
 import json
@@ -21,11 +21,11 @@ BLOCK_BYTES = 8 * MIB
 COUNTER_BYTES = 8
 FILES_PER_DIRECTORY = 1000
 SMALL_FILES = 30_000
-# Paths in it are of 100 characters.
+# Its paths have 100 characters.
 DEEP_FOLDER = "content/environments/northern_district/architecture/modular_facades/weathered_brick"
-# Hashed as two chunks.
+# More than one chunk: hashed as two.
 TWO_CHUNKS_BYTES = 5 * MIB
-# Raised when a tree of the same name and scale gets other files.
+# Increased when a tree of the same name and scale gets different files.
 VERSION = 1
 
 # Relative path and size.
@@ -80,14 +80,14 @@ def whole_small(scale: float) -> Iterator[File]:
 
 TREES: Dict[str, Callable[[float], Iterator[File]]] = {
     "one": one, "mixed": mixed, "small": whole_small}
-# By number of files or bytes.
+# By the number of files or of bytes.
 KINDS: Dict[str, Callable[[int], Iterator[File]]] = {
     "files": many, "deep": many_deep, "larger": many_and_a_larger, "small": small,
     "bytes": one_of_bytes}
 
 
 def files_of(tree: str, scale: float) -> Iterator[File]:
-    """The files of a tree of TREES, or of one of KINDS that is followed by "-N"."""
+    """The files of a tree named in TREES, or named by one of KINDS and "-N"."""
     if tree in TREES:
         return TREES[tree](scale)
     kind, _, number = tree.partition("-")
@@ -97,7 +97,7 @@ def files_of(tree: str, scale: float) -> Iterator[File]:
 
 
 class Contents:
-    """One random block, given out again and again, each time with another counter in front."""
+    """Yields one random block again and again, each time with another counter at its start."""
 
     def __init__(self) -> None:
         self._block = bytearray(random.Random(3).randbytes(BLOCK_BYTES))
@@ -128,8 +128,8 @@ def write_files(directory: Path, files: Iterator[File]) -> None:
 
 
 def make(tree: str, directory: Path, scale: float = 1.0) -> bool:
-    """Makes `tree` in `directory`, whose name says what is in it afterwards. Returns whether it had
-    to: a complete one of the same scale stays."""
+    """Makes `tree` in `directory`. A complete tree of the same scale is kept. Returns whether the
+    tree was made."""
     stamp = directory.with_name(directory.name + ".made")
     description: Dict[str, object] = {"tree": tree, "scale": scale, "version": VERSION}
     if directory.is_dir() and stamp.is_file() and json.loads(stamp.read_text()) == description:
@@ -140,17 +140,17 @@ def make(tree: str, directory: Path, scale: float = 1.0) -> bool:
     try:
         write_files(directory, files_of(tree, scale))
     except BaseException:
-        # Not even an interrupt leaves a part of a tree.
+        # No partial tree is left, not even after an interrupt.
         remove(directory)
         raise
-    # The system would write it all out while something is measured.
+    # Otherwise the system would write it out while something is measured.
     os.sync()
     stamp.write_text(json.dumps(description))
     return True
 
 
 def remove(directory: Path) -> None:
-    """Removes the tree in `directory`, if there is one, and the note of what is in it."""
+    """Removes the tree in `directory`, if any, and the note of what is in it."""
     stamp = directory.with_name(directory.name + ".made")
     if directory.exists():
         shutil.rmtree(directory)

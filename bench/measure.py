@@ -1,4 +1,4 @@
-"""Runs commands and tells what they took."""
+"""Runs commands and measures their time and memory."""
 import os
 import shutil
 import statistics
@@ -43,7 +43,7 @@ class CommandFailed(Exception):
 
 
 def run(command: Command, log: Path, times: Optional[Times] = None) -> None:
-    """Runs `command` to its end, with all its output in `log`, and adds to `times`."""
+    """Runs `command` with all its output in `log`, and adds its times to `times`."""
     with open(command.input or os.devnull, "rb") as source, open(log, "wb") as output:
         start = time.perf_counter()
         process = subprocess.Popen(command.arguments, cwd=command.directory, stdin=source,
@@ -66,13 +66,13 @@ def run(command: Command, log: Path, times: Optional[Times] = None) -> None:
 
 
 def rotated(commands: Sequence[T], number: int) -> List[T]:
-    """What runs in round `number`: in each round, another of them is the first."""
+    """The commands in the order of round `number`: each round starts with another one."""
     start = number % len(commands)
     return [*commands[start:], *commands[:start]]
 
 
 def gnu_time() -> Optional[str]:
-    """GNU time, which other systems call gtime; None where it is missing."""
+    """GNU time, which other systems call gtime; None if it is missing."""
     for name in ("gtime", "/usr/bin/time"):
         program = shutil.which(name)
         if program is None:
@@ -85,10 +85,10 @@ def gnu_time() -> Optional[str]:
 
 
 def run_for_peak_memory(command: Command, log: Path) -> Optional[int]:
-    """Runs `command` and returns its peak resident memory in bytes, None when it cannot be told.
+    """Runs `command` and returns its peak resident memory in bytes; None if that is unknown.
 
-    The usage that the system reports to a parent would include the parent's own memory from before
-    the command took its place, so a small program stands in between.
+    What the system reports for a child includes the memory of the forked parent before exec, so a
+    small program runs in between.
     """
     program = gnu_time()
     if program is None:

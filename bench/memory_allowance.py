@@ -1,19 +1,19 @@
-"""How much memory the program may use over a tree, by the catalogue that was made of it."""
+"""How much memory the program may use on a tree, given the catalogue of the tree."""
 from dataclasses import dataclass
 
-# Beside everything else.
+# The base allowance.
 EXTRA_BYTES = 16 * 2**20
 # For each worker and its buffers.
 BYTES_PER_JOB = 2 * 2**20
-# What an entry with an ordinary path takes that was read from a catalogue.
+# For each entry read from a catalogue, with an ordinary path.
 BYTES_PER_READ_FILE = 200
-# Longer paths may take more: two bytes for each further UTF-16 unit, as the catalogue stores them.
+# Longer paths may take more: two bytes for each further UTF-16 unit, as in the catalogue.
 ORDINARY_PATH_UNITS = 30
 BYTES_PER_UNIT = 2
 
 
 def long_path_bytes(path: bytes) -> int:
-    """What `path`, as the system gives it, takes beyond an ordinary one."""
+    """The bytes that `path`, as the system gives it, takes beyond an ordinary path."""
     units = len(path.decode(errors="replace").encode("utf-16-le")) // 2
     return BYTES_PER_UNIT * max(0, units - ORDINARY_PATH_UNITS)
 
@@ -23,7 +23,7 @@ class CatalogueSizes:
     """What the allowance depends on."""
 
     file_count: int
-    # The whole file, and the entry block in it before and after its compression.
+    # The size of the whole file, and of its entry block before and after compression.
     file_bytes: int
     entry_block_bytes: int
     compressed_bytes: int

@@ -1,4 +1,4 @@
-// SHA-256 of OpenSSL's EVP interface, for comparison.
+// SHA-256 through OpenSSL's EVP interface, for comparison.
 #ifndef SEALKEEPER_BENCH_OPENSSL_BENCHMARK_H
 #define SEALKEEPER_BENCH_OPENSSL_BENCHMARK_H
 

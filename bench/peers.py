@@ -1,4 +1,4 @@
-"""The programs that a developer would use instead."""
+"""The peers: programs that a developer would use instead."""
 import os
 import re
 import shutil
@@ -17,22 +17,22 @@ PEERS: Dict[str, List[str]] = {
     "hashdeep -c sha256 -l": ["hashdeep", "-c", "sha256", "-l"],
 }
 
-# Few enough that all processes get some of them.
+# Few enough files per call for all processes to get some.
 FILES_PER_PROCESS = 64
 
-# Lines without one are headers.
+# Lines without a digest are headers.
 DIGEST = re.compile(rb"\b[0-9a-f]{64}\b")
 
 
 def called_with_files(arguments: List[str]) -> List[str]:
-    """Takes the files from standard input, as many in one call as the system takes."""
+    """Passes the files on standard input as arguments, as many per call as the system allows."""
     environment = sum(len(name) + len(value) + 2 for name, value in os.environb.items())
     longest = os.sysconf("SC_ARG_MAX") - environment - 8192
     return ["xargs", "-0", "-s", str(longest)] + arguments
 
 
 def peer_commands(game: Path, listing: Path) -> List[Command]:
-    """Those that are installed."""
+    """The peers that are installed."""
     return [Command(name, called_with_files(arguments), game, listing)
             for name, arguments in PEERS.items() if shutil.which(arguments[0])]
 
@@ -50,7 +50,7 @@ def peers_with_jobs(jobs: int) -> List[str]:
 
 
 def peer_commands_with_jobs(game: Path, listing: Path, jobs: int) -> List[Command]:
-    """Those that are installed and can use several processors, told to use `jobs` at a time."""
+    """The installed peers that can use several processors, told to use `jobs`."""
     processes = ["xargs", "-0", "-P", str(jobs), "-n", str(FILES_PER_PROCESS), *PEERS[OPENSSL]]
     threads = called_with_files(["hashdeep", "-j", str(jobs), "-c", "sha256", "-l"])
     commands = {"openssl": Command(openssl_with_jobs(jobs), processes, game, listing),
@@ -59,7 +59,7 @@ def peer_commands_with_jobs(game: Path, listing: Path, jobs: int) -> List[Comman
 
 
 class SameDigests:
-    """That all of them hash the same files, each of them once: no two files are equal."""
+    """Checks that all peers hash the same files, each file once: no two files are equal."""
 
     def __init__(self, file_count: int) -> None:
         self._file_count = file_count
@@ -67,7 +67,7 @@ class SameDigests:
         self._openssl_bytes: Optional[CountOf[int]] = None
 
     def check(self, command: Command, log: Path) -> None:
-        """`log` holds what the command printed, in any order."""
+        """`log` contains what the command printed, in any order."""
         output = log.read_bytes()
         if command.name.startswith("xargs "):
             self._check_mixed_output(command, output)
@@ -84,13 +84,13 @@ class SameDigests:
             raise CommandFailed(f"{command.name}: printed other digests than the command before")
 
     def _check_mixed_output(self, command: Command, output: bytes) -> None:
-        """Processes that share a file write whenever a buffer is full, and so into each other's lines.
-        All bytes together have to be those that one process prints."""
+        """Processes that share a file write whenever a buffer is full, so their lines get mixed. All
+        bytes together must be those that one process prints."""
         if Counter(output) != self._openssl_bytes:
             raise CommandFailed(f"{command.name}: printed something else than one process alone")
 
     def check_printed(self, name: str, digests: List[bytes]) -> None:
-        """That the `digests`, each of another file, are among those that were printed."""
+        """Checks that the `digests`, each of a different file, are among those that were printed."""
         others = Counter(digests) - Counter(self._digests or [])
         if others:
             raise CommandFailed(f"{name}: {sum(others.values())} of {len(digests)} digests are not "

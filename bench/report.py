@@ -10,7 +10,7 @@ MIB = 2**20
 
 OWN = (GENERATE, VERIFY)
 TIME_COLUMNS = ("command", "median s", "lowest s", "highest s", "times as fast as the fastest peer")
-# What differs from files of 1 KiB with short paths, by the kind of tree.
+# How each kind of tree differs from files of 1 KiB with short paths.
 FILE_KINDS = {"files": "", "deep": ", paths of 100 characters", "larger": ", one of them of 5 MiB"}
 
 
@@ -43,7 +43,7 @@ def print_exceeded_memory(results: Sequence[TreeResult]) -> None:
 
 
 def ratio(result: TreeResult, command: str) -> str:
-    """How many times as fast as the fastest peer."""
+    """How many times as fast as the fastest peer each command is."""
     peer = result.fastest_peer()
     if peer is None:
         return "no peer"
@@ -95,7 +95,7 @@ def print_summary(results: Sequence[TreeResult]) -> None:
 
 
 def own_with_jobs(jobs: int) -> List[str]:
-    """Each beside itself without."""
+    """Compares each command with itself without jobs."""
     return [name for command in OWN for name in (command, with_jobs(command, jobs))]
 
 
@@ -158,7 +158,7 @@ def print_conversions(results: Sequence[Dict[str, object]]) -> None:
 
 
 def print_per_file(results: Sequence[TreeResult]) -> None:
-    """The first result is of one file: what a run costs before its files do."""
+    """The first result is of one file: the fixed cost of a run."""
     base = results[0]
     print("### Cost per file of 1 KiB\n")
     rows = []

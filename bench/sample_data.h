@@ -1,4 +1,4 @@
-// Bytes of no meaning, the same in every run.
+// Arbitrary bytes, the same in every run.
 #ifndef SEALKEEPER_BENCH_SAMPLE_DATA_H
 #define SEALKEEPER_BENCH_SAMPLE_DATA_H
 

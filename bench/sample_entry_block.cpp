@@ -18,7 +18,8 @@ namespace {
 constexpr std::size_t kMaxChunks = 3;
 constexpr std::size_t kFilesPerDirectory = 200;
 
-// The standard fixes what this gives; its distributions differ between libraries.
+// The standard defines the output of this generator, but that of distributions differs between
+// libraries.
 using Random = std::mt19937_64;
 
 std::size_t Below(Random& random, std::size_t limit) {

@@ -10,8 +10,8 @@ namespace sealkeeper::bench {
 
 inline constexpr std::size_t kSampleEntryCount = 200'000;
 
-// `entryCount` records of 1 to 3 chunks with paths as games have them and random digests, the same
-// in every run.
+// `entryCount` records of 1 to 3 chunks, with typical paths and random digests, the same in every
+// run.
 [[nodiscard]] std::vector<std::uint8_t> MakeSampleEntryBlock(std::size_t entryCount);
 
 }  // namespace sealkeeper::bench

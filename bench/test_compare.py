@@ -1,5 +1,5 @@
-"""A trial of the comparison in a build with tests: that it runs and prints every table, and that it
-says what is wrong. Its figures mean nothing and are not looked at."""
+"""Tries the comparison in a build with tests: it must run, print every table and report errors. Its
+figures mean nothing and are not checked."""
 import contextlib
 import io
 import os
@@ -41,7 +41,7 @@ def run_comparison(*options: str) -> "subprocess.CompletedProcess[str]":
 
 
 def compare_in_process(*options: str) -> Tuple[int, str, str]:
-    """The exit status, and what was printed to standard output and standard error."""
+    """The exit status and the texts printed to standard output and standard error."""
     arguments = ["compare.py", "--build-dir", str(BUILD), *options]
     with mock.patch.object(sys, "argv", arguments), \
             contextlib.redirect_stdout(io.StringIO()) as printed, \
@@ -170,8 +170,8 @@ class Comparison(unittest.TestCase):
                 self.assertNotIn("**", printed)
 
 
-# Stands in for a program that knows the option for jobs: it writes down how many there are to be, and
-# does the work without.
+# A stand-in for a program that has the option -jobs: it records the number and does the work
+# without it.
 PROGRAM_WITH_JOBS = """#!/bin/sh
 afterwards=:
 if [ "$3" = -jobs ]; then
@@ -188,7 +188,7 @@ eval "$afterwards"
 
 class Runs(unittest.TestCase):
     def setUp(self) -> None:
-        # The usual directory for temporary files may be in memory, where nothing is evicted.
+        # The usual temporary directory may be in memory, where nothing can be evicted.
         directory = tempfile.TemporaryDirectory(dir=BUILD)
         self.addCleanup(directory.cleanup)
         scratch = Path(directory.name)
@@ -230,7 +230,7 @@ class Runs(unittest.TestCase):
 
     def test_jobs_are_measured_beside_one(self) -> None:
         result = self.run_with_jobs(":")
-        # To warm up and in each round, generate and verify.
+        # Generate and verify, once to warm up and once in each of two rounds.
         self.assertEqual((self.place.scratch / "jobs").read_text(), "3\n" * 6)
         installed = [name for name, program in (
             ("xargs -P 3 -n 64 openssl dgst -sha256", "openssl"),

@@ -1,4 +1,4 @@
-"""Runs this program and the others over one tree, in turn, and checks that they did the same work."""
+"""Runs this program and its peers on one tree, in turn, and checks that they did the same work."""
 import os
 import struct
 import sys
@@ -21,7 +21,7 @@ VERIFY = "verify"
 
 
 def with_jobs(command: str, jobs: int) -> str:
-    """The name of `command`, generate or verify, that is told to use so many."""
+    """The name of `command`, generate or verify, when it uses `jobs` jobs."""
     return f"{command} -jobs {jobs}"
 
 
@@ -34,19 +34,19 @@ NO_SIZE_THRESHOLD = "    exclude_size_threshold = 0;\n"
 # Larger files are not hashed unless the configuration says so.
 DEFAULT_SIZE_THRESHOLD_BYTES = 1_024_000_000
 
-# Compressed length, length and number of the entries (docs/catalogue-format.md).
+# compressed_length, raw_length and entry_count (docs/catalogue-format.md).
 COUNTS_OFFSET = 1040
 COUNTS_FORMAT = "<III"
 
 
 @dataclass
 class Place:
-    """Where things are."""
+    """The paths that a run uses."""
 
     program: Path
     credentials: Path
     trees: Path
-    # For what nobody needs afterwards.
+    # For temporary files.
     scratch: Path
     keep_trees: bool
 
@@ -68,9 +68,9 @@ class TreeResult:
     largest_bytes: int
     long_path_bytes: int
     times: Dict[str, Times] = field(default_factory=dict)
-    # Bytes, of each command of our own; None when it cannot be told.
+    # Bytes of each of our commands; None if unknown.
     peak_memory: Dict[str, Optional[int]] = field(default_factory=dict)
-    # Of the same commands.
+    # Bytes that the same commands may use.
     allowed_memory: Dict[str, int] = field(default_factory=dict)
 
     def fastest_peer(self) -> Optional[str]:
@@ -90,8 +90,8 @@ def say(text: str) -> None:
 
 
 def list_files(game: Path, listing: Path) -> Tuple[int, int, int, int]:
-    """Writes the paths below `game`, relative and each ended by a zero, and returns how many there
-    are, the bytes of the files and of the largest, and what the paths take that are long."""
+    """Writes the paths of the files below `game` to `listing`, relative and zero-terminated. Returns
+    the number of files, their bytes, those of the largest, and the extra bytes of long paths."""
     count = total = largest = long_paths = 0
     with open(listing, "wb") as output:
         for folder, folders, names in os.walk(game):
@@ -111,14 +111,14 @@ def list_files(game: Path, listing: Path) -> Tuple[int, int, int, int]:
 
 
 def configuration_for(largest_bytes: int) -> str:
-    """The default one where it leaves no file out."""
+    """The default configuration, unless it would leave a file out."""
     return CONFIGURATION.format(size_threshold=NO_SIZE_THRESHOLD
                                 if largest_bytes > DEFAULT_SIZE_THRESHOLD_BYTES else "")
 
 
 def own_commands(place: Place, game: Path, configuration: Path,
                  jobs: Optional[int] = None) -> List[Command]:
-    """Generate and verify; without `jobs`, as they are when nothing is said of it."""
+    """Generate and verify; without `jobs`, with their default."""
     sign = ["-inkey", str(place.credentials / "base_private.key"),
             "-incert", str(place.credentials / "base_public.cer")]
     program = [str(place.program), "-productid", PRODUCT]
@@ -133,7 +133,7 @@ def own_commands(place: Place, game: Path, configuration: Path,
 
 
 def read_sizes(result: TreeResult, catalogue: Path) -> CatalogueSizes:
-    """Checks that all files are in it."""
+    """Checks that the catalogue lists all files."""
     with open(catalogue, "rb") as file:
         file.seek(COUNTS_OFFSET)
         compressed, raw, entries = struct.unpack(COUNTS_FORMAT,
@@ -145,7 +145,7 @@ def read_sizes(result: TreeResult, catalogue: Path) -> CatalogueSizes:
 
 def warm_up_own(place: Place, game: Path, configuration: Path, result: TreeResult,
                 jobs: Optional[int] = None) -> List[Command]:
-    """Runs them once and learns what memory they use and are allowed. Returns them."""
+    """Runs the commands once, to learn the memory that they use and may use. Returns them."""
     own = own_commands(place, game, configuration, jobs)
     for command in own:
         result.peak_memory[command.name] = run_for_peak_memory(command, place.log)
@@ -158,7 +158,7 @@ def warm_up_own(place: Place, game: Path, configuration: Path, result: TreeResul
 
 def warm_up_with_jobs(place: Place, game: Path, configuration: Path, result: TreeResult,
                       jobs: int) -> List[Command]:
-    """The same, and that the catalogue is what it is without: it has to be made again for that."""
+    """The same with jobs. Also checks that the catalogue, which is made again, is the same."""
     catalogue = game / OUTPUT / CATALOGUE_NAME
     expected = catalogue.read_bytes()
     catalogue.unlink()
@@ -169,7 +169,7 @@ def warm_up_with_jobs(place: Place, game: Path, configuration: Path, result: Tre
 
 
 def check_digests(result: TreeResult, catalogue: Path, same_digests: SameDigests) -> None:
-    """That they are what the peers printed, as far as the peers print such ones: they hash no chunks."""
+    """Checks the digests against those of the peers, for files of one chunk: peers hash whole files."""
     digests = whole_file_digests(catalogue, result.size_bytes)
     same_digests.check_printed(GENERATE, digests)
     say(f"{result.tree}: the digests of {len(digests)} of {result.file_count} files were compared with "
@@ -179,11 +179,11 @@ def check_digests(result: TreeResult, catalogue: Path, same_digests: SameDigests
 def run_tree(place: Place, tree: str, scale: float, rounds: int, with_peers: bool,
              others: Sequence[Command] = (), before_each: Callable[[], bool] = lambda: True,
              jobs: Optional[int] = None) -> TreeResult:
-    """A round that is not measured brings the files into the page cache and tells peak memory.
+    """A first, unmeasured round brings the files into the page cache and measures peak memory.
 
-    With `jobs`, ours and the peers that can are measured with so many, too, beside themselves
-    without. `others` are measured beside ours and the peers. `before_each` is called before each command that
-    is measured, and ends it all, without any times, when it returns false.
+    With `jobs`, our commands, and the peers that can, are measured with that many as well.
+    `others` are measured in addition. `before_each` is called before each measured command; if it
+    returns false, the whole run ends without times.
     """
     game = place.trees / tree
     say(f"{tree}: making the files")
