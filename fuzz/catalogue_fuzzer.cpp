@@ -1,4 +1,4 @@
-// Any bytes as a catalogue file.
+// Feeds any bytes as a catalogue file.
 #include <algorithm>
 #include <vector>
 
@@ -15,7 +15,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     for (const auto& entry : entries) {
         static_cast<void>(entry->Path());
         for (std::uint32_t i = 0; i < entry->DigestCount(); ++i) {
-            // A digest is read in full.
+            // Touches every byte of the digest.
             Sha256Digest digest{};
             const auto stored = entry->Digest(i);
             std::copy(stored.begin(), stored.end(), digest.begin());

@@ -1,5 +1,5 @@
-// Any bytes in the place of one of the things that a certificate is checked with; the first byte
-// tells which. Whatever they are, nothing is trusted but what an authority signed as it stands.
+// Feeds any bytes as one of the inputs of a certificate check; the first byte says which. Whatever
+// they are, nothing may be trusted unless an authority signed exactly those bytes.
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -42,7 +42,7 @@ bool IsTrusted(ByteView certificateBytes, ByteView parentBytes = kNone) {
     return Check(BuiltInTrustMaterial(), certificateBytes, parentBytes) == ResultCode::Ok;
 }
 
-// What the authority issued, for the game and otherwise.
+// Credentials that the authority or the game really issued.
 struct Genuine {
     Bytes game = Credential("game.cer");
     Bytes revoked = Credential("revoked.cer");
@@ -54,7 +54,7 @@ struct Genuine {
     Genuine() {
         Require(ParseCertificate(BuiltInTrustMaterial().authorityDer, authority) == 0);
         Require(ParseCertificate(game, parsedGame) == 0);
-        // Without these, nothing below would ever be trusted, or everything.
+        // Otherwise the checks below could not fail: nothing, or everything, would be trusted.
         Require(IsTrusted(game) && IsTrusted(mod, game));
         Require(!IsTrusted(revoked) && !IsTrusted(mod));
     }
@@ -72,7 +72,7 @@ bool IsSignedByAuthority(ByteView bytes) {
 void CheckCertificate(ByteView bytes) {
     const bool isTrusted = IsTrusted(bytes);
     Require(!isTrusted || IsSignedByAuthority(bytes));
-    // The check of a certificate that was parsed before has the same result.
+    // Checking a certificate that was parsed before gives the same result.
     Certificate parsed;
     Require(ParseCertificate(bytes, parsed) == 0
                 ? CheckCertificateTrust(BuiltInTrustMaterial(), parsed, kProductId) == isTrusted
@@ -89,8 +89,8 @@ void CheckParentCertificate(ByteView bytes) {
     Require(!IsTrusted(GenuineCredentials().mod, bytes) || IsSignedByAuthority(bytes));
 }
 
-// A revoked certificate is trusted where there is no list, and, as the library has it, with a list
-// of another issuer.
+// A revoked certificate is trusted only without a list or, in this library, with a list of another
+// issuer.
 void CheckRevocationList(ByteView bytes) {
     const Genuine& genuine = GenuineCredentials();
     const TrustMaterial trust{BuiltInTrustMaterial().authorityDer, bytes};
@@ -104,7 +104,7 @@ void CheckRevocationList(ByteView bytes) {
     Require(!std::equal(issuer.p, issuer.p + issuer.len, authority.p, authority.p + authority.len));
 }
 
-// Whether what `material` signs has a signature of the game's certificate.
+// Whether a signature made with the key of `material` verifies with its certificate.
 bool FitsTheGame(SigningMaterial& material) {
     RandomGenerator random;
     const Sha256Digest digest{1, 2, 3};
@@ -135,7 +135,7 @@ bool EqualsIgnoringCase(const std::string& a, const std::string& b) {
 }
 
 void CheckProductId(ByteView bytes) {
-    // No argument of a process holds a zero byte.
+    // Arguments of a process contain no zero byte.
     const std::string productId(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0));
     Certificate certificate;
     const ResultCode code = VerifySigningCertificate(

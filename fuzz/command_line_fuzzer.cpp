@@ -1,4 +1,4 @@
-// Any lines as the arguments of a command line, which is parsed and not acted on.
+// Feeds any lines as the arguments of a command line, which is parsed but not run.
 #include <string>
 #include <tuple>
 #include <vector>
@@ -23,7 +23,7 @@ Arguments LinesOf(const std::uint8_t* data, std::size_t size) {
         if (data[i] == '\n') {
             lines.emplace_back();
         } else if (data[i] != 0) {
-            // No argument of a process holds a zero byte.
+            // Arguments of a process contain no zero byte.
             lines.back().push_back(static_cast<char>(data[i]));
         }
     }
@@ -53,7 +53,7 @@ bool AsksToPrint(const Arguments& arguments) {
     return false;
 }
 
-// What the actions count on.
+// Checks what the actions rely on.
 void CheckOptions(const CommandLineOptions& options, const Arguments& arguments) {
     fuzz::Require(options.jobs >= 1 && options.jobs <= 256);
     switch (options.action) {
@@ -75,7 +75,7 @@ void CheckOptions(const CommandLineOptions& options, const Arguments& arguments)
     fuzz::Require(options.programPath == arguments.front());
 }
 
-// All that a command line sets but the product id.
+// Everything that a command line sets except the product id.
 auto OtherOptions(const CommandLineOptions& options) {
     return std::tie(options.action, options.privateKeyFile, options.certificateFile,
                     options.configFile, options.gameDevMode, options.outputName, options.crlFile,
@@ -83,7 +83,7 @@ auto OtherOptions(const CommandLineOptions& options) {
                     options.jobs, options.programPath);
 }
 
-// The last value of an option wins, in either form, and touches nothing else.
+// The last value of an option wins, in either form, and changes nothing else.
 void CheckLastValueWins(const CommandLineOptions& options, const Arguments& arguments) {
     for (const Arguments& last : {Arguments{"-productid", "last"}, Arguments{"-productid=last"}}) {
         Arguments longer = arguments;

@@ -1,5 +1,5 @@
-// Any bytes as a configuration text. What was read of it, written down plainly, reads the same; and
-// so do the rules and the settings that the program makes of it, which keep their limits.
+// Feeds any bytes as a configuration text. What was read, written out plainly, must read the same,
+// and so must the rules and settings that the program makes of it, which must keep their limits.
 #include <algorithm>
 #include <cstdint>
 #include <set>
@@ -22,8 +22,8 @@ using Names = std::set<std::string>;
 
 constexpr std::uint32_t kLastAntiTamperSolution = 8;
 
-// Which sections and keys to ask a document for, which lists none: those that the program asks for,
-// and the words of the text. What else a document holds is not looked at.
+// The names of sections and keys to look up, because a document cannot list its own: those that the
+// program uses, and the words of the text. Anything else in a document is not checked.
 Names NamesIn(std::string_view text) {
     Names names = {"config_info",
                    "version",
@@ -54,14 +54,14 @@ Names NamesIn(std::string_view text) {
     return names;
 }
 
-// A value in quotes. In none there are two backslashes in a row.
+// A value in quotes. No value may have two backslashes in a row.
 std::string Quoted(const std::string& text) {
     fuzz::Require(text.find("\\\\") == std::string::npos);
     return '"' + text + '"';
 }
 
-// Everything that `section` holds under `key`, a list so many times. The number goes first: it sets
-// the flag, too.
+// Everything in `section` under `key`, with lists repeated `listRepetitions` times. The number goes
+// first, because it also sets the flag.
 std::string EntriesOf(ConfigSection& section, const std::string& key, int listRepetitions) {
     std::string entries;
     const auto add = [&entries, &key](const std::string& value) {
@@ -97,9 +97,9 @@ std::string EntriesOf(ConfigSection& section, const std::string& key, int listRe
     return entries;
 }
 
-// What `document` holds, as a configuration text.
+// The content of `document` as a configuration text.
 std::string TextOf(ConfigDocument& document, const Names& names, int listRepetitions = 1) {
-    // All sections that are not there are one and the same.
+    // All missing sections are the same object.
     std::string missingName = "\n";
     const ConfigSection* const missing = &document.GetSection(missingName);
     std::string text;
@@ -112,7 +112,7 @@ std::string TextOf(ConfigDocument& document, const Names& names, int listRepetit
         for (const std::string& key : names) {
             text += EntriesOf(section, key, listRepetitions);
         }
-        // The very last byte of a text is not looked at.
+        // The last byte of a text never starts a token, so it must not be the brace.
         text += "}\n\n";
     }
     return text;
@@ -208,7 +208,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     CheckSettings(settings);
     fuzz::Require(Fields(SettingsOf(again)) == Fields(settings));
 
-    // The same text once more adds to the lists and changes nothing else.
+    // Parsing the same text again adds to the lists and changes nothing else.
     const std::string withDoubledLists = TextOf(document, names, 2);
     fuzz::Require(document.ParseConfigText(text));
     fuzz::Require(TextOf(document, names) == withDoubledLists);

@@ -1,5 +1,6 @@
-// Any bytes as one of the files that `credentials` is given; the first one tells which. What a file
-// is called is what the library makes of it, and what is told of generate is what generate does.
+// Feeds any bytes as one of the files that `credentials` takes; the first byte says which. The
+// reported kind of a file must agree with what the library parses, and the reported outcome of
+// generate with what generate does.
 #include <mbedtls/pk.h>
 #include <mbedtls/x509_csr.h>
 
@@ -42,14 +43,14 @@ std::string Genuine(const std::string& name) {
     return std::string(SEALKEEPER_FUZZ_CREDENTIALS_DIR) + "/" + name;
 }
 
-// The library takes PEM with a zero at its end.
+// The library needs PEM with a terminating zero.
 Bytes WithZero(ByteView bytes) {
     Bytes text(bytes.begin(), bytes.end());
     text.push_back(0);
     return text;
 }
 
-// A file is judged by its first label; the library looks for one after the other.
+// A file is judged by its first PEM label, but the library searches for several labels in turn.
 enum class Labels { None, One, Several };
 
 Labels LabelsIn(ByteView bytes) {
@@ -106,7 +107,7 @@ void CheckParsedPem(ByteView bytes, FileKind kind) {
 
 FileKind CheckKind(ByteView bytes) {
     const FileKind kind = FileKindOf(bytes);
-    // Elsewhere in memory, and with another byte past the end.
+    // Elsewhere in memory, with a different byte past the end.
     const Bytes copy = WithZero(bytes);
     Require(FileKindOf(ByteView(copy).first(bytes.size())) == kind);
     Require(std::string_view(FileKindText(kind)).size() > 3);
@@ -132,7 +133,7 @@ void CheckFindings(const CredentialFindings& findings, ResultCode code) {
     for (const CredentialFinding& finding : findings) {
         const bool isWarning = finding.severity == FindingSeverity::Warning;
         Require(isWarning || !hadWarning);
-        // What is right for generate is no error of its own.
+        // What generate accepts is not reported as an error.
         Require(isWarning || !finding.code || *finding.code == ResultCode::Ok ||
                 code != ResultCode::Ok);
         Require(*finding.name != '\0' && !finding.message.empty() && !finding.cure.text.empty());
@@ -182,7 +183,7 @@ void CheckKey(const std::string& path, FileKind kind) {
     files.key = path;
     const CredentialFacts facts = CheckFiles(files);
     Require((facts.key->code == ResultCode::Ok) == facts.key->details.has_value());
-    // What is a key for the library is called none of the other things.
+    // A file that the library reads as a key must not be reported as anything else.
     const bool isRead = facts.key->details.has_value();
     Require(!isRead || IsPrivateKey(kind) || LabelsIn(fuzz::ContentOf(path)) == Labels::Several);
     Require(isRead != facts.key->file.kind.has_value());

@@ -1,4 +1,4 @@
-// A catalogue file round an entry block, for fuzzers that look at the block alone.
+// A catalogue file around an entry block, for fuzzers that test only the block.
 #ifndef SEALKEEPER_FUZZ_ENTRY_BLOCK_FILE_H
 #define SEALKEEPER_FUZZ_ENTRY_BLOCK_FILE_H
 
@@ -6,9 +6,9 @@
 
 namespace sealkeeper::fuzz {
 
-// `input` is an entry count of four bytes and, uncompressed, the entry block. Nothing is wrong with
-// the catalogue otherwise. Empty when there is no byte of a block. Each byte gets a code of its
-// own: a search for longer strings would take most of the time and say nothing of the block.
+// `input` is a four-byte entry count and the uncompressed entry block. The catalogue is otherwise
+// valid. Empty when the block has no bytes. Each byte gets its own code: searching for longer
+// strings would take most of the time and not test the block.
 [[nodiscard]] Bytes FileOfEntryBlock(ByteView input);
 
 }  // namespace sealkeeper::fuzz

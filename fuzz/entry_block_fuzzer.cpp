@@ -1,5 +1,5 @@
-// Any bytes as an entry block: the first four are the entry count, the rest is put into a catalogue
-// that is sound otherwise.
+// Feeds any bytes as an entry block: the first four are the entry count, the rest goes into a
+// catalogue that is otherwise valid.
 #include <utility>
 
 #include "catalogue/hash_catalogue.h"

@@ -1,4 +1,4 @@
-// What a fuzzer is: one function that takes any bytes. libFuzzer calls it, and so does replay_main.
+// A fuzzer is one function that takes any bytes. libFuzzer and replay_main call it.
 #ifndef SEALKEEPER_FUZZ_FUZZER_H
 #define SEALKEEPER_FUZZ_FUZZER_H
 
@@ -16,15 +16,14 @@ namespace sealkeeper::fuzz {
 using Bytes = std::vector<std::uint8_t>;
 using ByteView = std::span<const std::uint8_t>;
 
-// Ends the run with a report, whatever the build type.
+// Aborts the run if `condition` is false, in every build type.
 inline void Require(bool condition) {
     if (!condition) {
         std::abort();
     }
 }
 
-// Sends to nowhere what the code under test writes to standard output; fuzzers report on standard
-// error.
+// Discards what the code under test writes to standard output. Fuzzers report on standard error.
 inline void SilenceConsole() {
     static const bool isSilent = std::freopen("/dev/null", "w", stdout) != nullptr;
     Require(isSilent);

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Issues, from the development authority, the credentials that fuzzers and their corpora use into
-# fuzz/credentials; make_corpus.py comes next. For when the authority or what is issued changes.
+# Issues the credentials of the fuzzers and their corpora, from the development authority, into
+# fuzz/credentials. Run make_corpus.py afterwards. Needed only when the authority or the credentials
+# change.
 set -euo pipefail
 cd "$(dirname "$0")"
 
 product=FuzzedGame
-# As long as the authority.
+# Valid as long as the authority.
 validity=(--not-before 20260101000000Z --not-after 20751231000000Z)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -26,8 +27,8 @@ issue mod "$product" --mod "$work/game"
 validity=(--not-before 20010101000000Z --not-after 20020101000000Z)
 issue expired "$product"
 
-# The key that seals the game of the fuzzers, and one that nobody vouches for. They protect nothing,
-# as the authority does not.
+# The key that seals the game of the fuzzers, and one of an untrusted certificate. Publishing them
+# is harmless: the development authority protects nothing either.
 cp "$work/game/base_private.key" credentials/game.key
 openssl genrsa -out credentials/another.key 2048 2>/dev/null
 openssl req -x509 -new -key credentials/another.key -subj "/CN=$product" -days 18000 \

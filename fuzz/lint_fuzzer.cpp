@@ -1,5 +1,5 @@
-// Any bytes as a configuration text, linted. What is told of it stands in it, in order, and is fit
-// to be shown; and a text that nothing is told of is one that the tool takes.
+// Feeds any bytes to the lint of a configuration text. Warnings must point into the text, in order,
+// and be safe to show. A text without warnings must be one that the tool accepts.
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -33,7 +33,7 @@ bool AreSame(const RuleWarning& left, const RuleWarning& right) {
     return Fields(left) == Fields(right);
 }
 
-// Whether the place of a byte of `text`. The line feed belongs to the line that it ends.
+// Whether `place` is that of a byte of `text`. A line feed belongs to the line that it ends.
 bool IsPlaceIn(const TextLines& lines, std::string_view text, TextPlace place) {
     std::size_t begin = 0;
     for (std::size_t line = 1; line < place.line; ++line) {
@@ -46,7 +46,7 @@ bool IsPlaceIn(const TextLines& lines, std::string_view text, TextPlace place) {
            begin + place.column - 1 <= lines.LineEnd(begin);
 }
 
-// A sentence that a terminal shows as it stands, once it is escaped.
+// Requires a whole sentence without control characters once it is escaped.
 void CheckSentence(const std::string& sentence) {
     constexpr std::string_view kEnds = ".?!";
     Require(sentence.size() > 1 && kEnds.find(sentence.back()) != std::string_view::npos);
@@ -76,7 +76,7 @@ struct Taken {
     CatalogueConfig config;
 };
 
-// What generate makes of a text before it looks at a game.
+// What generate makes of a text before it looks at the game.
 Taken Take(std::string_view text) {
     ConfigDocument document;
     Taken taken;
@@ -137,7 +137,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     g_logThreshold = LogLevel{0};
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::vector<RuleWarning> warnings = LintConfigText(text);
-    // Elsewhere in memory, and with another byte past its end.
+    // Elsewhere in memory, with a different byte past the end.
     const std::string copy = std::string(text) + '"';
     const std::vector<RuleWarning> again =
         LintConfigText(std::string_view(copy).substr(0, text.size()));

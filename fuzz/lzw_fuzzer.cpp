@@ -1,4 +1,4 @@
-// Any bytes as a compressed block.
+// Feeds any bytes as a compressed block.
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -13,7 +13,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (!block) {
         return 0;
     }
-    // Of a length that divides nothing that is inside.
+    // A prime length, so that reads do not line up with internal buffers.
     std::array<std::uint8_t, 997> piece{};
     while (block->BytesLeft() > 0) {
         const std::uint64_t left = block->BytesLeft();

@@ -1,5 +1,5 @@
-// Any bytes, compressed and decompressed in pieces, come back as they were; and the compressed form
-// is the one that the rule of the format gives, whatever dictionary finds it.
+// Any bytes, compressed and decompressed in pieces, must come back unchanged. The compressed form
+// must equal that of a plain implementation of the format.
 #include <algorithm>
 #include <span>
 
@@ -14,11 +14,11 @@ using namespace sealkeeper;
 using fuzz::Bytes;
 using fuzz::ByteView;
 
-// Twice what fills the dictionary.
+// About twice as much as fills the dictionary.
 constexpr std::size_t kMaxBlockBytes = 8'192;
 
-// `unit` over and over, each time with other bits of `changing` turned over: few bytes of input
-// make strings that are long, and so many that the dictionary is full.
+// Repeats `unit`, each time with other bits of `changing` flipped. So a short input can make long
+// strings and fill the dictionary.
 Bytes RepeatedBlock(ByteView unit, std::size_t repetitions, std::uint8_t changing) {
     Bytes block;
     for (std::size_t i = 0; i <= repetitions && block.size() < kMaxBlockBytes; ++i) {

@@ -1,6 +1,6 @@
-// Any bytes as a configuration text, outlined. The outline takes part in nothing: the document is
-// that of a scan without one. What it tells stands where it says, in order, and is all that the
-// document holds.
+// Feeds any bytes to the outline of a configuration text. The outline must not affect the scan: the
+// document is the same without it. Everything in it must be where it says, in order, and it must
+// account for everything in the document.
 #include <algorithm>
 #include <cstdint>
 #include <map>
@@ -63,7 +63,7 @@ void CheckKeys(std::string_view text, const ConfigOutline& outline) {
     Require(outline.pendingKey == kNoIndex || outline.pendingKey + 1 == outline.keys.size());
 }
 
-// What stands between each first and second double quote, the empty ones too.
+// The texts between pairs of double quotes, empty ones included.
 std::vector<std::string_view> QuotedParts(std::string_view text) {
     std::vector<std::string_view> parts;
     while (true) {
@@ -210,18 +210,18 @@ void Hold(const OutlinedValue& value, bool isTrue, const std::string& key, HeldS
     }
 }
 
-// What the outline says that each section holds.
+// The content of each section according to the outline.
 std::map<std::string, HeldSection> HeldSections(std::string_view text,
                                                 const ConfigOutline& outline) {
     std::map<std::string, HeldSection> sections;
     for (const OutlinedValue& value : outline.values) {
-        // Of a number its first digit decides.
+        // The first digit of a number decides.
         const bool isTrue =
             value.kind == ConfigValueKind::Number ? text[value.begin] != '0' : value.number != 0;
         Hold(value, isTrue, outline.keys[value.key].name,
              sections[outline.sections[value.section].name]);
     }
-    // A number whose end is missing is a flag nevertheless.
+    // A number without a semicolon still sets the flag.
     if (outline.stop && outline.stop->why == ConfigStop::NoSemicolon) {
         sections[outline.sections.at(outline.openSection).name]
             .flags[outline.keys.at(outline.pendingKey).name] = text[outline.stop->offset] != '0';
@@ -265,7 +265,7 @@ void CheckDocument(std::string_view text, const ConfigOutline& outline, ConfigDo
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // Names times keys are compared.
+    // Limited, because every section name is compared with every key.
     constexpr std::size_t kMostBytes = 8192;
     const std::string_view text(reinterpret_cast<const char*>(data), std::min(size, kMostBytes));
     ConfigDocument outlined;

@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
     for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
         const std::vector<std::uint8_t> bytes = ReadFile(entry.path());
         for (std::size_t size = 0; size <= bytes.size(); ++size) {
-            // A copy of the exact size, so that a read behind its end is seen.
+            // A copy of the exact size, so that the address sanitizer sees a read past the end.
             const std::vector<std::uint8_t> input(bytes.data(), bytes.data() + size);
             static_cast<void>(LLVMFuzzerTestOneInput(input.data(), input.size()));
         }

@@ -1,4 +1,4 @@
-// Any bytes as an unscrambled runtime.conf, listed.
+// Feeds any bytes to list as an unscrambled runtime.conf.
 #include <vector>
 
 #include "app/console_log.h"

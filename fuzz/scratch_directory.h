@@ -1,5 +1,5 @@
-// A directory of its own for a fuzzer that needs files, in memory where the system has a file
-// system in memory.
+// A temporary directory for a fuzzer that needs files, in memory if the system has a file system
+// there.
 #ifndef SEALKEEPER_FUZZ_SCRATCH_DIRECTORY_H
 #define SEALKEEPER_FUZZ_SCRATCH_DIRECTORY_H
 
@@ -9,7 +9,7 @@
 
 namespace sealkeeper::fuzz {
 
-// Removed with all it holds when the process ends in good order.
+// Removed with its content when the process exits normally.
 class ScratchDirectory {
   public:
     ScratchDirectory();
@@ -20,14 +20,14 @@ class ScratchDirectory {
     // Absolute, ending in '/'.
     [[nodiscard]] const std::string& Path() const { return path_; }
 
-    // Writes the file `name`, making the directories that its name goes through.
+    // Writes the file `name` and creates the directories in its name.
     void Write(const std::string& name, ByteView content) const;
 
   private:
     std::string path_;
 };
 
-// The content of the file at `path`, which must be there.
+// The content of the file at `path`, which must exist.
 [[nodiscard]] Bytes ContentOf(const std::string& path);
 
 }  // namespace sealkeeper::fuzz

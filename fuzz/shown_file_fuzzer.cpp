@@ -1,6 +1,6 @@
-// Any bytes as a file that `show` is given; the first one tells how they become one. `show` calls
-// valid what `list` takes, shows the entries that the tool reads, and says where what is wrong
-// stands.
+// Feeds any bytes as a file for `show`; the first byte says what kind of file to make of them.
+// `show` must call valid what `list` accepts, show the entries that the tool reads, and say where
+// an error is.
 #include <unistd.h>
 
 #include <algorithm>
@@ -39,7 +39,7 @@ using fuzz::Require;
 
 constexpr const char* kProductId = "FuzzedGame";
 
-// What was read of a whole catalogue by the reader that keeps all of it.
+// The entries as the reader of the tool reads them from the whole catalogue.
 EntryList EntriesOf(Bytes file) {
     HashCatalogue catalogue("");
     EntryList entries;
@@ -79,7 +79,7 @@ void CheckEntries(const FileToShow& read, const Bytes& file) {
     Require(read.shown.totals->entries == entries.size() && read.shown.totals->chunks == chunks);
 }
 
-// A catalogue does not differ from itself.
+// A catalogue must not differ from itself.
 void CheckComparison(const FileToShow& read) {
     const auto entries = [&read] {
         InvalidReason reason;
@@ -93,7 +93,7 @@ void CheckComparison(const FileToShow& read) {
     Require(difference.unchanged == read.shown.totals->entries);
 }
 
-// Of the file's own header, which is whole where an entry block is looked at.
+// The file with its parsed header, which is valid if an entry block was read.
 CatalogueFile CatalogueIn(const Bytes& file) {
     CatalogueFile catalogue{file, {}};
     Require(ReadCatalogueHeader(file, file.size(), catalogue.header) == ResultCode::Ok);
@@ -112,7 +112,7 @@ void CheckFinding(const InvalidFinding& finding, const Bytes& file) {
         CheckSentence(cause);
     }
     if (!finding.isInEntryBlock) {
-        // Where bytes are missing, it is past the last one.
+        // If bytes are missing, the offset is past the last one.
         Require(finding.offset <= file.size() && !finding.entryIndex);
         return;
     }
@@ -131,7 +131,7 @@ void CheckFields(const ShownFile& shown) {
     }
 }
 
-// Standard output, which reports go to, is a file that is emptied again and again.
+// Redirects standard output, where reports go, to a file that `Take` empties.
 class Report {
   public:
     explicit Report(const std::string& path) : path_(path) {
@@ -168,11 +168,11 @@ void CheckReports(const FileToShow& read, const Report& report, ShowOptions opti
     Require(console.Finish());
 }
 
-// The certificate is the game's, which is trusted.
+// The certificate beside the file is the trusted one of the game.
 void CheckSignature(const ShownFile& shown) {
     const bool isGood = shown.signature && shown.signature->state == SignatureState::Good;
     if (shown.kind != ShownKind::Catalogue) {
-        // No seed is signed.
+        // No runtime.conf in the corpus is signed.
         Require(!isGood);
         return;
     }
@@ -210,7 +210,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     g_logThreshold = LogLevel{0};
     static const fuzz::ScratchDirectory directory;
     static const Report report(directory.Path() + "report");
-    // A certificate beside the file, as there is in a game.
+    // A certificate beside the file, as in a game.
     static const bool hasCertificate = [] {
         directory.Write("base.cer", fuzz::ContentOf(std::string(SEALKEEPER_FUZZ_CREDENTIALS_DIR) +
                                                     "/game.cer"));

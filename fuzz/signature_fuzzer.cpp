@@ -1,5 +1,5 @@
-// Any bytes behind a catalogue's header, and any as runtime.conf: the key of the built-in authority
-// has signed neither.
+// Feeds any bytes as a catalogue and as runtime.conf. Neither may verify with the key of the
+// built-in authority, which has signed neither.
 #include <vector>
 
 #include "catalogue/catalogue_format.h"

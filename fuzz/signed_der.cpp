@@ -11,12 +11,12 @@ constexpr std::uint8_t kSequenceTag = 0x30;
 struct Element {
     std::uint8_t tag = 0;
     ByteView content;
-    // With its tag and length.
+    // The content with its tag and length.
     ByteView whole;
 };
 
-// The length at the start of `input`: one byte, or the number of the bytes that tell it (X.690,
-// 8.1.3). Longer forms than DER allows are taken as well, because the library takes them.
+// Takes a length from the start of `input`: one byte, or a count of length bytes and those bytes
+// (X.690, 8.1.3). Accepts longer forms than DER allows, because the library does.
 std::optional<std::size_t> TakeLength(ByteView& input) {
     constexpr std::uint8_t kLongForm = 0x80;
     constexpr std::size_t kMaxLengthBytes = 4;
@@ -61,7 +61,7 @@ std::optional<SignedDer> TakeApart(ByteView bytes) {
     const auto toBeSigned = TakeElement(inner);
     const auto algorithm = TakeElement(inner);
     const auto signature = TakeElement(inner);
-    // The first byte of a bit string tells how many bits of its last one do not count.
+    // The first byte of a bit string says how many bits of its last byte are unused.
     if (!toBeSigned || !algorithm || !signature || signature->tag != kBitStringTag ||
         signature->content.empty() || signature->content.front() != 0) {
         return std::nullopt;
@@ -75,7 +75,7 @@ bool IsSignedBy(ByteView bytes, const mbedtls_pk_context& key) {
     if (!parts || ComputeSha256(parts->toBeSigned, digest) != 0) {
         return false;
     }
-    // The library verifies with a key that it does not call constant.
+    // The library's function takes a pointer to a non-const key.
     auto* const verifier = const_cast<mbedtls_pk_context*>(&key);
     return mbedtls_pk_verify(verifier, MBEDTLS_MD_SHA256, digest.data(), digest.size(),
                              parts->signature.data(), parts->signature.size()) == 0;

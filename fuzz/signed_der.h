@@ -1,5 +1,5 @@
-// The outer structure that certificates and revocation lists have in common (RFC 5280, 4.1 and
-// 5.1), taken apart without the library that the program trusts with it.
+// Parses the outer structure that certificates and revocation lists share (RFC 5280, 4.1 and 5.1),
+// independently of the library that the program uses for it.
 #ifndef SEALKEEPER_FUZZ_SIGNED_DER_H
 #define SEALKEEPER_FUZZ_SIGNED_DER_H
 
@@ -12,16 +12,15 @@
 namespace sealkeeper::fuzz {
 
 struct SignedDer {
-    // The element that is signed, its tag and length included.
+    // The element that is signed, with its tag and length.
     ByteView toBeSigned;
     ByteView signature;
 };
 
-// Nothing when `bytes` do not begin with such a structure. What is past its end is not looked at.
+// Nothing when `bytes` do not begin with such a structure. Bytes past its end are ignored.
 [[nodiscard]] std::optional<SignedDer> TakeApart(ByteView bytes);
 
-// Whether `bytes` carry the signature of `key`, over SHA-256, of exactly the bytes that are to be
-// signed in them.
+// Whether `bytes` contain a valid signature by `key`, with SHA-256, of exactly their signed part.
 [[nodiscard]] bool IsSignedBy(ByteView bytes, const mbedtls_pk_context& key);
 
 }  // namespace sealkeeper::fuzz

@@ -1,5 +1,5 @@
-// Any bytes as text of each form. Every conversion gives what the system's converter gives when it
-// is asked for all of it, or the error text; and what was converted converts back to what it was.
+// Feeds any bytes as text of each form. Every conversion must give what the system's converter
+// gives for the whole text, or the error text. Converted text must convert back to the original.
 #include <iconv.h>
 
 #include <algorithm>
@@ -28,14 +28,14 @@ class Converter {
     Converter& operator=(const Converter&) = delete;
     ~Converter() { iconv_close(converter_); }
 
-    // Nothing, with errno set, when `input` is not text of its form.
+    // Nothing, with errno set, when `input` is malformed.
     template <typename Output, typename Input>
     std::optional<Output> Convert(const Input& input) {
         using InputUnit = typename Input::value_type;
         using OutputUnit = typename Output::value_type;
-        // Back to its first state.
+        // Resets the converter.
         iconv(converter_, nullptr, nullptr, nullptr, nullptr);
-        // No unit of one form takes more than four of another.
+        // One unit of any form takes at most four units of another.
         Output output(4 * input.size(), OutputUnit{});
         char* from = const_cast<char*>(reinterpret_cast<const char*>(input.data()));
         char* to = reinterpret_cast<char*>(output.data());
@@ -56,7 +56,7 @@ template <typename Text>
 Text TextOf(ByteView bytes) {
     using Unit = typename Text::value_type;
     Text text(bytes.size() / sizeof(Unit), Unit{});
-    // An empty text has nowhere to copy to.
+    // memcpy must not be called with null pointers.
     if (!text.empty()) {
         std::memcpy(text.data(), bytes.data(), text.size() * sizeof(Unit));
     }
@@ -97,7 +97,7 @@ void CheckWide(const std::wstring& wide) {
     fuzz::Require(!expectedUtf16 || Utf16ToWide(utf16) == wide);
 }
 
-// Most numbers of 32 bits are no code points; these are, but for the surrogates.
+// Reduces each unit to a code point, because most 32-bit numbers are none. Surrogates may remain.
 std::wstring CodePoints(std::wstring wide) {
     std::transform(wide.begin(), wide.end(), wide.begin(), [](wchar_t unit) {
         return static_cast<wchar_t>(static_cast<char32_t>(unit) % kEndOfUnicode);

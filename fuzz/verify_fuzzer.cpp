@@ -1,5 +1,5 @@
-// A small sealed game of which one file is changed, verified as `verify` does it. The status is 0
-// only if every byte that is sealed is as it was sealed, and always if all of the file is.
+// Changes one file of a small sealed game and runs `verify` on it. The status must be 0 if the file
+// is unchanged, and only if every sealed byte is unchanged.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -26,7 +26,7 @@ using fuzz::Require;
 
 struct SealedFile {
     std::string name;
-    // Whether `changed` differs from `content` in bytes alone that are not sealed.
+    // Whether `changed` differs from `content` only in bytes that are not sealed.
     bool (*isAsSealed)(const Bytes& content, const Bytes& changed);
     Bytes content;
 };
@@ -35,8 +35,8 @@ bool IsEqual(const Bytes& content, const Bytes& changed) {
     return content == changed;
 }
 
-// Nothing counts of the area behind the signature. The signature counts: there is but one of the
-// same bytes.
+// The rest of the signature area after the signature is not sealed. The signature itself counts,
+// because only one is valid for given bytes.
 bool IsEqualButBehindSignature(Bytes content, const Bytes& changed, std::size_t areaOffset) {
     if (content.size() != changed.size()) {
         return false;
@@ -63,8 +63,8 @@ bool IsRuntimeConfigurationAsSealed(const Bytes& content, const Bytes& changed) 
     return IsEqualButBehindSignature(plain, plainChanged, runtime_file::kSignatureOffset);
 }
 
-// Of a certificate, its signature and what that covers count: not how the lengths round them are
-// written, and nothing past its end.
+// In a certificate, the signature and what it covers are sealed, but not the encoding of the
+// lengths around them, and nothing past its end.
 bool IsCertificateAsSealed(const Bytes& content, const Bytes& changed) {
     const auto isSame = [](ByteView a, ByteView b) {
         return std::equal(a.begin(), a.end(), b.begin(), b.end());
@@ -92,14 +92,14 @@ std::vector<SealedFile> ReadSealedFiles() {
     return files;
 }
 
-// The game in a directory of its own.
+// The game, in its own directory.
 class InstalledGame {
   public:
     InstalledGame() {
         for (const SealedFile& file : files_) {
             Restore(file);
         }
-        // Otherwise nothing below would ever pass.
+        // Otherwise no later run could ever pass.
         Require(Verify() == ResultCode::Ok);
     }
 
@@ -113,7 +113,8 @@ class InstalledGame {
     }
     void Restore(const SealedFile& file) const { directory_.Write(file.name, file.content); }
 
-    // The action changes into the game's directory, and paths given to libFuzzer may be relative.
+    // Changes back afterwards: the action changes into the game's directory, and paths given to
+    // libFuzzer may be relative.
     [[nodiscard]] ResultCode Verify() const {
         CommandLineOptions options;
         options.verifyDir = directory_.Path();
@@ -124,7 +125,7 @@ class InstalledGame {
     }
 
   private:
-    // As long as the process.
+    // Open as long as the process runs.
     int startDirectory_ = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     fuzz::ScratchDirectory directory_;
     std::vector<SealedFile> files_ = ReadSealedFiles();
@@ -135,13 +136,13 @@ const InstalledGame& Game() {
     return game;
 }
 
-// Takes a number of two bytes from `input`, below `end`.
+// Takes a two-byte number from `input` and reduces it to below `end`.
 std::size_t TakePosition(ByteView& input, std::size_t end) {
     const std::size_t low = fuzz::TakeByte(input);
     return (low | std::size_t{fuzz::TakeByte(input)} << 8) % end;
 }
 
-// Other bytes in some places; some may be what is there.
+// `content` with other bytes at some positions, some of which may be equal to the old ones.
 Bytes Edited(Bytes content, ByteView edits) {
     while (!edits.empty() && !content.empty()) {
         const std::size_t position = TakePosition(edits, content.size());
@@ -150,7 +151,7 @@ Bytes Edited(Bytes content, ByteView edits) {
     return content;
 }
 
-// Cut anywhere, with other bytes from there on; none of them, and the file is cut short.
+// `content` cut at any position and continued with other bytes, possibly none.
 Bytes Continued(Bytes content, ByteView input) {
     content.resize(TakePosition(input, content.size() + 1));
     content.insert(content.end(), input.begin(), input.end());
@@ -165,7 +166,7 @@ void CheckChanged(const SealedFile& file, const Bytes& content) {
     Require(code == ResultCode::Ok || content != file.content);
 }
 
-// Of the whole, a game may lack its runtime.conf alone.
+// The only file that may be missing is runtime.conf.
 void CheckRemoved(const SealedFile& file) {
     Game().Remove(file);
     const ResultCode code = Game().Verify();
