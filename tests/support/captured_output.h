@@ -1,4 +1,4 @@
-// What the code under test writes to standard output.
+// Captures what the code under test writes to standard output.
 #ifndef SEALKEEPER_TESTS_SUPPORT_CAPTURED_OUTPUT_H
 #define SEALKEEPER_TESTS_SUPPORT_CAPTURED_OUTPUT_H
 
@@ -9,7 +9,7 @@
 
 namespace sealkeeper::test {
 
-// Redirects standard output into a file from its construction to `Take`, or to its end.
+// Redirects standard output to a file from construction until `Take` or destruction.
 class CapturedOutput {
   public:
     CapturedOutput();
@@ -17,7 +17,7 @@ class CapturedOutput {
     CapturedOutput& operator=(const CapturedOutput&) = delete;
     ~CapturedOutput();
 
-    // Ends the capture and returns everything written meanwhile.
+    // Ends the capture and returns everything that was written.
     [[nodiscard]] std::string Take();
 
   private:
@@ -27,7 +27,7 @@ class CapturedOutput {
     int savedDescriptor_;
 };
 
-// Sets the console log's threshold for one test.
+// Sets the threshold of the console log for its lifetime.
 class ScopedLogThreshold {
   public:
     explicit ScopedLogThreshold(LogLevel threshold) : previous_(g_logThreshold) {

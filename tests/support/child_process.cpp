@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #ifdef SEALKEEPER_MEASURES_COVERAGE
-// Its functions are those of C; not every version says so.
+// Declares C functions; not every version of the header says so.
 extern "C" {
 #include <gcov.h>
 }

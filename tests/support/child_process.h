@@ -1,12 +1,12 @@
-// The end of processes that a test makes for what would spoil the one that all tests run in.
+// Ends child processes, which tests fork for what would disturb the process that runs all tests.
 #ifndef SEALKEEPER_TESTS_SUPPORT_CHILD_PROCESS_H
 #define SEALKEEPER_TESTS_SUPPORT_CHILD_PROCESS_H
 
 namespace sealkeeper::test {
 
-// Ends a process that a test made, with `status`, without the clean-up at the end of all tests,
-// which their own process does. Writes what was run here where coverage is measured: every fault is
-// to be taken back before.
+// Ends a forked process with `status`, without the clean-up after all tests, which is up to the
+// parent. If coverage is measured, writes that of this process; all injected faults must be removed
+// before.
 [[noreturn]] void EndChild(int status);
 
 }  // namespace sealkeeper::test

@@ -1,4 +1,4 @@
-// Whether the process may write core files, for tests of what switches them off.
+// The core file limit of the process, for tests of what turns core files off.
 #ifndef SEALKEEPER_TESTS_SUPPORT_CORE_DUMP_LIMIT_H
 #define SEALKEEPER_TESTS_SUPPORT_CORE_DUMP_LIMIT_H
 
@@ -6,7 +6,8 @@
 
 namespace sealkeeper::test {
 
-// Sets the size of core files that the process may write to `bytes`, as far as it may have that.
+// Sets the largest core file that the process may write to `bytes`, or to its hard limit if that is
+// lower.
 inline void LimitCoreDumps(rlim_t bytes) {
     rlimit limit{};
     getrlimit(RLIMIT_CORE, &limit);

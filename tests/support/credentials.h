@@ -1,5 +1,5 @@
 // The credentials that tests sign with. tests/support/issue_test_credentials.sh issues them from
-// the development authority before the tests run; it says what each folder is for.
+// the development authority before the tests run, and explains each folder.
 #ifndef SEALKEEPER_TESTS_SUPPORT_CREDENTIALS_H
 #define SEALKEEPER_TESTS_SUPPORT_CREDENTIALS_H
 

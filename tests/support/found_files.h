@@ -1,4 +1,4 @@
-// Lists of found files from paths and back.
+// Converts paths to lists of found files, and back.
 #ifndef SEALKEEPER_SUPPORT_FOUND_FILES_H
 #define SEALKEEPER_SUPPORT_FOUND_FILES_H
 
@@ -9,7 +9,7 @@
 
 namespace sealkeeper::test {
 
-// Files that nobody has looked at.
+// Files without an earlier status.
 inline std::vector<FoundFile> Unseen(const std::vector<std::wstring>& paths) {
     std::vector<FoundFile> files;
     for (const std::wstring& path : paths) {

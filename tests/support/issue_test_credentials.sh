@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Issues the credentials that the tests use into the folder given, one folder for each kind. Credentials
-# that are there already are kept: making RSA keys takes time.
+# Issues the credentials of the tests into the given folder, one subfolder for each kind. Existing credentials
+# are kept, because making RSA keys takes time.
 set -euo pipefail
 
 here=$(cd "$(dirname "$0")" && pwd)
@@ -9,20 +9,20 @@ issued=${1:?usage: issue_test_credentials.sh OUT_DIR}
 product=TestProduct42
 issue() { bash "$repository/tools/issue-credentials.sh" "$@" >/dev/null; }
 
-# Anything that decides what is issued; a change makes all of them anew.
+# A digest of everything that decides what is issued. If it changes, all credentials are issued again.
 stamp=$(cat "$0" "$repository/tools/issue-credentials.sh" \
     "$repository/trust/development/ca.der" "$repository/trust/development/crl.der" | openssl sha256)
 is_there() { [ -f "$issued/stamp" ] && [ "$(cat "$issued/stamp")" = "$stamp" ]; }
 if is_there; then
     exit 0
 fi
-# Several builds share the folder: it appears as a whole.
+# Several builds share the folder, so it must appear as a whole.
 mkdir -p "$(dirname "$issued")"
 out=$(mktemp -d "$issued.XXXXXX")
 trap 'rm -rf "$out"' EXIT
 
 issue "$product" "$out/good"
-# Another key of the same product: a certificate that is trusted but fits no other key here.
+# Another key for the same product: the certificate is trusted but fits no other key here.
 issue "$product" "$out/other-key"
 issue "$product" "$out/big-key" --bits 4096
 issue "OtherProduct" "$out/other-name"
@@ -45,7 +45,7 @@ rm "$out/same-key/request"
 bash "$repository/trust/development/make-authority.sh" "$out/foreign-authority" >/dev/null
 issue "$product" "$out/foreign" --authority "$out/foreign-authority"
 
-# Key files that cannot be used, beside the certificate that they would belong to.
+# Unusable key and certificate files, with the certificate that the key belongs to.
 mkdir "$out/encrypted-key" "$out/damaged"
 openssl rsa -aes128 -passout pass:secret -in "$out/good/base_private.key" \
     -out "$out/encrypted-key/base_private.key" 2>/dev/null
@@ -57,8 +57,8 @@ head -c 600 "$out/good/base_public.cer" > "$out/damaged/truncated.cer"
 printf 'not a key\n' > "$out/damaged/text.key"
 head -c 300 "$out/good/base_private.key" > "$out/damaged/truncated.key"
 
-# The forms of the good key that openssl writes. Newer versions write PKCS#1 only when told to, by an option that
-# others do not have.
+# The good key in every form that openssl writes. Newer versions write PKCS#1 only with -traditional, an
+# option that older versions lack.
 mkdir "$out/key-forms"
 pkcs1() {
     openssl rsa -traditional -in "$out/good/base_private.key" "$@" 2>/dev/null ||
@@ -78,7 +78,7 @@ openssl rsa -in "$out/good/base_private.key" -pubout -outform DER -out "$out/key
 openssl pkcs12 -export -inkey "$out/good/base_private.key" -in "$out/damaged/pem.cer" -passout pass:secret \
     -out "$out/key-forms/pkcs12"
 
-# Keys of other kinds, each with a certificate that nobody but itself issued.
+# Keys of other kinds, each with a self-signed certificate.
 self_signed() {
     openssl req -new -x509 -key "$out/$1/base_private.key" -subj "/CN=$product" -days 3650 -sha256 \
         -outform DER -out "$out/$1/base_public.cer"

@@ -1,4 +1,4 @@
-// Runs of the list action.
+// A fixture that runs the list action.
 #ifndef SEALKEEPER_TESTS_SUPPORT_LIST_FIXTURE_H
 #define SEALKEEPER_TESTS_SUPPORT_LIST_FIXTURE_H
 
@@ -14,7 +14,8 @@ namespace sealkeeper::test {
 
 class ListFixture : public testing::Test {
   protected:
-    // Checks the first line; what is printed after it is kept.
+    // Runs the action on `path`, checks the first line and keeps the rest of the output in
+    // `output_`.
     ResultCode List(const std::string& path) {
         CommandLineOptions options;
         options.listPath = path;

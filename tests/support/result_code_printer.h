@@ -1,5 +1,5 @@
-// How a failed assertion shows a result code. The build includes this file in every file of the
-// tests that asserts one, so that all of them print result codes by the same function.
+// How a failed assertion shows a result code. The build includes this file in every test file that
+// asserts one, so that all of them use the same function.
 #ifndef SEALKEEPER_TESTS_SUPPORT_RESULT_CODE_PRINTER_H
 #define SEALKEEPER_TESTS_SUPPORT_RESULT_CODE_PRINTER_H
 

@@ -1,4 +1,4 @@
-// A fresh directory for one test, removed with all it holds when the test is over.
+// A fresh directory for one test, removed with its content when the test ends.
 #ifndef SEALKEEPER_TESTS_SUPPORT_TEMP_DIRECTORY_H
 #define SEALKEEPER_TESTS_SUPPORT_TEMP_DIRECTORY_H
 
@@ -20,14 +20,14 @@ class TempDirectory {
         return path_ + "/" + name;
     }
 
-    // Writes a file, making the directories that its name goes through, and returns its path.
+    // Writes a file, creates the directories in its name, and returns its path.
     std::string WriteFile(const std::string& name, const std::string& content) const;
 
   private:
     std::string path_;
 };
 
-// Changes the process's current directory and changes it back at the end of the scope.
+// Changes the current directory of the process, and changes it back at the end of the scope.
 class ScopedCurrentDirectory {
   public:
     explicit ScopedCurrentDirectory(const std::string& directory);

@@ -8,7 +8,7 @@
 
 namespace sealkeeper::test {
 
-// Bytes of which no two neighbouring pages are alike.
+// Bytes in which no two adjacent pages are equal.
 [[nodiscard]] inline std::vector<std::uint8_t> Pattern(std::size_t size) {
     std::vector<std::uint8_t> bytes(size);
     for (std::size_t i = 0; i < size; ++i) {
@@ -17,7 +17,7 @@ namespace sealkeeper::test {
     return bytes;
 }
 
-// Round about a page, and more than one call of the system may take at once.
+// Sizes around one page, and one that may take several system calls.
 constexpr std::size_t kWholeFileSizes[] = {0, 1, 255, 4095, 4096, 4097, 3'000'001};
 
 }  // namespace sealkeeper::test
