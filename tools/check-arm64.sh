@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds this commit for ARM64 in a fresh Debian and runs its tests under QEMU: check-arm64.sh [SUITE], as root,
-# for bookworm (Debian 12) unless told otherwise. The log stays in build/fresh.
+# Builds this commit for ARM64 in a fresh Debian and runs its tests under QEMU: check-arm64.sh [SUITE]. Run it as
+# root. The default suite is bookworm (Debian 12). The log is kept in build/fresh.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Tries this commit out as somebody would who has just installed Debian and git: check-fresh.sh [SUITE...],
-# as root, for bookworm (Debian 12) and trixie (Debian 13) unless told otherwise. For each suite, in
-# systems of their own: the README's two commands, the package made and installed where nothing else is,
-# and the guide with the installed programs. Takes half an hour for each; logs stay in build/fresh.
+# Tries this commit as somebody would who has just installed Debian and git: check-fresh.sh [SUITE...]. Run it
+# as root. The default suites are bookworm (Debian 12) and trixie (Debian 13). For each suite it runs the
+# README's two commands in a fresh system, makes the package there, installs that in a second fresh system,
+# and follows the guide with the installed programs. Takes half an hour per suite. Logs are kept in
+# build/fresh.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,7 +21,8 @@ scratch=$(mktemp -d "${TMPDIR:-/tmp}/sealkeeper-fresh.XXXXXX")
 trap 'rm -rf --one-file-system "$scratch"' EXIT
 failed=0
 
-# step SUITE NAME COMMAND...: shows one line for it, and where it failed the end of its log.
+# step SUITE NAME COMMAND...: runs the command and shows one line for it and, if it failed, the end of its
+# log.
 step() {
     local suite=$1 name=$2 log=$logs/$1-$2.log begin=$SECONDS
     shift 2
@@ -34,7 +36,7 @@ step() {
     fi
 }
 
-# In the system that has the sources: the same for each command.
+# Runs a command in the system that has the sources.
 in_source() {
     tools/fresh-root.sh run "$scratch/$1" bash -c "cd /sealkeeper && $2"
 }
@@ -45,7 +47,7 @@ make_package() {
         cp "$scratch/$1"/sealkeeper/build/demo/*.deb "$scratch/$1-installed/root/"
 }
 
-# Another system: the programs run with what the package says that they need.
+# In a second system, so that the programs run with nothing but the dependencies of the package.
 install_package() {
     tools/fresh-root.sh run "$scratch/$1-installed" bash -c "apt-get update -qq && apt-get install -y /root/*.deb &&
         sealkeeper-inspect --version && sealkeeper -h | head -n 1 && test -e /usr/share/man/man1/sealkeeper.1.gz"

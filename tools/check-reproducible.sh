@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the commit of HEAD twice, in folders of different names, and fails unless what is installed
-# and the packages are the same byte for byte: check-reproducible.sh [cmake arguments].
+# Builds the commit of HEAD twice, in folders of different names, and fails unless the installed
+# files and the packages are identical: check-reproducible.sh [cmake arguments].
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -10,7 +10,7 @@ export SOURCE_DATE_EPOCH
 scratch=$(mktemp -d "${TMPDIR:-/tmp}/sealkeeper-reproducible.XXXXXX")
 trap 'rm -rf "$scratch"' EXIT
 
-# build FOLDER [cmake arguments]: its package and what is installed go to FOLDER.out.
+# build FOLDER [cmake arguments]: puts the installed files and the package into FOLDER.out.
 build() {
     local folder=$scratch/$1
     shift

@@ -8,7 +8,7 @@ if [ $# -eq 0 ]; then
     exit 1
 fi
 if [ "$(uname -s)" = Darwin ]; then
-    # Homebrew keeps mbedtls@3 apart from the default search path.
+    # Homebrew keeps mbedtls@3 outside the default search path.
     mbedtls=$(brew --prefix mbedtls@3)
     export CMAKE_PREFIX_PATH="$mbedtls${CMAKE_PREFIX_PATH:+:$CMAKE_PREFIX_PATH}"
 fi

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Measures which lines and branches of src/ the unit and fault tests run, prints them for each file, and fails where too
-# few are: coverage.sh [cmake arguments]. tools/coverage/check_coverage.py says how many must be.
-# sealkeeper-inspect is left out: its tests run code of `sealkeeper`, too, which would count as run.
+# Measures which lines and branches of src/ the unit and fault tests run, prints a table by file, and fails if there are
+# too few: coverage.sh [cmake arguments]. The limits are in tools/coverage/check_coverage.py. sealkeeper-inspect is left
+# out, because its tests also run code of `sealkeeper`, which would count as covered.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -12,7 +12,7 @@ mkdir -p "$build"
 
 tools/configure.sh coverage "$@" > "$build/configure.log" 2>&1 || { cat "$build/configure.log"; exit 1; }
 cmake --build --preset coverage --target sealkeeper_unit_tests sealkeeper_thread_tests -- -j "$jobs"
-# What earlier runs left would count, too.
+# Data of earlier runs would count as well.
 find "$build" -name '*.gcda' -delete
 ctest --preset coverage -j "$jobs" --no-tests=error
 gcovr --root . --object-directory "$build" --filter src/ --exclude-throw-branches --exclude-unreachable-branches \

@@ -1,16 +1,16 @@
 #!/usr/bin/env bash
-# Runs generate, verify and list again and again, each time with one call of one library or system function
-# failing, and holds each run against the rule in tests/fault/sweep/rule_of_three.py. Builds what it needs.
+# Runs generate, verify and list many times, each time with one call of one library or system function failing, and
+# checks each run against the rule in tests/fault/sweep/rule_of_three.py. Builds what it needs.
 #
-#   tools/fault-sweep.sh                some ten thousands of runs: every call, once and from then on
-#   tools/fault-sweep.sh --companion    the same of commands of sealkeeper-inspect; before each of those below, too
-#   tools/fault-sweep.sh --sample N     N of them, always the same ones
-#   tools/fault-sweep.sh --only TEXT    those whose name begins so, for example generate-exclude/library/malloc
-#   tools/fault-sweep.sh --case NAME    one of them, with its console and who made the call
-#   tools/fault-sweep.sh --exceptions   what the rule does not hold for, by name, with the reason
+#   tools/fault-sweep.sh                every call, failing once and from then on: tens of thousands of runs
+#   tools/fault-sweep.sh --companion    the same for sealkeeper-inspect; may precede the options below
+#   tools/fault-sweep.sh --sample N     N of these runs, always the same ones
+#   tools/fault-sweep.sh --only TEXT    those whose name begins with TEXT, e.g. generate-exclude/library/malloc
+#   tools/fault-sweep.sh --case NAME    one run, with its console output and the caller of the failed call
+#   tools/fault-sweep.sh --exceptions   the exceptions from the rule, with their reasons
 #
-# Prints a line for each run that broke the rule and exits with 1 if there was any. Exits with 77 where it cannot
-# run: it loads a library before the program, and traces it, by means of Linux.
+# Prints a line for each run that broke the rule, and exits with 1 if there was one. Exits with 77 where it cannot
+# run: it needs LD_PRELOAD and the tracing of Linux.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

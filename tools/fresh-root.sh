@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# A fresh system in a folder, of Debian's packages: as root,
-#   fresh-root.sh make SUITE FOLDER [PACKAGE...]   makes one of Debian's SUITE with git alone, and with these
+# A fresh Debian system in a folder. Run as root:
+#   fresh-root.sh make SUITE FOLDER [PACKAGE...]   makes one of Debian's SUITE, with git and these packages
 #   fresh-root.sh run FOLDER COMMAND...            runs a command in it, as root and without a terminal
 #   fresh-root.sh remove FOLDER                    removes it
 set -euo pipefail
@@ -16,7 +16,7 @@ make_root() {
     packages=$(IFS=,; echo "git,ca-certificates${*:+,$*}")
     debootstrap --variant=minbase --include="$packages" "$suite" "$root" > "$root.log" ||
         { tail -n 20 "$root.log" >&2; exit 1; }
-    # Updates of the suite, as an installed system has them; what is installed stays as it is.
+    # Adds the updates of the suite as a source, as in an installed system. Installed packages are not upgraded.
     sed "s/ $suite / $suite-updates /" "$root/etc/apt/sources.list" > "$root/etc/apt/sources.list.d/updates.list"
     cp /etc/resolv.conf "$root/etc/resolv.conf" 2> /dev/null || true
 }

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Installs what the build, with --tests what the tests, with --bench what the benchmarks, with
-# --mutation what tools/mutate.sh, with --coverage what tools/coverage.sh, and with --browser what
-# tools/look-at-page.sh needs, and with --package what cpack needs:
-# Debian's packages through apt, macOS's through Homebrew. Does nothing when all of it is there.
+# Installs what the build needs. Options add what the tests (--tests), the benchmarks (--bench),
+# tools/mutate.sh (--mutation), tools/coverage.sh (--coverage), tools/look-at-page.sh (--browser)
+# and cpack (--package) need. Uses apt on Debian and Homebrew on macOS. Does nothing if all of it is
+# installed.
 set -euo pipefail
 
 with_tests=no

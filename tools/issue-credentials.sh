@@ -5,9 +5,9 @@
 # the development authority, which protects nothing because its private key is
 # published together with the source code.
 #
-# Runs on the bash 3.2 and the LibreSSL "openssl" of macOS too; that is why it
-# uses configuration files and "openssl ca" where newer versions of OpenSSL
-# have shorter ways.
+# Must also run with the bash 3.2 and the LibreSSL "openssl" of macOS. That is
+# why it uses configuration files and "openssl ca" where newer versions of
+# OpenSSL have shorter ways.
 
 set -euo pipefail
 export LC_ALL=C
@@ -81,14 +81,13 @@ cleanup() {
     if [ -n "$work_dir" ]; then
         rm -rf -- "$work_dir"
     fi
-    # A folder made for a result that never came; stays if anything is in it.
+    # Removes a folder made for a run that failed, unless something is in it.
     if [ "$status" -ne 0 ] && [ -n "$created_dir" ]; then
         rmdir -- "$created_dir" 2>/dev/null || true
     fi
 }
 
-# quietly MESSAGE COMMAND...: what the command has to say is shown only if it
-# fails.
+# quietly MESSAGE COMMAND...: shows the output of the command only if it fails.
 quietly() {
     local message=$1
     shift
@@ -173,7 +172,7 @@ check_alt_names() {
     local name
     for name in ${alt_names[@]+"${alt_names[@]}"}; do
         # RFC 5280, 4.2.1.6: dNSName is an IA5String in preferred name syntax.
-        # "*" for wildcards and "_" are commonly accepted besides.
+        # "*" for wildcards and "_" are commonly accepted as well.
         case $name in
             *[!A-Za-z0-9.*_-]*) die "--alt-name: '$name' is not a DNS name" ;;
         esac
@@ -189,8 +188,8 @@ check_bits() {
     fi
 }
 
-# Brings the serial number into the form which "openssl ca" reads: an even
-# number of digits.
+# Converts the serial number to the form that "openssl ca" reads: an even number
+# of digits.
 normalise_serial() {
     local digits=$1
     case $digits in
@@ -203,8 +202,8 @@ normalise_serial() {
         digits=${digits#0}
     done
     [ -n "$digits" ] || die '--serial: a serial number is greater than zero'
-    # RFC 5280, 4.1.2.2: at most 20 octets. A leading bit that is set costs one
-    # more octet, for otherwise the number would be negative.
+    # RFC 5280, 4.1.2.2: at most 20 octets. If the leading bit is set, one more
+    # octet is needed, because the number would be negative otherwise.
     if [ ${#digits} -gt 40 ] || [[ ${#digits} -eq 40 && $digits == [89A-Fa-f]* ]]; then
         die "--serial: '$1' takes more than 20 octets"
     fi
@@ -217,7 +216,8 @@ normalise_serial() {
 random_serial() {
     local digits
     digits=$(openssl rand -hex 16) || die 'openssl has no random numbers'
-    # 128 random bits; the leading 01 makes sure that it is greater than zero.
+    # 128 random bits; the leading 01 ensures that the number is greater than
+    # zero.
     printf '01%s\n' "$digits"
 }
 
@@ -225,7 +225,8 @@ random_serial() {
 # Validity
 #
 
-# Sets month_length. (A variable, since add_days asks very often.)
+# Sets month_length. A variable rather than output, because add_days calls this
+# very often.
 set_month_length() {
     local year=$1 month=$2
     case $month in
@@ -245,7 +246,7 @@ set_month_length() {
 check_time() {
     local year month day month_length
     [[ $2 =~ ^[0-9]{14}Z$ ]] || die "$1: '$2' does not look like YYYYMMDDHHMMSSZ"
-    # 10# because 08 and 09 would be taken for octal numbers.
+    # 10# because 08 and 09 would be read as octal numbers.
     year=$((10#${2:0:4}))
     month=$((10#${2:4:2}))
     day=$((10#${2:6:2}))
@@ -280,7 +281,7 @@ add_days() {
 }
 
 # RFC 5280, 4.1.2.5: two-digit years up to 2049, four-digit years from 2050.
-# Newer versions of openssl choose the form by themselves, others do not.
+# Newer versions of openssl choose the form themselves; others do not.
 encoded_time() {
     if [ "${1:0:4}" -le 2049 ]; then
         printf '%s\n' "${1:2}"
@@ -305,7 +306,8 @@ settle_validity() {
         fi
         not_after=$(add_days "$not_before" "$days")
     fi
-    # Equally many digits: the order of the texts is the order of the times.
+    # Both have the same number of digits, so the order of the texts is the
+    # order of the times.
     [[ ! $not_before > $not_after ]] ||
         die "the validity ends ($not_after) before it starts ($not_before); see --not-before"
 }
@@ -339,8 +341,8 @@ choose_issuer() {
     done
 }
 
-# Brings the certificate of the issuer into the working directory as issuer.pem.
-# The key stays where it is: there should be no copies of it, however briefly.
+# Converts the certificate of the issuer to issuer.pem in the working directory.
+# The key is not copied, not even for a moment.
 load_issuer() {
     quietly "$issuer_certificate is not a DER certificate" \
         openssl x509 -inform DER -in "$issuer_certificate" -out issuer.pem
@@ -351,7 +353,7 @@ load_issuer() {
     cmp -s issuer_key.pub issuer_certificate.pub ||
         die "$issuer_key does not belong to $issuer_certificate"
 
-    # Verifiers would refuse everything issued by, for example, a mod.
+    # Verifiers refuse everything that is issued by, for example, a mod.
     openssl x509 -in issuer.pem -noout -text >issuer.txt
     grep -q '^ *CA:TRUE' issuer.txt ||
         die "$issuer_certificate may not issue certificates"
@@ -361,8 +363,8 @@ load_issuer() {
 # Issuing
 #
 
-# Within quotes, a configuration file gives a meaning to the quote itself and
-# to the backslash only; neither "$" nor "#" is special there.
+# Within quotes in a configuration file, only the quote and the backslash are
+# special; "$" and "#" are not.
 quoted() {
     printf '%s\n' "$1" | sed -e 's/[\\"]/\\&/g' -e 's/^/"/' -e 's/$/"/'
 }
@@ -431,9 +433,8 @@ CONFIG
 
 issue() {
     quietly 'cannot generate a key' openssl genrsa -out "$KEY_NAME" "$bits"
-    # Some versions of openssl create a key with the mode of any other file;
-    # under our umask that is 600 all the same. This is for those which do not
-    # ask the umask.
+    # Our umask makes the mode 600 already. This is for versions of openssl that
+    # do not honour it.
     chmod 600 "$KEY_NAME"
 
     quietly 'openssl does not accept PRODUCT_ID as a common name; is it UTF-8?' \
@@ -451,14 +452,14 @@ issue() {
         openssl x509 -in certificate.pem -outform DER -out certificate.der
 }
 
-# The common name is what decides later on whether a certificate belongs to a
-# product, so make sure that no escaping has altered it on its way.
+# The common name decides later whether a certificate belongs to a product, so
+# make sure that escaping has not changed it.
 check_result() {
     local subject
     subject=$(openssl x509 -inform DER -in certificate.der -noout -subject \
         -nameopt utf8,sep_multiline,sname | sed -n 's/^ *CN=//p')
-    # "sed" has removed leading spaces along with the indentation only if they
-    # came before "CN=", so those of the name itself are still there.
+    # "sed" removed only the spaces before "CN=", so those of the name itself
+    # are kept.
     [ "$subject" = "$product_id" ] ||
         die "the certificate names '$subject' instead of '$product_id'"
 
@@ -474,7 +475,7 @@ check_result() {
 
 check_destination() {
     local name
-    # --force must not destroy the very key it is about to sign with.
+    # --force must not destroy the key that it is about to sign with.
     if [ -n "$mod_of" ] && [ "$mod_of" -ef "$out_dir" ]; then
         die 'OUT_DIR is the folder of the game itself; a mod needs its own'
     fi
@@ -496,8 +497,8 @@ open_destination() {
 }
 
 install_result() {
-    # A copy made by "cat", unlike one by "cp", gets the mode of a new file of
-    # this user. The key keeps the closed mode it was created with.
+    # A copy made by "cat", unlike one made by "cp", gets the mode of a new file
+    # of this user. The key keeps mode 600.
     umask "$user_umask"
     cat certificate.der >"$CERTIFICATE_NAME"
     # Key and certificate belong together; do not stop between them.
@@ -529,11 +530,11 @@ main() {
     open_destination
     user_umask=$(umask)
     umask 077
-    # Inside the destination, so that moving a file is nothing but a rename.
+    # Inside the destination, so that moving a file is just a rename.
     work_dir=$(mktemp -d "$out_dir/.issue-credentials.XXXXXX") ||
         die "cannot write to $out_dir"
-    # From here on all paths are relative: a configuration file would trip over
-    # special characters in the path of this directory.
+    # From here on all paths are relative, because special characters in the
+    # path of this directory would break a configuration file.
     cd -- "$work_dir"
 
     load_issuer

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Has Chromium show the page of `sealkeeper-inspect rules` for 20,000 files, as the tests of it do, and keeps pictures of it
-# and the page in build/page. Installs Chromium, which the tests do without.
+# Opens the page of `sealkeeper-inspect rules` for 20,000 files in Chromium and runs its tests there. Keeps the
+# page and screenshots in build/page. Installs Chromium, which the other tests do not need.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Tests the SHA-256 kernels of the other architecture, 64-bit ARM on x86-64 and the reverse, under emulation.
-# Installs the cross compiler and the emulator on Debian. Exits with 77 where a kernel cannot be run.
+# Tests the SHA-256 kernels of the other architecture under emulation: 64-bit ARM on x86-64, and the reverse.
+# Installs the cross compiler and the emulator on Debian. Exits with 77 if a kernel cannot be run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# Each kernel is the end of its file's name, its constant, the variable of its flags, and what else it links.
+# One kernel per line: the end of its file name, its constant, the variable of its flags, and further sources.
 case "$(uname -s) $(uname -m)" in
     "Linux x86_64")
         architecture="64-bit ARM"
@@ -70,7 +70,7 @@ sources=src/catalogue/hashing
 test_kernel() {
     local file=$1 symbol=$2 flags_variable=$3
     shift 3
-    # The kernel has flags of its own, which are those of the build.
+    # The kernel is compiled with its own flags, which are those of the build.
     local flags
     flags=$(sed -n "s/^set($flags_variable \(.*\))\$/\1/p" src/CMakeLists.txt)
     if [ -z "$flags" ]; then
