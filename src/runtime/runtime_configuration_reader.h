@@ -12,8 +12,9 @@
 
 namespace sealkeeper {
 
-// At most this much is read of a file that should be a runtime.conf. Longer files are invalid, and
-// truncation keeps them so: both the magic and the signature still fail.
+// At most this much is read of a file that should be a runtime.conf. Longer files are invalid.
+// Truncation still fails both checks: unless made for it, the file does not unscramble to the
+// magic, and the signature does not fit.
 inline constexpr std::uint64_t kMaxRuntimeFileBytes = 67'108'864;
 
 // Unscrambles the whole file `fileBytes` in place, reads its settings into `configuration` and
