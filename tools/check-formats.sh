@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Compiles the definitions of docs/formats with the compiler of Kaitai Struct, reads the files that
-# sealkeeper writes and the test vectors with what comes out, and compares with what sealkeeper-inspect
-# shows of them: check-formats.sh [BUILD_DIR]
-# Needs node, npm and its registry, and a build: of the preset "demo" unless said otherwise.
+# Compiles the definitions of docs/formats with the Kaitai Struct compiler, reads files that
+# sealkeeper writes and the test vectors with the result, and compares that with what
+# sealkeeper-inspect shows: check-formats.sh [BUILD_DIR]. Needs node, npm and its registry, and a
+# build; the default is that of the preset "demo".
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
