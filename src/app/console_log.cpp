@@ -79,7 +79,7 @@ void Log(LogLevel level, const char* format, ...) {
         return;
     }
 
-    // Not filled: the message ends with a zero.
+    // Uninitialised: formatting writes the message and its terminating zero.
     MessageBuffer buffer;  // NOLINT: member initialisation
     std::va_list arguments;
     va_start(arguments, format);

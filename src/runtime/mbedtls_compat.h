@@ -1,4 +1,4 @@
-// The one place that knows how mbed TLS 2.28 and 3.6 differ: the random generator that 3.6 wants
+// The differences between mbed TLS 2.28 and 3.6, in one place: the random generator that 3.6 needs
 // with private keys, the size of the signature buffer, a private field, and (in sha256.h) the name
 // of the one-shot SHA-256.
 #ifndef SEALKEEPER_RUNTIME_MBEDTLS_COMPAT_H
@@ -52,8 +52,8 @@ namespace sealkeeper {
 }
 #endif
 
-// Whether `certificate` may issue others, by its basic constraints (RFC 5280, 4.2.1.9). Versions
-// before 3 have none and may.
+// Whether `certificate` may issue others, by its basic constraints (RFC 5280, 4.2.1.9). X.509
+// versions before 3 have no such extension, and may issue.
 [[nodiscard]] inline bool MayIssueCertificates(const mbedtls_x509_crt& certificate) {
     constexpr int kVersionWithExtensions = 3;
 #if MBEDTLS_VERSION_MAJOR < 3

@@ -15,7 +15,7 @@
 //   Broadcast                     a word in every element
 //   Add, RotateRight, ShiftRight  of each element
 //   Xor3, Choose, Majority        of each bit
-//   Keep                          the same vector, as a sum that the compiler leaves in one piece
+//   Keep                          the same vector; no sum is reordered across it
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_WIDE_ROUNDS_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_WIDE_ROUNDS_H
 
