@@ -1,7 +1,7 @@
 #include "inspect/rules/game_with_outputs.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <climits>
 #include <utility>
 
 #include "inspect/tree/lexical_path.h"
@@ -14,63 +14,86 @@ bool Holds(const DirectoryEntries& entries, const std::string& name) {
                        [&name](const DirectoryEntry& entry) { return entry.name == name; });
 }
 
+// The root is its own parent.
+std::string ParentKeyOf(const std::string& key) {
+    const std::string parent(ParentOf(key));
+    return parent.empty() ? "/" : parent;
+}
+
+std::string KeyIn(const std::string& directory, std::string_view name) {
+    return (directory == "/" ? "" : directory) + "/" + std::string(name);
+}
+
 }  // namespace
 
 GameWithOutputs::GameWithOutputs(std::string gameDirectory) : root_(std::move(gameDirectory)) {}
 
-// The path from the game directory that `path` leads to by links and "..", which need not be there,
-// but all before it; nothing where it leads nowhere. One that is not in the game is absolute.
-std::optional<std::string> GameWithOutputs::KeyOf(const std::string& path) const {
-    if (const auto resolved = ResolvePath(path)) {
-        if (*resolved == root_) {
-            return std::string();
+// Where `path` leads by links and ".."; its last name need not be there. Nothing where it leads
+// nowhere, as through a file.
+std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& path) const {
+    if (auto resolved = ResolvePath(path)) {
+        return resolved;
+    }
+    // The system takes no longer one.
+    if (path.empty() || path.size() >= PATH_MAX) {
+        return std::nullopt;
+    }
+    std::optional<Key> key = path.starts_with('/') ? "/" : root_;
+    for (std::string_view rest = path; !rest.empty();) {
+        const std::string_view name = rest.substr(0, rest.find('/'));
+        rest.remove_prefix(std::min(rest.size(), name.size() + 1));
+        // Also where the path ends in a slash: what a name is looked for in must be a directory.
+        if (!IsDirectory(*key)) {
+            return std::nullopt;
         }
-        const std::string below = root_ + "/";
-        return resolved->starts_with(below) ? resolved->substr(below.size()) : *resolved;
+        key = Step(*key, name);
+        if (!key) {
+            return std::nullopt;
+        }
     }
-    const std::size_t end = path.find_last_not_of('/');
-    if (end == std::string::npos) {
-        return std::nullopt;
-    }
-    const std::size_t slash = path.rfind('/', end);
-    const std::size_t nameBegin = slash == std::string::npos ? 0 : slash + 1;
-    const std::string name = path.substr(nameBegin, end + 1 - nameBegin);
-    const std::string parent = slash == std::string::npos ? "." : path.substr(0, slash);
-    // The current directory itself is not to be found.
-    if (parent == path) {
-        return std::nullopt;
-    }
-    auto above = KeyOf(parent);
-    if (!above || !HasKey(*above)) {
-        return std::nullopt;
-    }
-    if (name == ".") {
-        return above;
+    return path.ends_with('/') && !IsDirectory(*key) ? std::nullopt : key;
+}
+
+// Where `name` leads from `directory`; nothing by a link to nothing.
+std::optional<GameWithOutputs::Key> GameWithOutputs::Step(const Key& directory,
+                                                          std::string_view name) const {
+    if (name.empty() || name == ".") {
+        return directory;
     }
     if (name == "..") {
-        return std::string(ParentOf(*above));
+        return ParentKeyOf(directory);
     }
-    return above->empty() ? name : *above + "/" + name;
+    Key key = KeyIn(directory, name);
+    if (auto resolved = ResolvePath(key)) {
+        return resolved;
+    }
+    bool isLink = false;
+    if (FileTree::LookForName(key, isLink) != ResultCode::Ok || isLink) {
+        return std::nullopt;
+    }
+    return key;
 }
 
-std::string GameWithOutputs::AbsolutePathOf(const std::string& key) const {
-    return key.starts_with('/') ? key : root_ + "/" + key;
-}
-
-bool GameWithOutputs::HasKey(const std::string& key) const {
-    return added_.contains(key) || ResolvePath(AbsolutePathOf(key));
+bool GameWithOutputs::IsDirectory(const Key& key) const {
+    const auto added = added_.find(key);
+    return (added != added_.end() ? added->second : StatusOfPath(key)).type == FileType::Directory;
 }
 
 // A folder of the outputs may be a link.
 std::string GameWithOutputs::LocationOf(const std::string& path) const {
-    return KeyOf("./" + path).value_or(path);
+    const auto key = KeyOf("./" + path);
+    if (!key) {
+        return path;
+    }
+    const std::string below = root_ == "/" ? root_ : root_ + "/";
+    return key->starts_with(below) ? key->substr(below.size()) : *key;
 }
 
 void GameWithOutputs::Add(const std::string& path, const FileStatus& status) {
-    const std::string key = LocationOf(path);
-    // A link may lead back to the game directory itself.
-    if (!key.empty()) {
-        added_.emplace(key, status);
+    const auto key = KeyOf("./" + path);
+    // A link may lead back to what is there, as the game directory itself.
+    if (key && !ResolvePath(*key)) {
+        added_.emplace(*key, status);
     }
 }
 
@@ -104,13 +127,12 @@ ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
         return ResultCode::Ok;
     }
     // The system does not know the way through what is not there.
-    if (const ResultCode again = FileTree::ReadDirectory(AbsolutePathOf(*key), entries);
-        again != ResultCode::Ok) {
+    if (const ResultCode again = FileTree::ReadDirectory(*key, entries); again != ResultCode::Ok) {
         return again;
     }
     const auto added = added_.find(*key);
     if (!entries && added != added_.end() && added->second.type == FileType::Directory) {
-        entries.emplace();
+        entries = {{".", EntryType::Directory}, {"..", EntryType::Directory}};
     }
     if (entries) {
         AddEntriesOf(*key, *entries);
@@ -120,11 +142,11 @@ ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
 
 // The directory of what was added that `directory`, which is there, is. Told by what it is on the
 // disk: its path may lead there in any way.
-std::optional<std::string> GameWithOutputs::ParentAt(const std::string& directory) const {
+std::optional<GameWithOutputs::Key> GameWithOutputs::ParentAt(const std::string& directory) const {
     const FileStatus status = StatusOfPath(directory);
     for (const auto& [path, unused] : added_) {
-        const std::string parent(ParentOf(path));
-        const FileStatus other = StatusOfPath(AbsolutePathOf(parent));
+        Key parent = ParentKeyOf(path);
+        const FileStatus other = StatusOfPath(parent);
         if (other.type == FileType::Directory && other.device == status.device &&
             other.serial == status.serial) {
             return parent;
@@ -133,9 +155,9 @@ std::optional<std::string> GameWithOutputs::ParentAt(const std::string& director
     return std::nullopt;
 }
 
-void GameWithOutputs::AddEntriesOf(const std::string& directory, DirectoryEntries& entries) const {
+void GameWithOutputs::AddEntriesOf(const Key& directory, DirectoryEntries& entries) const {
     for (const auto& [path, status] : added_) {
-        if (ParentOf(path) != directory) {
+        if (ParentKeyOf(path) != directory) {
             continue;
         }
         std::string name(NameOf(path));
@@ -157,7 +179,7 @@ ResultCode GameWithOutputs::LookAtPath(const std::string& path, FileStatus& stat
         status = added->second;
         return ResultCode::Ok;
     }
-    return FileTree::LookAtPath(AbsolutePathOf(*key), status);
+    return FileTree::LookAtPath(*key, status);
 }
 
 ResultCode GameWithOutputs::LookForName(const std::string& path, bool& isThere) const {
@@ -167,7 +189,7 @@ ResultCode GameWithOutputs::LookForName(const std::string& path, bool& isThere) 
         return code;
     }
     isThere = added_.contains(*key);
-    return isThere ? ResultCode::Ok : FileTree::LookForName(AbsolutePathOf(*key), isThere);
+    return isThere ? ResultCode::Ok : FileTree::LookForName(*key, isThere);
 }
 
 }  // namespace sealkeeper

@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/result_code.h"
 #include "platform/directory_listing.h"
@@ -35,17 +36,18 @@ class GameWithOutputs : public FileTree {
     ResultCode LookForName(const std::string& path, bool& isThere) const override;
 
   private:
-    [[nodiscard]] std::optional<std::string> KeyOf(const std::string& path) const;
-    void Add(const std::string& path, const FileStatus& status);
-    [[nodiscard]] std::string AbsolutePathOf(const std::string& key) const;
-    [[nodiscard]] bool HasKey(const std::string& key) const;
-    [[nodiscard]] std::optional<std::string> ParentAt(const std::string& directory) const;
-    void AddEntriesOf(const std::string& directory, DirectoryEntries& entries) const;
+    // Paths without links, absolute and without a slash at their end, as `ResolvePath` gives them.
+    using Key = std::string;
 
-    // The game directory, without links.
-    std::string root_;
-    // By their paths from there, without links, too.
-    std::map<std::string, FileStatus> added_;
+    [[nodiscard]] std::optional<Key> KeyOf(const std::string& path) const;
+    [[nodiscard]] std::optional<Key> Step(const Key& directory, std::string_view name) const;
+    [[nodiscard]] bool IsDirectory(const Key& key) const;
+    void Add(const std::string& path, const FileStatus& status);
+    [[nodiscard]] std::optional<Key> ParentAt(const std::string& directory) const;
+    void AddEntriesOf(const Key& directory, DirectoryEntries& entries) const;
+
+    Key root_;
+    std::map<Key, FileStatus> added_;
 };
 
 }  // namespace sealkeeper

@@ -119,6 +119,47 @@ TEST_F(GameTree, IsNotReachedByWhatIsNotThere) {
     EXPECT_EQ(Look("./x/missing/z").type, FileType::Missing);
 }
 
+// As the system says ENOTDIR.
+TEST_F(GameTree, NoWayLeadsThroughAFile) {
+    static_cast<void>(directory_.WriteFile("file", "1"));
+    static_cast<void>(directory_.WriteFile("other", "2"));
+    game_.AddFile("added", 3);
+    for (const char* const path : {"file/../other", "file/.", "file/", "file//", "file/..",
+                                   "added/../other", "added/.", "added/"}) {
+        EXPECT_EQ(Look(path).type, FileType::Missing) << path;
+    }
+    EXPECT_EQ(Look("added").type, FileType::Regular);
+}
+
+TEST_F(GameTree, AddedDirectoriesHaveTheirDots) {
+    game_.AddDirectory("x");
+    std::optional<DirectoryEntries> entries;
+    ASSERT_EQ(game_.ReadDirectory("x", entries), ResultCode::Ok);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ(entries->at(0).name, ".");
+    EXPECT_EQ(entries->at(1).name, "..");
+}
+
+TEST_F(GameTree, OutputsMayLieInTheRootOfTheSystem) {
+    fs::create_directory_symlink("/", "out");
+    game_.AddDirectory("out/no-such-folder");
+    game_.AddFile("out/no-such-folder/file", 4);
+    EXPECT_EQ(Look("out/no-such-folder/file").sizeBytes, 4);
+    EXPECT_EQ(Look("/no-such-folder/file").sizeBytes, 4);
+    EXPECT_EQ(game_.LocationOf("out/no-such-folder"), "/no-such-folder");
+    EXPECT_EQ(Look("no-such-folder").type, FileType::Missing);
+    EXPECT_EQ(NamesIn("."), Names{"out"});
+}
+
+TEST_F(GameTree, PathsLongerThanTheSystemTakesLeadNowhere) {
+    std::string path = "x";
+    for (int i = 0; i < 100'000; ++i) {
+        path += "/x";
+    }
+    EXPECT_EQ(Look(path).type, FileType::Missing);
+}
+
 TEST_F(GameTree, NothingIsFoundWhereTheCurrentDirectoryIsGone) {
     const TempDirectory other;
     const std::string gone = other / "gone";
