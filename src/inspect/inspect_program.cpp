@@ -45,8 +45,9 @@ int StartAndRun(int argc, const char* const* argv) {
         return kStatusError;
     }
     const int status = RunCommand(argc, argv, console);
-    // A report that nobody got is no good one.
-    return console.Finish() || status != kStatusGood ? status : kStatusError;
+    // A report that nobody got is no good one. Worse than a warning it was already.
+    const bool isLost = !console.Finish();
+    return isLost && status <= kStatusWarning ? kStatusError : status;
 }
 
 }  // namespace

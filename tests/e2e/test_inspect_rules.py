@@ -299,11 +299,13 @@ class Refusals(Rules):
     def test_a_report_that_cannot_be_written_is_no_good_one(self) -> None:
         self.write("bin/a", b"1")
         config_file = self.write_config(config('include_paths = ["bin"]'))
-        with open("/dev/full", "wb") as full:
-            run = subprocess.run([INSPECT, "rules", config_file, "--game", self.game, "--json"], stdout=full,
-                                 stderr=subprocess.PIPE, check=False, timeout=60)
-        self.assertEqual((run.returncode, run.stderr), (
-            ERROR, b"sealkeeper-inspect: the report could not be written: No space left on device\n"))
+        warned_of = self.write_config(config('include_paths = ["bin", "gone"]'), name="warned.cfg")
+        for rules in (config_file, warned_of):
+            with open("/dev/full", "wb") as full:
+                run = subprocess.run([INSPECT, "rules", rules, "--game", self.game, "--json"], stdout=full,
+                                     stderr=subprocess.PIPE, check=False, timeout=60)
+            self.assertEqual((run.returncode, run.stderr), (
+                ERROR, b"sealkeeper-inspect: the report could not be written: No space left on device\n"))
 
     def test_nobody_need_read_all_of_it(self) -> None:
         self.write("bin/a", b"1")

@@ -68,7 +68,7 @@ std::string AliasHint(const CheckReport& report) {
     }
     return "\nThe paths of " + CountText(aliased, "file") +
            " are stored as aliases are (alias_paths): at four bytes a character.\n"
-           "Verifying reads them up to the first character and cannot find these files, whatever is there.\n";
+           "Verifying reads the first character of each alone: it looks for another file, and says nothing of these.\n";
 }
 
 std::string RuntimeConfigurationText(const CheckReport& report, const Console& console) {

@@ -33,15 +33,31 @@ TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) 
     return subject.places.patternList;
 }
 
-// What to write in place of each output: the folder that has them, or themselves.
+// Whether the second run seals anything in the folder `top` of the game but outputs.
+bool HasOtherFilesIn(const std::string& top, const LintSubject& subject) {
+    const auto isOutput = [](const std::string& path, const PlannedOutputs& outputs) {
+        return path == outputs.catalogue || path == outputs.certificateCopy ||
+               path == outputs.runtimeConfiguration;
+    };
+    const auto& files = subject.secondSelection.files;
+    return std::any_of(files.begin(), files.end(), [&](const SelectedFile& file) {
+        const std::string path = LexicalPath(file.path);
+        return path.starts_with(top + "/") && !isOutput(path, subject.outputs) &&
+               !isOutput(path, subject.writtenOutputs);
+    });
+}
+
+// What to leave out: the folders that have the outputs, or the outputs themselves where there is
+// more in a folder.
 std::string CureFor(const std::vector<std::string>& written, const LintSubject& subject) {
-    std::set<std::string> tops;
+    std::set<std::string> names;
     for (const std::string& output : written) {
-        tops.insert(output.substr(0, output.find('/')));
+        const std::string top = output.substr(0, output.find('/'));
+        names.insert(HasOtherFilesIn(top, subject) ? output : top);
     }
     std::string list;
-    for (const std::string& top : tops) {
-        list += (list.empty() ? "\"" : ", \"") + top + "\"";
+    for (const std::string& name : names) {
+        list += (list.empty() ? "\"" : ", \"") + name + "\"";
     }
     // An empty list of what to include stands for the whole game, too.
     return subject.places.patternKey == kExcludePathsKey

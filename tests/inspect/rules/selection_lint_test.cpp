@@ -212,6 +212,13 @@ TEST(OwnOutputs, AreToldAtTheListOfExcludes) {
                     "replaces it: verify fails. / Add \"Q\" to exclude_paths."});
 }
 
+// To exclude the folder would leave the game's own files in it unsealed.
+TEST(OwnOutputs, AreNamedThemselvesWhereTheirFolderHasMore) {
+    const Paths told = Told(LintOwnOutputs, OutputsSelected({"Q/base.bin", "Q/client.so"}));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told[0].ends_with("Add \"Q/base.bin\" to exclude_paths.")) << told[0];
+}
+
 TEST(OwnOutputs, MayBeTheSettingsAlone) {
     EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"Q/runtime.conf"})),
               Paths{"9 A run seals 'Q/runtime.conf', which it writes itself and which has a "
