@@ -121,7 +121,7 @@ CredentialFindings JudgeChain(const CertificateFacts& facts, const TrustFacts& t
     const ResultCode code = CodeOfFlag(MBEDTLS_X509_BADCERT_NOT_TRUSTED);
     const std::string authority =
         trust.authority.certificate ? trust.authority.certificate->subject : std::string();
-    switch (ChainOf(facts, trust)) {
+    switch (ChainOf(facts)) {
         case ChainState::Authority:
         case ChainState::NotChecked:
             return {};
@@ -175,13 +175,12 @@ CredentialFinding WeakKey(const CertificateDetails& certificate) {
         {"Make an RSA key of 2048 bits or more, and have a certificate issued for it."});
 }
 
-CredentialFindings JudgeStrength(const CertificateFacts& facts) {
+CredentialFindings JudgeStrength(const CertificateDetails& certificate, std::uint32_t flags) {
     CredentialFindings findings;
-    const CertificateDetails& certificate = *facts.details;
-    if ((facts.flags & MBEDTLS_X509_BADCERT_BAD_KEY) != 0) {
+    if ((flags & MBEDTLS_X509_BADCERT_BAD_KEY) != 0) {
         findings.push_back(WeakKey(certificate));
     }
-    if ((facts.flags & (MBEDTLS_X509_BADCERT_BAD_MD | MBEDTLS_X509_BADCERT_BAD_PK)) != 0) {
+    if ((flags & (MBEDTLS_X509_BADCERT_BAD_MD | MBEDTLS_X509_BADCERT_BAD_PK)) != 0) {
         findings.push_back(
             MakeError("weak-digest", CodeOfFlag(MBEDTLS_X509_BADCERT_BAD_MD),
                       "The certificate is signed by " + certificate.signature +
@@ -207,14 +206,15 @@ CredentialFindings JudgeCertificate(const CredentialFacts& facts, const JudgingT
         return findings;
     }
     Append(findings, JudgeDates(*certificate.details, time));
-    if ((certificate.flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
+    const std::uint32_t flags = certificate.check ? certificate.check->flags : 0;
+    if ((flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
         findings.push_back(Revoked(certificate, facts.trust));
     }
-    if ((certificate.flags & MBEDTLS_X509_BADCERT_CN_MISMATCH) != 0) {
+    if ((flags & MBEDTLS_X509_BADCERT_CN_MISMATCH) != 0) {
         findings.push_back(JudgeMismatch(*certificate.details, facts.productId));
     }
     Append(findings, JudgeChain(certificate, facts.trust));
-    Append(findings, JudgeStrength(certificate));
+    Append(findings, JudgeStrength(*certificate.details, flags));
     return findings;
 }
 

@@ -4,11 +4,11 @@
 
 namespace sealkeeper {
 
-ChainState ChainOf(const CertificateFacts& certificate, const TrustFacts& trust) {
-    if (!trust.authority.certificate || !trust.revocationList.list) {
+ChainState ChainOf(const CertificateFacts& certificate) {
+    if (!certificate.check) {
         return ChainState::NotChecked;
     }
-    if ((certificate.flags & MBEDTLS_X509_BADCERT_NOT_TRUSTED) == 0) {
+    if ((certificate.check->flags & MBEDTLS_X509_BADCERT_NOT_TRUSTED) == 0) {
         return ChainState::Authority;
     }
     if (certificate.namesAuthority) {
@@ -18,12 +18,15 @@ ChainState ChainOf(const CertificateFacts& certificate, const TrustFacts& trust)
 }
 
 RevocationState RevocationOf(const CertificateFacts& certificate, const TrustFacts& trust) {
-    if ((certificate.flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
+    if (!certificate.check) {
+        return RevocationState::NotChecked;
+    }
+    if ((certificate.check->flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
         return RevocationState::Revoked;
     }
-    const bool isChecked = ChainOf(certificate, trust) == ChainState::Authority &&
+    const bool isChecked = ChainOf(certificate) == ChainState::Authority &&
                            trust.revocationList.namesAuthority &&
-                           (certificate.flags & MBEDTLS_X509_BADCRL_NOT_TRUSTED) == 0;
+                           (certificate.check->flags & MBEDTLS_X509_BADCRL_NOT_TRUSTED) == 0;
     return isChecked ? RevocationState::NotRevoked : RevocationState::NotChecked;
 }
 

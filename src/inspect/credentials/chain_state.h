@@ -15,19 +15,19 @@ enum class ChainState {
     SelfSigned,
     // Issued by another certificate: a mod's, or another authority's.
     OtherIssuer,
-    // What is built in cannot be read.
+    // What is built in cannot be read, or the library failed to check the certificate.
     NotChecked,
 };
 
 enum class RevocationState {
     NotRevoked,
     Revoked,
-    // The list tells nothing of certificates that the authority did not issue.
+    // Also of a certificate that the authority did not issue: the list tells nothing of it.
     NotChecked,
 };
 
 // Both of a certificate that could be read.
-[[nodiscard]] ChainState ChainOf(const CertificateFacts& certificate, const TrustFacts& trust);
+[[nodiscard]] ChainState ChainOf(const CertificateFacts& certificate);
 [[nodiscard]] RevocationState RevocationOf(const CertificateFacts& certificate,
                                            const TrustFacts& trust);
 

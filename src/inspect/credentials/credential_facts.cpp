@@ -17,39 +17,16 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// As `ParseCertificate`, of the first certificate in PEM form.
+// As `ParseCertificate`, of the first certificate in PEM form. Another one in the same file, as of
+// its issuer, is left out, because the file that is made of it in DER form has the first alone.
 int ParsePemCertificate(Bytes bytes, Certificate& certificate) {
     // The library takes PEM with a zero at its end.
     bytes.push_back(0);
-    const int result = mbedtls_x509_crt_parse(certificate.Get(), bytes.data(), bytes.size());
+    Certificate all;
+    const int result = mbedtls_x509_crt_parse(all.Get(), bytes.data(), bytes.size());
+    const mbedtls_x509_buf& first = all.Get()->raw;
     // Positive where there is more in the file that it could not read.
-    return certificate.Get()->raw.p != nullptr ? 0 : result;
-}
-
-// Called by the library for each certificate of a chain, of which the first is at depth 0.
-int KeepFlagsOfFirst(void* kept, mbedtls_x509_crt* /*certificate*/, int depth,
-                     std::uint32_t* flags) {
-    if (depth == 0) {
-        *static_cast<std::uint32_t*>(kept) = *flags;
-    }
-    return 0;
-}
-
-std::uint32_t VerificationFlags(const TrustMaterial& trust, const std::string& name,
-                                Certificate& certificate) {
-    Certificate authority;
-    RevocationList list;
-    if (ParseCertificate(trust.authorityDer, authority) != 0 ||
-        mbedtls_x509_crl_parse_der(list.Get(), trust.revocationListDer.data(),
-                                   trust.revocationListDer.size()) != 0) {
-        return 0;
-    }
-    std::uint32_t flags = 0;
-    std::uint32_t flagsOfAll = 0;
-    // The flags tell more than the result.
-    static_cast<void>(mbedtls_x509_crt_verify(certificate.Get(), authority.Get(), list.Get(),
-                                              name.c_str(), &flagsOfAll, KeepFlagsOfFirst, &flags));
-    return flags;
+    return first.p != nullptr ? ParseCertificate({first.p, first.len}, certificate) : result;
 }
 
 // The name that the certificate is checked for.
@@ -70,7 +47,7 @@ void DescribeCertificate(const TrustMaterial& trust, const std::optional<std::st
         IsSameEncoding(parsed.issuer_raw, parsed.subject_raw) &&
         IsSignedBy(parsed.pk, {parsed.raw, parsed.tbs, parsed.sig_oid}).value_or(true);
     facts.namesAuthority = !IsFromAnotherIssuer(trust, certificate);
-    facts.flags = VerificationFlags(trust, ExpectedName(productId, *facts.details), certificate);
+    facts.check = CheckChain(trust, ExpectedName(productId, *facts.details), certificate);
 }
 
 // Leaves the certificate parsed in `certificate` where the file has one, be it in PEM form.

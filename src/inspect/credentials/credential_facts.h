@@ -2,11 +2,11 @@
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FACTS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FACTS_H
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
 #include "app/result_code.h"
+#include "inspect/credentials/chain_check.h"
 #include "inspect/credentials/examined_file.h"
 #include "inspect/credentials/trust_facts.h"
 #include "inspect/x509/certificate_details.h"
@@ -32,9 +32,8 @@ struct CertificateFacts {
     // Whether it is its own issuer, by name and by its signature. A mod's certificate may have the
     // name of its issuer, too.
     bool isSelfSigned = false;
-    // MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_... of the certificate, not of the
-    // authority. None where one of the two cannot be read.
-    std::uint32_t flags = 0;
+    // Nothing where the library did not check it.
+    std::optional<ChainCheck> check;
     // What generate makes of the file, by itself.
     ResultCode code = ResultCode::Ok;
 };

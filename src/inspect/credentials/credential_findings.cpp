@@ -17,9 +17,9 @@ namespace {
 // What the library says itself, for what nothing above it explains.
 CredentialFinding Unexplained(const CredentialFacts& facts, ResultCode code) {
     std::array<char, 1024> reasons{};
+    const std::uint32_t flags = facts.certificate.check ? facts.certificate.check->flags : 0;
     // The library's texts end in line feeds.
-    if (mbedtls_x509_crt_verify_info(reasons.data(), reasons.size(), " ", facts.certificate.flags) <
-        0) {
+    if (mbedtls_x509_crt_verify_info(reasons.data(), reasons.size(), " ", flags) < 0) {
         reasons.fill('\0');
     }
     std::string text = reasons.data();

@@ -42,7 +42,7 @@ Json CertificateJson(const CredentialFacts& facts, UtcTime now) {
     Json object = FileJson(facts.certificate.file);
     if (facts.certificate.details) {
         AddCertificateJson(*facts.certificate.details, now, object);
-        object["chain"] = ChainWord(ChainOf(facts.certificate, facts.trust));
+        object["chain"] = ChainWord(ChainOf(facts.certificate));
         object["revocation"] = RevocationWord(RevocationOf(facts.certificate, facts.trust));
     }
     return object;

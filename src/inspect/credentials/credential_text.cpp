@@ -29,8 +29,8 @@ std::string ProductText(const CertificateDetails& certificate) {
                          : QuotedNameList(names) + " (DNS names; " + passedOver + ")";
 }
 
-void AddChain(const CredentialFacts& facts, FactTable& table) {
-    switch (ChainOf(facts.certificate, facts.trust)) {
+void AddChain(const CertificateFacts& certificate, FactTable& table) {
+    switch (ChainOf(certificate)) {
         case ChainState::Authority:
             return table.Add("chain", Style::Good,
                              "issued by the built-in authority, whose signature is good");
@@ -68,7 +68,7 @@ void AddCertificate(const CredentialFacts& facts, UtcTime now, FactTable& table)
         table.Add("key", KeyText(certificate.key));
         table.Add("issuer", certificate.issuer);
         table.Add("signed by", certificate.signature);
-        AddChain(facts, table);
+        AddChain(facts.certificate, table);
         AddRevocation(facts, table);
     }
     AddMode(facts.certificate.file, table);

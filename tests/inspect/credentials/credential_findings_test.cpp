@@ -162,6 +162,14 @@ TEST_F(CredentialFindingsTest, FilesThatAreNoCertificate) {
     EXPECT_EQ(Code(), ResultCode::MbedTlsKeyFormatError);
 }
 
+TEST_F(CredentialFindingsTest, TheFirstCertificateInPemFormIsJudgedAlone) {
+    for (const int authorities : {1, 12}) {
+        const std::string chain = test::IssueChain(directory_.Path(), kTestProductId, authorities);
+        EXPECT_EQ(Names(Judge({chain, {}, {}, kTestProductId})), "certificate-pem other-issuer")
+            << authorities;
+    }
+}
+
 struct Key {
     std::string path;
     const char* names;
@@ -333,7 +341,7 @@ TEST(CredentialFindings, WhatNothingExplainsIsToldInTheLibrarysWords) {
     CredentialFacts facts;
     facts.certificate.file.kind = FileKind::DerCertificate;
     facts.certificate.code = ResultCode::MbedTlsX509VerifyFailed;
-    facts.certificate.flags = MBEDTLS_X509_BADCERT_MISSING;
+    facts.certificate.check = {.isTrusted = false, .flags = MBEDTLS_X509_BADCERT_MISSING};
     const CredentialFindings findings = JudgeCredentials(facts, {Now(), 30});
     EXPECT_EQ(Find(findings, "refused").code, ResultCode::MbedTlsX509VerifyFailed);
     EXPECT_NE(Find(findings, "refused").message.find("Certificate was missing"), std::string::npos);

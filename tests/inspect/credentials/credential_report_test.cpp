@@ -54,6 +54,7 @@ CredentialFacts Facts() {
     facts.certificate.file = {"a.cer", FileType::Regular, 0644, "", FileKind::DerCertificate};
     facts.certificate.details = Details("Game");
     facts.certificate.namesAuthority = true;
+    facts.certificate.check = {.isTrusted = true, .flags = 0};
     KeyFacts key;
     key.file = {"a.key", FileType::Regular, 0600, "", std::nullopt};
     key.details = {"RSA", true, 2048};
@@ -124,21 +125,21 @@ std::string Standing(const CredentialFacts& facts) {
 
 TEST(CredentialReport, ChainAndRevocation) {
     CredentialFacts facts = Facts();
-    facts.certificate.flags = MBEDTLS_X509_BADCERT_REVOKED;
+    facts.certificate.check->flags = MBEDTLS_X509_BADCERT_REVOKED;
     EXPECT_EQ(Standing(facts),
               "issued by the built-in authority, whose signature is good; on the built-in list");
-    facts.certificate.flags = MBEDTLS_X509_BADCERT_NOT_TRUSTED;
+    facts.certificate.check->flags = MBEDTLS_X509_BADCERT_NOT_TRUSTED;
     EXPECT_EQ(Standing(facts),
               "names the built-in authority, whose signature it is not; not checked");
     facts.certificate.namesAuthority = false;
     EXPECT_EQ(Standing(facts), "not issued by the built-in authority; not checked");
     facts.certificate.isSelfSigned = true;
     EXPECT_EQ(Standing(facts), "issued by itself; not checked");
-    facts.certificate.flags = 0;
+    facts.certificate.check->flags = 0;
     facts.trust.revocationList.namesAuthority = false;
     EXPECT_EQ(Standing(facts),
               "issued by the built-in authority, whose signature is good; not checked");
-    facts.trust.authority.certificate.reset();
+    facts.certificate.check.reset();
     EXPECT_EQ(Standing(facts), "not checked; not checked");
 }
 

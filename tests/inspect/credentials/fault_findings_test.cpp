@@ -17,10 +17,21 @@ ExaminedFile ReadFile() {
     return file;
 }
 
-// All three files were read.
+TrustFacts ReadTrust() {
+    TrustFacts trust;
+    trust.authority.certificate.emplace();
+    trust.revocationList.list.emplace();
+    return trust;
+}
+
+// All three files were read, and the certificate is good.
 CredentialFacts GoodFacts() {
     CredentialFacts facts;
+    facts.trust = ReadTrust();
     facts.certificate.file = ReadFile();
+    facts.certificate.file.kind = FileKind::DerCertificate;
+    facts.certificate.details.emplace();
+    facts.certificate.check = {.isTrusted = true, .flags = 0};
     facts.key.emplace().file = ReadFile();
     facts.revocationList.emplace().file = ReadFile();
     facts.revocationList->file.kind = FileKind::DerRevocationList;
@@ -28,12 +39,13 @@ CredentialFacts GoodFacts() {
     return facts;
 }
 
-void ExpectFinding(const CredentialFacts& facts, const std::string& name, int status) {
+void ExpectFinding(const CredentialFacts& facts, const std::string& name, int status,
+                   std::optional<ResultCode> code = std::nullopt) {
     const CredentialFindings findings = JudgeFaults(facts);
     ASSERT_EQ(findings.size(), 1U);
     EXPECT_EQ(findings[0].name, name);
     EXPECT_EQ(StatusOf(findings), status);
-    EXPECT_EQ(findings[0].code, std::nullopt);
+    EXPECT_EQ(findings[0].code, code);
 }
 
 TEST(FaultFindings, NothingFailed) {
@@ -42,10 +54,39 @@ TEST(FaultFindings, NothingFailed) {
 
 TEST(FaultFindings, ACheckThatFailsOnceIsAnError) {
     CredentialFacts facts = GoodFacts();
-    facts.certificate.flags = MBEDTLS_X509_BADCRL_NOT_TRUSTED;
+    facts.certificate.check = {.isTrusted = false, .flags = MBEDTLS_X509_BADCRL_NOT_TRUSTED};
     ExpectFinding(facts, "check-failed", kStatusError);
     // Generate fails, which other findings tell.
     facts.certificate.code = ResultCode::CertificateRLInvalid;
+    EXPECT_TRUE(JudgeFaults(facts).empty());
+}
+
+TEST(FaultFindings, ACertificateThatOnlyGenerateRefusesIsAnError) {
+    CredentialFacts facts = GoodFacts();
+    facts.certificate.code = ResultCode::CertificateExpired;
+    ExpectFinding(facts, "check-failed", kStatusError, ResultCode::CertificateExpired);
+    // Generate takes none in PEM form.
+    facts.certificate.file.kind = FileKind::PemCertificate;
+    EXPECT_TRUE(JudgeFaults(facts).empty());
+}
+
+TEST(FaultFindings, ACertificateThatWasNotCheckedIsAnError) {
+    CredentialFacts facts = GoodFacts();
+    facts.certificate.check.reset();
+    ExpectFinding(facts, "check-failed", kStatusError);
+    facts.certificate.details.reset();
+    ExpectFinding(facts, "check-failed", kStatusError);
+    facts.certificate.code = ResultCode::MbedTlsGenericError;
+    ExpectFinding(facts, "check-failed", kStatusError, ResultCode::MbedTlsGenericError);
+    // Other findings tell of material that cannot be read.
+    facts.trust.revocationList.list.reset();
+    EXPECT_TRUE(JudgeFaults(facts).empty());
+    facts.trust = ReadTrust();
+    facts.trust.authority.certificate.reset();
+    EXPECT_TRUE(JudgeFaults(facts).empty());
+    // And of a file that is no certificate.
+    facts.trust = ReadTrust();
+    facts.certificate.file.kind = FileKind::PublicKey;
     EXPECT_TRUE(JudgeFaults(facts).empty());
 }
 

@@ -78,4 +78,27 @@ std::vector<std::uint8_t> IssueAuthority(const std::string& directory, const std
     return FileBytes(directory + "/other.der");
 }
 
+std::string IssueChain(const std::string& directory, const std::string& name, int authorities) {
+    const std::string key = "'" + PrivateKeyPath("good") + "'";
+    RunShell(directory,
+             "printf 'basicConstraints = critical, CA:TRUE\\n' > may-issue\n"
+             "openssl x509 -inform DER -in '" +
+                 AuthorityPath("ca.der") + "' -out issuer.pem && cp '" +
+                 AuthorityPath("ca_private.key") +
+                 "' issuer.key && : > chain.pem\n"
+                 "for level in $(seq " +
+                 std::to_string(authorities) +
+                 " -1 0); do\n"
+                 "    subject=level$level extensions='-extfile may-issue'\n"
+                 "    [ $level != 0 ] || { subject='" +
+                 name + "' extensions=; }\n" + "    openssl req -new -key " + key +
+                 " -subj \"/CN=$subject\" -out request.pem &&\n"
+                 "    openssl x509 -req -sha256 -in request.pem -set_serial 9$level -days 400"
+                 " $extensions -CA issuer.pem -CAkey issuer.key -out issued.pem &&\n"
+                 "    cat issued.pem chain.pem > longer.pem && mv longer.pem chain.pem &&\n"
+                 "    mv issued.pem issuer.pem && cp " +
+                 key + " issuer.key || exit 1\ndone");
+    return directory + "/chain.pem";
+}
+
 }  // namespace sealkeeper::test

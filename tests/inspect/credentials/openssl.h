@@ -36,6 +36,12 @@ struct ListOptions {
                                                        const std::string& notBefore,
                                                        const std::string& notAfter);
 
+// Certificates in PEM form, in one file in `directory`, whose path it returns: the first, of the
+// common name `name`, is issued by the second and so on; the authority issues the last. All but the
+// first, of which there are `authorities`, may issue certificates.
+[[nodiscard]] std::string IssueChain(const std::string& directory, const std::string& name,
+                                     int authorities);
+
 }  // namespace sealkeeper::test
 
 #endif

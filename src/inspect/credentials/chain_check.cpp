@@ -1,0 +1,41 @@
+#include "inspect/credentials/chain_check.h"
+
+#include "runtime/certificate_trust.h"
+
+namespace sealkeeper {
+namespace {
+
+// Called by the library for each certificate of a chain, of which the first is at depth 0.
+int KeepFlagsOfFirst(void* kept, mbedtls_x509_crt* /*certificate*/, int depth,
+                     std::uint32_t* flags) {
+    if (depth == 0) {
+        *static_cast<std::uint32_t*>(kept) = *flags;
+    }
+    return 0;
+}
+
+}  // namespace
+
+std::optional<ChainCheck> CheckChain(const TrustMaterial& trust, const std::string& name,
+                                     Certificate& certificate) {
+    Certificate authority;
+    RevocationList list;
+    if (ParseCertificate(trust.authorityDer, authority) != 0 ||
+        mbedtls_x509_crl_parse_der(list.Get(), trust.revocationListDer.data(),
+                                   trust.revocationListDer.size()) != 0) {
+        return std::nullopt;
+    }
+    ChainCheck check;
+    std::uint32_t flagsOfAll = 0;
+    const int result =
+        mbedtls_x509_crt_verify(certificate.Get(), authority.Get(), list.Get(), name.c_str(),
+                                &flagsOfAll, KeepFlagsOfFirst, &check.flags);
+    // Any other error comes before the flags are told.
+    if (result != 0 && result != MBEDTLS_ERR_X509_CERT_VERIFY_FAILED) {
+        return std::nullopt;
+    }
+    check.isTrusted = result == 0;
+    return check;
+}
+
+}  // namespace sealkeeper
