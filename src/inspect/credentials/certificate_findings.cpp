@@ -148,15 +148,11 @@ CredentialFindings JudgeChain(const CertificateFacts& facts, const TrustFacts& t
     return {};
 }
 
-CredentialFinding Revoked(const CertificateFacts& facts, const TrustFacts& trust) {
+CredentialFinding Revoked(const CertificateFacts& facts) {
     std::string message =
         "The built-in revocation list has the certificate's serial " + facts.details->serial;
-    if (trust.revocationList.list) {
-        const RevokedSerial* const entry =
-            FindRevoked(*trust.revocationList.list, facts.details->serial);
-        if (entry != nullptr && entry->revokedOn) {
-            message += ", revoked on " + TimeText(*entry->revokedOn);
-        }
+    if (facts.check->revokedOn) {
+        message += ", revoked on " + TimeText(*facts.check->revokedOn);
     }
     return MakeError("certificate-revoked", CodeOfFlag(MBEDTLS_X509_BADCERT_REVOKED), message + ".",
                      {"Ask the authority why, and have it issue a new certificate for a new key."});
@@ -208,7 +204,7 @@ CredentialFindings JudgeCertificate(const CredentialFacts& facts, const JudgingT
     Append(findings, JudgeDates(*certificate.details, time));
     const std::uint32_t flags = certificate.check ? certificate.check->flags : 0;
     if ((flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
-        findings.push_back(Revoked(certificate, facts.trust));
+        findings.push_back(Revoked(certificate));
     }
     if ((flags & MBEDTLS_X509_BADCERT_CN_MISMATCH) != 0) {
         findings.push_back(JudgeMismatch(*certificate.details, facts.productId));

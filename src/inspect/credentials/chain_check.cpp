@@ -1,5 +1,6 @@
 #include "inspect/credentials/chain_check.h"
 
+#include "inspect/x509/certificate_details.h"
 #include "runtime/certificate_trust.h"
 
 namespace sealkeeper {
@@ -12,6 +13,12 @@ int KeepFlagsOfFirst(void* kept, mbedtls_x509_crt* /*certificate*/, int depth,
         *static_cast<std::uint32_t*>(kept) = *flags;
     }
     return 0;
+}
+
+std::optional<UtcTime> RevocationTime(const mbedtls_x509_crl& list,
+                                      const mbedtls_x509_crt& certificate) {
+    const mbedtls_x509_crl_entry* const entry = FindRevoked(list, certificate);
+    return entry == nullptr ? std::nullopt : UtcTimeOf(entry->revocation_date);
 }
 
 }  // namespace
@@ -35,6 +42,9 @@ std::optional<ChainCheck> CheckChain(const TrustMaterial& trust, const std::stri
         return std::nullopt;
     }
     check.isTrusted = result == 0;
+    if ((check.flags & MBEDTLS_X509_BADCERT_REVOKED) != 0) {
+        check.revokedOn = RevocationTime(*list.Get(), *certificate.Get());
+    }
     return check;
 }
 

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "inspect/x509/utc_time.h"
 #include "runtime/mbedtls_contexts.h"
 #include "runtime/trust_material.h"
 
@@ -17,6 +18,8 @@ struct ChainCheck {
     // MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_... of the certificate, not of the
     // authority. It may have none and yet not be trusted, as where the authority has expired.
     std::uint32_t flags = 0;
+    // When it was revoked, as the list says; nothing where it was not, or where no time is said.
+    std::optional<UtcTime> revokedOn = {};
 };
 
 // Checks the parsed `certificate` against `trust` with `name` as the expected name, by the system's

@@ -104,7 +104,14 @@ KeyFacts GatherKey(const std::string& path, const Certificate& certificate) {
     return facts;
 }
 
-GivenListFacts GatherList(const std::string& path) {
+// False also where no certificate was parsed.
+bool Revokes(const mbedtls_x509_crl& list, const mbedtls_x509_crt& certificate) {
+    return certificate.raw.p != nullptr &&
+           IsSameEncoding(list.issuer_raw, certificate.issuer_raw) &&
+           FindRevoked(list, certificate) != nullptr;
+}
+
+GivenListFacts GatherList(const std::string& path, const Certificate& certificate) {
     GivenListFacts facts;
     facts.file = ExamineFile(path);
     const auto bytes = ReadWholeFile(path);
@@ -117,6 +124,7 @@ GivenListFacts GatherList(const std::string& path) {
     RevocationList list;
     if (mbedtls_x509_crl_parse_der(list.Get(), bytes->data(), bytes->size()) == 0) {
         facts.list = DetailsOfList(*list.Get());
+        facts.revokesCertificate = Revokes(*list.Get(), *certificate.Get());
     }
     return facts;
 }
@@ -134,7 +142,7 @@ CredentialFacts GatherCredentialFacts(const CredentialFiles& files, const TrustM
     }
     // An empty path is none for generate as well.
     if (files.revocationList && !files.revocationList->empty()) {
-        facts.revocationList = GatherList(*files.revocationList);
+        facts.revocationList = GatherList(*files.revocationList, certificate);
     }
     return facts;
 }

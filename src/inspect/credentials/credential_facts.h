@@ -54,6 +54,8 @@ struct GivenListFacts {
     ResultCode code = ResultCode::Ok;
     // Nothing where it is no list in DER form. Generate does not mind that.
     std::optional<ListDetails> list;
+    // Whether the issuer of the certificate made it, and has the certificate in it.
+    bool revokesCertificate = false;
 };
 
 struct CredentialFacts {

@@ -59,8 +59,7 @@ CredentialFindings JudgeGivenList(const GivenListFacts& list, const CertificateF
         return {NotAList(file, *file.kind)};
     }
     CredentialFindings findings;
-    const bool isOfIssuer = certificate.details && certificate.details->issuer == list.list->issuer;
-    if (isOfIssuer && FindRevoked(*list.list, certificate.details->serial) != nullptr) {
+    if (list.revokesCertificate && certificate.details) {
         findings.push_back(
             MakeWarning("given-list-revokes",
                         "The revocation list has the certificate's own serial " +

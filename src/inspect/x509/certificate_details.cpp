@@ -68,6 +68,11 @@ std::vector<std::string> DnsNames(const mbedtls_x509_sequence& alternatives) {
     return names;
 }
 
+// An empty list has one entry, without a serial number.
+bool IsEntry(const mbedtls_x509_crl_entry& entry) {
+    return entry.serial.len != 0;
+}
+
 }  // namespace
 
 KeyDetails DetailsOfKey(const mbedtls_pk_context& key) {
@@ -96,9 +101,8 @@ ListDetails DetailsOfList(const mbedtls_x509_crl& list) {
     details.signature = SignatureText(list.sig_oid);
     details.thisUpdate = UtcTimeOf(list.this_update).value_or(UtcTime());
     details.nextUpdate = UtcTimeOf(list.next_update);
-    // An empty list has one entry without a serial.
-    for (const mbedtls_x509_crl_entry* entry = &list.entry;
-         entry != nullptr && entry->serial.len != 0; entry = entry->next) {
+    for (const mbedtls_x509_crl_entry* entry = &list.entry; entry != nullptr && IsEntry(*entry);
+         entry = entry->next) {
         details.revoked.push_back({SerialText(entry->serial), UtcTimeOf(entry->revocation_date)});
     }
     return details;
@@ -108,11 +112,14 @@ bool IsSameEncoding(const mbedtls_x509_buf& left, const mbedtls_x509_buf& right)
     return std::equal(left.p, left.p + left.len, right.p, right.p + right.len);
 }
 
-const RevokedSerial* FindRevoked(const ListDetails& list, const std::string& serial) {
-    const auto found =
-        std::find_if(list.revoked.begin(), list.revoked.end(),
-                     [&](const RevokedSerial& entry) { return entry.serial == serial; });
-    return found == list.revoked.end() ? nullptr : &*found;
+const mbedtls_x509_crl_entry* FindRevoked(const mbedtls_x509_crl& list,
+                                          const mbedtls_x509_crt& certificate) {
+    const mbedtls_x509_crl_entry* entry = &list.entry;
+    while (entry != nullptr &&
+           !(IsEntry(*entry) && IsSameEncoding(entry->serial, certificate.serial))) {
+        entry = entry->next;
+    }
+    return entry;
 }
 
 }  // namespace sealkeeper

@@ -23,7 +23,8 @@ struct KeyDetails {
 };
 
 struct CertificateDetails {
-    // As one line, "O=Maker, CN=Game".
+    // As one line, "O=Maker, CN=Game". The library writes "?" for what is not ASCII, so that two
+    // names may look the same.
     std::string subject;
     std::string issuer;
     // The common names of the subject, as they stand there.
@@ -32,7 +33,7 @@ struct CertificateDetails {
     std::vector<std::string> dnsNames;
     // Whether there is such an extension. The library compares no common name then.
     bool hasAlternativeNames = false;
-    // Hexadecimal, upper case.
+    // Hexadecimal, upper case; "...." stands for the end of one of more than 32 bytes.
     std::string serial;
     UtcTime notBefore;
     UtcTime notAfter;
@@ -42,7 +43,7 @@ struct CertificateDetails {
 };
 
 struct RevokedSerial {
-    // Hexadecimal, upper case.
+    // As of a certificate.
     std::string serial;
     std::optional<UtcTime> revokedOn;
 };
@@ -63,8 +64,10 @@ struct ListDetails {
 // Whether two parts of encoded structures, such as names, are the same.
 [[nodiscard]] bool IsSameEncoding(const mbedtls_x509_buf& left, const mbedtls_x509_buf& right);
 
-// The entry of `serial`; null when the list does not revoke it.
-[[nodiscard]] const RevokedSerial* FindRevoked(const ListDetails& list, const std::string& serial);
+// The entry of `list` with the serial number of `certificate`, whoever issued the two; null where
+// there is none. The encoded numbers are compared, for the text of a long one is cut.
+[[nodiscard]] const mbedtls_x509_crl_entry* FindRevoked(const mbedtls_x509_crl& list,
+                                                        const mbedtls_x509_crt& certificate);
 
 }  // namespace sealkeeper
 

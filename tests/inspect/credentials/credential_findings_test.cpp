@@ -296,14 +296,15 @@ TEST_F(CredentialFindingsTest, MaterialThatCannotBeReadRefusesEverything) {
 // Issued by the authority with openssl, from a request of the good key.
 class IssuedCertificateTest : public CredentialFindingsTest {
   protected:
-    std::string Issue(const std::string& options, const std::string& extensions = "") {
+    std::string Issue(const std::string& options, const std::string& extensions = "",
+                      const std::string& serial = "77") {
         test::RunShell(
             directory_.Path(),
             "printf '%s\\n' '" + extensions + "' > extensions\n" + "openssl req -new -key '" +
                 PrivateKeyPath("good") + "' -subj /CN=TestProduct42 -out request.pem\n" +
-                "openssl x509 -req -in request.pem -set_serial 77 -days 400 " + options +
-                " -extfile extensions -CAform DER -CA '" + AuthorityPath("ca.der") + "' -CAkey '" +
-                AuthorityPath("ca_private.key") + "' -outform DER -out issued.cer");
+                "openssl x509 -req -in request.pem -set_serial " + serial + " -days 400 " +
+                options + " -extfile extensions -CAform DER -CA '" + AuthorityPath("ca.der") +
+                "' -CAkey '" + AuthorityPath("ca_private.key") + "' -outform DER -out issued.cer");
         return directory_ / "issued.cer";
     }
 };
@@ -335,6 +336,37 @@ TEST_F(IssuedCertificateTest, AlternativeNamesWithoutDnsNamesStandInAsWell) {
     EXPECT_EQ(Names(Judge({certificate, {}, {}, kTestProductId})), "wrong-product");
     EXPECT_EQ(Code(), ResultCode::CertificateCNMismatch);
     EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "wrong-product");
+}
+
+// A list that revokes the serial number after one of 40 bytes.
+TEST_F(IssuedCertificateTest, LongSerialsAreComparedToTheirEnd) {
+    const std::string begin(78, '1');
+    const std::string certificate = Issue("-sha256", "", "0x" + begin + "11");
+    const auto judge = [&](const std::string& serial) {
+        static_cast<void>(test::IssueList(directory_.Path(), {.revokedSerial = serial}));
+        return Names(Judge({certificate, {}, directory_ / "list.der", kTestProductId}));
+    };
+    EXPECT_EQ(judge(begin + "12"), "");
+    EXPECT_EQ(judge(begin + "11"), "given-list-revokes");
+}
+
+// The library writes both names as "CN=??".
+TEST_F(IssuedCertificateTest, IssuersOutsideAsciiAreToldApart) {
+    const std::string key = PrivateKeyPath("good");
+    const auto listOf = [&](const std::string& issuer) {
+        static_cast<void>(test::IssueList(
+            directory_.Path(), {.revokedSerial = "4D", .issuer = issuer, .issuerKey = key}));
+        return directory_ / "list.der";
+    };
+    test::RunShell(directory_.Path(),
+                   "for name in Ä Ö; do openssl req -x509 -utf8 -new -set_serial 0x4D -days 400"
+                   " -key '" +
+                       key +
+                       "' -subj /CN=$name -out $name.pem || exit 1; done\n"
+                       "openssl x509 -in Ä.pem -outform DER -out Ä.cer");
+    EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ö.pem"), {}})), "self-signed");
+    EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ä.pem"), {}})),
+              "self-signed given-list-revokes");
 }
 
 TEST(CredentialFindings, WhatNothingExplainsIsToldInTheLibrarysWords) {
