@@ -1,7 +1,5 @@
 #include "inspect/credentials/trust_facts.h"
 
-#include <span>
-
 #include "inspect/credentials/development_trust.h"
 #include "inspect/credentials/signature_check.h"
 #include "inspect/report/hex_text.h"
@@ -14,15 +12,22 @@
 namespace sealkeeper {
 namespace {
 
-AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& authority) {
-    AuthorityFacts facts;
+// Leaves the code open. `isDevelopment` tells by the digest.
+BuiltInFile FactsOfFile(ByteView der, bool (*isDevelopment)(const Sha256Digest&)) {
+    BuiltInFile file;
     Sha256Digest digest{};
     if (ComputeSha256(der, digest) == 0) {
-        facts.fingerprint = SeparatedHexText(digest, ':');
-        facts.isDevelopment = IsDevelopmentAuthority(digest);
+        file.fingerprint = SeparatedHexText(digest, ':');
+        file.isDevelopment = isDevelopment(digest);
     }
-    facts.code = MapX509Error(ParseCertificate(der, authority));
-    if (facts.code == ResultCode::Ok) {
+    return file;
+}
+
+AuthorityFacts FactsOfAuthority(ByteView der, Certificate& authority) {
+    AuthorityFacts facts;
+    facts.file = FactsOfFile(der, IsDevelopmentAuthority);
+    facts.file.code = MapX509Error(ParseCertificate(der, authority));
+    if (facts.file.code == ResultCode::Ok) {
         facts.certificate = DetailsOfCertificate(*authority.Get());
         facts.maySignCertificates =
             MayIssueCertificates(*authority.Get()) &&
@@ -33,15 +38,11 @@ AuthorityFacts FactsOfAuthority(std::span<const std::uint8_t> der, Certificate& 
     return facts;
 }
 
-BuiltInListFacts FactsOfList(std::span<const std::uint8_t> der, RevocationList& list) {
+BuiltInListFacts FactsOfList(ByteView der, RevocationList& list) {
     BuiltInListFacts facts;
-    Sha256Digest digest{};
-    if (ComputeSha256(der, digest) == 0) {
-        facts.fingerprint = SeparatedHexText(digest, ':');
-        facts.isDevelopment = IsDevelopmentRevocationList(digest);
-    }
-    facts.code = MapX509Error(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()));
-    if (facts.code == ResultCode::Ok) {
+    facts.file = FactsOfFile(der, IsDevelopmentRevocationList);
+    facts.file.code = MapX509Error(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()));
+    if (facts.file.code == ResultCode::Ok) {
         facts.list = DetailsOfList(*list.Get());
     }
     return facts;

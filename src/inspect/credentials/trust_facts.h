@@ -2,7 +2,6 @@
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FACTS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FACTS_H
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -12,12 +11,19 @@
 
 namespace sealkeeper {
 
-struct AuthorityFacts {
-    // Of the DER encoding, as openssl prints it: "AB:CD:" and so on.
+// What can be said of the authority or its list without its being parsed.
+struct BuiltInFile {
+    // Of the DER encoding, as openssl prints it: "AB:CD:" and so on. Empty where the library failed
+    // to hash it.
     std::string fingerprint;
-    bool isDevelopment = false;
+    // By the same digest: nothing where that is not known.
+    std::optional<bool> isDevelopment;
     // What `sealkeeper` returns for every certificate because of it, where it cannot be parsed.
     ResultCode code = ResultCode::Ok;
+};
+
+struct AuthorityFacts {
+    BuiltInFile file;
     // Nothing where it cannot be parsed.
     std::optional<CertificateDetails> certificate;
     // Whether it may sign certificates, by its basic constraints and its key usage, and lists, by
@@ -27,9 +33,8 @@ struct AuthorityFacts {
 };
 
 struct BuiltInListFacts {
-    std::string fingerprint;
-    bool isDevelopment = false;
-    ResultCode code = ResultCode::Ok;
+    BuiltInFile file;
+    // Nothing where it cannot be parsed.
     std::optional<ListDetails> list;
     // Whether it names the authority as its issuer. The library passes over a list of another name.
     bool namesAuthority = false;

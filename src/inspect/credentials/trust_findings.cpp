@@ -15,7 +15,7 @@ CredentialFindings JudgeAuthority(const AuthorityFacts& facts, const JudgingTime
     CredentialFindings findings;
     if (!facts.certificate) {
         return {MakeError(
-            "authority-unreadable", facts.code,
+            "authority-unreadable", facts.file.code,
             "The built-in authority is no certificate in DER form: every certificate is refused.",
             {kOtherAuthority})};
     }
@@ -90,7 +90,7 @@ CredentialFindings JudgeList(const TrustFacts& facts, const JudgingTime& time) {
     const BuiltInListFacts& list = facts.revocationList;
     if (!list.list) {
         return {MakeError(
-            "list-unreadable", list.code,
+            "list-unreadable", list.file.code,
             "The built-in revocation list is none in DER form: every certificate is refused.",
             {kNewerList})};
     }
@@ -118,7 +118,8 @@ CredentialFindings JudgeList(const TrustFacts& facts, const JudgingTime& time) {
 
 // Without them it is not known whether the material is for development either.
 CredentialFindings JudgeFingerprints(const TrustFacts& facts) {
-    if (!facts.authority.fingerprint.empty() && !facts.revocationList.fingerprint.empty()) {
+    if (!facts.authority.file.fingerprint.empty() &&
+        !facts.revocationList.file.fingerprint.empty()) {
         return {};
     }
     return {MakeWarning("fingerprint-unknown",
@@ -136,8 +137,8 @@ CredentialFindings JudgeTrust(const TrustFacts& facts, const JudgingTime& time) 
 }
 
 CredentialFindings JudgeDevelopmentTrust(const TrustFacts& facts) {
-    const bool isAuthority = facts.authority.isDevelopment;
-    const bool isList = facts.revocationList.isDevelopment;
+    const bool isAuthority = facts.authority.file.isDevelopment.value_or(false);
+    const bool isList = facts.revocationList.file.isDevelopment.value_or(false);
     if (!isAuthority && !isList) {
         return {};
     }

@@ -6,14 +6,25 @@
 #include "inspect/credentials/finding_text.h"
 
 namespace sealkeeper {
+namespace {
+
+void AddFileJson(const BuiltInFile& file, Json& object) {
+    if (!file.fingerprint.empty()) {
+        object["sha256Fingerprint"] = file.fingerprint;
+    }
+    if (file.isDevelopment) {
+        object["isDevelopment"] = *file.isDevelopment;
+    }
+}
+
+}  // namespace
 
 Json AuthorityJson(const AuthorityFacts& facts, UtcTime now) {
     Json object = Json::object();
     if (facts.certificate) {
         AddCertificateJson(*facts.certificate, now, object);
     }
-    object["sha256Fingerprint"] = facts.fingerprint;
-    object["isDevelopment"] = facts.isDevelopment;
+    AddFileJson(facts.file, object);
     return object;
 }
 
@@ -22,8 +33,7 @@ Json BuiltInListJson(const BuiltInListFacts& facts, UtcTime now) {
     if (facts.list) {
         AddListJson(*facts.list, now, object);
     }
-    object["sha256Fingerprint"] = facts.fingerprint;
-    object["isDevelopment"] = facts.isDevelopment;
+    AddFileJson(facts.file, object);
     return object;
 }
 

@@ -11,6 +11,15 @@ const char* OriginText(bool isDevelopment) {
     return isDevelopment ? "for development: protects nothing" : "not the development one";
 }
 
+void AddFile(const BuiltInFile& file, FactTable& table) {
+    if (!file.fingerprint.empty()) {
+        table.Add("SHA-256", file.fingerprint);
+    }
+    if (file.isDevelopment) {
+        table.Add("origin", OriginText(*file.isDevelopment));
+    }
+}
+
 void AddAuthority(const AuthorityFacts& facts, UtcTime now, FactTable& table) {
     table.Begin("Built-in authority", "");
     if (facts.certificate) {
@@ -21,8 +30,7 @@ void AddAuthority(const AuthorityFacts& facts, UtcTime now, FactTable& table) {
         table.Add("signed by", authority.signature);
         table.Add("valid", SpanText(authority.notBefore, authority.notAfter, now));
     }
-    table.Add("SHA-256", facts.fingerprint);
-    table.Add("origin", OriginText(facts.isDevelopment));
+    AddFile(facts.file, table);
 }
 
 void AddList(const BuiltInListFacts& facts, UtcTime now, FactTable& table) {
@@ -34,8 +42,7 @@ void AddList(const BuiltInListFacts& facts, UtcTime now, FactTable& table) {
         table.Add("revoked", RevokedText(list));
         table.Add("valid", ListSpanText(list, now));
     }
-    table.Add("SHA-256", facts.fingerprint);
-    table.Add("origin", OriginText(facts.isDevelopment));
+    AddFile(facts.file, table);
 }
 
 }  // namespace

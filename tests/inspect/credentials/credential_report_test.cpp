@@ -34,11 +34,12 @@ CertificateDetails Details(const char* subject) {
 TrustFacts Trust() {
     TrustFacts facts;
     facts.authority.certificate = Details("Authority");
-    facts.authority.fingerprint = "AA:BB";
+    facts.authority.file.fingerprint = "AA:BB";
+    facts.authority.file.isDevelopment = false;
     facts.authority.maySignCertificates = true;
     facts.authority.maySignLists = true;
-    facts.revocationList.fingerprint = "CC:DD";
-    facts.revocationList.isDevelopment = true;
+    facts.revocationList.file.fingerprint = "CC:DD";
+    facts.revocationList.file.isDevelopment = true;
     facts.revocationList.namesAuthority = true;
     facts.revocationList.isSignedByAuthority = true;
     facts.revocationList.list = {"CN=Authority",
@@ -246,6 +247,20 @@ TEST(TrustReport, OfWhatCannotBeReadHasTheFingerprintsAlone) {
               "  SHA-256      CC:DD\n"
               "  origin       for development: protects nothing\n"
               "\n");
+}
+
+TEST(TrustReport, WithoutADigestTheOriginIsNotKnown) {
+    TrustFacts facts = Trust();
+    facts.authority.file = {};
+    facts.revocationList.file = {};
+    const std::string text = TrustText(facts, {}, kNow, Console());
+    EXPECT_EQ(text.find("SHA-256  "), std::string::npos) << text;
+    EXPECT_EQ(text.find("origin"), std::string::npos) << text;
+    const Json report = Json::parse(TrustJson(facts, {}, kNow));
+    for (const char* const part : {"authority", "revocationList"}) {
+        EXPECT_FALSE(report[part].contains("sha256Fingerprint")) << part;
+        EXPECT_FALSE(report[part].contains("isDevelopment")) << part;
+    }
 }
 
 TEST(TrustReport, AsJson) {

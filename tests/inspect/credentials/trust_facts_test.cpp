@@ -53,8 +53,8 @@ TEST(TrustFacts, OfTheAuthorityAreWhatOpensslPrints) {
     const Bytes list = ListDer();
     const AuthorityFacts facts = GatherTrustFacts({authority, list}).authority;
     ASSERT_TRUE(facts.certificate);
-    EXPECT_EQ(facts.code, ResultCode::Ok);
-    EXPECT_EQ(facts.fingerprint, AskCertificate(path, "-fingerprint -sha256"));
+    EXPECT_EQ(facts.file.code, ResultCode::Ok);
+    EXPECT_EQ(facts.file.fingerprint, AskCertificate(path, "-fingerprint -sha256"));
     EXPECT_EQ(facts.certificate->serial, AskCertificate(path, "-serial"));
     EXPECT_EQ(facts.certificate->notBefore, TimeOf(AskCertificate(path, "-startdate")));
     EXPECT_EQ(facts.certificate->notAfter, TimeOf(AskCertificate(path, "-enddate")));
@@ -64,14 +64,14 @@ TEST(TrustFacts, OfTheAuthorityAreWhatOpensslPrints) {
     EXPECT_EQ(facts.certificate->signature, "RSA with SHA-256");
     EXPECT_TRUE(facts.maySignCertificates);
     EXPECT_TRUE(facts.maySignLists);
-    EXPECT_TRUE(facts.isDevelopment);
+    EXPECT_EQ(facts.file.isDevelopment, true);
 }
 
 TEST(TrustFacts, ACertificateOfAModMaySignNothing) {
     const Bytes mod = test::CertificateBytes("mod");
     const AuthorityFacts facts = GatherTrustFacts({mod, ListDer()}).authority;
     EXPECT_FALSE(facts.maySignCertificates);
-    EXPECT_FALSE(facts.isDevelopment);
+    EXPECT_EQ(facts.file.isDevelopment, false);
 }
 
 TEST(TrustFacts, OfTheListAreWhatOpensslPrints) {
@@ -80,7 +80,7 @@ TEST(TrustFacts, OfTheListAreWhatOpensslPrints) {
     const Bytes list = ListDer();
     const BuiltInListFacts facts = GatherTrustFacts({authority, list}).revocationList;
     ASSERT_TRUE(facts.list);
-    EXPECT_EQ(facts.fingerprint, AskList(path, "-fingerprint -sha256"));
+    EXPECT_EQ(facts.file.fingerprint, AskList(path, "-fingerprint -sha256"));
     EXPECT_EQ(facts.list->thisUpdate, TimeOf(AskList(path, "-lastupdate")));
     EXPECT_EQ(facts.list->nextUpdate, TimeOf(AskList(path, "-nextupdate")));
     ASSERT_EQ(facts.list->revoked.size(), 2U);
@@ -89,7 +89,7 @@ TEST(TrustFacts, OfTheListAreWhatOpensslPrints) {
     EXPECT_EQ(facts.list->revoked[0].revokedOn, facts.list->thisUpdate);
     EXPECT_TRUE(facts.namesAuthority);
     EXPECT_EQ(facts.isSignedByAuthority, true);
-    EXPECT_TRUE(facts.isDevelopment);
+    EXPECT_EQ(facts.file.isDevelopment, true);
 }
 
 TEST(TrustFacts, ARefreshedListIsNotTheDevelopmentOne) {
@@ -100,8 +100,8 @@ TEST(TrustFacts, ARefreshedListIsNotTheDevelopmentOne) {
     ASSERT_TRUE(facts.revocationList.list);
     EXPECT_TRUE(facts.revocationList.list->revoked.empty());
     EXPECT_EQ(facts.revocationList.isSignedByAuthority, true);
-    EXPECT_FALSE(facts.revocationList.isDevelopment);
-    EXPECT_TRUE(facts.authority.isDevelopment);
+    EXPECT_EQ(facts.revocationList.file.isDevelopment, false);
+    EXPECT_EQ(facts.authority.file.isDevelopment, true);
 }
 
 TEST(TrustFacts, AListWithAChangedSignatureIsNotTheAuthoritys) {
@@ -130,13 +130,13 @@ TEST(TrustFacts, OfGarbageAreItsFingerprintAndTheToolsCode) {
     const TrustFacts facts = GatherTrustFacts({garbage, garbage});
     EXPECT_FALSE(facts.authority.certificate);
     EXPECT_FALSE(facts.revocationList.list);
-    EXPECT_EQ(facts.authority.code, ResultCode::MbedTlsX509FormatError);
-    EXPECT_EQ(facts.revocationList.code, ResultCode::MbedTlsX509FormatError);
+    EXPECT_EQ(facts.authority.file.code, ResultCode::MbedTlsX509FormatError);
+    EXPECT_EQ(facts.revocationList.file.code, ResultCode::MbedTlsX509FormatError);
     // printf '\0' | openssl sha256 -c
     EXPECT_EQ(
-        facts.authority.fingerprint,
+        facts.authority.file.fingerprint,
         "6E:34:0B:9C:FF:B3:7A:98:9C:A5:44:E6:BB:78:0A:2C:78:90:1D:3F:B3:37:38:76:85:11:A3:06:17:AF:A0:1D");
-    EXPECT_FALSE(facts.authority.isDevelopment);
+    EXPECT_EQ(facts.authority.file.isDevelopment, false);
 }
 
 }  // namespace

@@ -24,11 +24,11 @@ TrustFacts GoodTrust() {
     list.thisUpdate = kNow - days(10);
     list.nextUpdate = kNow + days(100);
     TrustFacts facts;
-    facts.authority.fingerprint = "AB:CD";
+    facts.authority.file.fingerprint = "AB:CD";
     facts.authority.certificate = authority;
     facts.authority.maySignCertificates = true;
     facts.authority.maySignLists = true;
-    facts.revocationList.fingerprint = "CD:EF";
+    facts.revocationList.file.fingerprint = "CD:EF";
     facts.revocationList.list = list;
     facts.revocationList.namesAuthority = true;
     facts.revocationList.isSignedByAuthority = true;
@@ -103,11 +103,11 @@ TEST(TrustFindings, WhoseListItIs) {
 TEST(TrustFindings, WhatCannotBeRead) {
     TrustFacts facts = GoodTrust();
     facts.authority.certificate.reset();
-    facts.authority.code = ResultCode::MbedTlsX509FormatError;
+    facts.authority.file.code = ResultCode::MbedTlsX509FormatError;
     ExpectFinding(facts, "authority-unreadable", ResultCode::MbedTlsX509FormatError, kStatusError);
     facts = GoodTrust();
     facts.revocationList.list.reset();
-    facts.revocationList.code = ResultCode::MbedTlsX509FormatError;
+    facts.revocationList.file.code = ResultCode::MbedTlsX509FormatError;
     ExpectFinding(facts, "list-unreadable", ResultCode::MbedTlsX509FormatError, kStatusError);
     facts = GoodTrust();
     facts.authority.maySignCertificates = false;
@@ -122,7 +122,8 @@ TEST(TrustFindings, WhatCannotBeRead) {
 TEST(TrustFindings, AMissingFingerprintIsAWarning) {
     for (const auto part : {0, 1}) {
         TrustFacts facts = GoodTrust();
-        (part == 0 ? facts.authority.fingerprint : facts.revocationList.fingerprint).clear();
+        (part == 0 ? facts.authority.file.fingerprint : facts.revocationList.file.fingerprint)
+            .clear();
         ExpectFinding(facts, "fingerprint-unknown", std::nullopt, kStatusWarning);
     }
 }
@@ -130,11 +131,11 @@ TEST(TrustFindings, AMissingFingerprintIsAWarning) {
 TEST(TrustFindings, DevelopmentMaterialIsAWarning) {
     TrustFacts facts = GoodTrust();
     EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "");
-    facts.authority.isDevelopment = true;
+    facts.authority.file.isDevelopment = true;
     EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "development-trust");
     EXPECT_EQ(StatusOf(JudgeDevelopmentTrust(facts)), kStatusWarning);
     facts = GoodTrust();
-    facts.revocationList.isDevelopment = true;
+    facts.revocationList.file.isDevelopment = true;
     EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "development-trust");
 }
 
