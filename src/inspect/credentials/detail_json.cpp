@@ -42,7 +42,8 @@ void AddListJson(const ListDetails& list, UtcTime now, Json& object) {
 }
 
 Json FileJson(const ExaminedFile& file) {
-    Json object = {{"path", file.path}};
+    Json object = Json::object();
+    AddFileName(object, "path", file.path);
     if (file.mode) {
         object["mode"] = OctalText(*file.mode);
     }

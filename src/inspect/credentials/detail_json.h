@@ -17,7 +17,8 @@ void AddCertificateJson(const CertificateDetails& certificate, UtcTime now, Json
 // Adds the members of a list to `object`.
 void AddListJson(const ListDetails& list, UtcTime now, Json& object);
 
-// An object with "path" and, where they are known, "mode" in octal digits and "kind".
+// An object with "path", of one that is no UTF-8 "pathHex" too, and, where they are known, "mode"
+// in octal digits and "kind".
 [[nodiscard]] Json FileJson(const ExaminedFile& file);
 
 }  // namespace sealkeeper

@@ -202,11 +202,13 @@ TEST(CredentialReport, AsJson) {
     EXPECT_EQ(report["status"], 2);
 }
 
-TEST(CredentialReport, NamesThatAreNoUtf8DoNotSpoilJson) {
+TEST(CredentialReport, NamesThatAreNoUtf8KeepTheirBytesInJson) {
     CredentialFacts facts = Facts();
     facts.certificate.file.path = "\xff.cer";
     const Json report = Json::parse(CredentialJson(facts, {}, kNow));
     EXPECT_EQ(report["certificate"]["path"], "\xEF\xBF\xBD.cer");
+    EXPECT_EQ(report["certificate"]["pathHex"], "ff2e636572");
+    EXPECT_FALSE(report["privateKey"].contains("pathHex"));
 }
 
 TEST(CredentialReport, OfAMissingKeyTellsWhatTheCodeMeans) {
