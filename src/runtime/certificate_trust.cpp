@@ -29,10 +29,6 @@ struct VerificationResult {
     [[nodiscard]] ResultCode Code() const { return MapX509Error(libraryResult, flags); }
 };
 
-int ParseRevocationList(ByteView bytes, RevocationList& list) {
-    return mbedtls_x509_crl_parse_der(list.Get(), bytes.data(), bytes.size());
-}
-
 VerificationResult VerifyChain(Certificate& subject, Certificate& anchor, RevocationList& revoked,
                                const char* expectedName) {
     VerificationResult result;
@@ -79,6 +75,15 @@ int ParseCertificate(ByteView bytes, Certificate& certificate) {
     const int result = mbedtls_x509_crt_parse_der(certificate.Get(), bytes.data(), bytes.size());
     if (result != 0) {
         certificate.Reset();
+    }
+    return result;
+}
+
+int ParseRevocationList(ByteView bytes, RevocationList& list) {
+    list.Reset();
+    const int result = mbedtls_x509_crl_parse_der(list.Get(), bytes.data(), bytes.size());
+    if (result != 0) {
+        list.Reset();
     }
     return result;
 }

@@ -97,6 +97,18 @@ TEST(CertificateTrust, ParsesOneDerCertificate) {
     EXPECT_TRUE(IsEmpty(certificate));
 }
 
+TEST(CertificateTrust, ParsesOneDerRevocationList) {
+    RevocationList list;
+    const Bytes der(BuiltInTrustMaterial().revocationListDer.begin(),
+                    BuiltInTrustMaterial().revocationListDer.end());
+    EXPECT_EQ(ParseRevocationList(der, list), 0);
+    EXPECT_EQ(ParseRevocationList(der, list), 0);
+    EXPECT_EQ(list.Get()->raw.len, der.size());
+    EXPECT_EQ(list.Get()->next, nullptr);
+    EXPECT_LT(ParseRevocationList(kGarbage, list), 0);
+    EXPECT_EQ(list.Get()->raw.p, nullptr);
+}
+
 TEST(CertificateTrust, DirectAttempt) {
     const Bytes good = CertificateBytes("good");
     const std::vector<Attempt> attempts = {

@@ -28,8 +28,7 @@ std::optional<ChainCheck> CheckChain(const TrustMaterial& trust, const std::stri
     Certificate authority;
     RevocationList list;
     if (ParseCertificate(trust.authorityDer, authority) != 0 ||
-        mbedtls_x509_crl_parse_der(list.Get(), trust.revocationListDer.data(),
-                                   trust.revocationListDer.size()) != 0) {
+        ParseRevocationList(trust.revocationListDer, list) != 0) {
         return std::nullopt;
     }
     ChainCheck check;

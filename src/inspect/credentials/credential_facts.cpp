@@ -122,7 +122,7 @@ GivenListFacts GatherList(const std::string& path, const Certificate& certificat
     }
     facts.file.kind = FileKindOf(*bytes);
     RevocationList list;
-    if (mbedtls_x509_crl_parse_der(list.Get(), bytes->data(), bytes->size()) == 0) {
+    if (ParseRevocationList(*bytes, list) == 0) {
         facts.list = DetailsOfList(*list.Get());
         facts.revokesCertificate = Revokes(*list.Get(), *certificate.Get());
     }

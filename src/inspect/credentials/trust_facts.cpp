@@ -41,7 +41,7 @@ AuthorityFacts FactsOfAuthority(ByteView der, Certificate& authority) {
 BuiltInListFacts FactsOfList(ByteView der, RevocationList& list) {
     BuiltInListFacts facts;
     facts.file = FactsOfFile(der, IsDevelopmentRevocationList);
-    facts.file.code = MapX509Error(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()));
+    facts.file.code = MapX509Error(ParseRevocationList(der, list));
     if (facts.file.code == ResultCode::Ok) {
         facts.list = DetailsOfList(*list.Get());
     }

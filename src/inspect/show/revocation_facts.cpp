@@ -4,7 +4,7 @@
 
 #include "inspect/x509/certificate_details.h"
 #include "inspect/x509/file_kind.h"
-#include "runtime/mbedtls_contexts.h"
+#include "runtime/certificate_trust.h"
 
 namespace sealkeeper {
 namespace {
@@ -32,7 +32,7 @@ RevocationFacts RevocationFactsOf(std::span<const std::uint8_t> block) {
         return facts;
     }
     RevocationList list;
-    if (mbedtls_x509_crl_parse_der(list.Get(), block.data(), block.size()) != 0) {
+    if (ParseRevocationList(block, list) != 0) {
         facts.remark = RemarkOn(FileKindOf(block));
         return facts;
     }

@@ -71,7 +71,7 @@ bool IsDerCertificate(std::span<const std::uint8_t> bytes) {
 
 bool IsDerRevocationList(std::span<const std::uint8_t> bytes) {
     RevocationList list;
-    return mbedtls_x509_crl_parse_der(list.Get(), bytes.data(), bytes.size()) == 0;
+    return ParseRevocationList(bytes, list) == 0;
 }
 
 // Reads tags of DER one after the other.

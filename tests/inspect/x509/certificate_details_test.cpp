@@ -24,7 +24,7 @@ void Parse(const Bytes& der, Certificate& certificate) {
 }
 
 void Parse(const Bytes& der, RevocationList& list) {
-    ASSERT_EQ(mbedtls_x509_crl_parse_der(list.Get(), der.data(), der.size()), 0);
+    ASSERT_EQ(ParseRevocationList(der, list), 0);
 }
 
 // Of a certificate of itself that openssl makes with `options`.
