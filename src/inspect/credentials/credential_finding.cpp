@@ -31,6 +31,16 @@ ResultCode CodeOfFlag(std::uint32_t flag) {
     return MapX509Error(MBEDTLS_ERR_X509_CERT_VERIFY_FAILED, flag);
 }
 
+const char* SeverityText(FindingSeverity severity) {
+    switch (severity) {
+        case FindingSeverity::Warning:
+            return "warning";
+        case FindingSeverity::Error:
+            return "error";
+    }
+    return "";
+}
+
 bool EndsSoon(UtcTime end, const JudgingTime& time) {
     return !IsPast(end, time.now) && end - time.now <= std::chrono::days(time.warnDays);
 }

@@ -48,6 +48,9 @@ struct JudgingTime {
 // MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_....
 ResultCode CodeOfFlag(std::uint32_t flag);
 
+// "warning", "error".
+[[nodiscard]] const char* SeverityText(FindingSeverity severity);
+
 // Whether `end` is not past, but will be within the days that are warned of.
 [[nodiscard]] bool EndsSoon(UtcTime end, const JudgingTime& time);
 

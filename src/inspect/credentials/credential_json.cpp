@@ -4,7 +4,7 @@
 
 #include "inspect/credentials/chain_state.h"
 #include "inspect/credentials/detail_json.h"
-#include "inspect/credentials/finding_text.h"
+#include "inspect/credentials/finding_json.h"
 #include "inspect/credentials/trust_json.h"
 
 namespace sealkeeper {

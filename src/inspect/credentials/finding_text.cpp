@@ -1,19 +1,7 @@
 #include "inspect/credentials/finding_text.h"
 
-#include <nlohmann/json.hpp>
-
 namespace sealkeeper {
 namespace {
-
-const char* SeverityText(FindingSeverity severity) {
-    switch (severity) {
-        case FindingSeverity::Warning:
-            return "warning";
-        case FindingSeverity::Error:
-            return "error";
-    }
-    return "";
-}
 
 Style StyleOf(FindingSeverity severity) {
     switch (severity) {
@@ -47,24 +35,6 @@ std::string FindingsText(const CredentialFindings& findings, const Console& cons
         }
     }
     return text.empty() ? text : text + "\n";
-}
-
-Json FindingsJson(const CredentialFindings& findings) {
-    Json array = Json::array();
-    for (const CredentialFinding& finding : findings) {
-        Json object = {{"severity", SeverityText(finding.severity)},
-                       {"name", finding.name},
-                       {"message", finding.message},
-                       {"cure", finding.cure.text}};
-        if (!finding.cure.command.empty()) {
-            object["command"] = finding.cure.command;
-        }
-        if (finding.code) {
-            object["code"] = ResultCodeNumber(*finding.code);
-        }
-        array.push_back(std::move(object));
-    }
-    return array;
 }
 
 }  // namespace sealkeeper

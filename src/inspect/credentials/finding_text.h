@@ -1,4 +1,4 @@
-// Findings as text and as JSON.
+// Findings as text.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_FINDING_TEXT_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_FINDING_TEXT_H
 
@@ -6,20 +6,16 @@
 
 #include "inspect/credentials/credential_finding.h"
 #include "inspect/report/console.h"
-#include "inspect/report/json.h"
 
 namespace sealkeeper {
 
-// "31 (CertificateCNMismatch - check ProductId)"; a code that has no text of its own with what the
-// system's page on exit statuses says.
+// The number of `code` and, in parentheses, its text: "31 (CertificateCNMismatch - check
+// ProductId)". The code of a missing key has no text of its own and is put into words.
 [[nodiscard]] std::string CodeText(ResultCode code);
 
-// Two lines or more each: what is wrong, and what to do; empty when there are none.
+// Of each finding, what is wrong and, in further lines, its code, its cure and the command to run,
+// where there are such; an empty line after the last. Empty when there are no findings.
 [[nodiscard]] std::string FindingsText(const CredentialFindings& findings, const Console& console);
-
-// An array of objects "severity", "name", "message", "cure" and, where generate returns one,
-// "code".
-[[nodiscard]] Json FindingsJson(const CredentialFindings& findings);
 
 }  // namespace sealkeeper
 

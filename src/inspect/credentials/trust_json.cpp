@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "inspect/credentials/detail_json.h"
-#include "inspect/credentials/finding_text.h"
+#include "inspect/credentials/finding_json.h"
 
 namespace sealkeeper {
 namespace {

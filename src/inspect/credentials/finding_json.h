@@ -1,0 +1,16 @@
+// Findings as JSON.
+#ifndef SEALKEEPER_INSPECT_CREDENTIALS_FINDING_JSON_H
+#define SEALKEEPER_INSPECT_CREDENTIALS_FINDING_JSON_H
+
+#include "inspect/credentials/credential_finding.h"
+#include "inspect/report/json.h"
+
+namespace sealkeeper {
+
+// An array of objects with "severity", "name", "message" and "cure". "command" is there where the
+// cure is a command to run, "code" where generate returns one because of the finding.
+[[nodiscard]] Json FindingsJson(const CredentialFindings& findings);
+
+}  // namespace sealkeeper
+
+#endif
