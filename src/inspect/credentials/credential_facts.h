@@ -29,8 +29,9 @@ struct CertificateFacts {
     std::optional<CertificateDetails> details;
     // Whether the authority is its issuer by name.
     bool namesAuthority = false;
-    // Whether it is its own issuer, by name and by its signature. A mod's certificate may have the
-    // name of its issuer, too.
+    // Whether it is its own issuer: by name and, because a mod's certificate may have the name of
+    // its issuer too, by its signature. One that cannot be checked, as by RSASSA-PSS, counts as its
+    // own.
     bool isSelfSigned = false;
     // Nothing where the library did not check it.
     std::optional<ChainCheck> check;
