@@ -60,11 +60,6 @@ Cure CureOfKind(const std::string& path, FileKind kind) {
     return {"Name the certificate, as a rule base_public.cer, by --cert."};
 }
 
-bool IsSwapped(const CredentialFacts& facts) {
-    return facts.key && facts.key->file.kind && facts.certificate.file.kind &&
-           IsCertificate(*facts.key->file.kind) && IsPrivateKey(*facts.certificate.file.kind);
-}
-
 // Of a file that is no certificate in DER form.
 CredentialFindings JudgeForm(const CredentialFacts& facts) {
     const ExaminedFile& file = facts.certificate.file;
@@ -74,7 +69,7 @@ CredentialFindings JudgeForm(const CredentialFacts& facts) {
             "The certificate '" + file.path + "' cannot be read: " + file.reasonUnread + ".",
             {"Name the certificate, as a rule base_public.cer, by --cert, and let yourself read it."})};
     }
-    if (IsSwapped(facts)) {
+    if (AreSwapped(facts)) {
         return {MakeError(
             "swapped", facts.key->code,
             "The two are swapped: --cert names the private key, --key the certificate.",

@@ -35,7 +35,7 @@ std::string ExpectedName(const std::optional<std::string>& productId,
     if (productId) {
         return *productId;
     }
-    const auto& names = details.hasAlternativeNames ? details.dnsNames : details.commonNames;
+    const std::vector<std::string>& names = ComparedNames(details);
     return names.empty() ? std::string() : names.front();
 }
 
@@ -145,6 +145,11 @@ CredentialFacts GatherCredentialFacts(const CredentialFiles& files, const TrustM
         facts.revocationList = GatherList(*files.revocationList, certificate);
     }
     return facts;
+}
+
+bool AreSwapped(const CredentialFacts& facts) {
+    return facts.key && facts.key->file.kind && facts.certificate.file.kind &&
+           IsCertificate(*facts.key->file.kind) && IsPrivateKey(*facts.certificate.file.kind);
 }
 
 ResultCode GenerateCode(const CredentialFacts& facts) {

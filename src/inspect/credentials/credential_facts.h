@@ -73,6 +73,9 @@ struct CredentialFacts {
 [[nodiscard]] CredentialFacts GatherCredentialFacts(const CredentialFiles& files,
                                                     const TrustMaterial& trust);
 
+// Whether the certificate was given for the key and a key for the certificate.
+[[nodiscard]] bool AreSwapped(const CredentialFacts& facts);
+
 // The result code of generate as far as the credentials decide it: of what it finds first. Without
 // a key, that of a run with the right one.
 ResultCode GenerateCode(const CredentialFacts& facts);

@@ -40,7 +40,8 @@ bool IsExplained(const CredentialFindings& findings, ResultCode code) {
 
 CredentialFindings JudgeCredentials(const CredentialFacts& facts, const JudgingTime& time) {
     CredentialFindings findings = JudgeCertificate(facts, time);
-    if (facts.key) {
+    // The certificate's findings tell of files that are swapped.
+    if (facts.key && !AreSwapped(facts)) {
         Append(findings, JudgeKey(*facts.key, facts.certificate.file));
     }
     if (facts.revocationList) {

@@ -4,7 +4,6 @@
 #include "inspect/credentials/detail_text.h"
 #include "inspect/credentials/fact_table.h"
 #include "inspect/credentials/finding_text.h"
-#include "inspect/credentials/name_findings.h"
 #include "inspect/report/name_list.h"
 
 namespace sealkeeper {

@@ -126,10 +126,7 @@ CredentialFindings JudgeRefused(const KeyFacts& key) {
 
 CredentialFindings JudgeKey(const KeyFacts& key, const ExaminedFile& certificate) {
     if (key.code != ResultCode::Ok) {
-        const bool isSwapped = key.file.kind && certificate.kind && IsCertificate(*key.file.kind) &&
-                               IsPrivateKey(*certificate.kind);
-        // The certificate's findings tell of it.
-        return isSwapped ? CredentialFindings() : JudgeRefused(key);
+        return JudgeRefused(key);
     }
     CredentialFindings findings;
     if (key.pairCode && *key.pairCode != ResultCode::Ok) {

@@ -41,10 +41,6 @@ bool HasCommonName(const CertificateDetails& certificate, const std::string& pro
 
 }  // namespace
 
-const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate) {
-    return certificate.hasAlternativeNames ? certificate.dnsNames : certificate.commonNames;
-}
-
 CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
                                 const std::optional<std::string>& productId) {
     constexpr const char* kName = "wrong-product";

@@ -10,10 +10,6 @@
 
 namespace sealkeeper {
 
-// The names that the library compares with a product id: the DNS names if the certificate has
-// alternative names, else its common names.
-[[nodiscard]] const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate);
-
 // Of a certificate in which the library did not find `productId`, if there is one, else any name.
 [[nodiscard]] CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
                                               const std::optional<std::string>& productId);

@@ -108,6 +108,10 @@ ListDetails DetailsOfList(const mbedtls_x509_crl& list) {
     return details;
 }
 
+const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate) {
+    return certificate.hasAlternativeNames ? certificate.dnsNames : certificate.commonNames;
+}
+
 bool IsSameEncoding(const mbedtls_x509_buf& left, const mbedtls_x509_buf& right) {
     return std::equal(left.p, left.p + left.len, right.p, right.p + right.len);
 }

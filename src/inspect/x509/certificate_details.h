@@ -61,6 +61,10 @@ struct ListDetails {
 [[nodiscard]] CertificateDetails DetailsOfCertificate(const mbedtls_x509_crt& certificate);
 [[nodiscard]] ListDetails DetailsOfList(const mbedtls_x509_crl& list);
 
+// The names that the library compares with a product id: the DNS names if the certificate has
+// alternative names, else its common names.
+[[nodiscard]] const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate);
+
 // Whether two parts of encoded structures, such as names, are the same.
 [[nodiscard]] bool IsSameEncoding(const mbedtls_x509_buf& left, const mbedtls_x509_buf& right);
 

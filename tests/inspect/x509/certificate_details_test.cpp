@@ -65,13 +65,15 @@ TEST(CertificateDetails, OfAKeyOfAnEllipticCurve) {
 TEST(CertificateDetails, NamesThatCountAsTheProductId) {
     CertificateDetails details = DetailsOfMade("-subj /CN=one/CN=Zwei");
     EXPECT_EQ(details.commonNames, (std::vector<std::string>{"one", "Zwei"}));
+    EXPECT_EQ(ComparedNames(details), details.commonNames);
     details = DetailsOfMade(
         "-subj /CN=one -addext 'subjectAltName = DNS:a.b, email:me@example.org, DNS:c.d'");
     EXPECT_TRUE(details.hasAlternativeNames);
     EXPECT_EQ(details.dnsNames, (std::vector<std::string>{"a.b", "c.d"}));
+    EXPECT_EQ(ComparedNames(details), details.dnsNames);
     details = DetailsOfMade("-subj /CN=one -addext 'subjectAltName = email:me@example.org'");
     EXPECT_TRUE(details.hasAlternativeNames);
-    EXPECT_TRUE(details.dnsNames.empty());
+    EXPECT_TRUE(ComparedNames(details).empty());
 }
 
 TEST(CertificateDetails, CommonNamesKeepTheBytesThatTheSubjectLoses) {
