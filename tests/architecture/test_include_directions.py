@@ -28,7 +28,7 @@ ALLOWED = {
     "inspect/show": {"inspect/show", "inspect/command_line", "inspect/report", "inspect/tree", "inspect/x509", "app",
                      "catalogue", "catalogue/hashing", "catalogue/lzw", "runtime", "config", "platform"},
     "inspect/tree": {"inspect/tree", "platform"},
-    "inspect/x509": {"inspect/x509", "inspect/report", "runtime", "platform"},
+    "inspect/x509": {"inspect/x509", "runtime", "platform"},
     "inspect": {"inspect", "inspect/check", "inspect/command_line", "inspect/credentials", "inspect/report",
                 "inspect/rules", "inspect/show", "runtime", "platform"},
 }

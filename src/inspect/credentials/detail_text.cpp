@@ -8,6 +8,15 @@ std::string KeyText(const KeyDetails& key) {
     return key.type + ", " + std::to_string(key.bits) + " bits";
 }
 
+std::string DaysLeftText(UtcTime end, UtcTime now) {
+    const bool isPast = IsPast(end, now);
+    const auto whole =
+        std::chrono::floor<std::chrono::days>(isPast ? now - end : end - now).count();
+    const std::string days =
+        whole == 0 ? "less than a day" : CountText(static_cast<std::uint64_t>(whole), "day");
+    return isPast ? "ended " + days + " ago" : days + " left";
+}
+
 std::string SpanText(UtcTime from, UtcTime to, UtcTime now) {
     return TimeText(from) + " to " + TimeText(to) + ", " +
            (from > now ? "not begun" : DaysLeftText(to, now));

@@ -11,6 +11,9 @@ namespace sealkeeper {
 // "RSA, 2048 bits".
 [[nodiscard]] std::string KeyText(const KeyDetails& key);
 
+// "3,649 days left", "less than a day left", "ended 12 days ago", "ended less than a day ago".
+[[nodiscard]] std::string DaysLeftText(UtcTime end, UtcTime now);
+
 // "2026-01-01 00:00:00 UTC to 2036-01-01 00:00:00 UTC, 3,649 days left".
 [[nodiscard]] std::string SpanText(UtcTime from, UtcTime to, UtcTime now);
 

@@ -23,7 +23,7 @@ class FactTable {
     // The same, in a style.
     void Add(const char* label, Style style, std::string_view value);
 
-    // All of it, each line with its line feed, and an empty line behind each part.
+    // All of it, each line with its line feed, and an empty line after each part.
     [[nodiscard]] std::string Text() const;
 
   private:

@@ -1,5 +1,6 @@
 #include "inspect/credentials/list_findings.h"
 
+#include "inspect/credentials/detail_text.h"
 #include "inspect/credentials/shell_word.h"
 
 namespace sealkeeper {

@@ -11,7 +11,7 @@
 namespace sealkeeper {
 namespace {
 
-// The signature at its end, behind the signed part and the name of the algorithm
+// The signature at its end, after the signed part and the name of the algorithm
 // (RFC 5280, 4.1 and 5.1). The library's own field for it is private since 3.0. Empty where there
 // is none.
 std::span<const std::uint8_t> SignatureOf(const SignedStructure& structure) {

@@ -3,8 +3,6 @@
 #include <array>
 #include <cstdio>
 
-#include "inspect/report/number_text.h"
-
 namespace sealkeeper {
 namespace {
 
@@ -45,15 +43,6 @@ std::string IsoTimeText(UtcTime time) {
 
 std::int64_t DaysLeft(UtcTime end, UtcTime now) {
     return std::chrono::floor<std::chrono::days>(end - now).count();
-}
-
-std::string DaysLeftText(UtcTime end, UtcTime now) {
-    const bool isPast = IsPast(end, now);
-    const auto whole =
-        std::chrono::floor<std::chrono::days>(isPast ? now - end : end - now).count();
-    const std::string days =
-        whole == 0 ? "less than a day" : CountText(static_cast<std::uint64_t>(whole), "day");
-    return isPast ? "ended " + days + " ago" : days + " left";
 }
 
 }  // namespace sealkeeper

@@ -25,9 +25,6 @@ using UtcTime = std::chrono::sys_seconds;
 // The whole days from `now` to `end`: 0 on the last day, negative after the end.
 [[nodiscard]] std::int64_t DaysLeft(UtcTime end, UtcTime now);
 
-// "3,649 days left", "less than a day left", "ended 12 days ago", "ended less than a day ago".
-[[nodiscard]] std::string DaysLeftText(UtcTime end, UtcTime now);
-
 // The certificate and the list are good up to and including the second that they name.
 [[nodiscard]] inline bool IsPast(UtcTime end, UtcTime now) {
     return now > end;
