@@ -27,19 +27,14 @@ using ByteView = std::span<const std::uint8_t>;
 // leaves `certificate` empty.
 [[nodiscard]] int ParseCertificate(ByteView bytes, Certificate& certificate);
 
+// The same of a revocation list.
+[[nodiscard]] int ParseRevocationList(ByteView bytes, RevocationList& list);
+
 // Checks `certificateBytes` against `trust` with `productId` as the expected name. If that fails
 // and `parentBytes` is not empty, the certificate is taken for a mod's: the parent is checked
 // against `trust` in its place, and the certificate against the parent and the parent's
 // `parentCrlBytes` (may be empty), with no expected name. `certificate` is left parsed on `Ok` and
 // empty on failure. Logs nothing.
-// The same of a revocation list.
-[[nodiscard]] int ParseRevocationList(ByteView bytes, RevocationList& list);
-
-// Checks `certificateBytes` against `trust` with `productId` as the expected name. Where that fails
-// and `parentBytes` is not empty, the certificate is a mod's: the parent is checked in its place,
-// and the certificate against the parent and the parent's `parentCrlBytes` (may be empty), with no
-// name expected. On `Ok` the certificate is left parsed in `certificate`, on a failure that is
-// empty. Logs nothing.
 ResultCode VerifySigningCertificate(const TrustMaterial& trust, const std::string& productId,
                                     ByteView certificateBytes, ByteView parentBytes,
                                     ByteView parentCrlBytes, Certificate& certificate);
