@@ -106,11 +106,10 @@ CredentialFindings JudgeList(const TrustFacts& facts, const JudgingTime& time) {
     }
     CredentialFindings findings;
     if (list.isSignedByAuthority == false) {
-        findings.push_back(
-            MakeError("list-signature", CodeOfFlag(MBEDTLS_X509_BADCRL_NOT_TRUSTED),
-                      "The built-in revocation list names the authority as its issuer, but is not "
-                      "signed by its key: every certificate is refused.",
-                      {kNewerList}));
+        findings.push_back(MakeError(
+            "list-signature", CodeOfFlag(MBEDTLS_X509_BADCRL_NOT_TRUSTED),
+            "The built-in revocation list names the authority as its issuer, but is not signed by its key: every certificate is refused.",
+            {kNewerList}));
     }
     Append(findings, JudgeListTimes(*list.list, time));
     return findings;
