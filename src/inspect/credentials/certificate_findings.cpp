@@ -2,62 +2,45 @@
 
 #include <mbedtls/x509_crt.h>
 
+#include <array>
+
 #include "inspect/credentials/chain_state.h"
 #include "inspect/credentials/detail_text.h"
+#include "inspect/credentials/kind_cure.h"
 #include "inspect/credentials/name_findings.h"
-#include "inspect/credentials/shell_word.h"
 
 namespace sealkeeper {
 namespace {
 
 constexpr const char* kAskForNew = "Have the authority issue a new certificate.";
 
-// Has `reader`, a command that writes a certificate, write DER beside `path`.
-Cure Converted(const char* text, const std::string& path, const std::string& reader) {
-    return {text, reader + " -outform DER -out " + ShellWord(path + ".der")};
-}
+constexpr const char* kConvert = "Convert it, and name the new file by --cert (-incert).";
+constexpr const char* kTakeOut =
+    "Take the certificate out of it, and name the new file by --cert (-incert).";
+constexpr const char* kSendRequest =
+    "Send it to the authority, and name the certificate that comes back by --cert.";
+constexpr const char* kCopyAnew =
+    "Copy it anew from where it was issued, or have one issued for an RSA key without unusual extensions.";
+
+constexpr std::array kCures = {
+    KindCure{FileKind::PemCertificate, kConvert, "openssl x509 -in {in} -outform DER -out {out}"},
+    KindCure{
+        FileKind::DerPkcs7, kTakeOut,
+        "openssl pkcs7 -inform DER -print_certs -in {in} | openssl x509 -outform DER -out {out}"},
+    KindCure{FileKind::PemPkcs7, kTakeOut,
+             "openssl pkcs7 -print_certs -in {in} | openssl x509 -outform DER -out {out}"},
+    KindCure{FileKind::Pkcs12, kTakeOut,
+             "openssl pkcs12 -clcerts -nokeys -in {in} | openssl x509 -outform DER -out {out}"},
+    KindCure{FileKind::DerCertificateRequest, kSendRequest, ""},
+    KindCure{FileKind::PemCertificateRequest, kSendRequest, ""},
+    KindCure{FileKind::CutOffDer, kCopyAnew, ""},
+    KindCure{FileKind::Empty, kCopyAnew, ""},
+    KindCure{FileKind::UnreadableSigned, kCopyAnew, ""},
+};
 
 Cure CureOfKind(const std::string& path, FileKind kind) {
-    constexpr const char* kConvert = "Convert it, and name the new file by --cert (-incert).";
-    constexpr const char* kTakeOut =
-        "Take the certificate out of it, and name the new file by --cert (-incert).";
-    const std::string word = ShellWord(path);
-    switch (kind) {
-        case FileKind::PemCertificate:
-            return Converted(kConvert, path, "openssl x509 -in " + word);
-        case FileKind::DerPkcs7:
-            return Converted(
-                kTakeOut, path,
-                "openssl pkcs7 -inform DER -print_certs -in " + word + " | openssl x509");
-        case FileKind::PemPkcs7:
-            return Converted(kTakeOut, path,
-                             "openssl pkcs7 -print_certs -in " + word + " | openssl x509");
-        case FileKind::Pkcs12:
-            return Converted(kTakeOut, path,
-                             "openssl pkcs12 -clcerts -nokeys -in " + word + " | openssl x509");
-        case FileKind::DerCertificateRequest:
-        case FileKind::PemCertificateRequest:
-            return {
-                "Send it to the authority, and name the certificate that comes back by --cert."};
-        case FileKind::CutOffDer:
-        case FileKind::Empty:
-        case FileKind::UnreadableSigned:
-            return {
-                "Copy it anew from where it was issued, or have one issued for an RSA key without unusual extensions."};
-        case FileKind::Unknown:
-        case FileKind::Utf16Text:
-        case FileKind::DerCertificate:
-        case FileKind::DerRevocationList:
-        case FileKind::PemRevocationList:
-        case FileKind::DerPrivateKey:
-        case FileKind::PemPrivateKey:
-        case FileKind::DerEncryptedKey:
-        case FileKind::PemEncryptedKey:
-        case FileKind::OpenSshKey:
-        case FileKind::PublicKey:
-            break;
-    }
-    return {"Name the certificate, as a rule base_public.cer, by --cert."};
+    return FindCure(kCures, kind, path, path + ".der")
+        .value_or(Cure{"Name the certificate, as a rule base_public.cer, by --cert."});
 }
 
 // Of a file that is no certificate in DER form.

@@ -2,65 +2,45 @@
 
 #include <sys/stat.h>
 
+#include <array>
+
+#include "inspect/credentials/kind_cure.h"
 #include "inspect/credentials/shell_word.h"
 
 namespace sealkeeper {
 namespace {
 
-// Has `writer`, a command that ends where the name of its output belongs, write a file beside
-// `path` that nobody else may read.
-Cure Written(const char* text, const std::string& path, const std::string& writer) {
-    return {text, "(umask 077; " + writer + " " + ShellWord(path + ".new") + ")"};
-}
+constexpr const char* kWithoutPassword =
+    "Write it without its password, which openssl asks for, and name the new file by --key (-inkey).";
+constexpr const char* kWriteAnew =
+    "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.";
+constexpr const char* kCopyAnew = "Copy it anew from where it was kept.";
+
+// The commands let nobody else read what they write.
+constexpr std::array kCures = {
+    KindCure{FileKind::PemEncryptedKey, kWithoutPassword,
+             "(umask 077; openssl pkcs8 -topk8 -nocrypt -in {in} -out {out})"},
+    // "openssl pkcs8 -topk8" reads no such key.
+    KindCure{FileKind::DerEncryptedKey, kWithoutPassword,
+             "(umask 077; openssl pkey -inform DER -in {in} -out {out})"},
+    KindCure{FileKind::OpenSshKey, "Convert a copy of it, and name that by --key (-inkey).",
+             "(umask 077; cp {in} {out} && ssh-keygen -p -N '' -m PEM -f {out})"},
+    KindCure{
+        FileKind::Pkcs12, "Take the key out of it, and name the new file by --key (-inkey).",
+        "(umask 077; openssl pkcs12 -nocerts -nodes -in {in} | openssl pkcs8 -topk8 -nocrypt -out {out})"},
+    KindCure{FileKind::Utf16Text, "Convert it, and name the new file by --key (-inkey).",
+             "(umask 077; iconv -f UTF-16 -t UTF-8 {in} > {out})"},
+    KindCure{FileKind::PemPrivateKey, kWriteAnew,
+             "(umask 077; openssl pkcs8 -topk8 -nocrypt -in {in} -out {out})"},
+    KindCure{FileKind::DerPrivateKey, kWriteAnew,
+             "(umask 077; openssl pkcs8 -topk8 -nocrypt -inform DER -in {in} -out {out})"},
+    KindCure{FileKind::CutOffDer, kCopyAnew, ""},
+    KindCure{FileKind::Empty, kCopyAnew, ""},
+};
 
 Cure CureOfKeyKind(const std::string& path, FileKind kind) {
-    constexpr const char* kWithoutPassword =
-        "Write it without its password, which openssl asks for, and name the new file by --key (-inkey).";
-    const std::string word = ShellWord(path);
-    switch (kind) {
-        case FileKind::PemEncryptedKey:
-            return Written(kWithoutPassword, path,
-                           "openssl pkcs8 -topk8 -nocrypt -in " + word + " -out");
-        case FileKind::DerEncryptedKey:
-            // "openssl pkcs8 -topk8" reads no such key.
-            return Written(kWithoutPassword, path,
-                           "openssl pkey -inform DER -in " + word + " -out");
-        case FileKind::OpenSshKey:
-            return {"Convert a copy of it, and name that by --key (-inkey).",
-                    "(umask 077; cp " + word + " " + ShellWord(path + ".new") +
-                        " && ssh-keygen -p -N '' -m PEM -f " + ShellWord(path + ".new") + ")"};
-        case FileKind::Pkcs12:
-            return Written("Take the key out of it, and name the new file by --key (-inkey).", path,
-                           "openssl pkcs12 -nocerts -nodes -in " + word +
-                               " | openssl pkcs8 -topk8 -nocrypt -out");
-        case FileKind::Utf16Text:
-            return Written("Convert it, and name the new file by --key (-inkey).", path,
-                           "iconv -f UTF-16 -t UTF-8 " + word + " >");
-        case FileKind::PemPrivateKey:
-            return Written(
-                "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.",
-                path, "openssl pkcs8 -topk8 -nocrypt -in " + word + " -out");
-        case FileKind::DerPrivateKey:
-            return Written(
-                "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.",
-                path, "openssl pkcs8 -topk8 -nocrypt -inform DER -in " + word + " -out");
-        case FileKind::CutOffDer:
-        case FileKind::Empty:
-            return {"Copy it anew from where it was kept."};
-        case FileKind::Unknown:
-        case FileKind::DerCertificate:
-        case FileKind::PemCertificate:
-        case FileKind::DerRevocationList:
-        case FileKind::PemRevocationList:
-        case FileKind::PublicKey:
-        case FileKind::DerCertificateRequest:
-        case FileKind::PemCertificateRequest:
-        case FileKind::DerPkcs7:
-        case FileKind::PemPkcs7:
-        case FileKind::UnreadableSigned:
-            break;
-    }
-    return {"Name the private key, as a rule base_private.key, by --key."};
+    return FindCure(kCures, kind, path, path + ".new")
+        .value_or(Cure{"Name the private key, as a rule base_private.key, by --key."});
 }
 
 CredentialFinding UnreadKey(const KeyFacts& key) {

@@ -1,7 +1,5 @@
 #include "inspect/credentials/shell_word.h"
 
-#include <string_view>
-
 namespace sealkeeper {
 
 std::string ShellWord(const std::string& path) {
@@ -20,6 +18,26 @@ std::string ShellWord(const std::string& path) {
         }
     }
     return quoted + "'";
+}
+
+std::string ShellCommand(std::string_view pattern, const std::string& in, const std::string& out) {
+    constexpr std::string_view kIn = "{in}";
+    constexpr std::string_view kOut = "{out}";
+    std::string command;
+    while (!pattern.empty()) {
+        std::size_t taken = 1;
+        if (pattern.substr(0, kIn.size()) == kIn) {
+            command += ShellWord(in);
+            taken = kIn.size();
+        } else if (pattern.substr(0, kOut.size()) == kOut) {
+            command += ShellWord(out);
+            taken = kOut.size();
+        } else {
+            command += pattern.front();
+        }
+        pattern.remove_prefix(taken);
+    }
+    return command;
 }
 
 }  // namespace sealkeeper

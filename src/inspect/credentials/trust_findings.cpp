@@ -11,15 +11,9 @@ constexpr const char* kNewerList =
     "Use a sealkeeper that was built with a newer list (SEALKEEPER_TRUST_CRL in docs/CERTIFICATES.md).";
 constexpr const char* kSetClock = "Set this machine's clock, if it is wrong.";
 
-CredentialFindings JudgeAuthority(const AuthorityFacts& facts, const JudgingTime& time) {
+CredentialFindings JudgeAuthorityDates(const CertificateDetails& authority,
+                                       const JudgingTime& time) {
     CredentialFindings findings;
-    if (!facts.certificate) {
-        return {MakeError(
-            "authority-unreadable", facts.file.code,
-            "The built-in authority is no certificate in DER form: every certificate is refused.",
-            {kOtherAuthority})};
-    }
-    const CertificateDetails& authority = *facts.certificate;
     if (IsPast(authority.notAfter, time.now)) {
         findings.push_back(MakeError(
             "authority-expired", CodeOfFlag(MBEDTLS_X509_BADCERT_EXPIRED),
@@ -41,6 +35,17 @@ CredentialFindings JudgeAuthority(const AuthorityFacts& facts, const JudgingTime
                           TimeText(authority.notBefore) + ": every certificate is refused.",
                       {kSetClock}));
     }
+    return findings;
+}
+
+CredentialFindings JudgeAuthority(const AuthorityFacts& facts, const JudgingTime& time) {
+    if (!facts.certificate) {
+        return {MakeError(
+            "authority-unreadable", facts.file.code,
+            "The built-in authority is no certificate in DER form: every certificate is refused.",
+            {kOtherAuthority})};
+    }
+    CredentialFindings findings = JudgeAuthorityDates(*facts.certificate, time);
     if (!facts.maySignCertificates) {
         findings.push_back(MakeError(
             "authority-may-not-sign", CodeOfFlag(MBEDTLS_X509_BADCERT_NOT_TRUSTED),

@@ -2,6 +2,7 @@
 
 #include <mbedtls/asn1.h>
 
+#include <array>
 #include <optional>
 #include <string_view>
 
@@ -162,6 +163,48 @@ FileKind KindOfDer(std::span<const std::uint8_t> bytes) {
     }
 }
 
+struct KindText {
+    FileKind kind;
+    const char* text;
+};
+
+// In the order of the kinds.
+constexpr std::array kTexts = {
+    KindText{FileKind::Unknown, "neither a certificate nor a key nor a revocation list"},
+    KindText{FileKind::Empty, "an empty file"},
+    KindText{FileKind::Utf16Text, "text in UTF-16"},
+    KindText{FileKind::DerCertificate, "a certificate in DER form"},
+    KindText{FileKind::PemCertificate, "a certificate in PEM form"},
+    KindText{FileKind::DerRevocationList, "a revocation list in DER form"},
+    KindText{FileKind::PemRevocationList, "a revocation list in PEM form"},
+    KindText{FileKind::DerPrivateKey, "a private key in DER form"},
+    KindText{FileKind::PemPrivateKey, "a private key in PEM form"},
+    KindText{FileKind::DerEncryptedKey, "a private key with a password, in DER form"},
+    KindText{FileKind::PemEncryptedKey, "a private key with a password, in PEM form"},
+    KindText{FileKind::OpenSshKey, "a private key of OpenSSH"},
+    KindText{FileKind::PublicKey, "a public key"},
+    KindText{FileKind::DerCertificateRequest, "a request for a certificate, in DER form"},
+    KindText{FileKind::PemCertificateRequest, "a request for a certificate, in PEM form"},
+    KindText{FileKind::DerPkcs7, "a PKCS#7 collection of certificates, in DER form"},
+    KindText{FileKind::PemPkcs7, "a PKCS#7 collection of certificates, in PEM form"},
+    KindText{FileKind::Pkcs12, "a PKCS#12 file (.p12, .pfx)"},
+    KindText{FileKind::CutOffDer, "the beginning of a DER file, of which the rest is missing"},
+    KindText{
+        FileKind::UnreadableSigned,
+        "a certificate or revocation list in DER form that the library cannot read: it is damaged, or has a key or an extension of a kind that is not known"},
+};
+
+constexpr bool HasEveryKind() {
+    for (std::size_t index = 0; index < kTexts.size(); ++index) {
+        if (kTexts[index].kind != static_cast<FileKind>(index)) {
+            return false;
+        }
+    }
+    return kTexts.back().kind == FileKind::UnreadableSigned;
+}
+
+static_assert(HasEveryKind());
+
 }  // namespace
 
 FileKind FileKindOf(std::span<const std::uint8_t> bytes) {
@@ -176,49 +219,7 @@ FileKind FileKindOf(std::span<const std::uint8_t> bytes) {
 }
 
 const char* FileKindText(FileKind kind) {
-    switch (kind) {
-        case FileKind::Unknown:
-            return "neither a certificate nor a key nor a revocation list";
-        case FileKind::Empty:
-            return "an empty file";
-        case FileKind::Utf16Text:
-            return "text in UTF-16";
-        case FileKind::DerCertificate:
-            return "a certificate in DER form";
-        case FileKind::PemCertificate:
-            return "a certificate in PEM form";
-        case FileKind::DerRevocationList:
-            return "a revocation list in DER form";
-        case FileKind::PemRevocationList:
-            return "a revocation list in PEM form";
-        case FileKind::DerPrivateKey:
-            return "a private key in DER form";
-        case FileKind::PemPrivateKey:
-            return "a private key in PEM form";
-        case FileKind::DerEncryptedKey:
-            return "a private key with a password, in DER form";
-        case FileKind::PemEncryptedKey:
-            return "a private key with a password, in PEM form";
-        case FileKind::OpenSshKey:
-            return "a private key of OpenSSH";
-        case FileKind::PublicKey:
-            return "a public key";
-        case FileKind::DerCertificateRequest:
-            return "a request for a certificate, in DER form";
-        case FileKind::PemCertificateRequest:
-            return "a request for a certificate, in PEM form";
-        case FileKind::DerPkcs7:
-            return "a PKCS#7 collection of certificates, in DER form";
-        case FileKind::PemPkcs7:
-            return "a PKCS#7 collection of certificates, in PEM form";
-        case FileKind::Pkcs12:
-            return "a PKCS#12 file (.p12, .pfx)";
-        case FileKind::CutOffDer:
-            return "the beginning of a DER file, of which the rest is missing";
-        case FileKind::UnreadableSigned:
-            return "a certificate or revocation list in DER form that the library cannot read: it is damaged, or has a key or an extension of a kind that is not known";
-    }
-    return "";
+    return kTexts[static_cast<std::size_t>(kind)].text;
 }
 
 bool IsPrivateKey(FileKind kind) {

@@ -22,5 +22,14 @@ TEST(ShellWord, IsReadBackByAShell) {
     }
 }
 
+TEST(ShellWord, OfCommands) {
+    EXPECT_EQ(ShellCommand("cp {in} {out} && cat {out}", "a", "b"), "cp a b && cat b");
+    EXPECT_EQ(ShellCommand("<{in}>{out}", "my key", "-x"), "<'my key'>./-x");
+    // What a path has of its own is no place for the other.
+    EXPECT_EQ(ShellCommand("{in} {out}", "{out}", "{in}"), "'{out}' '{in}'");
+    EXPECT_EQ(ShellCommand("{i", "a", "b"), "{i");
+    EXPECT_EQ(ShellCommand("", "a", "b"), "");
+}
+
 }  // namespace
 }  // namespace sealkeeper
