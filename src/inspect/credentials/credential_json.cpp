@@ -6,6 +6,7 @@
 #include "inspect/credentials/detail_json.h"
 #include "inspect/credentials/finding_json.h"
 #include "inspect/credentials/trust_json.h"
+#include "inspect/report/json.h"
 
 namespace sealkeeper {
 namespace {

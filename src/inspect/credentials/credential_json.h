@@ -6,7 +6,6 @@
 
 #include "inspect/credentials/credential_facts.h"
 #include "inspect/credentials/credential_finding.h"
-#include "inspect/report/json.h"
 
 namespace sealkeeper {
 

@@ -3,8 +3,8 @@
 #include <mbedtls/x509.h>
 
 #include <algorithm>
+#include <vector>
 
-#include "inspect/credentials/detail_text.h"
 #include "inspect/credentials/name_difference.h"
 #include "inspect/report/name_list.h"
 
