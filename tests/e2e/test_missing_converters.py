@@ -27,8 +27,12 @@ from e2e_support import (
     config,
 )
 
+# The companion, where it is built.
+INSPECT = Path(os.environ["SEALKEEPER_INSPECT"]).resolve() if "SEALKEEPER_INSPECT" in os.environ else None
+PROGRAMS = [PROGRAM] if INSPECT is None else [PROGRAM, INSPECT]
 MODULES = "gconv"
-MESSAGE = console.err("The system's character-set converter could not be used, so names would be wrong.\n")
+MESSAGE_TEXT = "The system's character-set converter could not be used, so names would be wrong."
+MESSAGE = console.err(MESSAGE_TEXT + "\n")
 # By these names are the error texts, to be found where one is looked up as a path.
 DECOYS = ("U82W_ERROR", "W2U8_ERROR", "wchar_to_utf16 iconv_open ERROR )")
 
@@ -51,8 +55,8 @@ class RootWithoutModules(EndToEndTest):
     def setUp(self) -> None:
         super().setUp()
         self.root = self.directory / "root"
-        self.libraries = libraries_of(PROGRAM)
-        for source in [PROGRAM, *self.libraries]:
+        self.libraries = [library for program in PROGRAMS for library in libraries_of(program)]
+        for source in {*PROGRAMS, *self.libraries}:
             self.put_into_root(source)
         credentials = self.root / "credentials"
         credentials.mkdir()
@@ -78,9 +82,9 @@ class RootWithoutModules(EndToEndTest):
         change = ["chroot", str(self.root)]
         return change if os.geteuid() == 0 else ["unshare", "--user", "--map-root-user", *change]
 
-    def in_root(self, *arguments: object) -> "subprocess.CompletedProcess[bytes]":
+    def in_root(self, program: Path, *arguments: object) -> "subprocess.CompletedProcess[bytes]":
         return subprocess.run(
-            [*self.change_of_root(), str(PROGRAM), *map(str, arguments)],
+            [*self.change_of_root(), str(program), *map(str, arguments)],
             stdin=subprocess.DEVNULL,
             capture_output=True,
             timeout=TIMEOUT_SECONDS,
@@ -98,7 +102,7 @@ class RootWithoutModules(EndToEndTest):
         self.assertEqual(probe.returncode, 0, probe)
 
     def run_in_root(self, *arguments: object) -> Run:
-        finished = self.in_root(*arguments)
+        finished = self.in_root(PROGRAM, *arguments)
         self.assertEqual(finished.stderr, b"")
         command_line = [str(PROGRAM), *map(str, arguments)]
         return Run(command_line, finished.returncode, console.to_text(finished.stdout))
@@ -137,8 +141,8 @@ class RootWithoutModules(EndToEndTest):
         self.assertTrue(run.output.endswith(MESSAGE), run.output)
         self.assertNotIn("ERROR", run.output)
 
-    # Tests
 
+class Tool(RootWithoutModules):
     def test_generate(self) -> None:
         self.write("a.dat", b"hello")
         self.write("g\u00e9.dat", b"hello")
@@ -237,6 +241,35 @@ class RootWithoutModules(EndToEndTest):
         run = self.list_catalogue()
         self.assertEqual(run.status, 0, run.output)
         self.assertTrue(run.output.endswith(texts.listed(["a.dat", "sub/b.dat"])), run.output)
+
+
+if INSPECT is not None:
+
+    class Companion(RootWithoutModules):
+        def rules(self, *options: str) -> "subprocess.CompletedProcess[bytes]":
+            return self.in_root(INSPECT, "rules", "/game.cfg", "--game", "/game", *options)
+
+        def test_rules(self) -> None:
+            self.write("a.dat", b"hello")
+            self.write("g\u00e9.dat", b"hello")
+            self.configure()
+            for options in ((), ("--json",), ("--html", "/page.html")):
+                with self.subTest(options=options):
+                    run = self.rules(*options)
+                    self.assertEqual((run.returncode, run.stdout), (2, b""))
+                    self.assertEqual(run.stderr, b"sealkeeper-inspect: " + MESSAGE_TEXT.encode() + b"\n")
+                    self.assertFalse((self.root / "page.html").exists())
+
+        def test_rules_that_an_alias_is_matched_by(self) -> None:
+            self.write("a.dat", b"hello")
+            self.configure('exclude_paths = ["Quorvane", "*ERROR*"]; alias_paths = ( ["\u00e9", "a"] )')
+            self.assertEqual((self.rules().returncode, self.rules().stdout), (2, b""))
+
+        def test_rules_of_ascii_names_take_no_converter(self) -> None:
+            self.write("a.dat", b"hello")
+            self.configure()
+            run = self.rules()
+            self.assertEqual((run.returncode, run.stderr), (0, b""), run.stdout)
 
 
 if __name__ == "__main__":

@@ -1,17 +1,9 @@
 #include "inspect/lint/linted_text.h"
 
 #include <algorithm>
-#include <tuple>
 #include <utility>
 
 namespace sealkeeper {
-namespace {
-
-bool StandsBefore(const RuleWarning& left, const RuleWarning& right) {
-    return std::tie(left.line, left.column) < std::tie(right.line, right.column);
-}
-
-}  // namespace
 
 LintedText::LintedText(std::string_view text) : text_(text), lines_(text) {
     ConfigDocument document;
@@ -49,7 +41,7 @@ void LintFindings::AddMisread(std::size_t offset, std::string message, std::stri
 }
 
 std::vector<RuleWarning> LintFindings::Take() {
-    std::stable_sort(warnings_.begin(), warnings_.end(), StandsBefore);
+    SortByPlace(warnings_);
     return std::move(warnings_);
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace sealkeeper {
 
@@ -15,6 +16,9 @@ struct RuleWarning {
     std::string message;
     std::string cure;
 };
+
+// What stands at no place comes first. Those of one place keep their order.
+void SortByPlace(std::vector<RuleWarning>& warnings);
 
 }  // namespace sealkeeper
 

@@ -8,21 +8,22 @@
 
 namespace sealkeeper {
 
-// All paths are lexical ones; see lexical_path.h.
 struct PlannedOutputs {
-    // Made before the patterns are expanded; a parent comes before what it holds.
+    // Lexical paths; see lexical_path.h. Made before the patterns are expanded; a parent comes
+    // before what it holds.
     std::vector<std::string> directories;
-    // Written after that and before the walk, for the output name "base". That of a mod's
-    // certificate is not, which the name does not tell.
+    // Written after the directories and before the walk, for the output name "base". Whether the
+    // certificate is one of a mod, for which nothing is written, does not show in the name.
     std::optional<std::string> runtimeConfiguration;
     // Written after the walk.
     std::string catalogue;
     std::string certificateCopy;
-    // As generate hands it to the walk, to be left out.
+    // No lexical path: as generate hands it to the walk, to be left out.
     std::string pathToLeaveOut;
 };
 
-// For a run with the output name `outputName` and the absolute path of the game directory.
+// For a run with the output name `outputName` and the absolute path of the game directory. The
+// paths of the files are lexical ones, too.
 [[nodiscard]] PlannedOutputs PlanOutputs(const std::string& gameDirectory,
                                          const std::string& outputName);
 

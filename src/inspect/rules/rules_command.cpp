@@ -133,12 +133,11 @@ int RunRulesCommand(const RulesOptions& options, Console& console) {
         return kStatusError;
     }
     RulesReport report;
-    if (RunRules({*configFile, *text, *gameDirectory, options.outputName}, report) !=
+    if (RunRules({options.configFile, *text, *gameDirectory, options.outputName}, report) !=
         ResultCode::Ok) {
         console.Fail(LastLoggedError());
         return kStatusError;
     }
-    report.configFile = options.configFile;
     return ShowReport(report, options, pageFile, console);
 }
 

@@ -1,8 +1,6 @@
 #include "inspect/rules/rules_run.h"
 
-#include <algorithm>
 #include <iterator>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -14,44 +12,47 @@
 #include "inspect/rules/judged_files.h"
 #include "inspect/rules/planned_outputs.h"
 #include "inspect/rules/rule_places.h"
+#include "inspect/rules/second_selection.h"
 #include "inspect/rules/selection.h"
 #include "inspect/rules/selection_lint.h"
+#include "platform/converter_watch.h"
 
 namespace sealkeeper {
 namespace {
 
-void SortByPlace(std::vector<RuleWarning>& warnings) {
-    std::stable_sort(warnings.begin(), warnings.end(),
-                     [](const RuleWarning& a, const RuleWarning& b) {
-                         return std::tie(a.line, a.column) < std::tie(b.line, b.column);
-                     });
+RulePlaces PlacesIn(std::string_view configText) {
+    ConfigDocument document;
+    ConfigOutline outline;
+    static_cast<void>(OutlineConfigText(configText, document, outline));
+    return PlacesOfRules(configText, outline);
 }
 
-// What a second run selects, which finds the outputs of the first. Sets `written` to where these
-// come to lie.
-ResultCode SelectAgain(const RulesRequest& request, const PlannedOutputs& outputs,
-                       Selection& selection, PlannedOutputs& written) {
-    GameWithOutputs game(request.gameDirectory);
-    for (const std::string& directory : outputs.directories) {
-        game.AddDirectory(directory);
+// Sets the files of `report`, and adds what `selection`, which is complete, is to be warned of.
+ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& outputs,
+                           const Selection& selection, RulesReport& report) {
+    std::vector<InventoryItem> inventory;
+    // Of what is there: an output that is yet to be written is only worth a word if it is sealed.
+    if (const ResultCode code = TakeInventory(SystemFileTree(), inventory);
+        code != ResultCode::Ok) {
+        return code;
     }
-    game.AddFile(outputs.catalogue, 0);
-    game.AddFile(outputs.certificateCopy, 0);
-    if (outputs.runtimeConfiguration) {
-        game.AddFile(*outputs.runtimeConfiguration, 0);
+    report.files = JudgeFiles(selection, inventory);
+
+    SecondSelection second;
+    if (const ResultCode code =
+            SelectAgain(request.configText, request.gameDirectory, outputs, second);
+        code != ResultCode::Ok) {
+        return code;
     }
-    written = outputs;
-    written.catalogue = game.LocationOf(outputs.catalogue);
-    written.certificateCopy = game.LocationOf(outputs.certificateCopy);
-    if (outputs.runtimeConfiguration) {
-        written.runtimeConfiguration = game.LocationOf(*outputs.runtimeConfiguration);
-    }
-    return SelectFiles(request.configText, outputs, game, selection);
+    const RulePlaces places = PlacesIn(request.configText);
+    auto warnings = LintSelection(
+        {selection, second.selection, outputs, second.writtenOutputs, places, report.files});
+    std::move(warnings.begin(), warnings.end(), std::back_inserter(report.warnings));
+    SortByPlace(report.warnings);
+    return ResultCode::Ok;
 }
 
-}  // namespace
-
-ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
+ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
     report.configFile = request.configFile;
     report.gameDirectory = request.gameDirectory;
     report.warnings = LintConfigText(request.configText);
@@ -64,32 +65,20 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
         return code;
     }
     report.refusal = selection.refusal ? selection.refusal : FindFatalFile(selection);
-    // Nothing is known of the files then.
-    if (!selection.isComplete) {
-        return ResultCode::Ok;
-    }
-    std::vector<InventoryItem> inventory;
-    // Of what is there: an output that is yet to be written is only worth a word if it is sealed.
-    if (const ResultCode code = TakeInventory(SystemFileTree(), inventory);
-        code != ResultCode::Ok) {
-        return code;
-    }
-    report.files = JudgeFiles(selection, inventory);
+    // Nothing is known of the files otherwise.
+    return selection.isComplete ? ReportSelection(request, outputs, selection, report)
+                                : ResultCode::Ok;
+}
 
-    Selection second;
-    PlannedOutputs written;
-    if (const ResultCode code = SelectAgain(request, outputs, second, written);
-        code != ResultCode::Ok) {
+}  // namespace
+
+ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
+    const ConverterWatch converter;
+    if (const ResultCode code = MakeReport(request, report); code != ResultCode::Ok) {
         return code;
     }
-    ConfigDocument document;
-    ConfigOutline outline;
-    static_cast<void>(OutlineConfigText(request.configText, document, outline));
-    const RulePlaces places = PlacesOfRules(request.configText, outline);
-    auto warnings = LintSelection({selection, second, outputs, written, places, report.files});
-    std::move(warnings.begin(), warnings.end(), std::back_inserter(report.warnings));
-    SortByPlace(report.warnings);
-    return ResultCode::Ok;
+    // Names would be judged by an error text.
+    return converter.RequireSound();
 }
 
 }  // namespace sealkeeper

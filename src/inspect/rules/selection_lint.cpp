@@ -1,8 +1,11 @@
 #include "inspect/rules/selection_lint.h"
 
+#include <cassert>
+
 namespace sealkeeper {
 
 RuleWarnings LintSelection(const LintSubject& subject) {
+    assert(subject.selection.matches.size() == subject.secondSelection.matches.size());
     RuleWarnings warnings;
     LintUnmatchedPatterns(subject, warnings);
     LintLeavingPatterns(subject, warnings);

@@ -3,7 +3,6 @@
 #ifndef SEALKEEPER_INSPECT_RULES_SELECTION_LINT_H
 #define SEALKEEPER_INSPECT_RULES_SELECTION_LINT_H
 
-#include <string>
 #include <vector>
 
 #include "inspect/rules/planned_outputs.h"
@@ -13,13 +12,14 @@
 
 namespace sealkeeper {
 
-// What is looked at. The current directory is the game directory.
+// What is looked at. The current directory is the game directory. Both selections are complete and
+// of the same rules, so they have matches for the same number of patterns.
 struct LintSubject {
     const Selection& selection;
     // What a second run would select, which finds the outputs of the first.
     const Selection& secondSelection;
     const PlannedOutputs& outputs;
-    // The same by where links lead.
+    // The same by where links lead; see `SecondSelection`.
     const PlannedOutputs& writtenOutputs;
     const RulePlaces& places;
     const std::vector<JudgedFile>& files;

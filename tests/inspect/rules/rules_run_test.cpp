@@ -11,6 +11,7 @@
 #include "app/console_log.h"
 #include "inspect/report/logged_error.h"
 #include "inspect/rules/rule_places.h"
+#include "inspect/rules/second_selection.h"
 #include "inspect/rules/selection.h"
 #include "inspect/tree/lexical_path.h"
 #include "support/temp_directory.h"
@@ -264,6 +265,17 @@ TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheInnerFolder) {
     EXPECT_TRUE(IsUnmatched()) << "before there is a link";
     fs::create_directory_symlink("../out/Certificates", "Quorvane/Certificates");
     EXPECT_FALSE(IsUnmatched());
+}
+
+TEST_F(ForeseenSecondRun, FailsWhereTheGameHasChangedSinceTheFirst) {
+    const std::string text = ConfigOf(R"(include_paths = ["a"])");
+    const PlannedOutputs outputs = PlanOutputs(game_.Path(), "base");
+    SecondSelection second;
+    EXPECT_EQ(SelectAgain(text, game_.Path(), outputs, second), ResultCode::Ok);
+    EXPECT_EQ(second.selection.matches.size(), 1U);
+    game_.WriteFile("Quorvane", "");
+    EXPECT_EQ(SelectAgain(text, game_.Path(), outputs, second), ResultCode::SealkeeperIOError);
+    EXPECT_EQ(LastLoggedError(), "The game has changed while it was looked at.");
 }
 
 RulePlaces PlacesIn(const std::string& text) {
