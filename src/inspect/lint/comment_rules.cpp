@@ -18,12 +18,12 @@ bool StartsComment(std::string_view text) {
 void LintTextAfterBlock(const LintedText& linted, const OutlinedComment& comment,
                         LintFindings& findings) {
     const std::string_view rest =
-        TrimmedBlanks(linted.Part(comment.end, linted.LineEnd(comment.end)));
+        WithoutLeadingBlanks(linted.Part(comment.end, linted.LineEnd(comment.end)));
     if (!rest.empty() && !StartsComment(rest)) {
-        findings.AddMisread(comment.end - 2,
-                            "The '*/' ends this line comment, so what follows it on the line is "
-                            "read.",
-                            "Remove the '*/', or what follows it.");
+        findings.AddMisread(
+            comment.end - 2,
+            "The '*/' ends this line comment, so what follows it on the line is read.",
+            "Remove the '*/', or what follows it.");
     }
 }
 
@@ -32,19 +32,19 @@ void LintBlockInLineComment(const LintedText& linted, const OutlinedComment& com
     const std::size_t lineEnd = linted.LineEnd(comment.block);
     if (comment.isClosed) {
         if (comment.end > lineEnd) {
-            findings.Add(comment.block,
-                         "The '/*' in this line comment opens a block comment, which hides all up "
-                         "to the '*/' on " +
-                             linted.LineName(comment.end - 1) + ".",
-                         kBlockCure);
+            findings.Add(
+                comment.block,
+                "The '/*' in this line comment opens a block comment, which hides all up to the '*/' on " +
+                    linted.LineName(comment.end - 1) + ".",
+                kBlockCure);
         }
         LintTextAfterBlock(linted, comment, findings);
     } else if (!IsBlank(linted.Part(lineEnd, comment.end))) {
-        findings.Add(comment.block,
-                     "The '/*' in this line comment opens a block comment without an end, so "
-                     "everything from " +
-                         linted.LineName(lineEnd + 1) + " on is ignored.",
-                     kBlockCure);
+        findings.Add(
+            comment.block,
+            "The '/*' in this line comment opens a block comment without an end, so everything from " +
+                linted.LineName(lineEnd + 1) + " on is ignored.",
+            kBlockCure);
     }
 }
 
@@ -64,10 +64,10 @@ void LintSharedStars(const LintedText& linted, const OutlinedComment& comment,
     for (const std::size_t inner : comment.innerBlocks) {
         const bool isShared = linted.Text().substr(inner).starts_with("/*/");
         if (isShared && linted.LineEnd(inner) < comment.end) {
-            findings.Add(inner + 1,
-                         "This '*/' does not end the comment, since its star belongs to the '/*' "
-                         "before it.",
-                         "Write a blank before the '*/'.");
+            findings.Add(
+                inner + 1,
+                "This '*/' does not end the comment, since its star belongs to the '/*' before it.",
+                "Write a blank before the '*/'.");
         }
     }
 }
@@ -77,10 +77,10 @@ void LintCarriageReturn(const LintedText& linted, const OutlinedComment& comment
     const std::string_view text = linted.Part(comment.begin, comment.end);
     const std::size_t found = text.find('\r');
     if (found != std::string_view::npos && !IsBlank(text.substr(found))) {
-        findings.Add(comment.begin + found,
-                     "A carriage return alone ends no line, so what follows it is still part of "
-                     "the comment.",
-                     "Save the file with line feeds at the ends of its lines.");
+        findings.Add(
+            comment.begin + found,
+            "A carriage return alone ends no line, so what follows it is still part of the comment.",
+            "Save the file with line feeds at the ends of its lines.");
     }
 }
 

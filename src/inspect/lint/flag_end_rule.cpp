@@ -1,6 +1,4 @@
 // True and false, after which the scan passes over one byte whatever it is.
-#include <cstddef>
-
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 
@@ -33,7 +31,9 @@ void LintFlagEnd(const LintedText& linted, const OutlinedValue& value, LintFindi
                             "Write a blank or a semicolon before the comment.");
         return;
     }
-    const std::string_view rest = after.substr(0, after.find_first_of(kFlagEnd));
+    // No more than is shown: each value would look at the rest of its line otherwise.
+    const std::string_view near = after.substr(0, kLongestShown + 1);
+    const std::string_view rest = near.substr(0, near.find_first_of(kFlagEnd));
     if (rest.size() > 1) {
         findings.AddMisread(value.begin,
                             ShownName(word + std::string(rest)) + " is read as '" + word +

@@ -8,7 +8,6 @@
 namespace sealkeeper {
 namespace {
 
-constexpr std::size_t kLongestShown = 60;
 constexpr std::size_t kMostShownNames = 4;
 constexpr std::string_view kBlanks = " \t\r\n;";
 
@@ -43,16 +42,17 @@ std::string ShownValue(std::string_view text) {
     return '"' + Cut(text) + '"';
 }
 
+std::string_view WithoutLeadingBlanks(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(kBlanks), text.size()));
+}
+
 std::string_view TrimmedBlanks(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+    const std::string_view rest = WithoutLeadingBlanks(text);
+    return rest.substr(0, rest.find_last_not_of(kBlanks) + 1);
 }
 
 bool IsBlank(std::string_view text) {
-    return TrimmedBlanks(text).empty();
+    return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
 }  // namespace sealkeeper

@@ -189,6 +189,10 @@ TEST(LintConfigText, LongInputsTakeLinearTime) {
         begin + "crash_reporter_name = \"" + std::string(100 * kCount, '\\') + "\"\n",
         std::string(100 * kCount, '\n'),
         std::string(100 * kCount, '#'),
+        // A megabyte each.
+        Repeated("#/**/", 5 * kCount) + std::string(25 * kCount, ' '),
+        begin + Repeated("a=true#/**/ ", 3 * kCount) + std::string(15 * kCount, ' '),
+        begin + Repeated("a=truex", 7 * kCount),
     };
     for (const std::string& text : texts) {
         ExpectSoundWarnings(text);
