@@ -1,6 +1,6 @@
 #include "inspect/rules/html_text.h"
 
-#include "app/terminal_text.h"
+#include "inspect/report/terminal_safe_text.h"
 #include "inspect/report/utf8_text.h"
 
 namespace sealkeeper {
@@ -26,7 +26,7 @@ std::string_view ReferenceTo(char character) {
 
 std::string HtmlText(std::string_view text) {
     std::string html;
-    for (const char character : WellFormedUtf8(EscapeControls(text))) {
+    for (const char character : WellFormedUtf8(TerminalSafeText(text))) {
         const std::string_view reference = ReferenceTo(character);
         if (reference.empty()) {
             html += character;

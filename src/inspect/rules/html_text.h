@@ -7,8 +7,9 @@
 
 namespace sealkeeper {
 
-// `text` as it stands between tags: markup is taken for text, control characters are escaped as a
-// terminal is shown them, and what is no UTF-8 becomes U+FFFD.
+// `text` as it stands between tags: markup is taken for text; what `TerminalSafeText` escapes, such
+// as control characters and what turns the order of the text round, is escaped in the same way; and
+// what is no UTF-8 becomes U+FFFD.
 [[nodiscard]] std::string HtmlText(std::string_view text);
 
 }  // namespace sealkeeper

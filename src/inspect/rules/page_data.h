@@ -10,8 +10,8 @@ namespace sealkeeper {
 
 // JSON that may stand in a script element: it has no "<". Its members:
 //   states  the words for what became of a file: "sealed", then the reasons that occur
-//   files   for each file [path, bytes, index in states], and the bytes of the path in hexadecimal
-//           behind them where the path is no UTF-8
+//   files   for each file [path, bytes, index in states]; where the path is no UTF-8, its bytes in
+//           hexadecimal come fourth
 [[nodiscard]] std::string PageData(const RulesReport& report);
 
 }  // namespace sealkeeper

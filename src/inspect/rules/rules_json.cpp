@@ -68,8 +68,8 @@ std::string RulesJson(const RulesReport& report) {
         warnings.push_back(WarningJson(warning));
     }
     Json json;
-    json["configFile"] = report.configFile;
-    json["gameDirectory"] = report.gameDirectory;
+    AddFileName(json, "configFile", report.configFile);
+    AddFileName(json, "gameDirectory", report.gameDirectory);
     json["refusal"] = RefusalJson(report.refusal);
     json["files"] = std::move(files);
     json["warnings"] = std::move(warnings);

@@ -9,8 +9,8 @@
 namespace sealkeeper {
 
 // Members `configFile`, `gameDirectory`, `refusal` (null, or `code` and `message`), `files`,
-// `warnings` and `totals`. A file whose path is no UTF-8, which JSON cannot hold, has the bytes of
-// it as `pathHex` besides.
+// `warnings` and `totals`. Where a path is no UTF-8, which JSON cannot hold, a further member has
+// its bytes: `configFileHex`, `gameDirectoryHex`, and `pathHex` of a file.
 [[nodiscard]] std::string RulesJson(const RulesReport& report);
 
 }  // namespace sealkeeper

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "inspect/report/json.h"
 #include "inspect/rules/rules_json.h"
 #include "inspect/rules/rules_page.h"
 #include "inspect/rules/sample_report.h"

@@ -98,6 +98,14 @@ TEST(RulesJson, KeepsTheBytesOfAPathThatIsNoUtf8) {
     EXPECT_EQ(json["files"][0]["pathHex"], "61ffc328");
 }
 
+TEST(RulesJson, KeepsTheBytesOfWhatWasLookedAt) {
+    const Json json = Json::parse(RulesJson({"c\xFF", "/g\xFE", {}, {}}));
+    EXPECT_EQ(json["configFile"], "c\uFFFD");
+    EXPECT_EQ(json["configFileHex"], "63ff");
+    EXPECT_EQ(json["gameDirectory"], "/g\uFFFD");
+    EXPECT_EQ(json["gameDirectoryHex"], "2f67fe");
+}
+
 TEST(RulesJson, HasNoBytesOfAPathThatIsUtf8) {
     const Json json =
         Json::parse(RulesJson({"game.cfg", "/game", {{"\u00e4\uFFFD\n", 0, {}}}, {}}));

@@ -17,6 +17,11 @@ TEST(HtmlText, ShowsControlCharactersAndReplacesWhatIsNoUtf8) {
     EXPECT_EQ(HtmlText("\u00e4\xFF"), "\u00e4\uFFFD");
 }
 
+TEST(HtmlText, ShowsWhatMakesANameLookLikeAnother) {
+    EXPECT_EQ(HtmlText("a\u202Egpj.exe"), "a\\xe2\\x80\\xaegpj.exe");
+    EXPECT_EQ(HtmlText("a\u2028b"), "a\\xe2\\x80\\xa8b");
+}
+
 TEST(PageData, HasTheStatesThatOccurAndTheFilesByThem) {
     const RulesReport report{"game.cfg",
                              "/game",
