@@ -21,7 +21,7 @@ ALLOWED = {
     "inspect/check": {"inspect/check", "inspect/command_line", "inspect/report", "inspect/tree", "inspect/x509", "app", "catalogue", "catalogue/hashing", "runtime", "platform"},
     "inspect/command_line": {"inspect/command_line", "inspect/report"},
     "inspect/credentials": {"inspect/credentials", "inspect/command_line", "inspect/report", "inspect/x509", "runtime", "platform"},
-    "inspect/lint": {"inspect/lint", "inspect/report", "runtime", "config", "platform"},
+    "inspect/lint": {"inspect/lint", "inspect/report", "inspect/tree", "runtime", "config", "platform"},
     "inspect/report": {"inspect/report", "app", "platform"},
     "inspect/rules": {"inspect/rules", "inspect/command_line", "inspect/lint", "inspect/report", "inspect/tree", "app",
                       "catalogue", "runtime", "config", "platform"},

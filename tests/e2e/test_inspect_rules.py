@@ -291,6 +291,9 @@ class Refusals(Rules):
         run = self.inspect("rules", "missing.cfg", "--game", self.game)
         self.assertEqual((run.status, run.output), (ERROR, ""))
         self.assertEqual(run.errors, "sealkeeper-inspect: 'missing.cfg': No such file or directory\n")
+        run = self.inspect("rules", self.game.name, "--game", self.game)
+        self.assertEqual((run.status, run.output), (ERROR, ""))
+        self.assertEqual(run.errors, f"sealkeeper-inspect: '{self.game.name}': cannot be read: it is a directory\n")
         config_file = self.write_config(config('include_paths = ["a"]'))
         run = self.inspect("rules", config_file, "--game", "nowhere")
         self.assertEqual((run.status, run.errors),
@@ -335,6 +338,15 @@ class Refusals(Rules):
         run = self.inspect("rules", config_file, "--game", self.game, "--html", self.directory / "page.html")
         self.assertEqual((run.status, run.errors), (GOOD, ""))
         self.assertIn(b"<!DOCTYPE html>", (self.directory / "page.html").read_bytes()[:100])
+
+
+    def test_the_page_lies_in_a_game_that_is_the_root(self) -> None:
+        config_file = self.write_config(config('include_paths = ["no-such-file"]'))
+        page = self.directory / "page.html"
+        run = self.inspect("rules", config_file, "--game", "/", "--html", page)
+        self.assertEqual((run.status, run.output), (ERROR, ""))
+        self.assertEqual(run.errors, f"sealkeeper-inspect: '{page}': lies in the game, to which nothing is written\n")
+        self.assertFalse(page.exists())
 
 
 class SameAsGenerate(Rules):

@@ -4,10 +4,11 @@
 #include <string>
 
 #include "config/config_names.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"
+#include "inspect/tree/lexical_path.h"
+#include "inspect/tree/parent_component.h"
 #include "platform/ascii_case.h"
 #include "platform/path_strings.h"
 
@@ -18,24 +19,22 @@ bool HasDrive(std::string_view path) {
     return path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':';
 }
 
-// Without components that are empty or ".".
-std::string Shortest(std::string_view path) {
-    std::string shortest;
+// From its first component on that names something.
+std::string_view FromFirstName(std::string_view path) {
     while (!path.empty()) {
         const std::string_view component = path.substr(0, path.find('/'));
-        path.remove_prefix(std::min(path.size(), component.size() + 1));
-        if (!component.empty() && component != ".") {
-            shortest += (shortest.empty() ? "" : "/") + std::string(component);
+        if (!component.empty() && component != "." && component != "..") {
+            return path;
         }
+        path.remove_prefix(std::min(path.size(), component.size() + 1));
     }
-    return shortest;
+    return path;
 }
 
-// Whether a ".." goes back from a directory that `path`, without components that are empty or ".",
-// names. One at its start leads out of the game, which is told by what it matches.
-bool GoesBack(const std::string& path) {
-    const std::size_t name = path.find_first_not_of("./");
-    return name != std::string::npos && (path + "/").find("/../", name) != std::string::npos;
+// Whether a ".." goes back from a directory that `path` names. One at its start leads out of the
+// game, which is told by what it matches.
+bool GoesBack(std::string_view path) {
+    return HasParentComponent(FromFirstName(path));
 }
 
 void LintDetour(std::string_view key, const OutlinedText& pattern, const std::string& path,
@@ -43,13 +42,13 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
     const char* const effect = key == kExcludePathsKey
                                    ? ", so it excludes nothing that is found in a directory."
                                    : ", which the paths in the catalogue then have as well.";
-    const std::string shortest = Shortest(path);
-    if (GoesBack(shortest)) {
+    if (GoesBack(path)) {
         findings.Add(pattern.begin,
                      "The pattern " + ShownName(pattern.text) + " goes back by '..'" + effect,
                      "Write the path without '..'.");
         return;
     }
+    const std::string shortest = LexicalPath(path);
     // The tool itself leaves out one '/' at the end.
     if (path == shortest || path == shortest + "/") {
         return;

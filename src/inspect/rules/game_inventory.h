@@ -29,8 +29,9 @@ struct InventoryItem {
     std::uint64_t sizeBytes = 0;
 };
 
-// Sets `items` to all that lies below the current directory in `tree`: hidden files too, but no
-// directory that can be read, and nothing behind links. Fails with `SealkeeperIOError`, logged,
+// Sets `items` to all that lies below the current directory in `tree`, hidden files too. A
+// directory that can be read is walked and is no item itself. What a link leads to is not looked
+// for. Fails with `SealkeeperIOError`, logged,
 // when the system fails to read a directory or to look at a file.
 ResultCode TakeInventory(const FileTree& tree, std::vector<InventoryItem>& items);
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "inspect/tree/lexical_path.h"
+#include "inspect/tree/path_below.h"
 
 namespace sealkeeper {
 namespace {
@@ -85,8 +86,7 @@ std::string GameWithOutputs::LocationOf(const std::string& path) const {
     if (!key) {
         return path;
     }
-    const std::string below = root_ == "/" ? root_ : root_ + "/";
-    return key->starts_with(below) ? key->substr(below.size()) : *key;
+    return std::string(PathBelow(*key, root_).value_or(*key));
 }
 
 void GameWithOutputs::Add(const std::string& path, const FileStatus& status) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "inspect/tree/lexical_path.h"
+#include "inspect/tree/path_below.h"
 #include "platform/file_system.h"
 #include "platform/path_strings.h"
 
@@ -14,10 +15,6 @@ namespace {
 
 bool IsForbidden(const std::string& directory, int access) {
     return ::access(directory.c_str(), access) != 0 && errno == EACCES;
-}
-
-bool IsInGame(const std::string& absolutePath, const std::string& game) {
-    return absolutePath == game || absolutePath.starts_with(game == "/" ? game : game + "/");
 }
 
 }  // namespace
@@ -45,7 +42,7 @@ std::optional<std::string> LinkOutOfGame(std::string_view path) {
     // Each directory above stays in the game until the one after it does.
     for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
         const auto resolved = ResolvePath(std::string(way));
-        if (!resolved || IsInGame(*resolved, game)) {
+        if (!resolved || *resolved == game || IsBelow(*resolved, game)) {
             return link;
         }
         link = way;

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 
 #include "inspect/report/command_status.h"
@@ -16,6 +15,7 @@
 #include "inspect/rules/rules_page.h"
 #include "inspect/rules/rules_run.h"
 #include "inspect/rules/rules_text.h"
+#include "inspect/tree/path_below.h"
 #include "platform/file_io.h"
 #include "platform/file_system.h"
 #include "platform/output_file.h"
@@ -40,9 +40,9 @@ std::string SystemReason(int systemError) {
 std::optional<std::string> ReadText(const std::string& path, Console& console) {
     errno = 0;
     const auto bytes = ReadWholeFile(path);
+    const int systemError = errno;
     if (!bytes) {
-        console.Fail("'" + path +
-                     "': cannot be read: " + (errno != 0 ? SystemReason(errno) : "it is no file"));
+        console.Fail("'" + path + "': " + CannotBeRead(path, systemError));
         return std::nullopt;
     }
     return std::string(bytes->begin(), bytes->end());
@@ -63,18 +63,24 @@ std::string FromHere(const std::string& path) {
     return path.starts_with('/') || !here ? path : *here + "/" + path;
 }
 
+// The path of what is written to `path`, absolute: links on the way to it are followed.
+std::string WrittenPath(const std::string& path) {
+    const auto end = FollowLinks(path).value_or(path);
+    const std::size_t name = end.rfind('/') + 1;
+    const std::string folder = ResolvePath(end.substr(0, name)).value_or("");
+    return (folder == "/" ? folder : folder + "/") + end.substr(name);
+}
+
 // Whether the page may be written to `path`, absolute: it replaces neither the rules nor anything
 // of the game. Says why not on standard error.
 bool MayBePage(const std::string& path, const std::string& configFile,
                const std::string& gameDirectory, Console& console) {
-    const auto end = FollowLinks(path).value_or(path);
-    const auto folder = ResolvePath(end.substr(0, end.rfind('/') + 1));
-    const std::string resolved = folder.value_or("") + "/" + end.substr(end.rfind('/') + 1);
+    const std::string resolved = WrittenPath(path);
     if (resolved == configFile) {
         console.Fail("'" + path + "': is the configuration file");
         return false;
     }
-    if (resolved.starts_with(gameDirectory + "/")) {
+    if (IsBelow(resolved, gameDirectory)) {
         console.Fail("'" + path + "': lies in the game, to which nothing is written");
         return false;
     }
@@ -90,13 +96,6 @@ bool WritePage(const RulesReport& report, const std::string& path, Console& cons
         return false;
     }
     return true;
-}
-
-int StatusOf(const RulesReport& report) {
-    if (report.refusal) {
-        return kStatusError;
-    }
-    return report.warnings.empty() ? kStatusGood : kStatusWarning;
 }
 
 int ShowReport(const RulesReport& report, const RulesOptions& options, const std::string& pageFile,
@@ -119,7 +118,7 @@ int RunRulesCommand(const RulesOptions& options, Console& console) {
     if (!configFile) {
         return kStatusError;
     }
-    const auto text = ReadText(*configFile, console);
+    const auto text = ReadText(options.configFile, console);
     const auto gameDirectory = Resolve(options.gameDirectory, console);
     if (!text || !gameDirectory) {
         return kStatusError;

@@ -1,5 +1,7 @@
 #include "inspect/rules/rules_report.h"
 
+#include "inspect/report/command_status.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -52,6 +54,13 @@ RulesTotals TotalsOf(const RulesReport& report) {
         Count(totals.leftOutBy[*file.leftOut], file);
     }
     return totals;
+}
+
+int StatusOf(const RulesReport& report) {
+    if (report.refusal) {
+        return kStatusError;
+    }
+    return report.warnings.empty() ? kStatusGood : kStatusWarning;
 }
 
 }  // namespace sealkeeper

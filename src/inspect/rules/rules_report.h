@@ -2,7 +2,6 @@
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_REPORT_H
 #define SEALKEEPER_INSPECT_RULES_RULES_REPORT_H
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -75,6 +74,9 @@ struct RulesReport {
 [[nodiscard]] std::string RefusalText(const Refusal& refusal);
 
 [[nodiscard]] RulesTotals TotalsOf(const RulesReport& report);
+
+// The exit status; see command_status.h.
+[[nodiscard]] int StatusOf(const RulesReport& report);
 
 }  // namespace sealkeeper
 

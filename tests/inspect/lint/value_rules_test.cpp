@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "inspect/lint/lint_expectations.h"
 
@@ -139,8 +138,9 @@ TEST(LintPatterns, TellsOfPathsThatGoBack) {
     };
     ExpectLinted({
         {"included",
-         WithOnlySearchOptions(R"(include_paths = ["@a/../b", "@./a/.."])"),
+         WithOnlySearchOptions(R"(include_paths = ["@a/../b", "@.../../x", "@./a/.."])"),
          {back("a/../b", ", which the paths in the catalogue then have as well."),
+          back(".../../x", ", which the paths in the catalogue then have as well."),
           back("./a/..", ", which the paths in the catalogue then have as well.")}},
         {"excluded",
          WithOnlySearchOptions(R"(exclude_paths = ["@a/b/../../c"])"),

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "inspect/report/command_status.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -24,6 +26,15 @@ TEST(RulesReport, AddsUpFilesAndBytesByStateAndReason) {
 TEST(RulesReport, SaysWhyGenerateFails) {
     EXPECT_EQ(RefusalText({ResultCode::InitFailedConfig, "Because."}),
               "generate fails with code 4: Because.");
+}
+
+TEST(RulesReport, HasAnExitStatus) {
+    RulesReport report;
+    EXPECT_EQ(StatusOf(report), kStatusGood);
+    report.warnings.push_back({1, 1, "There.", "Mend it."});
+    EXPECT_EQ(StatusOf(report), kStatusWarning);
+    report.refusal = Refusal{ResultCode::InitFailedConfig, "Because."};
+    EXPECT_EQ(StatusOf(report), kStatusError);
 }
 
 }  // namespace

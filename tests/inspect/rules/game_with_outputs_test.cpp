@@ -1,12 +1,10 @@
+#include "inspect/rules/game_with_outputs.h"
+
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 
-#include "inspect/rules/game_inventory.h"
-#include "inspect/rules/game_with_outputs.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -36,16 +34,6 @@ class GameTree : public ::testing::Test {
         FileStatus status;
         EXPECT_EQ(game_.LookAtPath(path, status), ResultCode::Ok);
         return status;
-    }
-
-    [[nodiscard]] std::map<std::string, InventoryItem> Inventory() const {
-        std::vector<InventoryItem> items;
-        EXPECT_EQ(TakeInventory(game_, items), ResultCode::Ok);
-        std::map<std::string, InventoryItem> byPath;
-        for (const InventoryItem& item : items) {
-            byPath.emplace(item.path, item);
-        }
-        return byPath;
     }
 
     TempDirectory directory_;
@@ -169,25 +157,15 @@ TEST_F(GameTree, NothingIsFoundWhereTheCurrentDirectoryIsGone) {
     game_.AddFile("x", 7);
 }
 
-TEST_F(GameTree, InventoryHasEverythingButDirectories) {
-    static_cast<void>(directory_.WriteFile("a", "12"));
-    static_cast<void>(directory_.WriteFile(".b/c", "123"));
-    fs::create_directories(directory_ / "empty");
-    fs::create_symlink("a", directory_ / "link");
-    fs::create_symlink("nowhere", directory_ / "dangling");
-    ASSERT_EQ(mkfifo((directory_ / "fifo").c_str(), 0600), 0);
-    game_.AddDirectory("x");
-    game_.AddFile("x/z", 7);
-    const auto items = Inventory();
-    ASSERT_EQ(items.size(), 6U);
-    EXPECT_EQ(items.at("a").kind, ItemKind::RegularFile);
-    EXPECT_EQ(items.at("a").sizeBytes, 2U);
-    EXPECT_EQ(items.at(".b/c").sizeBytes, 3U);
-    EXPECT_EQ(items.at("link").kind, ItemKind::Link);
-    EXPECT_EQ(items.at("link").sizeBytes, 0U);
-    EXPECT_EQ(items.at("dangling").kind, ItemKind::DanglingLink);
-    EXPECT_EQ(items.at("fifo").kind, ItemKind::SpecialFile);
-    EXPECT_EQ(items.at("x/z").sizeBytes, 7U);
+TEST_F(GameTree, MayBeTheRoot) {
+    const ScopedCurrentDirectory inRoot("/");
+    GameWithOutputs root("/");
+    EXPECT_EQ(root.LocationOf("tmp"), fs::canonical("/tmp").string().substr(1));
+    root.AddDirectory("sealkeeper-test-output");
+    root.AddFile("sealkeeper-test-output/x", 7);
+    FileStatus status;
+    EXPECT_EQ(root.LookAtPath("./sealkeeper-test-output/x", status), ResultCode::Ok);
+    EXPECT_EQ(status.sizeBytes, 7);
 }
 
 }  // namespace
