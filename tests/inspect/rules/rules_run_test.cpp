@@ -1,4 +1,4 @@
-// The rules applied to games on disk: what is selected, where the rules stand, and the report.
+// The rules applied to games on disk: what is selected, and the report.
 #include "inspect/rules/rules_run.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 
 #include "app/console_log.h"
 #include "inspect/report/logged_error.h"
-#include "inspect/rules/rule_places.h"
 #include "inspect/rules/second_selection.h"
 #include "inspect/rules/selection.h"
 #include "inspect/tree/lexical_path.h"
@@ -28,10 +27,6 @@ std::string ConfigOf(const std::string& searchOptions) {
 
 std::string PlaceText(std::size_t line, std::size_t column) {
     return std::to_string(line) + ":" + std::to_string(column);
-}
-
-std::string PlaceText(const TextPlace& place) {
-    return PlaceText(place.line, place.column);
 }
 
 // A game in the current directory.
@@ -276,53 +271,6 @@ TEST_F(ForeseenSecondRun, FailsWhereTheGameHasChangedSinceTheFirst) {
     game_.WriteFile("Quorvane", "");
     EXPECT_EQ(SelectAgain(text, game_.Path(), outputs, second), ResultCode::SealkeeperIOError);
     EXPECT_EQ(LastLoggedError(), "The game has changed while it was looked at.");
-}
-
-RulePlaces PlacesIn(const std::string& text) {
-    ConfigDocument document;
-    ConfigOutline outline;
-    EXPECT_TRUE(OutlineConfigText(text, document, outline));
-    return PlacesOfRules(text, outline);
-}
-
-TEST(RulePlacesOfAText, ArePatternsOfTheListInUseInTheirOrder) {
-    const RulePlaces places = PlacesIn(
-        ConfigOf("include_paths = [\"a\",\n\"b\"]\nother = [\"x\"]\ninclude_paths = [\"c\"]"));
-    EXPECT_EQ(places.patternKey, "include_paths");
-    EXPECT_EQ(PlaceText(places.patternList), "3:17");
-    ASSERT_EQ(places.patterns.size(), 3U);
-    EXPECT_EQ(PlaceText(places.patterns[0]), "3:19");
-    EXPECT_EQ(PlaceText(places.patterns[1]), "4:2");
-    EXPECT_EQ(PlaceText(places.patterns[2]), "6:19");
-}
-
-TEST(RulePlacesOfAText, AreOfTheExcludesWhereThatIsAList) {
-    const RulePlaces excludes =
-        PlacesIn(ConfigOf("include_paths = \"a\"\nexclude_paths = [\"b\"]"));
-    EXPECT_EQ(excludes.patternKey, "exclude_paths");
-    EXPECT_EQ(PlaceText(excludes.patternList), "4:17");
-    EXPECT_EQ(excludes.patterns.size(), 1U);
-    EXPECT_EQ(PlacesIn(ConfigOf("exclude_paths = 1;\ninclude_paths = [\"b\"]")).patternKey,
-              "include_paths");
-}
-
-TEST(RulePlacesOfAText, AreOfOtherSectionsNever) {
-    EXPECT_TRUE(PlacesIn("s { include_paths = [\"a\"] }\n").patterns.empty());
-}
-
-TEST(RulePlacesOfAText, AreThoseOfExtensionsAliasesAndThreshold) {
-    const RulePlaces places =
-        PlacesIn(ConfigOf("exclude_extensions = [\".a\", \".b\", \".a\"]\n"
-                          "alias_paths = ( [\"x\\y\", \"z\"], [\"w\", \"v\"] )\n"
-                          "exclude_size_threshold = 1;\nexclude_size_threshold = 2;"));
-    ASSERT_EQ(places.extensions.size(), 2U);
-    EXPECT_EQ(PlaceText(places.extensions.at(".a")), "3:24") << "the first of two";
-    ASSERT_EQ(places.aliases.size(), 2U);
-    EXPECT_EQ(PlaceText(places.aliases.at("x/y")), "4:19") << "as the tool stores it";
-    EXPECT_EQ(PlaceText(places.aliases.at("w")), "4:33");
-    ASSERT_TRUE(places.sizeThreshold.has_value());
-    EXPECT_EQ(PlaceText(*places.sizeThreshold), "6:26") << "the last, which holds";
-    EXPECT_EQ(PlacesIn(ConfigOf("exclude_size_threshold = \"1\"")).sizeThreshold, std::nullopt);
 }
 
 }  // namespace

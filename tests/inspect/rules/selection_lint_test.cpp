@@ -5,7 +5,7 @@
 
 #include <filesystem>
 
-#include "inspect/rules/path_way.h"
+#include "inspect/rules/game_with_links.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -101,39 +101,8 @@ TEST(LeavingPatterns, AreToldByThemselvesAndByWhatTheyMatch) {
               (Paths{told("1 ../x"), told("2 a\\..\\..\\x"), told("3 .*")}));
 }
 
-// Links in a game, and a file beside it.
-class LinksOutOfGame : public testing::Test {
-  protected:
-    LinksOutOfGame() {
-        directory_.WriteFile("beside/x", "1");
-        directory_.WriteFile("game/real/y", "1");
-        fs::create_directory_symlink(directory_ / "beside", directory_ / "game/out");
-        fs::create_directory_symlink("../beside", directory_ / "game/relative");
-        fs::create_directory_symlink(directory_ / "game/real", directory_ / "game/inside");
-        fs::create_directory_symlink("out", directory_ / "game/twice");
-        // Its path begins as that of the game does.
-        directory_.WriteFile("game2/z", "1");
-        fs::create_directory_symlink("../game2", directory_ / "game/neighbour");
-        here_.emplace(directory_ / "game");
-    }
-
-    test::TempDirectory directory_;
-    std::optional<test::ScopedCurrentDirectory> here_;
-};
-
-TEST_F(LinksOutOfGame, AreFoundOnTheWayOfAPath) {
-    EXPECT_EQ(LinkOutOfGame("out"), "out");
-    EXPECT_EQ(LinkOutOfGame("out/x"), "out");
-    EXPECT_EQ(LinkOutOfGame("relative/x"), "relative");
-    EXPECT_EQ(LinkOutOfGame("twice/x"), "twice");
-    EXPECT_EQ(LinkOutOfGame("neighbour/z"), "neighbour");
-    EXPECT_EQ(LinkOutOfGame("inside/y"), std::nullopt);
-    EXPECT_EQ(LinkOutOfGame("real/y"), std::nullopt);
-    EXPECT_EQ(LinkOutOfGame("missing/y"), std::nullopt);
-    EXPECT_EQ(LinkOutOfGame(""), std::nullopt) << "the game directory itself";
-}
-
-TEST_F(LinksOutOfGame, AreToldOncePerPattern) {
+TEST(LinksOutOfGame, AreToldOncePerPattern) {
+    const test::GameWithLinks game;
     Subject subject;
     subject.Match(
         {{"real", {"real"}}, {"*/?", {"out/x", "real/y", "relative/x"}}, {"../x", {"../x"}}});
@@ -143,7 +112,8 @@ TEST_F(LinksOutOfGame, AreToldOncePerPattern) {
                     "something else where they lead."});
 }
 
-TEST_F(LinksOutOfGame, MayBeExcluded) {
+TEST(LinksOutOfGame, MayBeExcluded) {
+    const test::GameWithLinks game;
     Subject subject;
     subject.Match({{"out", {"out"}}}, false);
     EXPECT_EQ(Told(LintLinksOutOfGame, subject), Paths{});

@@ -1,0 +1,66 @@
+#include "inspect/rules/fatal_files.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "support/temp_directory.h"
+
+namespace sealkeeper {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(TooLongPaths, AreCountedInUnitsOfUtf16) {
+    EXPECT_FALSE(IsTooLong({"./" + std::string(255, 'x')})) << "the './' is not stored";
+    EXPECT_TRUE(IsTooLong({"./" + std::string(256, 'x')}));
+    std::string twoBytesEach;
+    std::string twoUnitsEach;
+    for (int i = 0; i < 128; ++i) {
+        twoBytesEach += "\u00e4";
+        twoUnitsEach += "\U0001F3AE";
+    }
+    EXPECT_FALSE(IsTooLong({"./" + twoBytesEach}));
+    EXPECT_TRUE(IsTooLong({"./" + twoUnitsEach}));
+}
+
+TEST(FatalFiles, AreNoneInAGoodSelection) {
+    Selection selection;
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt);
+    selection.files = {{"./missing", 1}, {"./" + std::string(255, 'x')}};
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt);
+}
+
+TEST(FatalFiles, AreToldByTheFirst) {
+    Selection selection;
+    const std::string first(256, 'x');
+    selection.files = {{"./a"}, {"./" + first}, {"./" + std::string(256, 'y')}};
+    const auto refusal = FindFatalFile(selection);
+    ASSERT_TRUE(refusal.has_value());
+    EXPECT_EQ(refusal->code, ResultCode::CatalogueError);
+    EXPECT_EQ(refusal->message, "Path too long for the catalogue: './" + first + "'.");
+}
+
+TEST(ForbiddenFiles, HaveContentThatThisUserMayNotRead) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "permissions do not bind the superuser";
+    }
+    const test::TempDirectory game;
+    const test::ScopedCurrentDirectory inGame(game.Path());
+    game.WriteFile("closed", "1");
+    game.WriteFile("open", "1");
+    fs::permissions("closed", fs::perms::none);
+    EXPECT_TRUE(IsForbidden({"./closed", 1}));
+    EXPECT_FALSE(IsForbidden({"./closed", 0})) << "nothing is read of an empty one";
+    EXPECT_FALSE(IsForbidden({"./closed", 1, false})) << "only regular files are read";
+    EXPECT_FALSE(IsForbidden({"./open", 1}));
+    EXPECT_FALSE(IsForbidden({"./missing", 1}));
+    Selection selection;
+    selection.files = {{"./closed", 1}};
+    EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).message,
+              "'./closed' cannot be read by this user.");
+}
+
+}  // namespace
+}  // namespace sealkeeper
