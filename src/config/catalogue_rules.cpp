@@ -1,7 +1,6 @@
 #include "config/catalogue_rules.h"
 
 #include <cstddef>
-#include <cstdint>
 
 #include "app/console_log.h"
 #include "config/config_names.h"
@@ -10,12 +9,8 @@
 namespace sealkeeper {
 namespace {
 
-constexpr std::int64_t kSupportedConfigVersion = 2;
 // The version of a file that does not state one.
 constexpr std::int64_t kImpliedConfigVersion = 1;
-
-constexpr std::uint64_t kRecommendedMaximumMegabytes = 1024;
-constexpr std::uint64_t kRecommendedMinimumMegabytes = 10;
 
 void WarnOfUnusualSizeThreshold(ConfigSection& options) {
     if (!options.integers.Has(kSizeThresholdKey)) {

@@ -2,6 +2,7 @@
 #ifndef SEALKEEPER_CONFIG_CATALOGUE_RULES_H
 #define SEALKEEPER_CONFIG_CATALOGUE_RULES_H
 
+#include <cstdint>
 #include <string>
 
 #include "app/result_code.h"
@@ -9,6 +10,12 @@
 #include "config/config_document.h"
 
 namespace sealkeeper {
+
+inline constexpr std::int64_t kSupportedConfigVersion = 2;
+
+// Of exclude_size_threshold.
+inline constexpr std::uint64_t kRecommendedMaximumMegabytes = 1024;
+inline constexpr std::uint64_t kRecommendedMinimumMegabytes = 10;
 
 // Loads the configuration file at `path` into `document` and checks its format version. Anything
 // but a readable file of version 2 fails with `InitFailedConfig`, logged.

@@ -1,7 +1,6 @@
 #include <set>
 
 #include "config/config_names.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"

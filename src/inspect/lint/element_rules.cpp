@@ -62,11 +62,11 @@ void LintCommentedElements(const LintedText& linted, LintFindings& findings) {
         const auto& texts = list.Value().texts;
         for (std::size_t i = 0; i < texts.size(); i += step) {
             if (list.ReadingAt(texts[i].begin - 1) == PlainReading::Comment) {
-                findings.Add(texts[i].begin - 1,
-                             ShownName(texts[i].text) +
-                                 " looks commented out, but is taken: there are no comments "
-                                 "between brackets.",
-                             "Remove it, or its quotes.");
+                findings.Add(
+                    texts[i].begin - 1,
+                    ShownName(texts[i].text) +
+                        " looks commented out, but is taken: there are no comments between brackets.",
+                    "Remove it, or its quotes.");
             }
         }
     }

@@ -60,10 +60,10 @@ void LintUtf16OrUtf32(const LintedText& linted, LintFindings& findings) {
 
 void LintByteOrderMark(const LintedText& linted, LintFindings& findings) {
     if (StartsWithByteOrderMark(linted.Text())) {
-        findings.Add(0,
-                     "The file begins with a byte-order mark, which becomes part of the first "
-                     "section's name, so that section is not recognised.",
-                     kCure);
+        findings.Add(
+            0,
+            "The file begins with a byte-order mark, which becomes part of the first section's name, so that section is not recognised.",
+            kCure);
     }
 }
 

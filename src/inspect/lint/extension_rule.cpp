@@ -3,7 +3,6 @@
 #include <string>
 
 #include "config/config_names.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"

@@ -82,7 +82,7 @@ void LintRepeatedKeys(const LintedText& linted, LintFindings& findings) {
         findings.Add(
             key.begin,
             ShownName(key.name) + EffectOfRepetition(kind) + linted.LineName(first->second) + ".",
-            adds ? "Write all of them behind one key." : "Keep one of them.");
+            adds ? "Write all of them under one key." : "Keep one of them.");
         first->second = key.begin;
     }
 }

@@ -3,7 +3,6 @@
 
 #include "config/config_names.h"
 #include "inspect/lint/bracketed_value.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 

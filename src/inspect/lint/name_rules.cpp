@@ -9,9 +9,10 @@
 namespace sealkeeper {
 namespace {
 
-// Names that nobody wrote as such come of what was misread before them.
-bool IsTold(std::size_t offset, std::string_view name, const std::vector<std::string>& known,
-            const LintFindings& findings) {
+// Whether nobody wrote `name`, which stands at `offset`, as such: it comes of what was misread
+// before it, which is told. A name that is like one of `known` was written as that.
+bool ComesOfMisread(std::size_t offset, std::string_view name,
+                    const std::vector<std::string>& known, const LintFindings& findings) {
     return offset > findings.FirstMisread() && NearestName(name, known).empty();
 }
 
@@ -30,7 +31,7 @@ void LintKeyName(const LintedText& linted, std::size_t index, LintFindings& find
     const std::string& section = outline.sections[key.section].name;
     const std::vector<std::string> known = KnownKeyNames(section);
     if (FindKnownKey(section, key.name) != nullptr ||
-        IsTold(key.begin, key.name, known, findings)) {
+        ComesOfMisread(key.begin, key.name, known, findings)) {
         return;
     }
     const Trouble trouble = KeyNameTrouble(section, key.name);
@@ -46,7 +47,7 @@ void LintKeyName(const LintedText& linted, std::size_t index, LintFindings& find
 void LintSectionNames(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedSection& section : linted.Outline().sections) {
         if (!IsKnownSection(section.name) && !StartsWithByteOrderMark(section.name) &&
-            !IsTold(section.begin, section.name, KnownSectionNames(), findings)) {
+            !ComesOfMisread(section.begin, section.name, KnownSectionNames(), findings)) {
             AddTrouble(section.begin, SectionNameTrouble(section.name),
                        ", so everything in the braces that follow is ignored.", findings);
         }

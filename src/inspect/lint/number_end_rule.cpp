@@ -1,15 +1,11 @@
 // Numbers, which end at the first semicolon after them, however far below it stands.
-#include <algorithm>
-#include <cstddef>
-
+#include "inspect/lint/leading_digits.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/plain_reading.h"
 #include "inspect/lint/shown_text.h"
 
 namespace sealkeeper {
 namespace {
-
-constexpr std::string_view kDigits = "0123456789";
 
 // What a number takes with it.
 struct Swallowed {
@@ -52,7 +48,7 @@ class NumberEnd {
         : linted_(linted),
           value_(value),
           written_(linted.Part(value.begin, value.end)),
-          digits_(written_.substr(0, written_.find_first_not_of(kDigits))),
+          digits_(LeadingDigits(written_)),
           key_(linted.KeyOf(value).name) {}
 
     void Lint(LintFindings& findings) const {
@@ -84,8 +80,7 @@ class NumberEnd {
     [[nodiscard]] std::string Ungrouped(const std::string& code) const {
         std::string number(TrimmedBlanks(code));
         std::erase_if(number, [](char byte) { return byte == ',' || byte == '_' || byte == '\''; });
-        const bool isNumber = number.find_first_not_of(kDigits) == std::string::npos;
-        return isNumber ? number : std::string(digits_);
+        return IsWholeNumber(number) ? number : std::string(digits_);
     }
 
     void LintSwallowed(const Swallowed& swallowed, bool hasBrace, LintFindings& findings) const {
@@ -109,11 +104,11 @@ class NumberEnd {
     void LintCommentedSemicolon(LintFindings& findings) const {
         const auto rest = linted_.Part(value_.end, linted_.LineEnd(value_.end));
         if (!IsBlank(rest)) {
-            findings.AddMisread(value_.begin,
-                                "The number of " + ShownName(key_) +
-                                    " ends at the semicolon in a comment, and the rest of that "
-                                    "comment is read as keys and values.",
-                                "Write '" + Proper() + "' before the comment.");
+            findings.AddMisread(
+                value_.begin,
+                "The number of " + ShownName(key_) +
+                    " ends at the semicolon in a comment, and the rest of that comment is read as keys and values.",
+                "Write '" + Proper() + "' before the comment.");
         }
     }
 

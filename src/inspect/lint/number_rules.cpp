@@ -3,8 +3,10 @@
 #include <limits>
 #include <string>
 
+#include "config/catalogue_rules.h"
 #include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
+#include "inspect/lint/leading_digits.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "inspect/lint/typed_values.h"
@@ -14,15 +16,14 @@ namespace {
 
 constexpr std::uint64_t kLargestSigned = std::numeric_limits<std::int32_t>::max();
 constexpr std::uint64_t kLargestUnsigned = std::numeric_limits<std::uint32_t>::max();
-constexpr std::int64_t kLeastMegabytes = 10;
-constexpr std::int64_t kMostMegabytes = 1024;
+constexpr auto kLeastMegabytes = static_cast<std::int64_t>(kRecommendedMinimumMegabytes);
+constexpr auto kMostMegabytes = static_cast<std::int64_t>(kRecommendedMaximumMegabytes);
 // A file of a terabyte. Who writes more counts in bytes.
 constexpr std::int64_t kMostCredibleMegabytes = 1'000'000;
 constexpr std::int64_t kBytesInMegabyte = 1'000'000;
 
 std::string_view DigitsOf(const LintedText& linted, const OutlinedValue& value) {
-    const std::string_view written = linted.Part(value.begin, value.end);
-    return written.substr(0, written.find_first_not_of("0123456789"));
+    return LeadingDigits(linted.Part(value.begin, value.end));
 }
 
 // What a person reads; anything above `kLargestUnsigned` is that much more by one.
@@ -58,19 +59,24 @@ void LintLargeNumber(const LintedText& linted, const OutlinedValue& value, const
                      std::string(key.example) + "'.");
 }
 
+std::string RecommendedMegabytes() {
+    return "Write " + std::to_string(kLeastMegabytes) + " to " + std::to_string(kMostMegabytes) +
+           " megabytes, unless this is meant.";
+}
+
 void LintMegabytes(const OutlinedValue& value, LintFindings& findings) {
     const std::int64_t megabytes = value.number;
     const std::string limit = std::to_string(megabytes);
     if (megabytes == 0) {
-        findings.Add(value.begin,
-                     "A size threshold of 0 switches the rule off, so that files of any size are "
-                     "hashed.",
-                     "Write 10 to 1024 megabytes, unless this is meant.");
+        findings.Add(
+            value.begin,
+            "A size threshold of 0 switches the rule off, so that files of any size are hashed.",
+            RecommendedMegabytes());
     } else if (megabytes < kLeastMegabytes) {
         findings.Add(value.begin,
                      "The size threshold leaves out every file above " + limit +
                          " MB that is found in a directory.",
-                     "Write 10 to 1024 megabytes, unless this is meant.");
+                     RecommendedMegabytes());
     } else if (megabytes > kMostCredibleMegabytes) {
         const std::int64_t meant = (megabytes + kBytesInMegabyte - 1) / kBytesInMegabyte;
         findings.Add(
@@ -79,10 +85,10 @@ void LintMegabytes(const OutlinedValue& value, LintFindings& findings) {
                 " of them are more than any file has.",
             "Write 'exclude_size_threshold = " + std::to_string(meant) + ";' if bytes were meant.");
     } else if (megabytes > kMostMegabytes) {
-        findings.Add(
-            value.begin,
-            "The size threshold of " + limit + " MB is above the recommended maximum of 1024 MB.",
-            "Write 10 to 1024 megabytes, unless this is meant.");
+        findings.Add(value.begin,
+                     "The size threshold of " + limit + " MB is above the recommended maximum of " +
+                         std::to_string(kMostMegabytes) + " MB.",
+                     RecommendedMegabytes());
     }
 }
 
@@ -116,8 +122,7 @@ void LintMaxInstances(const LintedText& linted, LintFindings& findings) {
         }
         const auto instances = static_cast<std::uint32_t>(value->number);
         const std::string cure =
-            "Write how many may run at once, as in "
-            "'max_active_game_instances = 1;'.";
+            "Write how many may run at once, as in 'max_active_game_instances = 1;'.";
         if (instances == 0) {
             findings.Add(value->begin, "The number of instances of the game that may run is 0.",
                          cure);

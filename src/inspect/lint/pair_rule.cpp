@@ -26,11 +26,11 @@ void LintSplitPairs(const LintedText& linted, const BracketedValue& table, LintF
     const auto& texts = table.Value().texts;
     for (std::size_t i = 0; i + 1 < texts.size(); i += 2) {
         if (IsSplitByBracket(linted, table, texts[i], texts[i + 1])) {
-            findings.Add(texts[i].begin - 1,
-                         ShownName(texts[i].text) + " and " + ShownName(texts[i + 1].text) +
-                             " are taken for a pair, since brackets do not count and texts are "
-                             "taken two by two.",
-                         kPairCure);
+            findings.Add(
+                texts[i].begin - 1,
+                ShownName(texts[i].text) + " and " + ShownName(texts[i + 1].text) +
+                    " are taken for a pair, since brackets do not count and texts are taken two by two.",
+                kPairCure);
             // All after it are out of step.
             return;
         }

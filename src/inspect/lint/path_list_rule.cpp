@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "config/config_names.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/typed_values.h"
 
@@ -18,23 +17,22 @@ void LintPathLists(const LintedText& linted, LintFindings& findings) {
     const auto excludes =
         ValuesOfKind(linted, kSearchSection, kExcludePathsKey, ConfigValueKind::List);
     if (includes.empty() && excludes.empty()) {
-        AddAtSection(linted, kSearchSection,
-                     "The tool reads neither a list include_paths nor a list exclude_paths here, "
-                     "and refuses the file.",
-                     "Write one of them in search_options, as in 'include_paths = "
-                     "[\"Content\"]'.",
-                     findings);
+        AddAtSection(
+            linted, kSearchSection,
+            "The tool reads neither a list include_paths nor a list exclude_paths here, and refuses the file.",
+            "Write one of them in search_options, as in 'include_paths = [\"Content\"]'.",
+            findings);
     } else if (!includes.empty() && !excludes.empty()) {
         const std::size_t second = std::max(includes.front()->begin, excludes.front()->begin);
-        findings.Add(second,
-                     "There are both include_paths and exclude_paths, for which the tool refuses "
-                     "the file.",
-                     "Keep one of them.");
+        findings.Add(
+            second,
+            "There are both include_paths and exclude_paths, for which the tool refuses the file.",
+            "Keep one of them.");
     } else if (!includes.empty() && ElementsOf(linted, kSearchSection, kIncludePathsKey).empty()) {
-        findings.Add(includes.front()->begin,
-                     "The list of include_paths has no elements, which the tool takes for "
-                     "excluding nothing: it hashes every file of the game.",
-                     "Write what to hash, or 'exclude_paths = [ ]' if every file is meant.");
+        findings.Add(
+            includes.front()->begin,
+            "The list of include_paths has no elements, which the tool takes for excluding nothing: it hashes every file of the game.",
+            "Write what to hash, or 'exclude_paths = [ ]' if every file is meant.");
     }
 }
 

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "config/config_names.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/nearest_name.h"
 #include "inspect/lint/shown_text.h"
@@ -33,13 +32,13 @@ bool IsWord(const std::string& text, const NamedSolution& found) {
 
 void LintUnknownSolution(const OutlinedText& text, LintFindings& findings) {
     const std::string nearest = NearestName(text.text, Choices());
-    findings.Add(text.begin,
-                 ShownName(text.text) +
-                     " is no anti-tamper solution that the tool knows, so it writes nothing and "
-                     "fails.",
-                 nearest.empty()
-                     ? "Write 'Generic' for a solution that is none of " + NameList(Choices()) + "."
-                     : "Write " + ShownName(nearest) + " if that is meant.");
+    findings.Add(
+        text.begin,
+        ShownName(text.text) +
+            " is no anti-tamper solution that the tool knows, so it writes nothing and fails.",
+        nearest.empty()
+            ? "Write 'Generic' for a solution that is none of " + NameList(Choices()) + "."
+            : "Write " + ShownName(nearest) + " if that is meant.");
 }
 
 void LintSolution(const OutlinedText& text, LintFindings& findings) {
@@ -51,11 +50,11 @@ void LintSolution(const OutlinedText& text, LintFindings& findings) {
     const NamedSolution& first = found.front();
     const std::string taken = ShownName(AntiTamperSolutionNames()[first.solution]);
     if (first.solution == kNoAntiTamperSolution) {
-        findings.Add(text.begin,
-                     ShownName(text.text) +
-                         " is taken for 'None', which cannot be chosen, so the tool writes nothing "
-                         "and fails.",
-                     "Remove the key if there is no solution.");
+        findings.Add(
+            text.begin,
+            ShownName(text.text) +
+                " is taken for 'None', which cannot be chosen, so the tool writes nothing and fails.",
+            "Remove the key if there is no solution.");
     } else if (found.size() > 1) {
         findings.Add(
             text.begin,
@@ -82,17 +81,19 @@ void LintCrashReporter(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedValue* value :
          ValuesOfKind(linted, kRuntimeSection, kCrashReporterKey, ConfigValueKind::String)) {
         const OutlinedText& name = value->texts.front();
-        const std::string length = std::to_string(name.text.size());
+        const std::string room = std::to_string(kCrashReporterNameBytes);
+        const std::string cure =
+            "Write a name of at most " + std::to_string(kCrashReporterNameBytes - 1) + " bytes.";
         if (name.text.size() > kCrashReporterNameBytes) {
             findings.Add(name.begin,
-                         "The name of the crash reporter has " + length +
-                             " bytes, of which only the first 64 are kept.",
-                         "Write a name of at most 63 bytes.");
+                         "The name of the crash reporter has " + std::to_string(name.text.size()) +
+                             " bytes, of which only the first " + room + " are kept.",
+                         cure);
         } else if (name.text.size() == kCrashReporterNameBytes) {
             findings.Add(name.begin,
-                         "The name of the crash reporter has 64 bytes, which leaves no room for "
-                         "the zero byte after it.",
-                         "Write a name of at most 63 bytes.");
+                         "The name of the crash reporter has " + room +
+                             " bytes, which leaves no room for the zero byte after it.",
+                         cure);
         }
     }
 }

@@ -6,6 +6,7 @@
 
 #include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
+#include "inspect/lint/leading_digits.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/name_trouble.h"
 #include "inspect/lint/plain_reading.h"
@@ -28,8 +29,7 @@ std::string PendingKeyName(const LintedText& linted) {
 
 // "Write 'version = 2;'." with the number that stands there.
 std::string NumberCure(const LintedText& linted, std::size_t offset) {
-    const std::string_view rest = linted.Text().substr(offset);
-    const std::string digits(rest.substr(0, rest.find_first_not_of("0123456789")));
+    const std::string digits(LeadingDigits(linted.Text().substr(offset)));
     return "Write '" + PendingKeyName(linted) + " = " + digits + ";'.";
 }
 
@@ -39,6 +39,21 @@ Trouble EmptyListTrouble(const LintedText& linted) {
             name == kExcludePathsKey
                 ? "Write [ ] with a blank between the brackets if nothing is to be excluded."
                 : "Write its elements, or remove " + ShownName(name) + "."};
+}
+
+// Of a value that goes on to the end of the text.
+Trouble UnclosedTrouble(const LintedText& linted, ConfigStop why) {
+    const std::string pending = ShownName(PendingKeyName(linted));
+    if (why == ConfigStop::NoClosingBracket) {
+        return {"The list of " + pending + " has no ']' at its end",
+                "Write ']' after its last element."};
+    }
+    if (why == ConfigStop::NoClosingParenthesis) {
+        return {"The pairs of " + pending + " have no ')' at their end",
+                "Write ')' after the last pair."};
+    }
+    return {"The text of " + pending + " has no double quote at its end",
+            "Write a double quote after its last character."};
 }
 
 Trouble SectionWithoutBrace(std::string_view word) {
@@ -67,19 +82,14 @@ Trouble TroubleOf(const LintedText& linted, const OutlinedStop& stop) {
         case ConfigStop::NoValue:
             return {pending() + " has no value", "Write its value, or remove it."};
         case ConfigStop::NoClosingBracket:
-            return {"The list of " + pending() + " has no ']' at its end",
-                    "Write ']' after its last element."};
+        case ConfigStop::NoClosingParenthesis:
+        case ConfigStop::NoClosingQuote:
+            return UnclosedTrouble(linted, stop.why);
         case ConfigStop::EmptyBrackets:
             return EmptyListTrouble(linted);
-        case ConfigStop::NoClosingParenthesis:
-            return {"The pairs of " + pending() + " have no ')' at their end",
-                    "Write ')' after the last pair."};
         case ConfigStop::EmptyParentheses:
             return {"The empty table of " + pending() + " ends the reading",
                     "Write its pairs, or remove " + pending() + "."};
-        case ConfigStop::NoClosingQuote:
-            return {"The text of " + pending() + " has no double quote at its end",
-                    "Write a double quote after its last character."};
         case ConfigStop::NoSemicolon:
             return {"The number of " + pending() + " has no semicolon after it",
                     NumberCure(linted, stop.offset)};

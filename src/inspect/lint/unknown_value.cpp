@@ -85,8 +85,7 @@ Trouble UnknownValueTrouble(const LintedText& linted, std::size_t offset) {
             "Write the value of " + name + " on " + linted.LineName(key.begin) + ", or remove it."};
     }
     return {ShownName(word) +
-                " is no value: neither in quotes or brackets, nor a number, true or "
-                "false",
+                " is no value: neither in quotes or brackets, nor a number, true or false",
             CureByKind(key.name, word)};
 }
 

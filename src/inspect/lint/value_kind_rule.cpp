@@ -3,6 +3,7 @@
 
 #include "config/config_names.h"
 #include "inspect/lint/known_keys.h"
+#include "inspect/lint/leading_digits.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 #include "platform/ascii_case.h"
@@ -10,17 +11,13 @@
 namespace sealkeeper {
 namespace {
 
-bool IsNumber(const std::string& text) {
-    return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
-}
-
 // A text that is the value but for its quotes, without them.
 std::string Unquoted(const KnownKey& key, const OutlinedValue& value) {
     if (value.kind != ConfigValueKind::String) {
         return {};
     }
     const std::string& text = value.texts.front().text;
-    if (key.kind == ConfigValueKind::Number && IsNumber(text)) {
+    if (key.kind == ConfigValueKind::Number && IsWholeNumber(text)) {
         return text + ";";
     }
     std::string lowered = LowerCasedAscii(text);

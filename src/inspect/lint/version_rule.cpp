@@ -1,14 +1,17 @@
 #include <string>
 
+#include "config/catalogue_rules.h"
 #include "config/config_names.h"
-#include "inspect/lint/known_keys.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/typed_values.h"
 
 namespace sealkeeper {
 namespace {
 
-constexpr std::int64_t kSupportedVersion = 2;
+// "version = 2;".
+std::string SupportedVersion() {
+    return std::string(kVersionKey) + " = " + std::to_string(kSupportedConfigVersion) + ";";
+}
 
 }  // namespace
 
@@ -19,15 +22,16 @@ void LintVersion(const LintedText& linted, LintFindings& findings) {
     }
     const auto versions = ValuesOfKind(linted, kInfoSection, kVersionKey, ConfigValueKind::Number);
     if (versions.empty()) {
-        AddAtSection(linted, kInfoSection,
-                     "The tool reads no version here, takes the file for one of version 1 and "
-                     "refuses it.",
-                     "Write 'config_info { version = 2; }'.", findings);
-    } else if (versions.back()->number != kSupportedVersion) {
+        AddAtSection(
+            linted, kInfoSection,
+            "The tool reads no version here, takes the file for one of version 1 and refuses it.",
+            "Write 'config_info { " + SupportedVersion() + " }'.", findings);
+    } else if (versions.back()->number != kSupportedConfigVersion) {
         findings.Add(versions.back()->begin,
                      "The version is " + std::to_string(versions.back()->number) +
-                         ", and the tool refuses every one but 2.",
-                     "Write 'version = 2;'.");
+                         ", and the tool refuses every one but " +
+                         std::to_string(kSupportedConfigVersion) + ".",
+                     "Write '" + SupportedVersion() + "'.");
     }
 }
 

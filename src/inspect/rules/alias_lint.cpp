@@ -5,8 +5,8 @@
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/path_alias.h"
 #include "inspect/report/number_text.h"
-#include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/rules/warning_words.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
@@ -26,7 +26,7 @@ std::map<std::wstring, std::size_t> CountUses(const Selection& selection, const 
 
 }  // namespace
 
-void LintAliases(const LintSubject& subject, RuleWarnings& warnings) {
+void LintAliasUses(const LintSubject& subject, RuleWarnings& warnings) {
     const CatalogueConfig& config = subject.selection.config;
     auto uses = CountUses(subject.selection, WideAliases(config.pathAliases));
     for (const auto& [name, value] : config.pathAliases) {

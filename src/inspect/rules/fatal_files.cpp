@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <string>
 
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_format.h"

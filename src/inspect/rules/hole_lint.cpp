@@ -5,8 +5,8 @@
 
 #include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
-#include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/rules/warning_words.h"
 
 namespace sealkeeper {
 namespace {

@@ -118,7 +118,7 @@ std::vector<JudgedFile> JudgeFiles(const Selection& selection,
         rules.emplace(LexicalPath(skipped.path), skipped.rule);
     }
     RuleFinder finder(std::move(rules));
-    const bool hasIncludes = !selection.config.includePaths.empty();
+    const bool hasIncludes = HasIncludes(selection.config);
     for (const InventoryItem& item : inventory) {
         if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
             judged.push_back({item.path, item.sizeBytes, ReasonFor(item, finder, hasIncludes)});

@@ -3,10 +3,11 @@
 #include <set>
 #include <string>
 
+#include "catalogue/catalogue_format.h"
 #include "inspect/report/name_list.h"
 #include "inspect/rules/fatal_files.h"
-#include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
 #include "platform/ascii_case.h"
 #include "platform/text_encoding.h"
@@ -31,12 +32,12 @@ bool IsUtf8(const std::string& text) {
     return WideToUtf8(Utf8ToWide(text)) == text;
 }
 
-void WarnOf(const std::vector<std::string>& paths, const char* singular, const char* plural,
-            const char* cure, RuleWarnings& warnings) {
+void WarnOf(const std::vector<std::string>& paths, const std::string& singular,
+            const std::string& plural, const char* cure, RuleWarnings& warnings) {
     if (!paths.empty()) {
         warnings.push_back(WarningAt(
             kNoPlace,
-            QuotedNameList(paths, kMostNamed) + " " + ByNumber(paths.size(), singular, plural),
+            QuotedNameList(paths, kMostNamed) + " " + (paths.size() == 1 ? singular : plural),
             cure));
     }
 }
@@ -50,14 +51,16 @@ void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
         "is no UTF-8: the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails.",
         "are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in their place, and verify fails.",
         "Rename it, or leave it out.", warnings);
-    WarnOf(
-        SelectedPaths(subject.selection, IsTooLong),
-        "is longer than the 255 UTF-16 units that a catalogue has room for: generate fails at it.",
-        "are longer than the 255 UTF-16 units that a catalogue has room for: generate fails at them.",
-        "Shorten its names, or leave it out.", warnings);
+    const std::string room = std::to_string(entry_record::kMaxPathUnits);
+    WarnOf(SelectedPaths(subject.selection, IsTooLong),
+           "is longer than the " + room +
+               " UTF-16 units that a catalogue has room for: generate fails at it.",
+           "are longer than the " + room +
+               " UTF-16 units that a catalogue has room for: generate fails at them.",
+           "Shorten its names, or leave it out.", warnings);
 }
 
-void LintBackslashes(const LintSubject& subject, RuleWarnings& warnings) {
+void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
     WarnOf(
         SelectedPaths(
             subject.selection,

@@ -7,8 +7,8 @@
 
 #include "config/config_names.h"
 #include "inspect/report/name_list.h"
-#include "inspect/rules/lint_text.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
 
 namespace sealkeeper {
@@ -17,7 +17,7 @@ namespace {
 // The pattern that leads to `path`; the list where none does, as in a walk over the whole game.
 TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) {
     const auto& matches = subject.secondSelection.matches;
-    if (subject.secondSelection.config.includePaths.empty()) {
+    if (!HasIncludes(subject.secondSelection.config)) {
         return subject.places.patternList;
     }
     for (std::size_t i = 0; i < matches.size(); ++i) {

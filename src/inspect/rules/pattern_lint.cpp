@@ -8,23 +8,15 @@
 #include <utility>
 
 #include "inspect/report/name_list.h"
-#include "inspect/rules/lint_text.h"
 #include "inspect/rules/path_way.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
 #include "platform/ascii_case.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
 namespace {
-
-bool IsIncludeMode(const CatalogueConfig& config) {
-    return !config.includePaths.empty();
-}
-
-const std::vector<std::string>& PatternsOf(const CatalogueConfig& config) {
-    return IsIncludeMode(config) ? config.includePaths : config.excludePaths;
-}
 
 using LexicalPaths = std::set<std::string, std::less<>>;
 
@@ -89,8 +81,8 @@ std::string_view ExtensionIn(std::string_view path) {
 }  // namespace
 
 void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto& patterns = PatternsOf(subject.selection.config);
-    const char* const cure = IsIncludeMode(subject.selection.config)
+    const auto& patterns = PatternsInUse(subject.selection.config);
+    const char* const cure = HasIncludes(subject.selection.config)
                                  ? "Correct it or take it out: what it was meant for is not sealed."
                                  : "Correct it or take it out: what it was meant for is sealed.";
     for (std::size_t i = 0; i < subject.selection.matches.size(); ++i) {
@@ -111,7 +103,7 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto& patterns = PatternsOf(subject.selection.config);
+    const auto& patterns = PatternsInUse(subject.selection.config);
     for (std::size_t i = 0; i < patterns.size(); ++i) {
         const PathSet& matches = subject.selection.matches[i];
         const bool isOutside =
@@ -150,7 +142,7 @@ void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto& patterns = PatternsOf(subject.selection.config);
+    const auto& patterns = PatternsInUse(subject.selection.config);
     for (auto& [numbers, files] : FindRepeatedFiles(subject.selection)) {
         std::vector<std::string> named = files;
         std::sort(named.begin(), named.end());

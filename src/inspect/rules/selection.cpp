@@ -51,8 +51,7 @@ std::optional<Refusal> PlaceDirectories(const PlannedOutputs& outputs, GameWithO
 
 ResultCode MatchPatterns(const CatalogueConfig& config, const FileTree& game,
                          std::vector<PathSet>& matches) {
-    const auto& patterns = config.includePaths.empty() ? config.excludePaths : config.includePaths;
-    for (const std::string& pattern : patterns) {
+    for (const std::string& pattern : PatternsInUse(config)) {
         bool hasMatched = false;
         if (const ResultCode code = GlobPaths({pattern}, matches.emplace_back(), hasMatched, game);
             code != ResultCode::Ok) {
@@ -136,6 +135,14 @@ ResultCode RunSteps(std::string_view configText, const PlannedOutputs& outputs,
 }
 
 }  // namespace
+
+bool HasIncludes(const CatalogueConfig& config) {
+    return !config.includePaths.empty();
+}
+
+const std::vector<std::string>& PatternsInUse(const CatalogueConfig& config) {
+    return HasIncludes(config) ? config.includePaths : config.excludePaths;
+}
 
 ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& outputs,
                        GameWithOutputs& game, Selection& selection) {

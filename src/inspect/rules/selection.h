@@ -26,6 +26,12 @@ struct SelectedFile {
     bool isRegular = true;
 };
 
+// Whether files are found by patterns, and not by a walk over the whole game.
+[[nodiscard]] bool HasIncludes(const CatalogueConfig& config);
+
+// The patterns of the list in use: those of what to include, else of what to exclude.
+[[nodiscard]] const std::vector<std::string>& PatternsInUse(const CatalogueConfig& config);
+
 struct Selection {
     std::optional<Refusal> refusal;
     // Whether the walk over the game was made. What stands below may otherwise be missing.

@@ -14,10 +14,10 @@ RuleWarnings LintSelection(const LintSubject& subject) {
     LintExtensionCase(subject, warnings);
     LintOwnOutputs(subject, warnings);
     LintImpossibleNames(subject, warnings);
-    LintBackslashes(subject, warnings);
+    LintBackslashNames(subject, warnings);
     LintLetterCase(subject, warnings);
     LintUnhashableFiles(subject, warnings);
-    LintAliases(subject, warnings);
+    LintAliasUses(subject, warnings);
     LintLargeFiles(subject, warnings);
     LintLinks(subject, warnings);
     LintUnlistableDirectories(subject, warnings);

@@ -51,7 +51,7 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 // too long, which ends generate.
 void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names with a backslash, which the catalogue holds as another name.
-void LintBackslashes(const LintSubject& subject, RuleWarnings& warnings);
+void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names that differ in letter case alone.
 void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
 // What can be named but not hashed: no regular file, or not readable by this user.
@@ -60,7 +60,7 @@ void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings);
 // alias_lint.cpp
 
 // Path aliases, and what they do to verify.
-void LintAliases(const LintSubject& subject, RuleWarnings& warnings);
+void LintAliasUses(const LintSubject& subject, RuleWarnings& warnings);
 
 // hole_lint.cpp
 

@@ -249,13 +249,13 @@ TEST(LintRepeatedKeys, TellsWhatBecomesOfThem) {
                                 "alias_paths = ( \"a\", \"b\" )\n} search_options {\n"
                                 "@alias_paths = ( \"c\", \"d\" )"),
           {{"'include_paths' stands here again and adds to the list of line 2.",
-            "Write all of them behind one key."},
+            "Write all of them under one key."},
            {"'exclude_size_threshold' stands here again and replaces the value of line 4.",
             "Keep one of them."},
            {"'ignore_files_without_extension' stands here again and replaces the value of line 6.",
             "Keep one of them."},
            {"'alias_paths' stands here again and adds to the pairs of line 8.",
-            "Write all of them behind one key."}}}});
+            "Write all of them under one key."}}}});
 }
 
 }  // namespace

@@ -224,7 +224,7 @@ TEST(ImpossibleNames, AreNoUtf8OrTooLong) {
 TEST(Backslashes, AreToldOfNamesOnDisk) {
     Subject subject;
     subject.Select({"a\\b", "c/d"});
-    EXPECT_EQ(Told(LintBackslashes, subject),
+    EXPECT_EQ(Told(LintBackslashNames, subject),
               Paths{"'a\\b' has a backslash, which the catalogue holds as a slash: verify looks "
                     "for another file and fails. / Rename it, or leave it out."});
 }
@@ -254,7 +254,7 @@ TEST(Aliases, AreToldWithHowManyPathsTheyChange) {
     const std::string useless =
         "' stands in no sealed path that an alias before it does not take. / Correct it or take it "
         "out.";
-    EXPECT_EQ(Told(LintAliases, subject),
+    EXPECT_EQ(Told(LintAliasUses, subject),
               (Paths{"5 The alias 'Bin" + useless,
                      "6 The alias 'Data' changes the stored paths of 2 files: verify looks for "
                      "them by what is stored, finds none, and fails for good. / Take it out, "

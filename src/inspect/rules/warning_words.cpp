@@ -1,4 +1,4 @@
-#include "inspect/rules/lint_text.h"
+#include "inspect/rules/warning_words.h"
 
 #include <utility>
 

@@ -1,12 +1,12 @@
 // The wording that warnings share.
-#ifndef SEALKEEPER_INSPECT_RULES_LINT_TEXT_H
-#define SEALKEEPER_INSPECT_RULES_LINT_TEXT_H
+#ifndef SEALKEEPER_INSPECT_RULES_WARNING_WORDS_H
+#define SEALKEEPER_INSPECT_RULES_WARNING_WORDS_H
 
 #include <cstddef>
 #include <string>
 
 #include "config/text_place.h"
-#include "inspect/rules/rules_report.h"
+#include "inspect/lint/rule_warning.h"
 
 namespace sealkeeper {
 
