@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "catalogue/path_alias.h"
 #include "inspect/rules/rules_report.h"
 #include "inspect/rules/selection.h"
 
@@ -11,6 +12,9 @@ namespace sealkeeper {
 
 // Whether the path has more UTF-16 units than a catalogue has room for.
 [[nodiscard]] bool IsTooLong(const SelectedFile& file);
+
+// Whether it has only by what one of `aliases` puts into it, which takes four bytes a character.
+[[nodiscard]] bool IsTooLongByAlias(const SelectedFile& file, const AliasMap& aliases);
 
 // Whether the file, which lies below the current directory, has content that this user may not
 // read.

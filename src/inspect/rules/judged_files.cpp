@@ -38,7 +38,8 @@ LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {
         case SkipRule::ExcludedPath:
             return LeftOutReason::ExcludedPath;
         case SkipRule::SizeThreshold:
-            return LeftOutReason::TooLarge;
+            // The size is that of where a link leads, and no other threshold would have it sealed.
+            return kind == ItemKind::Link ? LeftOutReason::Link : LeftOutReason::TooLarge;
         case SkipRule::ExcludedExtension:
             return LeftOutReason::ExcludedExtension;
         case SkipRule::NoExtension:

@@ -58,6 +58,13 @@ void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
            "are longer than the " + room +
                " UTF-16 units that a catalogue has room for: generate fails at them.",
            "Shorten its names, or leave it out.", warnings);
+    const AliasMap aliases = WideAliases(subject.selection.config.pathAliases);
+    WarnOf(SelectedPaths(
+               subject.selection,
+               [&aliases](const SelectedFile& file) { return IsTooLongByAlias(file, aliases); }),
+           "is longer by an alias than a catalogue has room for: generate fails at it.",
+           "are longer by an alias than a catalogue has room for: generate fails at them.",
+           "Shorten its names, or take the alias out.", warnings);
 }
 
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {

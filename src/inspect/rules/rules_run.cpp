@@ -65,9 +65,15 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
         return code;
     }
     report.refusal = selection.refusal ? selection.refusal : FindFatalFile(selection);
-    // Nothing is known of the files otherwise.
-    return selection.isComplete ? ReportSelection(request, outputs, selection, report)
-                                : ResultCode::Ok;
+    if (selection.isComplete) {
+        return ReportSelection(request, outputs, selection, report);
+    }
+    // Nothing is known of the files, but which patterns match nothing may be the reason.
+    const RulePlaces places = PlacesIn(request.configText);
+    LintUnmatchedPatterns({selection, selection, outputs, outputs, places, report.files},
+                          report.warnings);
+    SortByPlace(report.warnings);
+    return ResultCode::Ok;
 }
 
 }  // namespace

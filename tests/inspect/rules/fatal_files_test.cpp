@@ -62,5 +62,16 @@ TEST(ForbiddenFiles, HaveContentThatThisUserMayNotRead) {
               "'./closed' cannot be read by this user.");
 }
 
+TEST(FatalFiles, PathsMayBeTooLongByTheirAlias) {
+    Selection selection;
+    selection.config.pathAliases = {{"bin", "data"}};
+    selection.files = {{"./bin/" + std::string(122, 'x')}};
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "127 characters of four bytes";
+    selection.files = {{"./bin/" + std::string(123, 'x')}};
+    EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).code, ResultCode::CatalogueError);
+    selection.files = {{"./lib/" + std::string(123, 'x')}};
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "no alias is in it";
+}
+
 }  // namespace
 }  // namespace sealkeeper

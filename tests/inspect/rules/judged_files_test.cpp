@@ -29,6 +29,7 @@ TEST(JudgedFiles, EachRuleHasItsReason) {
         {SkipRule::HiddenName, ItemKind::RegularFile, LeftOutReason::Hidden},
         {SkipRule::ExcludedPath, ItemKind::RegularFile, LeftOutReason::ExcludedPath},
         {SkipRule::SizeThreshold, ItemKind::RegularFile, LeftOutReason::TooLarge},
+        {SkipRule::SizeThreshold, ItemKind::Link, LeftOutReason::Link},
         {SkipRule::ExcludedExtension, ItemKind::RegularFile, LeftOutReason::ExcludedExtension},
         {SkipRule::NoExtension, ItemKind::RegularFile, LeftOutReason::NoExtension},
         {SkipRule::OtherType, ItemKind::Link, LeftOutReason::Link},

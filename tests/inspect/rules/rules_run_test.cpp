@@ -230,6 +230,13 @@ class ForeseenSecondRun : public GameUnderRules {
     }
 };
 
+TEST_F(GameUnderRules, TellsOfPatternsThatMatchNothingWhereThatIsTheReason) {
+    const Lines warnings = Warnings(R"(include_paths = ["gone, too", "away"])");
+    ASSERT_EQ(warnings.size(), 2U);
+    EXPECT_TRUE(warnings[0].starts_with("3:19 The pattern 'gone, too' matches nothing."));
+    EXPECT_TRUE(warnings[1].starts_with("3:32 The pattern 'away' matches nothing."));
+}
+
 TEST_F(ForeseenSecondRun, SealsTheOutputsOfTheFirst) {
     EXPECT_EQ(Warnings("exclude_paths = [ ]"),
               Lines{"3:17 A second run seals 'Quorvane/Certificates/base.bin' and "
