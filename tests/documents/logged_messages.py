@@ -66,11 +66,17 @@ def call_at(source: str, begin: int) -> str:
 
 def with_numbers(text: str, arguments: str, source: str) -> str:
     """A message that always shows the same number has it in place of its only conversion."""
-    constants = dict(NUMBER_CONSTANT.findall(source))
+    constants = {**shared_numbers(), **dict(NUMBER_CONSTANT.findall(source))}
     shown = [constants[name] for name in re.findall(r"\bk\w+", arguments) if name in constants]
     if len(shown) == 1 and len(CONVERSION.findall(text)) == 1:
         return CONVERSION.sub(shown[0].replace("'", ""), text)
     return text
+
+
+@functools.lru_cache(maxsize=None)
+def shared_numbers() -> "dict[str, str]":
+    """Those of the headers, which the sources share."""
+    return {name: number for text in headers() for name, number in NUMBER_CONSTANT.findall(text)}
 
 
 def relayed_texts(source: str, calls: "list[str]") -> "list[str]":
@@ -120,11 +126,19 @@ def messages_in(
     return messages
 
 
+def files_with(*suffixes: str) -> "list[str]":
+    paths = [path for folder in FOLDERS for path in sorted((SOURCES / folder).rglob("*"))]
+    texts = [path.read_text() for path in paths if path.suffix in suffixes]
+    return [COMMENT.sub(lambda found: found[1] or "", text) for text in texts]
+
+
 @functools.lru_cache(maxsize=None)
 def sources() -> "list[str]":
-    paths = [path for folder in FOLDERS for path in sorted((SOURCES / folder).rglob("*"))]
-    texts = [path.read_text() for path in paths if path.suffix in (".cpp", ".h")]
-    return [COMMENT.sub(lambda found: found[1] or "", text) for text in texts]
+    return files_with(".cpp", ".h")
+
+
+def headers() -> "list[str]":
+    return files_with(".h")
 
 
 def logged_messages(*levels: str, skip_unreadable: bool = False) -> "set[Message]":
