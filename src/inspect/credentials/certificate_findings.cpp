@@ -19,10 +19,10 @@ constexpr const char* kTakeOut =
     "Take the certificate out of it, and name the new file by --cert (-incert).";
 constexpr const char* kSendRequest =
     "Send it to the authority, and name the certificate that comes back by --cert.";
-constexpr const char* kCopyAnew =
+constexpr const char* kCopyCertificateAnew =
     "Copy it anew from where it was issued, or have one issued for an RSA key without unusual extensions.";
 
-constexpr std::array kCures = {
+constexpr std::array kCertificateCures = {
     KindCure{FileKind::PemCertificate, kConvert, "openssl x509 -in {in} -outform DER -out {out}"},
     KindCure{
         FileKind::DerPkcs7, kTakeOut,
@@ -33,13 +33,13 @@ constexpr std::array kCures = {
              "openssl pkcs12 -clcerts -nokeys -in {in} | openssl x509 -outform DER -out {out}"},
     KindCure{FileKind::DerCertificateRequest, kSendRequest, ""},
     KindCure{FileKind::PemCertificateRequest, kSendRequest, ""},
-    KindCure{FileKind::CutOffDer, kCopyAnew, ""},
-    KindCure{FileKind::Empty, kCopyAnew, ""},
-    KindCure{FileKind::UnreadableSigned, kCopyAnew, ""},
+    KindCure{FileKind::CutOffDer, kCopyCertificateAnew, ""},
+    KindCure{FileKind::Empty, kCopyCertificateAnew, ""},
+    KindCure{FileKind::UnreadableSigned, kCopyCertificateAnew, ""},
 };
 
 Cure CureOfKind(const std::string& path, FileKind kind) {
-    return FindCure(kCures, kind, path, path + ".der")
+    return FindCure(kCertificateCures, kind, path, path + ".der")
         .value_or(Cure{"Name the certificate, as a rule base_public.cer, by --cert."});
 }
 

@@ -14,10 +14,10 @@ constexpr const char* kWithoutPassword =
     "Write it without its password, which openssl asks for, and name the new file by --key (-inkey).";
 constexpr const char* kWriteAnew =
     "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.";
-constexpr const char* kCopyAnew = "Copy it anew from where it was kept.";
+constexpr const char* kCopyKeyAnew = "Copy it anew from where it was kept.";
 
 // The commands let nobody else read what they write.
-constexpr std::array kCures = {
+constexpr std::array kKeyCures = {
     KindCure{FileKind::PemEncryptedKey, kWithoutPassword,
              "(umask 077; openssl pkcs8 -topk8 -nocrypt -in {in} -out {out})"},
     // "openssl pkcs8 -topk8" reads no such key.
@@ -34,12 +34,12 @@ constexpr std::array kCures = {
              "(umask 077; openssl pkcs8 -topk8 -nocrypt -in {in} -out {out})"},
     KindCure{FileKind::DerPrivateKey, kWriteAnew,
              "(umask 077; openssl pkcs8 -topk8 -nocrypt -inform DER -in {in} -out {out})"},
-    KindCure{FileKind::CutOffDer, kCopyAnew, ""},
-    KindCure{FileKind::Empty, kCopyAnew, ""},
+    KindCure{FileKind::CutOffDer, kCopyKeyAnew, ""},
+    KindCure{FileKind::Empty, kCopyKeyAnew, ""},
 };
 
 Cure CureOfKeyKind(const std::string& path, FileKind kind) {
-    return FindCure(kCures, kind, path, path + ".new")
+    return FindCure(kKeyCures, kind, path, path + ".new")
         .value_or(Cure{"Name the private key, as a rule base_private.key, by --key."});
 }
 
