@@ -6,14 +6,11 @@
 #include <utility>
 
 #include "inspect/tree/lexical_path.h"
+#include "inspect/tree/parent_component.h"
 #include "platform/file_system.h"
 
 namespace sealkeeper {
 namespace {
-
-bool HasParentComponent(std::string_view path) {
-    return ("/" + std::string(path) + "/").find("/../") != std::string::npos;
-}
 
 // The path of the file at `path` without links on the way to it, but not that of a link's target.
 std::optional<std::string> ResolveDirectoriesOf(const std::string& path) {

@@ -5,14 +5,10 @@
 #include "catalogue/hashing/chunks.h"
 #include "inspect/report/number_text.h"
 #include "inspect/tree/lexical_path.h"
+#include "inspect/tree/parent_component.h"
 
 namespace sealkeeper {
 namespace {
-
-// Whether one of the parts between the slashes of `path` is "..".
-bool HasParentPart(std::string_view path) {
-    return ("/" + std::string(path) + "/").find("/../") != std::string::npos;
-}
 
 void AddOdditiesOfPath(const StoredPath& path, std::vector<std::string>& oddities) {
     switch (path.form) {
@@ -38,7 +34,7 @@ void AddOdditiesOfPath(const StoredPath& path, std::vector<std::string>& odditie
     }
     if (path.spelt.starts_with('/') || LeavesGame(LexicalPath(path.spelt))) {
         oddities.emplace_back("leads out of the game directory");
-    } else if (HasParentPart(path.spelt)) {
+    } else if (HasParentComponent(path.spelt)) {
         oddities.emplace_back("has '..' in its path, which generate stores where a pattern has it");
     }
     if (path.spelt.find('\\') != std::string::npos && !path.hasLoneSurrogate) {
