@@ -2,7 +2,7 @@
 
 set(SEALKEEPER_WRITE_PAGE_ASSETS "${CMAKE_CURRENT_LIST_DIR}/WritePageAssets.cmake")
 
-# Has the build make the C++ source `output` of `name`.html, `name`.css and the scripts named behind
+# Has the build make the C++ source `output` of `name`.html, `name`.css and the scripts named after
 # `output`, all in `directory`.
 function(sealkeeper_add_page_assets directory name template output)
     list(TRANSFORM ARGN PREPEND "${directory}/" OUTPUT_VARIABLE scripts)

@@ -75,7 +75,7 @@ inline constexpr const char* kDigestOfHello =
     return field;
 }
 
-// A path field as text up to its zero tail, checked to hold nothing behind it.
+// A path field as text up to its zero tail, checked to hold nothing after it.
 [[nodiscard]] inline std::u16string TextOf(const PathField& field) {
     std::u16string text(field.begin(), field.end());
     const std::size_t last = text.find_last_not_of(u'\0');

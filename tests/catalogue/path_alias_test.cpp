@@ -123,7 +123,7 @@ const std::vector<AliasCase>& AliasCases() {
         {"at the start", {{L"bin", L"exe"}}, u"bin/a", U"exe/a", 7},
         {"anywhere, inside a name too", {{L"in/", L"X"}}, u"bin/a", U"bXa", 0},
         {"every occurrence", {{L"a", L"bc"}}, u"a/a/a", U"bc/bc/bc", 11},
-        {"goes on behind what was put in", {{L"a", L"aa"}}, u"a/ba", U"aa/baa", 5},
+        {"goes on after what was put in", {{L"a", L"aa"}}, u"a/ba", U"aa/baa", 5},
         {"nothing is found across what was put in", {{L"ab", L"a"}}, u"abb/aab", U"ab/aa", 5},
         {"occurrences side by side", {{L"ab", L"c"}}, u"abab/abab", U"cc/cc", 5},
         {"occurrences do not overlap", {{L"aa", L"b"}}, u"aaa/aa", U"ba/b", 5},

@@ -92,7 +92,7 @@ TEST_F(SignedCatalogue, OlderLayoutsAreSignedFromBehindTheSignature) {
     EXPECT_EQ(ReadImage(wholeFile), ResultCode::MbedTlsGenericError);
 }
 
-// The signature of a current file fits its bytes behind an older header, too, whose lengths they
+// The signature of a current file fits its bytes after an older header, too, whose lengths they
 // begin with: 0x00525651 and 0x00010004.
 TEST_F(SignedCatalogue, SignedFileBehindAnOlderHeaderIsRefused) {
     constexpr std::size_t kInnerBytes = 0x00525651 + 0x00010004 + 16;

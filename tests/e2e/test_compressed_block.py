@@ -1,7 +1,7 @@
 """The compressed entry block, read by programs that are not the one under test.
 
 The classic `uncompress` (and `gzip -d`, which reads its files) recognises the three bytes at the start of
-the block. It cannot read the codes behind them: it begins with codes of 9 bits and lets them grow to the
+the block. It cannot read the codes after them: it begins with codes of 9 bits and lets them grow to the
 width that the header names, whereas all codes here have that width from the first. So the container is
 checked with the classic program and the content with the reader in tests/independent.
 """

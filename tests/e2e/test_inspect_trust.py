@@ -8,7 +8,7 @@ from credentials_inspection import TRUST, inspect, inspect_json, names, openssl
 
 
 def value(line: str) -> str:
-    """What stands behind the first "="."""
+    """What stands after the first "="."""
     return line.partition("=")[2]
 
 

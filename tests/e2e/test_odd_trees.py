@@ -56,7 +56,7 @@ class Names(EndToEndTest):
         for name in ("bin/\udcff", "bin/x\udcc3", "bin/\udced\udca0\udc80"):
             self.write(name, b"not empty")
         self.write("bin/ok", b"x")
-        # A text without a leading "./" sorts behind those with one.
+        # A text without a leading "./" sorts after those with one.
         lines = console.hashing("./bin/ok") + console.empty_file(UNCONVERTED) * 3
         run = self.collect(BIN)
         self.assert_console(run, 0, self.collected_text(console.matched("./bin"), lines))

@@ -140,7 +140,7 @@ class Terminal(SignedGameTest):
 
     def test_message_that_is_cut(self) -> None:
         """The cut at 4095 bytes comes before the escapes, which are longer than what they stand for."""
-        # In front of the argument stand 12 bytes; the line feed behind it is lost.
+        # In front of the argument stand 12 bytes; the line feed after it is lost.
         for name, argument, shown in (
             ("control last", "\x1b" * 5000, "\\x1b" * 4083),
             ("control past the cut", "n" * 4083 + "\x1b", "n" * 4083),

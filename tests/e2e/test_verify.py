@@ -193,7 +193,7 @@ class Search(SignedGameTest):
         self.assert_console(self.verify_game(), 3, texts.no_folder(self.folder))
 
     def test_game_that_is_a_file(self) -> None:
-        """With a separator behind its name it is no path any more."""
+        """With a separator after its name it is no path any more."""
         path = self.write("file", b"")
         run = self.verify_game(target=path)
         self.assert_console(run, 1, texts.unresolved(f"{path}/") + console.USAGE)

@@ -21,7 +21,7 @@ Bytes BytesOf(const mbedtls_x509_buf& buffer) {
     return {buffer.p, buffer.p + buffer.len};
 }
 
-// The signature at the end of a signed structure of RFC 5280, behind the signed part and the name
+// The signature at the end of a signed structure of RFC 5280, after the signed part and the name
 // of the algorithm. The library's own field for it is private since 3.0.
 Bytes SignatureOf(const mbedtls_x509_buf& whole, const mbedtls_x509_buf& signedPart) {
     unsigned char* position = signedPart.p + signedPart.len;

@@ -160,7 +160,7 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
     files.ExpectNextFile(3);
 }
 
-// What the system was told of in vain must not count against the files behind two that have more
+// What the system was told of in vain must not count against the files after two that have more
 // chunks than are looked ahead to.
 void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
     const TempDirectory directory;

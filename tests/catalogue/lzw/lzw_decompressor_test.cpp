@@ -186,7 +186,7 @@ TEST(LzwDecompressor, KnowsEachCodeAsSoonAsItIsAssigned) {
 }
 
 TEST(LzwDecompressor, FullDictionaryKeepsItsLastCode) {
-    // 3838 codes behind the first assign 257 to 4094.
+    // 3838 codes after the first assign 257 to 4094.
     std::vector<std::uint32_t> codes(3838, 'a');
     codes.push_back('b');
     codes.push_back(4094);

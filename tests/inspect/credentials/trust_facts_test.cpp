@@ -19,7 +19,7 @@ using test::TempDirectory;
 
 using Bytes = std::vector<std::uint8_t>;
 
-// What stands behind the first "=".
+// What stands after the first "=".
 std::string ValueOf(const std::string& line) {
     return line.substr(line.find('=') + 1);
 }

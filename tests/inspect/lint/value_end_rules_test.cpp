@@ -36,7 +36,7 @@ TEST(LintNumberEnds, NamesTheKeysThatANumberSwallows) {
          WithSearchOptions("exclude_size_threshold = @100 exclude_extensions = [\".a\"];"),
          {{"The number of 'exclude_size_threshold' goes on to the next semicolon, which is on line 4, so 'exclude_extensions' is not read.",
            "Write 'exclude_size_threshold = 100;'."}}},
-        {"keys behind further numbers without one",
+        {"keys after further numbers without one",
          WithSearchOptions("exclude_size_threshold = @100\na = 1\nb = 2 # b;"),
          {{"The number of 'exclude_size_threshold' goes on to the next semicolon, which is on line 6, so 'a' and 'b' are not read.",
            "Write 'exclude_size_threshold = 100;'."}}},

@@ -79,7 +79,7 @@ void SortByPath(RulesReport& report) {
 }
 
 // Each would run where it were taken for markup or script. The first of them in order of paths ends
-// a script element, which it would not do behind the one that begins a comment.
+// a script element, which it would not do after the one that begins a comment.
 constexpr std::array<std::string_view, 16> kHostileTexts = {
     "0</script><script>window.broken = 1</script>",
     "<!--<script>",
