@@ -26,11 +26,13 @@ using sealkeeper::test::Strikes;
 
 extern "C" {
 
-// The sanitizers' definition. Clang links it into the program, where the search for the next
+// The sanitizers' pthread_create. Clang links it into the program, where the search for the next
 // definition passes over it, and a sanitizer that was not told of a thread ends the program when
 // the thread is joined. Null without a sanitizer.
-__attribute__((weak)) int __interceptor_pthread_create(  // NOLINT(bugprone-reserved-identifier)
-    pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*), void* argument);
+int SanitizedPthreadCreate(pthread_t* thread, const pthread_attr_t* attributes,
+                           void* (*start)(void*),
+                           void* argument) __asm__("__interceptor_pthread_create")
+    __attribute__((weak));
 
 iconv_t iconv_open(const char* to, const char* from) {
     if (Strikes(Call::IconvOpen)) {
@@ -307,8 +309,8 @@ int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*
     if (Strikes(Call::StartThread)) {
         return EAGAIN;
     }
-    Create* const create = __interceptor_pthread_create != nullptr ? __interceptor_pthread_create
-                                                                   : Real<Create>("pthread_create");
+    Create* const create =
+        SanitizedPthreadCreate != nullptr ? SanitizedPthreadCreate : Real<Create>("pthread_create");
     return create(thread, attributes, start, argument);
 }
 
