@@ -21,20 +21,23 @@ make_root() {
     cp /etc/resolv.conf "$root/etc/resolv.conf" 2> /dev/null || true
 }
 
+# What is mounted and started here ends with the command.
 run_in_root() {
-    local root=$1 status=0
+    local root=$1
     shift
-    mount -t proc proc "$root/proc"
-    # Terminals of its own, which tests open.
-    mkdir -p "$root/dev/pts"
-    mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
-    ln -sf pts/ptmx "$root/dev/ptmx"
-    # A process that is started here must not keep the folder.
     env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
-        DEBIAN_FRONTEND=noninteractive chroot "$root" "$@" < /dev/null || status=$?
-    umount "$root/dev/pts" || umount -l "$root/dev/pts"
-    umount "$root/proc" || umount -l "$root/proc"
-    return "$status"
+        DEBIAN_FRONTEND=noninteractive \
+        unshare --mount --pid --fork --kill-child bash -c '
+            set -e
+            root=$1
+            shift
+            mount -t proc proc "$root/proc"
+            # Terminals of its own, which tests open.
+            mkdir -p "$root/dev/pts"
+            mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
+            ln -sf pts/ptmx "$root/dev/ptmx"
+            exec chroot "$root" "$@"
+        ' fresh-root.sh "$root" "$@" < /dev/null
 }
 
 [ $# -ge 2 ] || usage
