@@ -14,7 +14,7 @@ function folderPath(folder) {
   return names.join('/');
 }
 
-// Gives each file its `folder` and its `name` as well.
+// Builds the tree. Gives each file its `folder` and its `name` as well.
 function makeTree(files) {
   const root = makeFolder('', null);
   for (const file of files) {
@@ -33,7 +33,8 @@ function makeTree(files) {
   return root;
 }
 
-// Counts in each folder what `isShown` of its files, and puts its children in order of size.
+// Sums up the files of each folder for which `isShown` holds. Sorts its children by size, largest
+// first.
 function countShown(folder, isShown) {
   const shown = folder.leaves.filter((leaf) => isShown(leaf.file));
   folder.bytes = 0;
@@ -56,7 +57,7 @@ function countShown(folder, isShown) {
     .sort((left, right) => right.bytes - left.bytes);
 }
 
-// Tells each node whether it or anything in it is found.
+// Marks each node that is found itself or holds something that is.
 function markFound(folder) {
   folder.isFound = false;
   for (const child of folder.children) {
@@ -69,7 +70,7 @@ function markFound(folder) {
   }
 }
 
-// The state that most bytes of `node` have.
+// The state that holds most of the bytes of `node`.
 function mainState(node) {
   if (node.file) {
     return node.file.state;

@@ -1,4 +1,4 @@
-// The totals as a legend: samples of colours, and boxes that take a state off the page.
+// The totals as a legend: samples of the colours, and checkboxes that hide a state.
 
 class Legend {
   constructor(report, onChange) {
@@ -55,7 +55,7 @@ class Legend {
     this.onChange();
   }
 
-  // For each state, whether it is shown.
+  // Whether each state is shown, by its index.
   shown() {
     return this.report.states.map((state) => this.boxes.get(state).checked);
   }

@@ -1,4 +1,4 @@
-// Puts the parts of the page together.
+// Connects the parts of the page.
 
 const ALL = 'all';
 const LEFT_OUT = 'left out';
@@ -30,7 +30,7 @@ class Page {
   start() {
     document.body.classList.add('live');
     matchMedia('(prefers-color-scheme: dark)').addEventListener('change', () => this.changeColours());
-    // Called at once as well, with the first size.
+    // Also called once at the start, with the initial size.
     new ResizeObserver(() => this.changeColours()).observe(this.map.area);
     this.changeShown();
   }
@@ -81,7 +81,7 @@ class Page {
   }
 }
 
-// What the page has without the script, it has as it came.
+// Makes unseen characters visible in the markup that does not come from the script.
 function showUnseenOfTexts() {
   const texts = 'header dd, #summary strong, #warnings code, #warnings strong, #warnings li p';
   for (const element of document.querySelectorAll(texts)) {

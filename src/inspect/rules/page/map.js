@@ -1,7 +1,7 @@
-// The map: what is chosen in it, and how folders are opened.
+// The map: selects what is under the pointer, and opens folders.
 
 class MapView {
-  // `onOpen` is called with a folder that is to be shown.
+  // Calls `onOpen` with the folder to show.
   constructor(report, onOpen) {
     this.report = report;
     this.onOpen = onOpen;
@@ -80,7 +80,8 @@ class MapView {
     return `${name}: ${countText(node.files, 'file')}, ${sizeText(node.bytes)} (${split})`;
   }
 
-  // One level further in, towards what is under the pointer; the heading of a folder opens that one.
+  // Opens the child that is under the pointer, one level down. A click on a heading opens the
+  // folder named there.
   openUnder(event) {
     const node = this.nodeUnder(event);
     if (!node) {

@@ -1,9 +1,9 @@
-// Draws the map, and the samples of its colours.
+// Draws the map and the samples of its colours.
 
 const PATTERN_SIZE = 8;
 const HALF = PATTERN_SIZE / 2;
 
-// Strokes that repeat every PATTERN_SIZE, so that no state is told by its colour alone.
+// Strokes that repeat every PATTERN_SIZE pixels, so that states differ in more than colour.
 const PATTERNS = {
   'hidden': [[HALF, HALF, HALF + 1, HALF]],
   'link': [[0, PATTERN_SIZE, PATTERN_SIZE, 0]],
@@ -40,12 +40,13 @@ function makePattern(context, fill, ink, strokes) {
     pen.stroke();
   }
   const pattern = context.createPattern(tile, 'repeat');
-  // The context is scaled, which the tile has been already.
+  // Undoes the scale of the context: the tile is in screen pixels already.
   pattern.setTransform(new DOMMatrix().scale(PATTERN_SIZE / tile.width));
   return pattern;
 }
 
-// What to draw with in the colour scheme of now. `rows` are the rows of totals by state.
+// Colours and patterns of the current colour scheme. `rows` has the row of the totals for each
+// state.
 function makePalette(context, states, rows) {
   const ink = colourOf('--ink', document.body);
   const plain = states.map((state) => colourOf('--fill', rows.get(state)));
@@ -61,7 +62,7 @@ function makePalette(context, states, rows) {
   };
 }
 
-// Gives `canvas` as many pixels as the screen has for it; what is drawn is in CSS pixels.
+// Matches the canvas to the screen's pixels. Drawing is in CSS pixels.
 function sizedContext(canvas) {
   const context = canvas.getContext('2d');
   canvas.width = Math.round(canvas.clientWidth * devicePixelRatio);
@@ -70,7 +71,7 @@ function sizedContext(canvas) {
   return context;
 }
 
-// `text`, or as much of its beginning as `width` has room for.
+// `text`, shortened to fit into `width`.
 function fitted(context, text, width) {
   if (context.measureText(text).width <= width) {
     return text;
@@ -88,7 +89,7 @@ function fitted(context, text, width) {
   return least > 0 ? `${text.slice(0, least)}\u2026` : '';
 }
 
-// On whole pixels, so that neighbours share an edge.
+// Rounded to whole pixels, so that neighbours share an edge.
 function snapped(box) {
   const x = Math.round(box.x);
   const y = Math.round(box.y);
@@ -100,20 +101,20 @@ const TINY_EDGE = 0.4;
 const LABEL_HEIGHT = 16;
 const LEAST_LABEL_WIDTH = 48;
 
-// What is filled of the box of a piece: all but an edge that shows where the next one begins. Tiny
-// ones are not put on whole pixels, so that many of them look grained and not like one.
+// The part of a box to fill; the rest is the edge to its neighbour. Tiny boxes are not rounded to
+// whole pixels, so that many of them look grained instead of solid.
 function filledPart(box) {
   const { x, y, width, height } = snapped(box);
   if (width >= LEAST_WITH_EDGE && height >= LEAST_WITH_EDGE) {
     return { x, y, width: width - 1, height: height - 1 };
   }
-  // What is too thin for a pixel still shows.
+  // At least half a pixel, so that thin boxes still show.
   return {
     x: box.x, y: box.y, width: Math.max(box.width - TINY_EDGE, 0.5), height: Math.max(box.height - TINY_EDGE, 0.5),
   };
 }
 
-// In `ink`, on a strip of `ground` where that is given.
+// Draws `text` in `ink`, on a strip of `ground` if one is given.
 function drawLabel(context, text, box, ink, ground) {
   const label = fitted(context, visibleText(text), box.width - 6);
   if (label === '') {
@@ -155,7 +156,8 @@ function drawChildren(context, palette, folder) {
   }
 }
 
-// Draws what `folder` holds, laid out before; pieces where nothing is found are faint.
+// Draws the children of `folder`, which must have been laid out. Those that are not found are
+// faint.
 function drawMap(context, palette, folder) {
   context.font = palette.font;
   context.textBaseline = 'middle';

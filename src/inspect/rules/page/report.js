@@ -1,8 +1,9 @@
 'use strict';
 
-// The report that the page holds, and its words.
+// Reads the report that is embedded in the page, and formats its numbers and names.
 
-// What reorders, breaks or hides text is shown by its number, so that a name cannot feign another.
+// Characters that reorder, break or hide text are shown by code point, so that no name can imitate
+// another.
 const UNSEEN = /[\p{Cc}\p{Cf}\p{Zl}\p{Zp}\p{Cn}\p{Co}\p{Cs}]/gu;
 
 function visibleText(text) {
@@ -25,7 +26,7 @@ function sizeText(bytes) {
   }
   let size = bytes / 1000;
   let unit = 0;
-  // A tenth is shown, so what would be shown as 1000.0 takes the next unit.
+  // One decimal is shown: from 999.95 on it would read 1000.0, so take the next unit.
   while (size >= 999.95 && unit + 1 < UNITS.length) {
     size /= 1000;
     unit += 1;
@@ -33,7 +34,7 @@ function sizeText(bytes) {
   return `${size.toFixed(1)} ${UNITS[unit]}`;
 }
 
-// `states` has "sealed" first; the `state` of a file is its index there.
+// `states[0]` is "sealed". The `state` of a file is an index into it.
 function readReport(text) {
   const data = JSON.parse(text);
   const files = data.files.map(([path, bytes, state, pathHex]) => ({

@@ -1,4 +1,4 @@
-// The table of files, a page at a time, so that it stays fast however many there are.
+// The table of files. It shows one page at a time, so that it stays fast for any number of files.
 
 const ROWS_A_PAGE = 100;
 
@@ -38,7 +38,7 @@ class TableView {
     }
   }
 
-  // `where` tells of a folder to which the files are limited.
+  // `where` names the folder that the files are limited to, for the heading.
   show(files, where) {
     this.files = files;
     const bytes = files.reduce((sum, file) => sum + file.bytes, 0);
@@ -48,7 +48,7 @@ class TableView {
   }
 
   sortBy(column) {
-    // Where size was not the order yet, the largest are looked for.
+    // The first click on the size column shows the largest files first.
     this.isDescending = this.column === column ? !this.isDescending : column === 'bytes';
     this.column = column;
     this.sort();

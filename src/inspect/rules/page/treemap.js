@@ -1,19 +1,19 @@
-// Where each node lies in the map: a squarified treemap (Bruls, Huizing and van Wijk, 2000).
+// The layout of the map: a squarified treemap (Bruls, Huizing and van Wijk, 2000).
 
 const HEADING_HEIGHT = 18;
 const FOLDER_EDGE = 2;
-// In CSS pixels: smaller folders are drawn as one piece, and get no heading.
+// In CSS pixels. Smaller folders are drawn as one piece or get no heading.
 const LEAST_INSIDE = 6;
 const LEAST_WITH_HEADING = 44;
 
-// The worst ratio of sides of a row of `bytes` in all, along a side of `length`.
+// The worst aspect ratio in a row that holds `bytes` along a side of `length`.
 function worstRatio(largest, smallest, bytes, areaPerByte, length) {
   const area = bytes * areaPerByte;
   const square = length * length;
   return Math.max((square * largest * areaPerByte) / (area * area), (area * area) / (square * smallest * areaPerByte));
 }
 
-// How many of `nodes` from `first` on make the next row.
+// The end of the row that begins at `first`, and the bytes in it.
 function rowEnd(nodes, first, areaPerByte, length) {
   let bytes = nodes[first].bytes;
   let worst = worstRatio(bytes, bytes, bytes, areaPerByte, length);
@@ -31,7 +31,7 @@ function rowEnd(nodes, first, areaPerByte, length) {
   return { end, bytes };
 }
 
-// Lays `nodes`, in order of size, out in `box`, each in a `box` of its own.
+// Lays out `nodes`, largest first, in `box`: sets the `box` of each.
 function squarify(nodes, box) {
   let { x, y, width, height } = box;
   let bytesLeft = nodes.reduce((sum, node) => sum + node.bytes, 0);
@@ -69,7 +69,7 @@ function insideOf(folder) {
   return { x: x + FOLDER_EDGE, y: y + top, width: width - 2 * FOLDER_EDGE, height: height - top - FOLDER_EDGE };
 }
 
-// Lays out what `folder` holds. A folder whose `isOpen` is false is drawn as one piece.
+// Lays out the children of `folder`. A folder too small to show its own gets `isOpen` false.
 function layOut(folder, box) {
   squarify(folder.children, box);
   for (const child of folder.children) {
@@ -88,7 +88,7 @@ function holds(box, x, y) {
   return x >= box.x && y >= box.y && x < box.x + box.width && y < box.y + box.height;
 }
 
-// The innermost node drawn at a place of the map of `folder`; null where there is none.
+// The innermost node drawn at (x, y); null if there is none.
 function nodeAt(folder, x, y) {
   const node = folder.children.find((child) => holds(child.box, x, y));
   if (!node) {
