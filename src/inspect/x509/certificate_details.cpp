@@ -8,11 +8,11 @@
 namespace sealkeeper {
 namespace {
 
-// Calls `write` with a buffer and its size, which grows until the library has room enough.
+// Calls `write` with ever larger buffers until the library's text fits.
 template <typename Write>
 std::string TextOf(Write write) {
     constexpr std::size_t kFirstBytes = 1024;
-    // More than a certificate of a mebibyte has names for.
+    // More than the names in a certificate of one mebibyte take.
     constexpr std::size_t kMostBytes = std::size_t{8} << 20U;
     for (std::size_t bytes = kFirstBytes; bytes <= kMostBytes; bytes *= 2) {
         std::string text(bytes, '\0');
@@ -29,7 +29,7 @@ std::string NameText(const mbedtls_x509_name& name) {
         [&](char* text, std::size_t bytes) { return mbedtls_x509_dn_gets(text, bytes, &name); });
 }
 
-// Without the library's colons, as openssl prints it.
+// As openssl prints it, without the library's colons.
 std::string SerialText(const mbedtls_x509_buf& serial) {
     std::string text = TextOf([&](char* written, std::size_t bytes) {
         return mbedtls_x509_serial_gets(written, bytes, &serial);
@@ -68,7 +68,7 @@ std::vector<std::string> DnsNames(const mbedtls_x509_sequence& alternatives) {
     return names;
 }
 
-// An empty list has one entry, without a serial number.
+// The library keeps an empty list as one entry without a serial number.
 bool IsEntry(const mbedtls_x509_crl_entry& entry) {
     return entry.serial.len != 0;
 }

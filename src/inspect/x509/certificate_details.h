@@ -1,4 +1,4 @@
-// What a certificate and a revocation list say of themselves, as text and numbers.
+// The fields of certificates and revocation lists as text and numbers.
 #ifndef SEALKEEPER_INSPECT_X509_CERTIFICATE_DETAILS_H
 #define SEALKEEPER_INSPECT_X509_CERTIFICATE_DETAILS_H
 
@@ -23,17 +23,17 @@ struct KeyDetails {
 };
 
 struct CertificateDetails {
-    // As one line, "O=Maker, CN=Game". The library writes "?" for what is not ASCII, so that two
-    // names may look the same.
+    // On one line: "O=Maker, CN=Game". The library writes "?" for characters outside ASCII, so
+    // different names may look the same.
     std::string subject;
     std::string issuer;
-    // The common names of the subject, as they stand there.
+    // The common names of the subject, as stored.
     std::vector<std::string> commonNames;
-    // The DNS names of the extension subjectAltName.
+    // The DNS names of the subjectAltName extension.
     std::vector<std::string> dnsNames;
-    // Whether there is such an extension. The library compares no common name then.
+    // Whether the extension is present. The library then ignores the common name.
     bool hasAlternativeNames = false;
-    // Hexadecimal, upper case; "...." stands for the end of one of more than 32 bytes.
+    // Upper-case hexadecimal. After 32 bytes it is cut, and ends in "....".
     std::string serial;
     UtcTime notBefore;
     UtcTime notAfter;
@@ -43,7 +43,7 @@ struct CertificateDetails {
 };
 
 struct RevokedSerial {
-    // As of a certificate.
+    // As in a certificate.
     std::string serial;
     std::optional<UtcTime> revokedOn;
 };
@@ -52,7 +52,7 @@ struct ListDetails {
     std::string issuer;
     std::string signature;
     UtcTime thisUpdate;
-    // Nothing where the list names none. The library takes such a list for an expired one.
+    // Empty if the list has none. The library treats such a list as expired.
     std::optional<UtcTime> nextUpdate;
     std::vector<RevokedSerial> revoked;
 };
@@ -61,15 +61,15 @@ struct ListDetails {
 [[nodiscard]] CertificateDetails DetailsOfCertificate(const mbedtls_x509_crt& certificate);
 [[nodiscard]] ListDetails DetailsOfList(const mbedtls_x509_crl& list);
 
-// The names that the library compares with a product id: the DNS names if the certificate has
-// alternative names, else its common names.
+// The names that the library compares with a product id: the DNS names if there is a subjectAltName
+// extension, else the common names.
 [[nodiscard]] const std::vector<std::string>& ComparedNames(const CertificateDetails& certificate);
 
-// Whether two parts of encoded structures, such as names, are the same.
+// Whether two encoded fields, such as names, are identical.
 [[nodiscard]] bool IsSameEncoding(const mbedtls_x509_buf& left, const mbedtls_x509_buf& right);
 
-// The entry of `list` with the serial number of `certificate`, whoever issued the two; null where
-// there is none. The encoded numbers are compared, for the text of a long one is cut.
+// The entry of `list` with the serial number of `certificate`; null if there is none. Issuers are
+// not compared. The encoded numbers are, since the text of a long one is cut.
 [[nodiscard]] const mbedtls_x509_crl_entry* FindRevoked(const mbedtls_x509_crl& list,
                                                         const mbedtls_x509_crt& certificate);
 

@@ -11,7 +11,7 @@ struct Refusal {
     const char* verdict;
 };
 
-// What is said of the certificate.
+// What follows "the certificate" in the message.
 constexpr std::array kRefusals = {
     Refusal{ResultCode::MbedTlsX509VersionError,
             "is of a version or signed in a way that is not known"},

@@ -1,4 +1,4 @@
-// Why a certificate is refused, by the code that generate and verify end with.
+// Words for the codes with which generate and verify refuse a certificate.
 #ifndef SEALKEEPER_INSPECT_X509_CERTIFICATE_REFUSAL_H
 #define SEALKEEPER_INSPECT_X509_CERTIFICATE_REFUSAL_H
 
@@ -8,8 +8,8 @@
 
 namespace sealkeeper {
 
-// As "the certificate has expired", where `certificate` is "the certificate". Empty for a code that
-// says nothing of a certificate, or not enough.
+// Such as "the certificate has expired", where `certificate` is "the certificate". Empty for codes
+// that are not about the certificate, or too general.
 [[nodiscard]] std::string CertificateRefusal(ResultCode code, const std::string& certificate);
 
 }  // namespace sealkeeper

@@ -75,15 +75,15 @@ bool IsDerRevocationList(std::span<const std::uint8_t> bytes) {
     return ParseRevocationList(bytes, list) == 0;
 }
 
-// Reads tags of DER one after the other.
+// Reads consecutive DER elements.
 class DerCursor {
   public:
     explicit DerCursor(std::span<const std::uint8_t> bytes)
-        // The library's functions take no pointers to what is constant, and write nothing.
+        // The library takes non-const pointers, but only reads.
         : position_(const_cast<unsigned char*>(bytes.data())), end_(position_ + bytes.size()) {}
 
-    // Goes past the header of an element of the type `tag` and returns how long its content is;
-    // nothing, and goes nowhere, where there is no such element.
+    // Moves past the header of an element of type `tag` and returns the length of its content.
+    // Empty if there is no such element; then it does not move.
     std::optional<std::size_t> Enter(int tag) {
         unsigned char* next = position_;
         std::size_t length = 0;
@@ -94,7 +94,7 @@ class DerCursor {
         return length;
     }
 
-    // Goes past an element of the type `tag`. False where there is none.
+    // Moves past an element of type `tag`. False if there is none.
     bool Skip(int tag) {
         const auto length = Enter(tag);
         if (length) {
@@ -110,8 +110,8 @@ class DerCursor {
     unsigned char* end_;
 };
 
-// Private keys and PKCS#12 begin with the number of their version (RFC 5208, 5; RFC 5915, 3;
-// RFC 7292, 4; RFC 8017, A.1.2), a bare public key of RSA with its modulus (A.1.1).
+// Private keys and PKCS#12 begin with a version number (RFC 5208, 5; RFC 5915, 3; RFC 7292, 4; RFC
+// 8017, A.1.2). A bare RSA public key begins with its modulus (A.1.1).
 FileKind KindOfSequenceWithNumber(DerCursor cursor) {
     constexpr unsigned kPkcs12Version = 3;
     if (cursor.Enter(MBEDTLS_ASN1_INTEGER) != std::size_t{1}) {
@@ -120,9 +120,10 @@ FileKind KindOfSequenceWithNumber(DerCursor cursor) {
     return cursor.FirstByte() == kPkcs12Version ? FileKind::Pkcs12 : FileKind::DerPrivateKey;
 }
 
-// An algorithm and a key: with a password the octets of one (RFC 5208, 6), else the bits of a
-// public one (RFC 5280, 4.1). Or the signed part of a request, where a name follows the number of
-// its version (RFC 2986, 4.1), or that of a certificate or list that the library could not read.
+// Either an algorithm and a key, or a signed structure. An encrypted private key is an octet string
+// (RFC 5208, 6), a public key a bit string (RFC 5280, 4.1). In a certificate request the version
+// number is followed by a name (RFC 2986, 4.1). All else is a certificate or list that the library
+// could not read.
 FileKind KindOfSequenceWithSequence(DerCursor cursor) {
     DerCursor inner = cursor;
     if (inner.Enter(kSequence) && inner.Skip(MBEDTLS_ASN1_INTEGER) && inner.Enter(kSequence) &&
@@ -168,7 +169,7 @@ struct KindText {
     const char* text;
 };
 
-// In the order of the kinds.
+// In the order of the enumerators.
 constexpr std::array kTexts = {
     KindText{FileKind::Unknown, "neither a certificate nor a key nor a revocation list"},
     KindText{FileKind::Empty, "an empty file"},

@@ -1,4 +1,4 @@
-// What a file that was meant to be a certificate, a key or a revocation list really is.
+// Tells what a file is that should be a certificate, a key or a revocation list.
 #ifndef SEALKEEPER_INSPECT_X509_FILE_KIND_H
 #define SEALKEEPER_INSPECT_X509_FILE_KIND_H
 
@@ -17,35 +17,35 @@ enum class FileKind {
     PemRevocationList,
     DerPrivateKey,
     PemPrivateKey,
-    // With a password.
+    // Protected by a password.
     DerEncryptedKey,
     PemEncryptedKey,
     OpenSshKey,
     PublicKey,
     DerCertificateRequest,
     PemCertificateRequest,
-    // Certificates in one file.
+    // Several certificates in one file.
     DerPkcs7,
     PemPkcs7,
-    // A key and its certificates in one file, as a rule with a password.
+    // A key with its certificates, as a rule protected by a password.
     Pkcs12,
-    // DER whose first length reaches past the end of the file.
+    // DER whose outermost length reaches past the end of the file.
     CutOffDer,
-    // A certificate or a list with something in it that the library cannot read.
+    // A certificate or list with a field that the library cannot read.
     UnreadableSigned,
 };
 
-// Judges by PEM's first label (RFC 7468) or the outermost parts of DER. What is of a kind may
-// still be damaged, but for certificates and lists in DER, which the library could read.
+// Judges by the first PEM label (RFC 7468) or the outermost DER elements. A file of any kind may
+// still be damaged, except for DER certificates and lists: those the library has parsed.
 [[nodiscard]] FileKind FileKindOf(std::span<const std::uint8_t> bytes);
 
-// With its article, as in "a certificate in PEM form".
+// With an article: "a certificate in PEM form".
 [[nodiscard]] const char* FileKindText(FileKind kind);
 
-// Whether it is a private key, of whatever form.
+// Whether it is a private key in any form.
 [[nodiscard]] bool IsPrivateKey(FileKind kind);
 
-// Whether it is a certificate, of whatever form.
+// Whether it is a certificate in any form.
 [[nodiscard]] bool IsCertificate(FileKind kind);
 
 }  // namespace sealkeeper

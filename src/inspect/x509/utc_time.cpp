@@ -6,7 +6,7 @@
 namespace sealkeeper {
 namespace {
 
-// Date and time of day, with `between` and `end` around the latter.
+// The date, `between`, the time of day, and `end`.
 std::string Written(UtcTime time, const char* between, const char* end) {
     const auto day = std::chrono::floor<std::chrono::days>(time);
     const std::chrono::year_month_day date(day);

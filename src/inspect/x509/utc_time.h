@@ -1,4 +1,4 @@
-// Points in time as certificates have them, and the days to them.
+// Points in time as in certificates, and how far away they are.
 #ifndef SEALKEEPER_INSPECT_X509_UTC_TIME_H
 #define SEALKEEPER_INSPECT_X509_UTC_TIME_H
 
@@ -13,7 +13,7 @@ namespace sealkeeper {
 
 using UtcTime = std::chrono::sys_seconds;
 
-// Nothing for the time that the library leaves where an optional one is missing.
+// Empty for the zero time with which the library marks a missing optional one.
 [[nodiscard]] std::optional<UtcTime> UtcTimeOf(const mbedtls_x509_time& time);
 
 // "2026-01-31 13:45:00 UTC".
@@ -22,10 +22,10 @@ using UtcTime = std::chrono::sys_seconds;
 // "2026-01-31T13:45:00Z" (ISO 8601).
 [[nodiscard]] std::string IsoTimeText(UtcTime time);
 
-// The whole days from `now` to `end`: 0 on the last day, negative after the end.
+// Whole days from `now` to `end`: 0 on the last day, negative after `end`.
 [[nodiscard]] std::int64_t DaysLeft(UtcTime end, UtcTime now);
 
-// The certificate and the list are good up to and including the second that they name.
+// Certificates and lists are valid up to and including the second they name.
 [[nodiscard]] inline bool IsPast(UtcTime end, UtcTime now) {
     return now > end;
 }
