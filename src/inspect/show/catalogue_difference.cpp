@@ -41,7 +41,7 @@ ComparedEntry EntryOf(const WalkedEntry& walked) {
     return entry;
 }
 
-// Those of `entries` that `others` lacks. Both are sorted by the whole key.
+// The entries that `others` lacks. Both are sorted by the whole key.
 Entries Lacking(const Entries& entries, const Entries& others) {
     Entries lacking;
     std::set_difference(entries.begin(), entries.end(), others.begin(), others.end(),
@@ -49,7 +49,7 @@ Entries Lacking(const Entries& entries, const Entries& others) {
     return lacking;
 }
 
-// Shares out what is on one side alone; both are sorted.
+// Sorts what only one side has into added, removed and changed. Both sides are sorted.
 void ShareOut(Entries before, Entries after, CatalogueDifference& difference) {
     auto old = before.begin();
     auto now = after.begin();
@@ -70,8 +70,7 @@ bool DifferIn(std::span<const std::uint8_t> a, std::span<const std::uint8_t> b) 
     return !std::equal(a.begin(), a.end(), b.begin(), b.end());
 }
 
-// `hasSameEntries` is whether the entries are the same, whatever their order, and `hasSameOrder`
-// whether their order is, too.
+// Differences outside the entries. `hasSameEntries` ignores their order, `hasSameOrder` does not.
 std::vector<std::string> OthersOf(const CatalogueFile& before, const CatalogueFile& after,
                                   bool hasSameEntries, bool hasSameOrder) {
     namespace header = catalogue_header;

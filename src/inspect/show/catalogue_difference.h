@@ -1,4 +1,4 @@
-// In what two catalogues differ.
+// The differences between two catalogues.
 #ifndef SEALKEEPER_INSPECT_SHOW_CATALOGUE_DIFFERENCE_H
 #define SEALKEEPER_INSPECT_SHOW_CATALOGUE_DIFFERENCE_H
 
@@ -14,17 +14,17 @@
 namespace sealkeeper {
 
 struct ComparedEntry {
-    // As `StoredPath` has them.
+    // As in `StoredPath`.
     std::string path;
     StoredPath::Form form = StoredPath::Form::Plain;
-    // All of the path's field, where its text does not tell it from every other one.
+    // The whole path field, if its text alone is ambiguous; else empty.
     std::vector<std::uint8_t> oddField;
     std::uint64_t sizeBytes = 0;
-    // One after the other.
+    // All digests, concatenated.
     std::vector<std::uint8_t> digests;
 };
 
-// What a person reads beside the path where it is an alias; else nothing.
+// The note beside an aliased path; empty for others.
 [[nodiscard]] const char* AliasMark(const ComparedEntry& entry);
 
 struct ComparedCatalogue {
@@ -38,14 +38,14 @@ struct ChangedEntry {
     ComparedEntry after;
 };
 
-// Files and their bytes, the largest number where there would be more.
+// Numbers of files and bytes. They saturate instead of overflowing.
 struct CatalogueSum {
     std::uint64_t files = 0;
     std::uint64_t bytes = 0;
 };
 
-// Where a path stands several times, the entries that are alike are taken out first, and what is
-// left counts as changed as far as there is one on both sides.
+// If a path is listed several times, identical entries are paired first. The rest is paired in
+// order and counts as changed; what is left over was added or removed.
 struct CatalogueDifference {
     // Each sorted by path.
     std::vector<ComparedEntry> added;
@@ -54,7 +54,7 @@ struct CatalogueDifference {
     std::uint64_t unchanged = 0;
     CatalogueSum before;
     CatalogueSum after;
-    // What is no entry: "signature", "revocation list" and so on.
+    // Differences outside the entries: "signature", "revocation list" and so on.
     std::vector<std::string> others;
 
     [[nodiscard]] bool HasEntries() const {
@@ -62,8 +62,7 @@ struct CatalogueDifference {
     }
 };
 
-// The entries of `file`; nothing when the entry block is not sound, and what is wrong is then in
-// `reason`.
+// The entries of `file`. Empty if the entry block is not sound; then `reason` says what is wrong.
 [[nodiscard]] std::optional<std::vector<ComparedEntry>> EntriesToCompare(const CatalogueFile& file,
                                                                          InvalidReason& reason);
 
@@ -71,7 +70,7 @@ struct CatalogueDifference {
 
 [[nodiscard]] CatalogueDifference DifferenceOf(ComparedCatalogue before, ComparedCatalogue after);
 
-// Of two entries of one size, how many digests differ, those that only one of them has included.
+// How many digests of two entries differ. Digests that only one of them has count too.
 [[nodiscard]] std::uint64_t DifferingDigests(const ChangedEntry& entry);
 
 }  // namespace sealkeeper

@@ -50,7 +50,7 @@ void AddNotesOnSignature(std::span<const std::uint8_t> bytes, std::vector<std::s
     }
 }
 
-// The walk has ended.
+// Call after the walk: `bytesLeft` is what it left over.
 void AddNotesOnBlock(std::uint64_t rawLength, std::uint64_t blockBytes, std::uint64_t bytesLeft,
                      std::vector<std::string>& notes) {
     if (rawLength != blockBytes) {
@@ -71,7 +71,7 @@ std::optional<InvalidReason> AddCatalogueFacts(CatalogueFile& file,
     shown.fields = CatalogueFieldsOf(std::span(file.bytes).first(header::kSizeBytes));
     shown.revocationList = RevocationFactsOf(CrlBlockOf(file));
     AddNotesOnSignature(file.bytes, shown.notes);
-    // After the fields were read, since it clears the signature.
+    // Must come after the fields are read, since it clears the signature.
     shown.signature = CheckCatalogueSignature(shown.path, file, productId);
     InvalidReason reason;
     auto walk = EntryWalk::Begin(file, &reason);

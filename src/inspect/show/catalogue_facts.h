@@ -1,4 +1,4 @@
-// Finds out what there is to say of a catalogue.
+// Gathers what `show` reports about a catalogue.
 #ifndef SEALKEEPER_INSPECT_SHOW_CATALOGUE_FACTS_H
 #define SEALKEEPER_INSPECT_SHOW_CATALOGUE_FACTS_H
 
@@ -11,9 +11,9 @@
 
 namespace sealkeeper {
 
-// Adds what is known of `file`, whose header is sound, to `shown`, which has its path. The
-// signature in `file` may be zero afterwards. Returns what is wrong with the entry block, nothing
-// when it is sound.
+// Adds the facts about `file` to `shown`. The header of `file` must be sound and `shown` must have
+// the path. May clear the signature in `file`. Returns what is wrong with the entry block; empty if
+// it is sound.
 [[nodiscard]] std::optional<InvalidReason> AddCatalogueFacts(
     CatalogueFile& file, const std::optional<std::string>& productId, ShownFile& shown);
 

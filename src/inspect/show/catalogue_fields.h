@@ -1,4 +1,4 @@
-// The fields of a catalogue's header, by their names and places.
+// Names and offsets of the fields in a catalogue's header.
 #ifndef SEALKEEPER_INSPECT_SHOW_CATALOGUE_FIELDS_H
 #define SEALKEEPER_INSPECT_SHOW_CATALOGUE_FIELDS_H
 
@@ -10,8 +10,7 @@
 
 namespace sealkeeper {
 
-// The fields of the header that `start`, the first bytes of a file, begins with; those that are not
-// whole there are left out.
+// The header fields in `start`, the first bytes of a file. Incomplete fields are left out.
 [[nodiscard]] std::vector<ShownField> CatalogueFieldsOf(std::span<const std::uint8_t> start);
 
 // The field that the byte at `offset` belongs to; null past the header.

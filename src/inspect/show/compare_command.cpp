@@ -29,7 +29,7 @@ struct CompareOptions {
 
 std::string WhyInvalid(const InvalidReason& reason, const std::string& path,
                        std::uint64_t sizeBytes) {
-    // What reads as nothing else may still be a runtime.conf.
+    // Without the magic it may still be a runtime.conf.
     if (reason.field == InvalidField::Magic) {
         return "is no catalogue; the command show may tell what it is";
     }
@@ -40,7 +40,7 @@ std::string WhyInvalid(const InvalidReason& reason, const std::string& path,
                    : failure;
 }
 
-// Nothing, with the reason in `failure`, when `path` leads to no valid catalogue.
+// Empty if `path` is no valid catalogue; then `failure` says why.
 std::optional<ComparedCatalogue> ReadToCompare(const std::string& path, std::string& failure) {
     errno = 0;
     auto opened = OpenSizedFile(path);
@@ -79,7 +79,7 @@ int Compare(const CompareOptions& options, Console& console) {
     if (!after) {
         return Fail(options.paths.after, failure, console);
     }
-    // Names would be compared by an error text.
+    // Otherwise the converter's error text would be compared in place of names.
     if (converter.RequireSound() != ResultCode::Ok) {
         return Fail(options.paths.after, LastLoggedError(), console);
     }

@@ -1,4 +1,4 @@
-// The command `compare`: which entries two catalogues do not share.
+// The command `compare`: the differences between two catalogues.
 #ifndef SEALKEEPER_INSPECT_SHOW_COMPARE_COMMAND_H
 #define SEALKEEPER_INSPECT_SHOW_COMPARE_COMMAND_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Its status is one of diff(1). `console` must live as long as `commandLine` is used.
+// The exit status is that of diff(1). `console` must outlive `commandLine`.
 void AddCompareCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper

@@ -73,7 +73,7 @@ std::string SummaryText(const CatalogueDifference& difference) {
                        GroupedNumber(difference.changed.size()) + " changed, " +
                        GroupedNumber(difference.unchanged) + " the same\n" +
                        SumText(difference.before) + " -> " + SumText(difference.after) + "\n";
-    // A signature differs wherever anything does.
+    // Any difference changes the signature, so that alone says nothing.
     std::vector<std::string> others = difference.others;
     std::erase(others, "signature");
     return others.empty() ? text : text + "Also different: " + NameList(others) + "\n";

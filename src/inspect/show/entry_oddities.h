@@ -1,4 +1,4 @@
-// What a reader takes in an entry although no writer makes it, or nobody wants it.
+// Finds what readers accept in an entry, but writers never write or nobody wants.
 #ifndef SEALKEEPER_INSPECT_SHOW_ENTRY_ODDITIES_H
 #define SEALKEEPER_INSPECT_SHOW_ENTRY_ODDITIES_H
 
@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-// One line of text each, without a full stop. `path` is that of the record.
+// One line of text each, without a full stop. `path` is the path in `record`.
 [[nodiscard]] std::vector<std::string> OdditiesOf(const RecordStart& record,
                                                   const StoredPath& path);
 

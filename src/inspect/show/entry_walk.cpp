@@ -27,7 +27,7 @@ bool EntryWalk::Next(WalkedEntry& entry) {
 }
 
 bool EntryWalk::NextDigest(Sha256Digest& digest) {
-    // The start of the record is known to have been followed by so many.
+    // The count was checked against the bytes left when the record was read.
     if (digestsLeft_ == 0 || !records_.ReadDigests(digest)) {
         return false;
     }

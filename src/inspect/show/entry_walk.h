@@ -1,5 +1,4 @@
-// The entries of a catalogue one after the other. However many there are, it takes the memory of
-// one.
+// Iterates over the entries of a catalogue. Holds one entry at a time, however many there are.
 #ifndef SEALKEEPER_INSPECT_SHOW_ENTRY_WALK_H
 #define SEALKEEPER_INSPECT_SHOW_ENTRY_WALK_H
 
@@ -21,19 +20,19 @@ struct WalkedEntry {
 
 class EntryWalk {
   public:
-    // Begins with the first entry of `file`, which must outlive the walk, as `reason` must, where
-    // it is not null. Nothing when the entry block is not sound; what is wrong, here and in what
-    // follows, is then in `*reason`.
+    // Begins at the first entry of `file`. `file` and `reason`, which may be null, must outlive the
+    // walk. Empty if the entry block is not sound. `*reason` says what is wrong, also with later
+    // entries.
     [[nodiscard]] static std::optional<EntryWalk> Begin(const CatalogueFile& file,
                                                         InvalidReason* reason = nullptr);
 
-    // Goes on to the next entry. False when there is none left or it is not whole.
+    // Moves to the next entry. False if there is none, or if it is incomplete.
     [[nodiscard]] bool Next(WalkedEntry& entry);
 
-    // Gives the next digest of the current entry. False when it has no more.
+    // Reads the next digest of the current entry. False if it has no more.
     [[nodiscard]] bool NextDigest(Sha256Digest& digest);
 
-    // Whether all entries were walked over, and how many bytes of the block follow them then.
+    // Whether all entries were read. `BytesLeft` is then the number of bytes after the last one.
     [[nodiscard]] bool HasEnded() const { return entriesLeft_ == 0; }
     [[nodiscard]] std::uint64_t BytesLeft() const { return records_.BytesLeft(); }
 

@@ -75,7 +75,7 @@ InvalidFinding WrongMagic(const InvalidReason& reason, const FileStart& file) {
                       SeparatedHexText(signed_file::kMagic));
 }
 
-// Whether the bytes at `offset` can be the start of a compressed block.
+// Whether a compressed block can begin at `offset`.
 bool IsBlockAt(const FileStart& file, std::uint64_t offset) {
     return offset <= file.bytes.size() && lzw::HasMagic(std::span(file.bytes).subspan(offset));
 }
@@ -88,7 +88,7 @@ std::string LikelyCauseOf(std::uint64_t toldBytes, std::uint64_t bytes) {
                      " were added to the file's end";
 }
 
-// The sum does not tell which of the lengths is wrong, but where the block begins does.
+// The sum does not tell which of the lengths is wrong, but the position of the block does.
 InvalidFinding WrongLengths(const FileStart& file) {
     const std::uint64_t afterHeader = file.fileSizeBytes - header::kSizeBytes;
     const std::uint64_t crl = Load(file, header::kCrlLengthOffset);
@@ -188,7 +188,7 @@ InvalidFinding FindingOf(const InvalidReason& reason, const FileStart& file) {
             ? file.fileSizeBytes - Load(file, header::kCompressedLengthOffset) + reason.offset
             : reason.offset;
     InvalidFinding finding = WordsFor(reason, file, offset);
-    // What was made of the whole file explains more than one of its fields does.
+    // A cause found in the whole file explains more than a single field does.
     if (auto causes = LikelyCausesOf(file); !causes.empty()) {
         finding.likelyCauses = std::move(causes);
     }

@@ -1,4 +1,4 @@
-// Says in words what makes a file invalid.
+// Words for what makes a file invalid.
 #ifndef SEALKEEPER_INSPECT_SHOW_INVALID_FINDING_H
 #define SEALKEEPER_INSPECT_SHOW_INVALID_FINDING_H
 
@@ -12,12 +12,12 @@
 
 namespace sealkeeper {
 
-// `reason` is what a reader told of the file that begins with `start`: at least the bytes that the
-// reader looked at to tell the file's kind, `kMaxBytesForCauses` at the most.
+// `reason` is what a reader reported. `start` is the beginning of the file: at least the bytes that
+// tell its kind, at most `kMaxBytesForCauses`.
 [[nodiscard]] InvalidFinding FindingOf(const InvalidReason& reason, const FileStart& start);
 
-// The same for the file at `path`, which had `sizeBytes` when the reader looked at it. Nothing when
-// it cannot be read again or has another size now; `failure` then says so, as "cannot be read: No
+// As above, for the file at `path`, whose size was `sizeBytes` when the reader saw it. Empty if it
+// cannot be read again or its size has changed. Then `failure` says so, such as "cannot be read: No
 // such file or directory".
 [[nodiscard]] std::optional<InvalidFinding> FindingOfFile(const InvalidReason& reason,
                                                           const std::string& path,

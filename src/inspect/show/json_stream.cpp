@@ -11,8 +11,8 @@ constexpr std::string_view kElementIndent = "\n    ";
 constexpr std::string_view kInnerMemberIndent = "\n      ";
 constexpr std::string_view kInnerElementIndent = "\n        ";
 
-// `json` without the line feed at its end, its lines indented. Line feeds stand between the tokens
-// alone: those in strings are escaped.
+// Indents the lines of `json` and drops the final line feed. Line feeds occur only between tokens;
+// those in strings are escaped.
 std::string Indented(const Json& json, std::string_view indent) {
     std::string text = JsonText(json);
     text.pop_back();
@@ -27,7 +27,7 @@ std::string Indented(const Json& json, std::string_view indent) {
     return indented;
 }
 
-// The same of an object up to its last member.
+// As above, without the closing brace of the object.
 std::string IndentedMembers(const Json& object, std::string_view indent) {
     const std::string text = Indented(object, indent);
     return text.substr(0, text.size() - indent.size() - 1);

@@ -1,5 +1,5 @@
-// A JSON object whose last members are arrays written element by element, so that no more than one
-// element is in memory.
+// Writes a JSON object whose last members are arrays, element by element. Only one element is in
+// memory at a time.
 #ifndef SEALKEEPER_INSPECT_SHOW_JSON_STREAM_H
 #define SEALKEEPER_INSPECT_SHOW_JSON_STREAM_H
 
@@ -10,19 +10,19 @@
 
 namespace sealkeeper {
 
-// The text is that of `JsonText` of the whole document.
+// The output is identical to `JsonText` of the whole document.
 class JsonStream {
   public:
-    // Writes the members of `head`, which has one at least.
+    // Writes the members of `head`, which must not be empty.
     JsonStream(Console& console, const Json& head);
 
-    // A member `name` whose elements are those added until the array ends.
+    // Begins an array member. The elements added up to its end belong to it.
     void BeginArray(std::string_view name);
     void Add(const Json& element);
     void EndArray();
 
-    // An element that is an object in turn: the members of `head`, which has one at least, and then
-    // an array `name` of what is added until the element ends.
+    // Begins an element that is an object: the members of `head`, which must not be empty, followed
+    // by an array member `name`. What is added up to the end of the element belongs to that array.
     void BeginElement(const Json& head, std::string_view name);
     void AddToElement(const Json& element);
     void EndElement();

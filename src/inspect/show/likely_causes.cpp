@@ -26,7 +26,8 @@ struct KnownStart {
     const char* what;
 };
 
-// What files of a kind begin with. Strings in two have a letter that would count as a digit.
+// Magic numbers of other formats. Two strings are split where a letter would be read as a hex
+// digit.
 constexpr std::array<KnownStart, 13> kKnownStarts = {{
     {"version https://git-lfs", "the pointer that Git LFS keeps in place of a file"},
     {"<!DOCTYPE", "a web page, perhaps one that tells why a download failed"},
@@ -60,7 +61,7 @@ std::string_view WithoutLeadingBlanks(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
 }
 
-// Whether it is surely of a kind that credentials come in.
+// Whether `kind` is certainly one of credentials.
 bool IsCredential(FileKind kind) {
     return kind != FileKind::Unknown && kind != FileKind::Empty && kind != FileKind::Utf16Text &&
            kind != FileKind::CutOffDer;
@@ -124,8 +125,8 @@ std::optional<std::string> CauseByScrambling(const Bytes& bytes) {
     return std::nullopt;
 }
 
-// Unscrambling runs from the end of the file, so that a change of some bytes adds one and the same
-// number to all bytes before them, or takes it away, by turns.
+// Unscrambling runs from the end of the file. A changed byte therefore shifts all bytes before it
+// by one constant, with alternating sign, and the sum of two neighbours stays the same.
 bool IsMagicBesideChange(std::span<const std::uint8_t> unscrambled) {
     const auto sum = [&unscrambled](std::size_t index) {
         return static_cast<std::uint8_t>(unscrambled[index] + unscrambled[index + 1]);
@@ -161,7 +162,7 @@ std::optional<std::string> CauseByDamagedSettings(const FileStart& file) {
                : start + "that was changed";
 }
 
-// Without each carriage return before a line feed.
+// Removes each carriage return that precedes a line feed.
 Bytes WithoutCarriageReturns(const Bytes& bytes) {
     constexpr std::uint8_t kCarriageReturn = 0x0D;
     constexpr std::uint8_t kLineFeed = 0x0A;
@@ -186,7 +187,7 @@ std::optional<std::string> CauseByTextMode(const FileStart& file) {
                CountText(size - without.size(), "byte pair") +
                " 0D 0A taken back to 0A, it would be sound";
     }
-    // U+FFFD, what is put in place of bytes that are no UTF-8, twice, since once may be chance.
+    // Two U+FFFD, which replace bytes that are not UTF-8. One alone may be chance.
     constexpr std::string_view kReplacement = "\xEF\xBF\xBD\xEF\xBF\xBD";
     if (TextOf(file.bytes).find(kReplacement) != std::string_view::npos) {
         return "it was read and written as UTF-8 text, which put EF BF BD in place of other bytes";
@@ -194,7 +195,7 @@ std::optional<std::string> CauseByTextMode(const FileStart& file) {
     return std::nullopt;
 }
 
-// The file is a catalogue but for a byte of what comes first.
+// Whether the file would be a catalogue with a correct magic and format version.
 std::optional<std::string> CauseByDamagedStart(const FileStart& file) {
     namespace format = catalogue_header;
     if (file.bytes.size() < format::kSizeBytes) {
@@ -231,7 +232,7 @@ std::vector<std::string> LikelyCausesOf(const FileStart& file) {
             causes.push_back(*cause);
         }
     }
-    // What was transferred as text was changed, too.
+    // Only without other causes: a transfer as text changes the settings, too.
     if (const auto cause = CauseByDamagedSettings(file); cause && causes.empty()) {
         causes.push_back(*cause);
     }

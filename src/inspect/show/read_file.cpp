@@ -17,13 +17,13 @@
 namespace sealkeeper {
 namespace {
 
-// A file that begins with the magic, and what was read of it.
+// An open file that begins with the magic, and the bytes read so far.
 struct OpenedCatalogue {
     SizedFile opened;
     std::vector<std::uint8_t> start;
 };
 
-// Whether the file could be read. What is wrong with it is then in `invalid`.
+// False if the file cannot be read. If it is not valid, `invalid` says why.
 bool ReadCatalogue(OpenedCatalogue from, const std::optional<std::string>& productId,
                    FileToShow& read, std::optional<InvalidReason>& invalid) {
     read.shown.kind = ShownKind::Catalogue;

@@ -1,4 +1,4 @@
-// Reads the file that `show` is to show, and finds out all but its entries.
+// Reads the file for `show`, and gathers everything but its entries.
 #ifndef SEALKEEPER_INSPECT_SHOW_READ_FILE_H
 #define SEALKEEPER_INSPECT_SHOW_READ_FILE_H
 
@@ -12,13 +12,13 @@ namespace sealkeeper {
 
 struct FileToShow {
     ShownFile shown;
-    // The catalogue, where the file is a valid one.
+    // Only for a valid catalogue.
     std::optional<CatalogueFile> catalogue;
 };
 
-// Reads the file at `path`; its kind is told as `list` tells it, by its first bytes. Where there is
-// a product id, the certificate is checked for it. Nothing when the file cannot be read, and
-// `failure` then says why, as "cannot be read: No such file or directory".
+// Reads the file at `path` and tells its kind by its first bytes, as `list` does. Checks the
+// certificate for the product id if there is one. Empty if the file cannot be read; then `failure`
+// says why, such as "cannot be read: No such file or directory".
 [[nodiscard]] std::optional<FileToShow> ReadFileToShow(const std::string& path,
                                                        const std::optional<std::string>& productId,
                                                        std::string& failure);

@@ -9,7 +9,7 @@
 namespace sealkeeper {
 namespace {
 
-// What the block is, where it is no list that can be read.
+// What the block is if it is no list that the library can read.
 std::string RemarkOn(FileKind kind) {
     constexpr const char* kNoList = "no revocation list in DER form";
     switch (kind) {

@@ -1,4 +1,4 @@
-// What the revocation-list block of a catalogue holds.
+// Describes the revocation-list block of a catalogue.
 #ifndef SEALKEEPER_INSPECT_SHOW_REVOCATION_FACTS_H
 #define SEALKEEPER_INSPECT_SHOW_REVOCATION_FACTS_H
 

@@ -1,4 +1,4 @@
-// Finds out what there is to say of a runtime.conf.
+// Gathers what `show` reports about a runtime.conf.
 #ifndef SEALKEEPER_INSPECT_SHOW_RUNTIME_FACTS_H
 #define SEALKEEPER_INSPECT_SHOW_RUNTIME_FACTS_H
 
@@ -12,9 +12,9 @@
 
 namespace sealkeeper {
 
-// Adds what is known of the file with the bytes `stored` to `shown`, which has its path; `shown` is
-// told its kind where the file can be taken for a runtime.conf at all. Returns what is wrong with
-// it, nothing when it is sound.
+// Adds the facts about the file contents `stored` to `shown`, which must have the path. Sets the
+// kind if the file looks like a runtime.conf at all. Returns what is wrong with it; empty if it is
+// sound.
 [[nodiscard]] std::optional<InvalidReason> AddRuntimeFacts(
     std::vector<std::uint8_t> stored, const std::optional<std::string>& productId,
     ShownFile& shown);

@@ -23,7 +23,7 @@ int Show(const ShowOptions& options, Console& console) {
         console.Fail("'" + options.path + "': " + failure);
         return kStatusError;
     }
-    // Its paths would be shown by an error text.
+    // Otherwise the converter's error text would be shown in place of paths.
     if (converter.RequireSound() != ResultCode::Ok) {
         console.Fail("'" + options.path + "': " + LastLoggedError());
         return kStatusError;
@@ -33,7 +33,7 @@ int Show(const ShowOptions& options, Console& console) {
     } else {
         WriteShowText(*file, options, console);
     }
-    // The paths are converted once more as they are written.
+    // Checked again: writing the report converts the paths once more.
     if (converter.RequireSound() != ResultCode::Ok) {
         console.Fail("'" + options.path + "': " + LastLoggedError());
         return kStatusError;

@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Its status is `StatusOf` what it shows. `console` must live as long as `commandLine` is used.
+// The exit status is `StatusOf` the file shown. `console` must outlive `commandLine`.
 void AddShowCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper

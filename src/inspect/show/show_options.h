@@ -1,4 +1,4 @@
-// What `show` was asked for.
+// The options of `show`.
 #ifndef SEALKEEPER_INSPECT_SHOW_SHOW_OPTIONS_H
 #define SEALKEEPER_INSPECT_SHOW_SHOW_OPTIONS_H
 
@@ -12,7 +12,7 @@ struct ShowOptions {
     std::string path;
     std::optional<std::string> productId;
     bool hasDigests = false;
-    // How many entries are shown; all where there is none.
+    // The number of entries to show; all if empty.
     std::optional<std::uint64_t> limit;
     bool isJson = false;
 };

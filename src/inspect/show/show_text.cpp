@@ -17,7 +17,7 @@
 namespace sealkeeper {
 namespace {
 
-// Where the values of lines "name  value" begin.
+// The column of the value in lines "name  value".
 constexpr std::size_t kNameWidth = 17;
 
 std::string Line(const std::string& name, const std::string& value) {
@@ -68,7 +68,7 @@ std::string ValueText(const ShownField& field, const Console& console) {
     if (const auto* number = std::get_if<std::uint64_t>(&field.value)) {
         return GroupedNumber(*number);
     }
-    // What is longer than the longest name says nothing to anyone.
+    // A text longer than the longest valid name is no name: show only its start.
     constexpr std::size_t kLongestShown = kCrashReporterNameBytes;
     constexpr std::size_t kStartShown = 16;
     const std::string& text = std::get<std::string>(field.value);

@@ -8,7 +8,7 @@
 
 namespace sealkeeper {
 
-// Writes the report on `file`, with the entries of a valid catalogue one by one.
+// Writes the report on `file`. Entries of a valid catalogue are written one at a time.
 void WriteShowText(const FileToShow& file, const ShowOptions& options, Console& console);
 
 }  // namespace sealkeeper

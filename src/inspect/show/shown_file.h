@@ -1,4 +1,4 @@
-// What `show` has found out about a file; entries are not part of it, since there may be millions.
+// What `show` found out about a file. Entries are not included, since there may be millions.
 #ifndef SEALKEEPER_INSPECT_SHOW_SHOWN_FILE_H
 #define SEALKEEPER_INSPECT_SHOW_SHOWN_FILE_H
 
@@ -12,22 +12,22 @@ namespace sealkeeper {
 
 enum class ShownKind { Unknown, Catalogue, RuntimeConfiguration };
 
-// A field of fixed place.
+// A field at a fixed offset.
 struct ShownField {
-    // As the pages on the formats name it.
+    // As in the documents about the formats.
     const char* name = "";
     std::uint64_t offset = 0;
     std::uint64_t sizeBytes = 0;
     std::variant<std::uint64_t, std::string> value;
-    // What the value stands for; may be empty.
+    // The meaning of the value; may be empty.
     std::string meaning;
 };
 
-// What makes a file invalid.
+// Why a file is invalid.
 struct InvalidFinding {
     std::string field;
-    // In the file or, where `isInEntryBlock`, in the entry block once it is decompressed; of a
-    // runtime.conf, in what it is once unscrambled.
+    // In the file; if `isInEntryBlock`, in the decompressed entry block; for a runtime.conf, after
+    // unscrambling.
     std::uint64_t offset = 0;
     bool isInEntryBlock = false;
     // Counted from 0.
@@ -39,7 +39,7 @@ struct InvalidFinding {
 struct SignerTrust {
     std::string productId;
     bool isTrusted = false;
-    // Why it is not.
+    // Why it is not trusted.
     std::string reason;
 };
 
@@ -47,30 +47,30 @@ enum class SignatureState { Good, Bad, CertificateMissing, CertificateUnusable }
 
 struct SignatureFacts {
     SignatureState state = SignatureState::Bad;
-    // The file that the signature is, or would be, checked with.
+    // The certificate that checks the signature; it may be missing.
     std::string certificatePath;
-    // Why it is not good.
+    // Why the signature is not good.
     std::string reason;
-    // Where there is a certificate and a product id to ask for.
+    // Empty without a certificate or a product id.
     std::optional<SignerTrust> trust;
 };
 
 struct RevocationFacts {
     std::uint64_t lengthBytes = 0;
-    // Whether it is a list in DER, of which the rest is told.
+    // Whether it is a DER list. The issuer, the dates and the count are set only then.
     bool isList = false;
     std::string issuer;
-    // ISO 8601, UTC; `nextUpdate` is empty where the list has none.
+    // ISO 8601, UTC. `nextUpdate` is empty if the list has none.
     std::string thisUpdate;
     std::string nextUpdate;
     std::uint64_t revoked = 0;
-    // What it is in place of a list; empty where there is nothing.
+    // What the block holds instead of a list; empty if there is no block.
     std::string remark;
 };
 
 struct EntryTotals {
     std::uint64_t entries = 0;
-    // The largest number where there would be more.
+    // Saturates instead of overflowing.
     std::uint64_t fileBytes = 0;
     std::uint64_t chunks = 0;
     std::uint64_t oddEntries = 0;
@@ -83,18 +83,19 @@ struct ShownFile {
     std::uint64_t sizeBytes = 0;
     ShownKind kind = ShownKind::Unknown;
     std::vector<ShownField> fields;
-    // Nothing for a file that is valid.
+    // Empty for a valid file.
     std::optional<InvalidFinding> invalid;
     std::optional<SignatureFacts> signature;
-    // Of a catalogue.
+    // Catalogues only.
     std::optional<RevocationFacts> revocationList;
     std::optional<EntryTotals> totals;
-    // What readers take although it should not be, a sentence each without a full stop.
+    // Oddities that readers accept, each a sentence without a full stop.
     std::vector<std::string> notes;
 };
 
-// Valid and well signed; valid, but not well signed, as far as can be told, or not trusted where
-// that was asked for; not valid.
+// `kStatusGood` if the file is valid and well signed, and trusted if that was asked for.
+// `kStatusWarning` if only the signature or the trust is at fault or cannot be checked.
+// `kStatusError` if the file is not valid.
 [[nodiscard]] int StatusOf(const ShownFile& file);
 
 }  // namespace sealkeeper

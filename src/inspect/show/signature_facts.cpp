@@ -27,7 +27,7 @@ std::size_t NameStart(const std::string& path) {
     return slash == std::string::npos ? 0 : slash + 1;
 }
 
-// Any file may be shown: one whose name has no dot is no reason to look for one in its directory's.
+// The name may have no dot at all. A dot in the directory must not be taken for it.
 std::string CertificateOfCatalogue(const std::string& path) {
     const std::string name = path.substr(NameStart(path));
     return path.substr(0, NameStart(path)) +
@@ -60,7 +60,7 @@ SignerTrust TrustOf(ByteView certificateBytes, Certificate& certificate,
     return facts;
 }
 
-// Why a signature of `lengthBytes`, as stored, is not that of the certificate's key.
+// Why a signature with the stored length `lengthBytes` is not from the certificate's key.
 std::string WhyBad(std::uint32_t lengthBytes, Certificate& certificate) {
     constexpr std::size_t kByteBits = 8;
     const mbedtls_pk_context& key = certificate.Get()->pk;
@@ -81,8 +81,8 @@ std::string WhyBad(std::uint32_t lengthBytes, Certificate& certificate) {
     return "the file was changed after it was signed, or was signed with another key than the certificate's";
 }
 
-// Reads the certificate and, where there is one, asks `verify` whether the signature, whose stored
-// length is `lengthBytes`, is that of its key.
+// Reads the certificate. If there is one, calls `verify` to check the signature, whose stored
+// length is `lengthBytes`, with its key.
 template <typename Verify>
 SignatureFacts CheckWith(const std::string& certificatePath, std::uint32_t lengthBytes,
                          const std::optional<std::string>& productId, Verify verify) {

@@ -1,5 +1,4 @@
-// Checks the signature of a file with the certificate that lies beside it, by the tool's own
-// functions.
+// Checks the signature of a file with the certificate beside it, using the tool's own functions.
 #ifndef SEALKEEPER_INSPECT_SHOW_SIGNATURE_FACTS_H
 #define SEALKEEPER_INSPECT_SHOW_SIGNATURE_FACTS_H
 
@@ -13,14 +12,14 @@
 
 namespace sealkeeper {
 
-// Checks a catalogue at `path`, whose header is sound, with the certificate of the same name. The
-// signature in `file` is zero afterwards where there is a certificate to check it with. Where there
-// is a product id, also tells whether the certificate is trusted for it.
+// Checks the catalogue at `path` with the certificate of the same name. Its header must be sound.
+// Clears the signature in `file` if there is a certificate to check it with. With a product id,
+// also tells whether the certificate is trusted for it.
 [[nodiscard]] SignatureFacts CheckCatalogueSignature(const std::string& path, CatalogueFile& file,
                                                      const std::optional<std::string>& productId);
 
-// The same for the `stored` bytes of a runtime.conf and the certificate of the game's own catalogue
-// in its directory.
+// As above, for the contents `stored` of a runtime.conf. The certificate is that of the game's own
+// catalogue in the same directory.
 [[nodiscard]] SignatureFacts CheckRuntimeSignature(const std::string& path,
                                                    std::vector<std::uint8_t> stored,
                                                    const std::optional<std::string>& productId);

@@ -49,7 +49,7 @@ struct Decoded {
     bool hasLoneSurrogate = false;
 };
 
-// By hand, since the system's converter gives up at a surrogate without a partner.
+// Not by the system's converter, which stops at an unpaired surrogate.
 Decoded DecodeUtf16(std::u16string_view units) {
     constexpr char32_t kFirstOfPairs = 0x10000;
     Decoded decoded;
@@ -69,7 +69,7 @@ Decoded DecodeUtf16(std::u16string_view units) {
     return decoded;
 }
 
-// The field as four bytes a character, up to the zeros at its end; nothing when it is no such text.
+// Reads the field as UTF-32LE up to its zero padding. Empty if it is not such text.
 std::optional<std::wstring> DecodeFourByteCharacters(std::span<const std::uint8_t> field) {
     std::wstring text;
     bool hasEnded = false;

@@ -1,4 +1,4 @@
-// The path in a record of a catalogue, whatever was put into its field.
+// Reads the path field of a catalogue record, whatever it holds.
 #ifndef SEALKEEPER_INSPECT_SHOW_STORED_PATH_H
 #define SEALKEEPER_INSPECT_SHOW_STORED_PATH_H
 
@@ -12,28 +12,27 @@ namespace sealkeeper {
 
 struct StoredPath {
     enum class Form {
-        // UTF-16 up to its first zero unit, or to the end of the field.
+        // UTF-16 up to the first zero unit, or to the end of the field.
         Plain,
-        // Four bytes a character, as an alias is stored. One of a single character looks plain, and
-        // so does one whose characters are all above U+FFFF.
+        // UTF-32LE, as aliased paths are stored. Recognised only if it has two characters or more
+        // and not all of them are above U+FFFF; otherwise it looks plain.
         Aliased,
-        // Plain, with other bytes than zeros past its end.
+        // Plain, with nonzero bytes after the terminating zero.
         BytesPastEnd,
     };
 
     Form form = Form::Plain;
-    // What is spelt, in UTF-8. A surrogate without a partner is written as "\ud800".
+    // The whole path in UTF-8. An unpaired surrogate is written as "\ud800".
     std::string spelt;
-    // What a reader of UTF-16 sees of it: the same, but for an alias.
+    // What a UTF-16 reader sees. It differs from `spelt` only for an alias.
     std::string seen;
     bool hasLoneSurrogate = false;
     bool fillsField = false;
-    // The index of the first unit after the last '/' of the field, 0 when there is none.
+    // The index of the first unit after the last '/' in the field; 0 if there is none.
     std::uint32_t namePosition = 0;
 };
 
-// Uses the conversions of platform/text_encoding.h: what they fail to convert, `ConverterWatch`
-// tells.
+// Uses the conversions of platform/text_encoding.h. A `ConverterWatch` reports their failures.
 [[nodiscard]] StoredPath ReadStoredPath(
     std::span<const std::uint8_t, entry_record::kPathBytes> field);
 
