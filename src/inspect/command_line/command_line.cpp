@@ -24,8 +24,8 @@ std::string NumberFault(std::uint64_t most, const std::string& text) {
                : "'" + text + "' is not a whole number from 0 to " + std::to_string(most);
 }
 
-// The first option that no command has; empty where there is none. The library would rather say
-// which required one is missing.
+// The first option that no command knows; empty if there is none. CLI11 would instead report a
+// missing required option.
 std::string UnknownOption(const CLI::App& app) {
     for (const std::string& argument : app.remaining(true)) {
         if (argument.starts_with("-")) {
@@ -35,7 +35,7 @@ std::string UnknownOption(const CLI::App& app) {
     return {};
 }
 
-// What `error` means for the exit status. A call for help is none, and was answered here.
+// The exit status for `error`. A call for help is no failure; CLI11 prints it here.
 int AnswerParseError(const CLI::App& app, const CLI::ParseError& error, Console& console) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
         return app.exit(error) == 0 ? kStatusGood : kUsageStatus;
@@ -135,7 +135,7 @@ int CommandLine::Run(int argc, const char* const* argv, Console& console) {
     } catch (const CLI::ParseError& error) {
         return AnswerParseError(*app_, error, console);
     }
-    // Asked here and not of the library, which would not say what was typed in place of one.
+    // Checked here because CLI11's own check would hide what was typed instead of a command.
     if (app_->get_subcommands().empty()) {
         console.Fail("a command is required (see --help)");
         return kUsageStatus;

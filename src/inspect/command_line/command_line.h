@@ -1,5 +1,5 @@
-// The command line of the companion. CLI11, which parses it, stays behind this: its headers take
-// longer to compile than most of the program.
+// The command line of the companion. It hides CLI11, whose headers take longer to compile than most
+// of the program.
 #ifndef SEALKEEPER_INSPECT_COMMAND_LINE_COMMAND_LINE_H
 #define SEALKEEPER_INSPECT_COMMAND_LINE_COMMAND_LINE_H
 
@@ -19,40 +19,40 @@ class Option;
 
 namespace sealkeeper {
 
-// An option that has a value: "--key", "FILE", and what it means.
+// An option with a value: "--key", "FILE", and its meaning.
 struct ValueOption {
     const char* name;
     const char* valueName;
     const char* meaning;
 };
 
-// What is wrong with a value, as "'-1' is not a whole number"; empty where it will do.
+// Returns what is wrong with a value, such as "'-1' is not a whole number"; empty if it is valid.
 using ValueFault = std::string (*)(const std::string& value);
 
-// The options of one command. Where their values go must live until the command line was run. A
-// text or a number that is there before is the default, which the help shows.
+// The options of one command. The variables for their values must live until the command line has
+// run. What a text or number holds beforehand is its default, and the help shows it.
 class Command {
   public:
     Command(CLI::App& app, int& status);
 
-    // The next argument that is no option. There must be one.
+    // A required positional argument.
     void AddOperand(const char* name, const char* meaning, std::string& value);
     void AddFlag(const char* name, const char* meaning, bool& value);
     void AddRequiredText(const ValueOption& option, std::string& value, ValueFault fault = nullptr);
     void AddText(const ValueOption& option, std::string& value, ValueFault fault = nullptr);
     void AddText(const ValueOption& option, std::optional<std::string>& value);
-    // One of `choices`.
+    // Must be one of `choices`.
     void AddChoice(const ValueOption& option, const std::vector<std::string>& choices,
                    std::string& value);
-    // Decimal, from 0 to `most`.
+    // A decimal number from 0 to `most`.
     void AddNumber(const ValueOption& option, std::uint64_t most, std::uint64_t& value);
     void AddNumber(const ValueOption& option, std::uint64_t most,
                    std::optional<std::uint64_t>& value);
 
-    // Refuses `name` beside `other`; both were added.
+    // Makes `name` and `other` mutually exclusive. Both must have been added.
     void Exclude(const char* name, const char* other);
 
-    // Calls `run` when this command was asked for. What it returns is the exit status.
+    // Calls `run` if the command line names this command. Its result is the exit status.
     void SetRun(std::function<int()> run);
 
   private:
@@ -70,11 +70,11 @@ class CommandLine {
     CommandLine& operator=(const CommandLine&) = delete;
     ~CommandLine();
 
-    // What is added to the command that is returned is known by the time of `Run`.
+    // Options may be added to the returned command until `Run`.
     [[nodiscard]] Command AddCommand(const char* name, const char* meaning);
 
-    // Runs the command that was asked for and returns its status. Answers calls for help itself.
-    // Returns kUsageStatus, with the reason on standard error, when the arguments are wrong.
+    // Runs the command that the command line names and returns its status. Answers calls for help
+    // itself. Returns kUsageStatus, with the reason on standard error, if the arguments are wrong.
     [[nodiscard]] int Run(int argc, const char* const* argv, Console& console);
 
   private:
