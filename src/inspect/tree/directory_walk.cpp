@@ -17,7 +17,7 @@ ResultCode DirectoryWalk::Next(WalkedDirectory& directory) {
     directory = {std::move(waiting_.back()), std::nullopt};
     waiting_.pop_back();
     std::optional<DirectoryEntries> entries;
-    // The empty path is none for the system.
+    // The system has no file with an empty path.
     const std::string asked = directory.path.empty() ? "." : directory.path;
     if (const ResultCode code = tree_.ReadDirectory(asked, entries);
         code != ResultCode::Ok || !entries) {

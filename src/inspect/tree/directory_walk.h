@@ -1,4 +1,4 @@
-// Everything in a directory and in those below it.
+// Walks a directory tree.
 #ifndef SEALKEEPER_INSPECT_TREE_DIRECTORY_WALK_H
 #define SEALKEEPER_INSPECT_TREE_DIRECTORY_WALK_H
 
@@ -17,24 +17,24 @@ struct WalkedItem {
     EntryType type;
 };
 
-// What one directory holds but for the directories in it, which are still to be walked.
+// The contents of one directory except its subdirectories, which are walked later.
 struct WalkedDirectory {
-    // Lexical: empty for the one that the walk began in.
+    // Lexical; empty for the directory where the walk began.
     std::string path;
-    // Nothing where the directory cannot be listed.
+    // Empty if the directory cannot be listed.
     std::optional<std::vector<WalkedItem>> items;
 };
 
-// Walks the current directory, hidden names too, and follows no links. Not by recursion: a tree may
-// be deeper than the stack.
+// Walks the current directory, hidden names included, without following links. Iterative, since a
+// tree may be deeper than the stack.
 class DirectoryWalk {
   public:
     explicit DirectoryWalk(const FileTree& tree);
 
     [[nodiscard]] bool HasNext() const { return !waiting_.empty(); }
 
-    // Sets `directory` to the next one. Fails as `FileTree::ReadDirectory`, with its path set; the
-    // walk may go on then.
+    // Sets `directory` to the next one. If `FileTree::ReadDirectory` fails, returns its code with
+    // the path set; the walk may go on.
     ResultCode Next(WalkedDirectory& directory);
 
   private:

@@ -1,4 +1,4 @@
-// Paths of the game compared by what they name, as far as their text tells.
+// Normalises paths of the game by their text alone.
 #ifndef SEALKEEPER_INSPECT_TREE_LEXICAL_PATH_H
 #define SEALKEEPER_INSPECT_TREE_LEXICAL_PATH_H
 
@@ -7,18 +7,18 @@
 
 namespace sealkeeper {
 
-// `path`, relative to the game directory, without dot components, repeated slashes and a slash at
-// its end: "./a//b/../c/" is "a/c". Empty for the game directory itself. What leaves it begins with
-// "..". Links are not looked at.
+// `path`, relative to the game directory, without dot components, repeated slashes and a trailing
+// slash: "./a//b/../c/" becomes "a/c". Empty for the game directory itself. A path that leaves the
+// game begins with "..". Links are not resolved.
 [[nodiscard]] std::string LexicalPath(std::string_view path);
 
 // Whether a lexical path leaves the game directory.
 [[nodiscard]] bool LeavesGame(std::string_view lexicalPath);
 
-// The directory that a lexical path lies in; empty for the game directory.
+// The directory of a lexical path; empty if that is the game directory.
 [[nodiscard]] std::string_view ParentOf(std::string_view lexicalPath);
 
-// The last name of a lexical path.
+// The last component of a lexical path.
 [[nodiscard]] std::string_view NameOf(std::string_view lexicalPath);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// Paths that lead back or out by "..".
+// Detects ".." in paths.
 #ifndef SEALKEEPER_INSPECT_TREE_PARENT_COMPONENT_H
 #define SEALKEEPER_INSPECT_TREE_PARENT_COMPONENT_H
 
@@ -6,7 +6,7 @@
 
 namespace sealkeeper {
 
-// Whether ".." is among the components of `path`, lexical or not.
+// Whether ".." is a component of `path`, lexical or not.
 [[nodiscard]] bool HasParentComponent(std::string_view path);
 
 }  // namespace sealkeeper

@@ -3,7 +3,7 @@
 namespace sealkeeper {
 
 std::optional<std::string_view> PathBelow(std::string_view path, std::string_view directory) {
-    // The root is the one directory whose path ends in a slash.
+    // Only the root's path ends in a slash.
     if (directory.ends_with('/')) {
         directory.remove_suffix(1);
     }

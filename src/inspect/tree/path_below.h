@@ -1,5 +1,5 @@
-// What lies in a directory, by absolute paths without links, dot components and a slash at their
-// end. The directory may be "/".
+// Tells what lies below a directory. Paths are absolute, without links, dot components and trailing
+// slashes. The directory may be "/".
 #ifndef SEALKEEPER_INSPECT_TREE_PATH_BELOW_H
 #define SEALKEEPER_INSPECT_TREE_PATH_BELOW_H
 
@@ -8,8 +8,8 @@
 
 namespace sealkeeper {
 
-// The path that leads from `directory` to `path`, a part of that; nothing where `path` is not below
-// `directory`, which itself is not.
+// The part of `path` after `directory`. Empty if `path` is not below `directory`; a directory is
+// not below itself.
 [[nodiscard]] std::optional<std::string_view> PathBelow(std::string_view path,
                                                         std::string_view directory);
 
