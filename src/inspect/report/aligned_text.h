@@ -1,4 +1,4 @@
-// Texts in columns.
+// Pads texts for columns.
 #ifndef SEALKEEPER_INSPECT_REPORT_ALIGNED_TEXT_H
 #define SEALKEEPER_INSPECT_REPORT_ALIGNED_TEXT_H
 
@@ -8,13 +8,13 @@
 
 namespace sealkeeper {
 
-// Both give `text` as it is where it is wider than `width`. Bytes are counted: what is not ASCII
-// belongs into the last column.
+// Both return `text` unchanged if it is wider than `width`. Widths are in bytes, so text outside
+// ASCII belongs in the last column.
 
-// With blanks after it.
+// Pads with blanks at the end.
 [[nodiscard]] std::string AlignedLeft(std::string_view text, std::size_t width);
 
-// With blanks before it.
+// Pads with blanks at the start.
 [[nodiscard]] std::string AlignedRight(std::string_view text, std::size_t width);
 
 }  // namespace sealkeeper

@@ -1,16 +1,16 @@
-// Exit statuses that commands of sealkeeper-inspect share.
+// Exit statuses shared by the commands of sealkeeper-inspect.
 #ifndef SEALKEEPER_INSPECT_REPORT_COMMAND_STATUS_H
 #define SEALKEEPER_INSPECT_REPORT_COMMAND_STATUS_H
 
 namespace sealkeeper {
 
-// Nothing to say.
+// Nothing to report.
 inline constexpr int kStatusGood = 0;
-// What was looked at works, but somebody should look at a warning.
+// It works, but there are warnings to look at.
 inline constexpr int kStatusWarning = 1;
-// It does not work, or it could not be looked at.
+// It does not work, or it could not be examined.
 inline constexpr int kStatusError = 2;
-// The command line says no command: EX_USAGE of sysexits(3), no status of any command.
+// The command line is wrong: EX_USAGE of sysexits(3), which no command returns.
 inline constexpr int kUsageStatus = 64;
 
 }  // namespace sealkeeper

@@ -51,7 +51,7 @@ Console::Console()
 void Console::Write(std::string_view text) {
     errno = 0;
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() && writeError_ == 0) {
-        // A failure, whether the system says why or not.
+        // A failed write must not count as success, even if errno is unset.
         writeError_ = errno != 0 ? errno : EIO;
     }
 }
@@ -79,7 +79,7 @@ std::string Console::Styled(Style style, std::string_view text) const {
 }
 
 void Console::Fail(std::string_view message) {
-    // What was written before comes first where both go to one place.
+    // Keeps the order if both streams go to the same place.
     std::fflush(stdout);
     const std::string line = std::string(kProgramName) +
                              (isErrorTerminal_ ? TerminalSafeText(message) : std::string(message)) +

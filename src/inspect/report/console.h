@@ -1,4 +1,4 @@
-// What a person sees: the report on standard output, and what went wrong on standard error.
+// Output for people: the report on standard output, failures on standard error.
 #ifndef SEALKEEPER_INSPECT_REPORT_CONSOLE_H
 #define SEALKEEPER_INSPECT_REPORT_CONSOLE_H
 
@@ -11,33 +11,33 @@ enum class Style { Plain, Strong, Faint, Good, Warning, Bad };
 
 class Console {
   public:
-    // Colours standard output where it is a terminal, unless NO_COLOR is set and not empty
-    // (no-color.org) or the terminal is a dumb one.
+    // Colours standard output if it is a terminal that is not dumb, unless NO_COLOR is set and not
+    // empty (no-color.org).
     Console();
 
-    // Writes `text` to standard output as it stands. A failure is told by `Finish`.
+    // Writes `text` to standard output unchanged. `Finish` reports failures.
     void Write(std::string_view text);
 
-    // Ends the report. Returns false, with the reason on standard error, when not all of it could
-    // be written; true, in silence, where nobody wants to read on, as in `… | head`.
+    // Ends the report. Returns false, with the reason on standard error, if part of it could not be
+    // written. A reader that closed the pipe early, as in `…
+    // head`, is no failure.
     [[nodiscard]] bool Finish();
 
-    // What is not the program's own, as it goes into a text for standard output: where that is a
-    // terminal, as `TerminalSafeText`.
+    // Untrusted text for standard output: `TerminalSafeText` if that is a terminal, else unchanged.
     [[nodiscard]] std::string Foreign(std::string_view text) const;
 
-    // `text` in the colour of `style`, where there is colour.
+    // `text` in the colour of `style`; unchanged if colour is off.
     [[nodiscard]] std::string Styled(Style style, std::string_view text) const;
 
-    // Writes a line "sealkeeper-inspect: " and `message`, which has no line feed, to standard
-    // error; where that is a terminal, as `TerminalSafeText`.
+    // Writes the line "sealkeeper-inspect: " and `message` to standard error, as `TerminalSafeText`
+    // if that is a terminal. `message` has no line feed.
     void Fail(std::string_view message);
 
   private:
     bool isOutputTerminal_;
     bool isErrorTerminal_;
     bool hasColour_;
-    // The errno of the first write that failed; 0 where none did.
+    // The errno of the first failed write; 0 if none failed.
     int writeError_ = 0;
 };
 

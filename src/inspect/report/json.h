@@ -7,15 +7,15 @@
 
 namespace sealkeeper {
 
-// Keeps the order in which members were added.
+// Members keep the order in which they were added.
 using Json = nlohmann::ordered_json;
 
-// `document` as indented text that ends in a line feed. What is no UTF-8 in it, as a file's name
-// may be, becomes U+FFFD.
+// `document` as indented text, with a final line feed. Bytes that are not UTF-8, as file names may
+// hold, become U+FFFD.
 [[nodiscard]] std::string JsonText(const Json& document);
 
-// Adds the member `name` with the name of a file. Where that is no UTF-8, a further member, called
-// `name` and "Hex", has its bytes.
+// Adds the file name `fileName` as member `name`. If it is not UTF-8, its bytes follow in a member
+// `name` + "Hex".
 void AddFileName(Json& object, const std::string& name, const std::string& fileName);
 
 }  // namespace sealkeeper

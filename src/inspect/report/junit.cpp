@@ -22,7 +22,7 @@ class StringWriter : public pugi::xml_writer {
     std::string text;
 };
 
-// The library leaves out what it has no memory for, and the document would not tell.
+// Out of memory, pugixml silently leaves nodes out.
 void RequireMemory(bool hasSucceeded) {
     if (!hasSucceeded) {
         throw std::bad_alloc();

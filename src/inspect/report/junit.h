@@ -1,4 +1,4 @@
-// Reports as JUnit XML, which build servers read as the results of tests.
+// Reports as JUnit XML, which build servers read as test results.
 #ifndef SEALKEEPER_INSPECT_REPORT_JUNIT_H
 #define SEALKEEPER_INSPECT_REPORT_JUNIT_H
 
@@ -13,7 +13,7 @@ struct JunitCase {
     std::string className;
     std::string name;
     Outcome outcome = Outcome::Passed;
-    // Both empty for a case that passed; the type is for failures and errors.
+    // Both are empty for a passed case. The type is for failures and errors only.
     std::string type;
     std::string message;
 };
@@ -23,7 +23,7 @@ struct JunitSuite {
     std::vector<JunitCase> cases;
 };
 
-// A whole document, in UTF-8. Texts are those of `XmlText`.
+// The whole document, in UTF-8. Texts pass through `XmlText`.
 [[nodiscard]] std::string JunitText(const std::string& name, const std::vector<JunitSuite>& suites);
 
 }  // namespace sealkeeper

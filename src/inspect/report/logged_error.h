@@ -1,5 +1,5 @@
-// Errors that the tool's own code logs, kept for reports. That code logs where it finds a failure,
-// which is where most is known of it.
+// Keeps the errors that the tool's own code logs, for use in reports. That code logs a failure
+// where it is found, with the most detail.
 #ifndef SEALKEEPER_INSPECT_REPORT_LOGGED_ERROR_H
 #define SEALKEEPER_INSPECT_REPORT_LOGGED_ERROR_H
 
@@ -7,16 +7,16 @@
 
 namespace sealkeeper {
 
-// Has the tool's own code tell its messages to the functions below alone.
+// Redirects the log: its messages go only to the functions below.
 void KeepLogQuiet();
 
-// The last message that tells of an error, without its line feed; empty when there was none.
+// The last logged error, without its line feed; empty if there is none.
 [[nodiscard]] const std::string& LastLoggedError();
 
-// The first one since they were forgotten: what was found first may be the cause of the others.
+// The first error since `ForgetLoggedError`. It may have caused the later ones.
 [[nodiscard]] const std::string& FirstLoggedError();
 
-// Forgets both, so that the next one is known to be of what comes next.
+// Forgets both, so that the next error is known to be new.
 void ForgetLoggedError();
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// Several names in one sentence.
+// Lists names in a sentence.
 #ifndef SEALKEEPER_INSPECT_REPORT_NAME_LIST_H
 #define SEALKEEPER_INSPECT_REPORT_NAME_LIST_H
 
@@ -11,12 +11,12 @@ namespace sealkeeper {
 
 inline constexpr std::size_t kEveryName = std::numeric_limits<std::size_t>::max();
 
-// "a"; of several "a and b", "a, b and c". Of more than `most` names the first and the number of
-// the others: "a, b and 3 more". Empty for no names.
+// "a", "a and b", "a, b and c". Beyond `most` names, the rest is counted: "a, b and 3 more". Empty
+// for no names.
 [[nodiscard]] std::string NameList(const std::vector<std::string>& names,
                                    std::size_t most = kEveryName);
 
-// The same with each name in single quotes.
+// As above, with each name in single quotes.
 [[nodiscard]] std::string QuotedNameList(const std::vector<std::string>& names,
                                          std::size_t most = kEveryName);
 

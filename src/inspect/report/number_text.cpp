@@ -17,7 +17,7 @@ std::string GroupedNumber(std::uint64_t number) {
 
 std::string SizeText(std::uint64_t bytes) {
     constexpr double kStep = 1000;
-    // A tenth is shown, so what would be shown as 1000.0 takes the next unit.
+    // One decimal is shown: from here on it would read 1000.0, so the next unit is used.
     constexpr double kRoundsUpToStep = 999.95;
     constexpr std::array<const char*, 6> kUnits = {"kB", "MB", "GB", "TB", "PB", "EB"};
     if (bytes < static_cast<std::uint64_t>(kStep)) {

@@ -1,4 +1,4 @@
-// Numbers as people read them.
+// Formats numbers for people.
 #ifndef SEALKEEPER_INSPECT_REPORT_NUMBER_TEXT_H
 #define SEALKEEPER_INSPECT_REPORT_NUMBER_TEXT_H
 
@@ -11,7 +11,7 @@ namespace sealkeeper {
 // "1,234,567".
 [[nodiscard]] std::string GroupedNumber(std::uint64_t number);
 
-// "999 bytes", "1.0 kB", "123.4 MB": decimal units, as those of the configuration file are.
+// "999 bytes", "1.0 kB", "123.4 MB". Units are decimal, as in the configuration file.
 [[nodiscard]] std::string SizeText(std::uint64_t bytes);
 
 // "1 file", "2 files".

@@ -17,7 +17,7 @@ namespace {
 constexpr std::chrono::milliseconds kDrawingInterval{100};
 constexpr std::size_t kWidestBar = 30;
 constexpr std::size_t kNarrowestBar = 5;
-// Back to the start of the line, and clear it (ECMA-48, 8.3.41).
+// Carriage return, then erase in line (ECMA-48, 8.3.41).
 constexpr const char* kClearedLine = "\r\x1b[K";
 
 std::string DurationText(std::uint64_t seconds) {
@@ -36,7 +36,7 @@ std::string DurationText(std::uint64_t seconds) {
 }
 
 std::string RateAndTimeLeft(const Progress& progress) {
-    // Nothing sensible to tell before, and none so far away that it has no use.
+    // In seconds. A rate over a shorter time means nothing, and a longer time left is of no use.
     constexpr double kShortest = 0.2;
     constexpr double kLongest = 1e9;
     const double seconds = progress.elapsed.count();
@@ -112,7 +112,7 @@ void ProgressBar::Advance(std::uint64_t bytes) {
     nextDrawing_ = now + kDrawingInterval;
     progress_.elapsed = now - start_;
     isDrawn_ = true;
-    // Asked each time, since windows change.
+    // Not cached, since windows are resized.
     const std::size_t columns = TerminalColumns(STDERR_FILENO);
     std::fputs((kClearedLine + ProgressLine(progress_, columns)).c_str(), stderr);
 }

@@ -1,4 +1,4 @@
-// A line on a terminal that tells how far a long run has come.
+// A progress line for long runs on a terminal.
 #ifndef SEALKEEPER_INSPECT_REPORT_PROGRESS_BAR_H
 #define SEALKEEPER_INSPECT_REPORT_PROGRESS_BAR_H
 
@@ -9,21 +9,21 @@
 
 namespace sealkeeper {
 
-// How far a run has come.
+// The progress of a run.
 struct Progress {
     std::uint64_t doneBytes = 0;
     std::uint64_t totalBytes = 0;
     std::chrono::duration<double> elapsed{};
 };
 
-// Bar, share, rate and time left, as in "[=====>    ]  52 %  412.3 MB/s  1:03 left". The rate is
-// the average so far; without one there is no time left to tell. The line has fewer characters than
-// `columns`, so that no terminal of that width wraps it: the bar shrinks first, then rate and time
-// left go, then the bar, and then all.
+// The bar, the percentage, the rate and the time left: "[=====>    ]  52 %  412.3 MB/s  1:03 left".
+// The rate is the average so far; without one, no time left is shown. The line is shorter than
+// `columns`, so that it never wraps. In a narrow terminal the bar shrinks first. Then the rate and
+// the time left are dropped, then the bar, then everything.
 [[nodiscard]] std::string ProgressLine(const Progress& progress, std::size_t columns);
 
-// Draws the line on standard error where that is a terminal, and no dumb one, so that standard
-// output has the report alone, at most ten times a second. The line is gone when the bar is.
+// Draws the line on standard error, at most ten times a second, if that is a terminal that is not
+// dumb. Standard output is left to the report. The destructor erases the line.
 class ProgressBar {
   public:
     explicit ProgressBar(std::uint64_t totalBytes);

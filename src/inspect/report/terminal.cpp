@@ -9,7 +9,7 @@
 namespace sealkeeper {
 namespace {
 
-// 0 where it is no such number.
+// 0 if the variable holds no such number.
 std::size_t NumberIn(const char* variable) {
     const char* const value = std::getenv(variable);
     const std::string_view text = value == nullptr ? "" : value;

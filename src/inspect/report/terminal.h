@@ -1,4 +1,4 @@
-// What the terminal can do.
+// Capabilities of the terminal.
 #ifndef SEALKEEPER_INSPECT_REPORT_TERMINAL_H
 #define SEALKEEPER_INSPECT_REPORT_TERMINAL_H
 
@@ -6,11 +6,11 @@
 
 namespace sealkeeper {
 
-// Whether the terminal, by TERM, knows no control sequences, or nothing is known of it.
+// Whether TERM is unset or "dumb": the terminal may not know control sequences.
 [[nodiscard]] bool IsDumbTerminal();
 
-// How many characters a line of the terminal at `descriptor` has: COLUMNS, where that is a number
-// above 0; else what the system tells; else 80.
+// The width of the terminal at `descriptor` in characters: COLUMNS if it is a number above 0, else
+// what the system reports, else 80.
 [[nodiscard]] std::size_t TerminalColumns(int descriptor);
 
 }  // namespace sealkeeper

@@ -6,8 +6,8 @@
 namespace sealkeeper {
 namespace {
 
-// U+2028 and U+2029 are the separators. All others have the property Bidi_Control (Unicode Standard
-// Annex 9).
+// Whether the character is a line or paragraph separator (U+2028, U+2029) or has the property
+// Bidi_Control (Unicode Standard Annex 9).
 bool OrdersText(std::string_view character) {
     if (character == "\xD8\x9C") {
         return true;  // U+061C

@@ -1,4 +1,4 @@
-// Foreign text as a terminal may be shown it.
+// Makes untrusted text safe for a terminal.
 #ifndef SEALKEEPER_INSPECT_REPORT_TERMINAL_SAFE_TEXT_H
 #define SEALKEEPER_INSPECT_REPORT_TERMINAL_SAFE_TEXT_H
 
@@ -7,9 +7,9 @@
 
 namespace sealkeeper {
 
-// `text` with each byte of a control character, as `EscapeControls` knows them, as "\x" and its two
-// hexadecimal digits; and in the same way of what orders the text around it from right to left, by
-// which "gpj.exe" is read as another name, and of line and paragraph separators.
+// Writes bytes as "\x" and two hexadecimal digits if they belong to control characters, as
+// `EscapeControls` knows them, to line or paragraph separators, or to bidirectional controls. With
+// the last, "gpj.exe" could be shown as another name.
 [[nodiscard]] std::string TerminalSafeText(std::string_view text);
 
 }  // namespace sealkeeper

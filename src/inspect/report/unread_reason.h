@@ -1,4 +1,4 @@
-// Why a file could not be read, where whoever tried may only say that it could not.
+// Finds out why a file could not be read, after code that does not say.
 #ifndef SEALKEEPER_INSPECT_REPORT_UNREAD_REASON_H
 #define SEALKEEPER_INSPECT_REPORT_UNREAD_REASON_H
 
@@ -6,15 +6,15 @@
 
 namespace sealkeeper {
 
-// What the file at `path` is, where that is the reason; else the system's reason against reading
-// it, as it is now; else that for `systemError`, the errno of the attempt, 0 where it is not known.
-// The file is not opened.
+// The kind of the file at `path` if that is the reason, else why the system now refuses to read it,
+// else the text of `systemError`: the errno of the attempt, or 0 if it is unknown. The file is not
+// opened.
 [[nodiscard]] std::string UnreadReason(const std::string& path, int systemError = 0);
 
-// The system's reason against reading the directory at `path`, as it is now.
+// Why the system now refuses to read the directory at `path`.
 [[nodiscard]] std::string UnreadDirectoryReason(const std::string& path);
 
-// The same as "cannot be read: " and the reason.
+// "cannot be read: " and that reason.
 [[nodiscard]] std::string CannotBeRead(const std::string& path, int systemError = 0);
 
 }  // namespace sealkeeper

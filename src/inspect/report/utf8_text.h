@@ -1,4 +1,4 @@
-// Names on disk are bytes, while JSON and HTML are text in UTF-8.
+// Names on disk are bytes, but JSON and HTML are UTF-8.
 #ifndef SEALKEEPER_INSPECT_REPORT_UTF8_TEXT_H
 #define SEALKEEPER_INSPECT_REPORT_UTF8_TEXT_H
 
@@ -6,7 +6,7 @@
 
 namespace sealkeeper {
 
-// `bytes` with each byte that belongs to no well-formed UTF-8 as U+FFFD: itself, where all do.
+// `bytes` with U+FFFD in place of each byte that is not part of well-formed UTF-8.
 [[nodiscard]] std::string WellFormedUtf8(const std::string& bytes);
 
 }  // namespace sealkeeper
