@@ -17,7 +17,7 @@ struct KnownCause {
     const char* text;
 };
 
-// Of the codes that say nothing of the certificate alone.
+// For codes that are not about the certificate alone.
 constexpr std::array kOtherCauses = {
     KnownCause{ResultCode::CatalogueError, "its name is not UTF-8"},
     KnownCause{ResultCode::FileInvalid, "it is damaged or cut off, or no catalogue"},

@@ -1,4 +1,4 @@
-// Why a catalogue was not read, in words.
+// Explains why a catalogue could not be read.
 #ifndef SEALKEEPER_INSPECT_CHECK_CATALOGUE_FAILURE_H
 #define SEALKEEPER_INSPECT_CHECK_CATALOGUE_FAILURE_H
 
@@ -8,13 +8,13 @@
 
 namespace sealkeeper {
 
-// What the result code of reading a catalogue was made from.
+// A failed attempt to read a catalogue.
 struct CatalogueFailure {
     ResultCode code = ResultCode::Ok;
-    // From the game directory, which is the current one.
+    // Relative to the game directory, which is the current directory.
     std::string path;
     std::string productId;
-    // What was logged where the failure was found; empty when nothing was.
+    // The error logged where the failure was found; empty if there was none.
     std::string loggedCause;
 };
 

@@ -1,4 +1,4 @@
-// The command `check`: verifies a game and says what verifying leaves unsaid.
+// The command `check`: verifies a game and reports what verify does not mention.
 #ifndef SEALKEEPER_INSPECT_CHECK_CHECK_COMMAND_H
 #define SEALKEEPER_INSPECT_CHECK_CHECK_COMMAND_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Its status is `StatusOf` its report. `console` must live as long as `commandLine` is used.
+// The exit status is `StatusOf` the report. `console` must outlive `commandLine`.
 void AddCheckCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper

@@ -51,7 +51,7 @@ Json SummaryJson(const CheckReport& report) {
     return summary;
 }
 
-// Null when the verification ended before.
+// Null if the verification ended earlier.
 Json RuntimeConfigurationJson(const CheckReport& report) {
     if (!report.runtimeConfiguration) {
         return nullptr;

@@ -1,4 +1,4 @@
-// The report of a check as JSON; docs/inspect/check.md has its members.
+// The report of a check as JSON. docs/inspect/check.md lists the members.
 #ifndef SEALKEEPER_INSPECT_CHECK_CHECK_JSON_H
 #define SEALKEEPER_INSPECT_CHECK_CHECK_JSON_H
 

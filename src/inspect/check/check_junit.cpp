@@ -40,7 +40,7 @@ JunitCase RuntimeConfigurationCase(const CheckReport& report) {
     return test;
 }
 
-// The catalogues, runtime.conf, and what else ended the verification.
+// The catalogues, runtime.conf, and any other reason why the verification ended.
 JunitSuite VerificationSuite(const CheckReport& report) {
     JunitSuite suite{"verification", {}};
     for (const CheckedCatalogue& catalogue : report.catalogues) {
@@ -67,7 +67,7 @@ JunitCase FileCase(const CheckedFile& file, const std::string& catalogue) {
     return test;
 }
 
-// One for each catalogue.
+// One suite for each catalogue.
 std::vector<JunitSuite> FileSuites(const CheckReport& report) {
     std::vector<JunitSuite> suites;
     for (const CheckedCatalogue& catalogue : report.catalogues) {

@@ -1,4 +1,4 @@
-// The report of a check as JUnit XML; docs/inspect/check.md has its suites.
+// The report of a check as JUnit XML. docs/inspect/check.md lists the suites.
 #ifndef SEALKEEPER_INSPECT_CHECK_CHECK_JUNIT_H
 #define SEALKEEPER_INSPECT_CHECK_CHECK_JUNIT_H
 
@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-// Additions fail where they count, by `isStrict`; else they are skipped.
+// Additions are failures if `isStrict`, else skipped cases.
 [[nodiscard]] std::vector<JunitSuite> CheckJunitSuites(const CheckReport& report, bool isStrict);
 
 [[nodiscard]] std::string CheckJunit(const CheckReport& report, bool isStrict);

@@ -1,4 +1,4 @@
-// What a check found of an installed game.
+// The result of checking an installed game.
 #ifndef SEALKEEPER_INSPECT_CHECK_CHECK_REPORT_H
 #define SEALKEEPER_INSPECT_CHECK_CHECK_REPORT_H
 
@@ -15,80 +15,82 @@
 namespace sealkeeper {
 
 struct CheckedCatalogue {
-    // Of the file.
+    // The file name.
     std::string name;
     ResultCode code = ResultCode::Ok;
     std::uint64_t files = 0;
 };
 
 struct CheckedFile {
-    // As the catalogue has it, which is from the game directory.
+    // As the catalogue lists it, relative to the game directory.
     std::string path;
-    // Of `CheckReport::catalogues`.
+    // Index in `CheckReport::catalogues`.
     std::size_t catalogueIndex = 0;
     std::uint64_t listedSizeBytes = 0;
     ResultCode code = ResultCode::Ok;
-    // Stored at four bytes a character, as aliased paths are: `path` is the first character alone.
+    // Stored with four bytes per character, as aliased paths are. Then `path` is only the first
+    // one.
     bool isAliased = false;
 };
 
-// In the words of reports: "not read", "good", "certificate not read" and so on.
+// As reports print it: "not read", "good", "certificate not read" and so on.
 [[nodiscard]] const char* RuntimeConfigurationVerdictText(RuntimeConfigurationVerdict verdict);
 
-// What verifying says nothing about.
+// What verify does not report.
 enum class AdditionKind {
     UnlistedFile,
     UnlistedLink,
     UnlistedSpecialFile,
     LinkWhereSealed,
-    // A directory that cannot be read, so that what it holds is not known, and the like.
+    // Something that could not be examined, such as a directory that cannot be read.
     NotLookedAt,
     MissingRuntimeConfiguration,
     UnreadableRuntimeConfiguration,
 };
 
-// In the words of reports: "unlisted file" and so on.
+// As reports print it: "unlisted file" and so on.
 [[nodiscard]] const char* AdditionKindText(AdditionKind kind);
 
 struct Addition {
     AdditionKind kind;
-    // From the game directory, as on disk.
+    // Relative to the game directory, as on disk.
     std::string path;
-    // Where a link leads to; otherwise empty.
+    // The target of a link; otherwise empty.
     std::string target;
-    // How many listed files a link stands in the way to.
+    // How many listed paths lead through the link.
     std::uint64_t sealedFiles = 0;
-    // Why something could not be looked at or read, where that is known.
+    // Why something could not be examined or read; empty if that is unknown.
     std::string reason;
 };
 
 struct CheckReport {
-    // As it was given; absolute once it resolved.
+    // As given; absolute once it has been resolved.
     std::string gameDirectory;
     std::string productId;
-    // Those read, in the order of reading. The last one ended the verification if it has a failure.
+    // The catalogues that were read, in that order. If the last has a failure code, it ended the
+    // verification.
     std::vector<CheckedCatalogue> catalogues;
-    // Those verified, in the order of the catalogues.
+    // The files that were verified, grouped by catalogue.
     std::vector<CheckedFile> files;
-    // Nothing when the verification ended before.
+    // Empty if the verification ended earlier.
     std::optional<RuntimeConfigurationVerdict> runtimeConfiguration;
-    // What is wrong with runtime.conf or its certificate; else empty.
+    // What is wrong with runtime.conf or its certificate; empty if nothing is.
     std::string runtimeConfigurationFailure;
-    // Why the verification ended before its end; else empty. Nobody looked for additions then.
+    // Why the verification ended early; empty if it did not. Then there is no search for additions.
     std::string failure;
-    // The code of all, which is the exit status of verify.
+    // The overall code, which is the exit status of verify.
     ResultCode code = ResultCode::Ok;
-    // By kind, and then by path.
+    // Sorted by kind, then by path.
     std::vector<Addition> additions;
 };
 
-// How many files ended with which code.
+// The number of files for each code.
 [[nodiscard]] std::map<ResultCode, std::uint64_t> CountsByCode(const CheckReport& report);
 
-// The exit status of a check under --strict that found nothing wrong but additions.
+// The exit status with --strict if additions are the only finding.
 inline constexpr int kAdditionsStatus = 40;
 
-// The exit status: that of verify; where that is 0 and additions count, by `isStrict`,
+// The exit status of verify. If that is 0, there are additions and `isStrict` is set:
 // `kAdditionsStatus`.
 [[nodiscard]] int StatusOf(const CheckReport& report, bool isStrict);
 

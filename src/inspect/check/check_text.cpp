@@ -34,7 +34,7 @@ std::string CataloguesText(const CheckReport& report, const Console& console) {
     return text;
 }
 
-// Which catalogue, where there are several.
+// The name of the catalogue, if there are several.
 std::string CatalogueNote(const CheckReport& report, const CheckedFile& file,
                           const Console& console) {
     if (report.catalogues.size() < 2) {
@@ -174,7 +174,7 @@ std::string CheckText(const CheckReport& report, const CheckTextOptions& options
     text += verdicts.empty() ? "" : "\n" + verdicts;
     text += AliasHint(report) + AdditionsText(report, options.isVerbose, console);
     text += text.empty() ? "" : "\n";
-    // There is nothing to sum up when no file was come to.
+    // Nothing to sum up if the verification ended before the first file.
     text += report.failure.empty() || !report.files.empty() ? SummaryText(report) : "";
     return text + StatusText(report, options.isStrict, console);
 }

@@ -11,11 +11,11 @@ namespace sealkeeper {
 
 struct CheckTextOptions {
     bool isStrict = false;
-    // Shows the good files, too, and all additions.
+    // Also lists good files, and does not shorten the list of additions.
     bool isVerbose = false;
 };
 
-// Coloured and escaped as `console` needs it.
+// Coloured and escaped for `console`.
 [[nodiscard]] std::string CheckText(const CheckReport& report, const CheckTextOptions& options,
                                     const Console& console);
 

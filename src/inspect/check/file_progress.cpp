@@ -22,7 +22,7 @@ void FileProgress::EndFile() {
     AdvanceBy(bytesLeft_);
 }
 
-// The last chunk of a file may be a short one.
+// Capped, since the last chunk of a file may be short.
 void FileProgress::AdvanceBy(std::uint64_t bytes) {
     const std::uint64_t done = std::min(bytes, bytesLeft_);
     bytesLeft_ -= done;

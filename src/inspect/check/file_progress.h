@@ -1,4 +1,4 @@
-// Shows how far a verification has come, chunk by chunk: a file may take minutes.
+// Shows the progress of a verification chunk by chunk, since a single file may take minutes.
 #ifndef SEALKEEPER_INSPECT_CHECK_FILE_PROGRESS_H
 #define SEALKEEPER_INSPECT_CHECK_FILE_PROGRESS_H
 
@@ -8,7 +8,7 @@
 
 namespace sealkeeper {
 
-// Listens to the ticks of verifying as long as it is there; one at a time.
+// Receives the ticks of the verification while it exists. Only one may exist at a time.
 class FileProgress {
   public:
     explicit FileProgress(std::uint64_t totalBytes);
@@ -16,17 +16,17 @@ class FileProgress {
     FileProgress& operator=(const FileProgress&) = delete;
     ~FileProgress();
 
-    // The next ticks are of a file of so many bytes.
+    // The following ticks belong to a file of this size.
     void BeginFile(std::uint64_t sizeBytes) { bytesLeft_ = sizeBytes; }
 
-    // What was not ticked of it is done as well.
+    // Counts the rest of the file as done, even if it was not read.
     void EndFile();
 
   private:
     void AdvanceBy(std::uint64_t bytes);
 
     ProgressBar bar_;
-    // Of the file that was begun.
+    // Of the current file.
     std::uint64_t bytesLeft_ = 0;
 };
 

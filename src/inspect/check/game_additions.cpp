@@ -23,7 +23,8 @@ std::string RuntimeConfigurationPath() {
     return std::string(kCertificatesDirectory) + kRuntimeConfigurationFileName;
 }
 
-// Everything that was verified: the listed files and those that hold the signatures.
+// Everything that verify looks at: the listed files, the catalogues with their certificates, and
+// runtime.conf.
 std::vector<std::string> VerifiedPaths(const CheckReport& report) {
     std::vector<std::string> paths;
     for (const CheckedFile& file : report.files) {
@@ -45,7 +46,7 @@ bool HasMainCatalogue(const CheckReport& report) {
         });
 }
 
-// What there is to say of a runtime.conf that was not read. A mod has none.
+// Reports a runtime.conf that was not read. Mods have none.
 void AddRuntimeConfiguration(const CheckReport& report, std::vector<Addition>& additions) {
     if (report.runtimeConfiguration != RuntimeConfigurationVerdict::NotRead) {
         return;

@@ -1,4 +1,4 @@
-// What verifying a game says nothing about, of a game that was verified.
+// Finds what verify does not report in a game.
 #ifndef SEALKEEPER_INSPECT_CHECK_GAME_ADDITIONS_H
 #define SEALKEEPER_INSPECT_CHECK_GAME_ADDITIONS_H
 
@@ -8,8 +8,8 @@
 
 namespace sealkeeper {
 
-// The additions to `report`, whose verification came to its end, sorted. The game directory is the
-// current one.
+// The additions for `report`, sorted. The verification must have been completed and the current
+// directory must be the game directory.
 [[nodiscard]] std::vector<Addition> FindAdditions(const CheckReport& report);
 
 }  // namespace sealkeeper

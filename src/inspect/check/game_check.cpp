@@ -25,7 +25,8 @@ std::string SearchFailureText(ResultCode code, int systemError, const std::strin
     return LastLoggedError();
 }
 
-// Ends `report` with `code`, for which `failure` gives the reason where one is known.
+// Ends the verification in `report` with `code`. Without a `failure`, the text of the code is the
+// reason.
 ResultCode EndWith(ResultCode code, std::string failure, CheckReport& report) {
     report.code = code;
     report.failure = failure.empty() ? ResultFailureText(code) : std::move(failure);
@@ -42,15 +43,15 @@ ResultCode FindCatalogues(GameVerification& game, CheckReport& report) {
     return ResultCode::Ok;
 }
 
-// What stands for the name of a catalogue that is not UTF-8.
+// The name that conversion gives a catalogue whose own is not UTF-8.
 std::string NameThatIsNoText() {
     return WideToUtf8(Utf8ToWide("\xFF"));
 }
 
-// Why the last of the catalogues of `report` was not read.
+// Why the last catalogue in `report` could not be read.
 std::string ReadingFailureText(const CheckReport& report) {
     const CheckedCatalogue& failed = report.catalogues.back();
-    // What has this code is logged where it is found; with the others their number says all.
+    // Only failures with this code are logged in detail; for the others the code says everything.
     const bool isCauseLogged =
         failed.code == ResultCode::CatalogueError && failed.name != NameThatIsNoText();
     return CatalogueFailureText({failed.code, kCertificatesDirectory + failed.name,
@@ -69,7 +70,7 @@ ResultCode ReadCatalogues(GameVerification& game, CheckReport& report) {
     return code == ResultCode::Ok ? code : EndWith(code, ReadingFailureText(report), report);
 }
 
-// At most what a number holds: sizes are those that the catalogues claim.
+// Saturates: the sizes are what untrusted catalogues claim.
 std::uint64_t TotalBytesOf(const EntryList& entries) {
     std::uint64_t total = 0;
     for (const auto& entry : entries) {

@@ -1,4 +1,4 @@
-// The check of an installed game.
+// Checks an installed game.
 #ifndef SEALKEEPER_INSPECT_CHECK_GAME_CHECK_H
 #define SEALKEEPER_INSPECT_CHECK_GAME_CHECK_H
 
@@ -7,9 +7,9 @@
 
 namespace sealkeeper {
 
-// Verifies the game at `verifyDir` of `options` as the action of the same name does, with a
-// progress bar, and looks for what that says nothing about. The process's current directory is the
-// game directory afterwards. Lack of memory ends the verification as anything else does.
+// Verifies the game at `verifyDir` of `options` as the action verify does, with a progress bar.
+// Then looks for what verify does not report. Changes the current directory to the game directory.
+// Running out of memory ends the verification like any other failure.
 [[nodiscard]] CheckReport CheckGame(const CommandLineOptions& options);
 
 }  // namespace sealkeeper

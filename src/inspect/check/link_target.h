@@ -1,4 +1,4 @@
-// Where symbolic links lead to.
+// Reads symbolic links.
 #ifndef SEALKEEPER_INSPECT_CHECK_LINK_TARGET_H
 #define SEALKEEPER_INSPECT_CHECK_LINK_TARGET_H
 
@@ -6,7 +6,7 @@
 
 namespace sealkeeper {
 
-// What the link at `path` holds; empty when it cannot be read.
+// The text of the link at `path`; empty if it cannot be read.
 [[nodiscard]] std::string LinkTarget(const std::string& path);
 
 }  // namespace sealkeeper

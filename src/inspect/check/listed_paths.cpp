@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// The path of the file at `path` without links on the way to it, but not that of a link's target.
+// Resolves links in the directories of `path`, but not the file itself.
 std::optional<std::string> ResolveDirectoriesOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     if (slash == std::string::npos) {
@@ -30,7 +30,7 @@ std::optional<std::string> ResolveDirectoriesOf(const std::string& path) {
 ListedPaths::ListedPaths(std::string gameDirectory) : gameDirectory_(std::move(gameDirectory)) {}
 
 void ListedPaths::Add(const std::string& path) {
-    // What ".." leads to depends on links.
+    // The meaning of ".." depends on links before it, so the system must resolve it.
     if (!HasParentComponent(path) && !path.starts_with('/')) {
         paths_.insert(LexicalPath(path));
         return;

@@ -1,4 +1,4 @@
-// The paths that the catalogues of a game list, as they are on disk.
+// The paths listed in the catalogues of a game, in the form they have on disk.
 #ifndef SEALKEEPER_INSPECT_CHECK_LISTED_PATHS_H
 #define SEALKEEPER_INSPECT_CHECK_LISTED_PATHS_H
 
@@ -7,17 +7,17 @@
 
 namespace sealkeeper {
 
-// Compares by the letter, and so that "a//b" and "./a/b" are "a/b".
+// Compares byte for byte after normalisation: "a//b" equals "a/b", "./a/b" too.
 class ListedPaths {
   public:
-    // `gameDirectory` is absolute, ends in '/' and is the current one.
+    // `gameDirectory` is absolute, ends in '/' and is the current directory.
     explicit ListedPaths(std::string gameDirectory);
 
-    // Adds a path as verifying takes it: from the game directory or absolute. Where a ".." is in
-    // it, the system decides what the directories before it are.
+    // Adds a path as verify takes it: relative to the game directory, or absolute. The system
+    // resolves the directories of an absolute path or one with "..".
     void Add(const std::string& path);
 
-    // `path` is from the game directory, without dot components and double slashes.
+    // `path` is relative to the game directory, without dot components and double slashes.
     [[nodiscard]] bool Has(const std::string& path) const { return paths_.contains(path); }
 
   private:

@@ -38,7 +38,7 @@ SealedLinks::Found SealedLinks::LookAt(const std::string& path) {
     if (type != EntryType::Link) {
         return Found::NoLink;
     }
-    // The same path may be listed twice.
+    // Several listed paths may lead through the same link.
     Addition& link = found_[path];
     if (link.path.empty()) {
         link = {AdditionKind::LinkWhereSealed, path, LinkTarget(path), 0, {}};

@@ -1,6 +1,5 @@
-// Symbolic links on the way to sealed files. Verifying follows them: what it finds there may be
-// right, but is another place than the one that was sealed, and one that can be changed from
-// outside of the game.
+// Finds symbolic links on the paths of sealed files. Verify follows them: what it finds there may
+// be correct, but it is not the place that was sealed, and it may be changed from outside the game.
 #ifndef SEALKEEPER_INSPECT_CHECK_SEALED_LINKS_H
 #define SEALKEEPER_INSPECT_CHECK_SEALED_LINKS_H
 
@@ -13,15 +12,14 @@
 
 namespace sealkeeper {
 
-// Looks at each directory once, from the current directory.
+// Examines each directory once, starting from the current directory.
 class SealedLinks {
   public:
-    // Looks for links at `path`, from the current directory or absolute, and at each directory on
-    // the way to it.
+    // Examines `path`, relative or absolute, and each directory on it for links.
     void LookOnTheWayTo(const std::string& path);
 
-    // The links, with their targets and how many of the paths they stand in the way to; and what
-    // the system failed to look at.
+    // The links, with their targets and the number of paths through each, and what could not be
+    // examined.
     [[nodiscard]] std::vector<Addition> Additions() const;
 
   private:
@@ -30,7 +28,7 @@ class SealedLinks {
     Found LookAt(const std::string& path);
     Found LookAtDirectory(const std::string& path);
 
-    // By path.
+    // Keyed by path.
     std::map<std::string, Addition> found_;
     std::unordered_map<std::string, Found> directories_;
 };

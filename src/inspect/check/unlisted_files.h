@@ -1,4 +1,4 @@
-// What is in a game and in none of its catalogues.
+// Finds files of a game that no catalogue lists.
 #ifndef SEALKEEPER_INSPECT_CHECK_UNLISTED_FILES_H
 #define SEALKEEPER_INSPECT_CHECK_UNLISTED_FILES_H
 
@@ -9,8 +9,8 @@
 
 namespace sealkeeper {
 
-// Every file, link and special file below the current directory, hidden ones among them, that is
-// not in `listed`; and the directories that cannot be read. Links are not followed.
+// Every file, link and special file below the current directory that is not in `listed`, hidden
+// ones included, and the directories that cannot be read. Links are not followed.
 [[nodiscard]] std::vector<Addition> FindUnlistedFiles(const ListedPaths& listed);
 
 }  // namespace sealkeeper
