@@ -33,7 +33,7 @@ int RunCommand(int argc, const char* const* argv, Console& console) {
     return commandLine.Run(argc, argv, console);
 }
 
-// Not by the console, which takes memory.
+// Not through the console, which allocates.
 void SayOutOfMemory() {
     std::fputs("sealkeeper-inspect: out of memory\n", stderr);
 }
@@ -45,7 +45,7 @@ int StartAndRun(int argc, const char* const* argv) {
         return kStatusError;
     }
     const int status = RunCommand(argc, argv, console);
-    // A report that nobody got is no good one. Worse than a warning it was already.
+    // A report that could not be written is an error, even if all else is well.
     const bool isLost = !console.Finish();
     return isLost && status <= kStatusWarning ? kStatusError : status;
 }

@@ -4,7 +4,8 @@
 
 namespace {
 
-// Not in `main`, before which CLI11's own variables are made. The linkers take this file first.
+// Set before `main`, since CLI11 allocates while its globals are constructed. This file is linked
+// first.
 [[maybe_unused]] const std::terminate_handler kReplacedHandler =
     std::set_terminate(sealkeeper::EndForWantOfMemory);
 
