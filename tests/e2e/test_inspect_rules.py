@@ -226,12 +226,12 @@ class Traps(Rules):
     def test_aliases_and_what_they_do_to_verify(self) -> None:
         self.assert_warned(
             'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',
-            "The alias 'bin' changes the stored paths of 1 file: verify looks for them by what is stored, finds none, "
-            "and fails for good.",
+            "The alias 'bin' changes the stored paths of 1 file: verify looks for another file in place of each, "
+            "and as a rule fails.",
             "Take it out, unless these files are checked by a client that knows aliases and never by verify.", 'bin", "Bin')
         self.assert_warned(
             'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',
-            "The alias 'zz' stands in no sealed path that an alias before it does not take.",
+            "The alias 'zz' changes no path: none has it, or another alias applies first.",
             "Correct it or take it out.", 'zz"')
 
     def test_a_file_over_the_size_threshold(self) -> None:

@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// How many paths each alias is put into, by its name.
+// How many paths each alias changes, by the name of the alias.
 std::map<std::wstring, std::size_t> CountUses(const Selection& selection, const AliasMap& aliases) {
     std::map<std::wstring, std::size_t> uses;
     for (const SelectedFile& file : selection.files) {
@@ -37,14 +37,14 @@ void LintAliasUses(const LintSubject& subject, RuleWarnings& warnings) {
             warnings.push_back(
                 WarningAt(place,
                           "The alias '" + name +
-                              "' stands in no sealed path that an alias before it does not take.",
+                              "' changes no path: none has it, or another alias applies first.",
                           "Correct it or take it out."));
             continue;
         }
         warnings.push_back(WarningAt(
             place,
             "The alias '" + name + "' changes the stored paths of " + CountText(count, "file") +
-                ": verify looks for them by what is stored, finds none, and fails for good.",
+                ": verify looks for another file in place of each, and as a rule fails.",
             "Take it out, unless these files are checked by a client that knows aliases and never by verify."));
     }
 }

@@ -252,12 +252,12 @@ TEST(Aliases, AreToldWithHowManyPathsTheyChange) {
     subject.places.aliases = {{"Bin", {5, 1}}, {"Data", {6, 1}}, {"DataX", {7, 1}}};
     subject.Select({"DataX/1", "Data/2", "e"});
     const std::string useless =
-        "' stands in no sealed path that an alias before it does not take. / Correct it or take it "
+        "' changes no path: none has it, or another alias applies first. / Correct it or take it "
         "out.";
     EXPECT_EQ(Told(LintAliasUses, subject),
               (Paths{"5 The alias 'Bin" + useless,
                      "6 The alias 'Data' changes the stored paths of 2 files: verify looks for "
-                     "them by what is stored, finds none, and fails for good. / Take it out, "
+                     "another file in place of each, and as a rule fails. / Take it out, "
                      "unless these files are checked by a client that knows aliases and never by "
                      "verify.",
                      "7 The alias 'DataX" + useless}));
