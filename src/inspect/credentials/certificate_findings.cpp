@@ -43,7 +43,7 @@ Cure CureOfKind(const std::string& path, FileKind kind) {
         .value_or(Cure{"Name the certificate, as a rule base_public.cer, by --cert."});
 }
 
-// Of a file that is no certificate in DER form.
+// For a file that is no DER certificate.
 CredentialFindings JudgeForm(const CredentialFacts& facts) {
     const ExaminedFile& file = facts.certificate.file;
     if (!file.kind) {
@@ -137,7 +137,7 @@ CredentialFinding Revoked(const CertificateFacts& facts) {
 }
 
 CredentialFinding WeakKey(const CertificateDetails& certificate) {
-    // The least that the library takes of an authority, too.
+    // Also the minimum that the library demands of an authority.
     constexpr std::size_t kLeastRsaBits = 2048;
     const bool isAuthoritys = certificate.key.isRsa && certificate.key.bits >= kLeastRsaBits;
     return MakeError(

@@ -1,4 +1,4 @@
-// What is wrong with a certificate.
+// Judges a certificate.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CERTIFICATE_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CERTIFICATE_FINDINGS_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Of the certificate of `facts` alone: not of the key beside it, nor of what is built in.
+// Judges only the certificate in `facts`, not the key beside it or the built-in trust material.
 [[nodiscard]] CredentialFindings JudgeCertificate(const CredentialFacts& facts,
                                                   const JudgingTime& time);
 

@@ -6,7 +6,7 @@
 namespace sealkeeper {
 namespace {
 
-// Called by the library for each certificate of a chain, of which the first is at depth 0.
+// Called by the library for each certificate of a chain. The checked one has depth 0.
 int KeepFlagsOfFirst(void* kept, mbedtls_x509_crt* /*certificate*/, int depth,
                      std::uint32_t* flags) {
     if (depth == 0) {
@@ -36,7 +36,7 @@ std::optional<ChainCheck> CheckChain(const TrustMaterial& trust, const std::stri
     const int result =
         mbedtls_x509_crt_verify(certificate.Get(), authority.Get(), list.Get(), name.c_str(),
                                 &flagsOfAll, KeepFlagsOfFirst, &check.flags);
-    // Any other error comes before the flags are told.
+    // After any other error the flags mean nothing.
     if (result != 0 && result != MBEDTLS_ERR_X509_CERT_VERIFY_FAILED) {
         return std::nullopt;
     }

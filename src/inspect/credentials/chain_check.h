@@ -1,4 +1,4 @@
-// What the cryptographic library says of a certificate under an authority and its revocation list.
+// The library's verdict on a certificate, given an authority and its revocation list.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CHAIN_CHECK_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CHAIN_CHECK_H
 
@@ -15,16 +15,18 @@ namespace sealkeeper {
 struct ChainCheck {
     // Whether the library trusts the certificate.
     bool isTrusted = false;
-    // MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_... of the certificate, not of the
-    // authority. It may have none and yet not be trusted, as where the authority has expired.
+    // The certificate's own MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_... flags, without the
+    // authority's. It may have none and still not be trusted, for example if the authority has
+    // expired.
     std::uint32_t flags = 0;
-    // When it was revoked, as the list says; nothing where it was not, or where no time is said.
+    // The revocation date in the list. Empty if the certificate is not revoked, or the list has no
+    // date for it.
     std::optional<UtcTime> revokedOn = {};
 };
 
-// Checks the parsed `certificate` against `trust` with `name` as the expected name, by the system's
-// clock. Nothing where the authority or its list cannot be parsed, or where the library fails to
-// check, as of a chain that is too long for it: the certificate is neither good nor bad then.
+// Checks the parsed `certificate` against `trust`, with `name` as the expected name, at the current
+// time. Empty if there is no verdict: the authority or its list cannot be parsed, or the check
+// itself fails, for example because the chain is too long.
 [[nodiscard]] std::optional<ChainCheck> CheckChain(const TrustMaterial& trust,
                                                    const std::string& name,
                                                    Certificate& certificate);

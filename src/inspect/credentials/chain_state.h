@@ -1,5 +1,4 @@
-// How a certificate stands to the built-in authority and its revocation list, in one word
-// each.
+// Sums up in one word each how a certificate relates to the built-in authority and its list.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CHAIN_STATE_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CHAIN_STATE_H
 
@@ -13,20 +12,20 @@ enum class ChainState {
     // Names the authority as its issuer, but is not signed by its key.
     ForeignAuthority,
     SelfSigned,
-    // Issued by another certificate: a mod's, or another authority's.
+    // Issued by another certificate, such as a mod's or another authority's.
     OtherIssuer,
-    // What is built in cannot be read, or the library failed to check the certificate.
+    // The trust material cannot be read, or the library failed to check.
     NotChecked,
 };
 
 enum class RevocationState {
     NotRevoked,
     Revoked,
-    // Also of a certificate that the authority did not issue: the list tells nothing of it.
+    // Includes certificates of other issuers, which the list does not cover.
     NotChecked,
 };
 
-// Both of a certificate that could be read.
+// Both require a certificate that could be read.
 [[nodiscard]] ChainState ChainOf(const CertificateFacts& certificate);
 [[nodiscard]] RevocationState RevocationOf(const CertificateFacts& certificate,
                                            const TrustFacts& trust);

@@ -17,19 +17,19 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// As `ParseCertificate`, of the first certificate in PEM form. Another one in the same file, as of
-// its issuer, is left out, because the file that is made of it in DER form has the first alone.
+// As `ParseCertificate`, for the first certificate in a PEM file. Further ones, such as the
+// issuer's, are ignored: converting the file to DER keeps only the first.
 int ParsePemCertificate(Bytes bytes, Certificate& certificate) {
-    // The library takes PEM with a zero at its end.
+    // The library requires a terminating zero after PEM.
     bytes.push_back(0);
     Certificate all;
     const int result = mbedtls_x509_crt_parse(all.Get(), bytes.data(), bytes.size());
     const mbedtls_x509_buf& first = all.Get()->raw;
-    // Positive where there is more in the file that it could not read.
+    // A positive result is the number of certificates that could not be parsed.
     return first.p != nullptr ? ParseCertificate({first.p, first.len}, certificate) : result;
 }
 
-// The name that the certificate is checked for.
+// The name to check the certificate for.
 std::string ExpectedName(const std::optional<std::string>& productId,
                          const CertificateDetails& details) {
     if (productId) {
@@ -50,7 +50,7 @@ void DescribeCertificate(const TrustMaterial& trust, const std::optional<std::st
     facts.check = CheckChain(trust, ExpectedName(productId, *facts.details), certificate);
 }
 
-// Leaves the certificate parsed in `certificate` where the file has one, be it in PEM form.
+// Leaves the parsed certificate, from DER or PEM, in `certificate`.
 CertificateFacts GatherCertificate(const CredentialFiles& files, const TrustMaterial& trust,
                                    Certificate& certificate) {
     CertificateFacts facts;
@@ -75,8 +75,7 @@ CertificateFacts GatherCertificate(const CredentialFiles& files, const TrustMate
     return facts;
 }
 
-// Looks what a file is that was refused as a key. Its bytes are wiped, for they may be those of a
-// damaged one.
+// Tells what a file is that was refused as a key. Wipes its bytes, which may be a damaged key.
 void ExamineRefusedKey(ExaminedFile& file) {
     constexpr std::uint64_t kMostBytes = 1'048'576;
     auto start = ReadFileStart(file.path, kMostBytes);
@@ -104,7 +103,7 @@ KeyFacts GatherKey(const std::string& path, const Certificate& certificate) {
     return facts;
 }
 
-// False also where no certificate was parsed.
+// False if no certificate was parsed.
 bool Revokes(const mbedtls_x509_crl& list, const mbedtls_x509_crt& certificate) {
     return certificate.raw.p != nullptr &&
            IsSameEncoding(list.issuer_raw, certificate.issuer_raw) &&
@@ -140,7 +139,7 @@ CredentialFacts GatherCredentialFacts(const CredentialFiles& files, const TrustM
     if (files.key) {
         facts.key = GatherKey(*files.key, certificate);
     }
-    // An empty path is none for generate as well.
+    // Generate, too, ignores an empty path.
     if (files.revocationList && !files.revocationList->empty()) {
         facts.revocationList = GatherList(*files.revocationList, certificate);
     }

@@ -1,4 +1,5 @@
-// What is known of a certificate, its key and a revocation list, and what generate makes of them.
+// Gathers the facts about a certificate, its key and a revocation list, and what generate would
+// return.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FACTS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FACTS_H
 
@@ -14,7 +15,7 @@
 
 namespace sealkeeper {
 
-// What was asked for.
+// The files to examine.
 struct CredentialFiles {
     std::string certificate;
     std::optional<std::string> key;
@@ -24,28 +25,27 @@ struct CredentialFiles {
 
 struct CertificateFacts {
     ExaminedFile file;
-    // Also of a certificate in PEM form, which the tool does not take. Nothing where none can be
-    // read.
+    // Empty if no certificate can be read. Also set for PEM, which the tool itself refuses.
     std::optional<CertificateDetails> details;
-    // Whether the authority is its issuer by name.
+    // Whether its issuer has the name of the authority.
     bool namesAuthority = false;
-    // Whether it is its own issuer: by name and, because a mod's certificate may have the name of
-    // its issuer too, by its signature. One that cannot be checked, as by RSASSA-PSS, counts as its
-    // own.
+    // Whether it issued itself. The names must match, and so must the signature, since a mod's
+    // certificate may have the same name as its issuer. A signature that cannot be checked, such as
+    // RSASSA-PSS, counts as its own.
     bool isSelfSigned = false;
-    // Nothing where the library did not check it.
+    // Empty if the library did not check it.
     std::optional<ChainCheck> check;
-    // What generate makes of the file, by itself.
+    // The result of generate for this file alone.
     ResultCode code = ResultCode::Ok;
 };
 
 struct KeyFacts {
     ExaminedFile file;
     ResultCode code = ResultCode::Ok;
-    // Nothing where it cannot be read.
+    // Empty if the key cannot be read.
     std::optional<KeyDetails> details;
-    // Whether it belongs to the certificate, as generate tells it; nothing where one of the two
-    // cannot be read.
+    // Generate's check that the key belongs to the certificate. Empty if one of the two cannot be
+    // read.
     std::optional<ResultCode> pairCode;
 };
 
@@ -53,9 +53,9 @@ struct KeyFacts {
 struct GivenListFacts {
     ExaminedFile file;
     ResultCode code = ResultCode::Ok;
-    // Nothing where it is no list in DER form. Generate does not mind that.
+    // Empty if the file is no DER list. Generate accepts it anyway.
     std::optional<ListDetails> list;
-    // Whether the issuer of the certificate made it, and has the certificate in it.
+    // Whether it comes from the issuer of the certificate and revokes the certificate.
     bool revokesCertificate = false;
 };
 
@@ -63,21 +63,21 @@ struct CredentialFacts {
     CertificateFacts certificate;
     std::optional<KeyFacts> key;
     std::optional<GivenListFacts> revocationList;
-    // As it was given. Where none was, the certificate was checked for a name of its own.
+    // As given. Without one, the certificate was checked for one of its own names.
     std::optional<std::string> productId;
     TrustFacts trust;
 };
 
-// Reads what `files` names and checks it against `trust`, with the tool's own functions where they
-// decide. The library asks the system for the time.
+// Reads `files` and checks them against `trust`. Every decision that generate makes is made by the
+// tool's own functions. The library asks the system for the time.
 [[nodiscard]] CredentialFacts GatherCredentialFacts(const CredentialFiles& files,
                                                     const TrustMaterial& trust);
 
-// Whether the certificate was given for the key and a key for the certificate.
+// Whether certificate and key were each given in place of the other.
 [[nodiscard]] bool AreSwapped(const CredentialFacts& facts);
 
-// The result code of generate as far as the credentials decide it: of what it finds first. Without
-// a key, that of a run with the right one.
+// The first failure that generate would meet in the credentials. Without a key, as if the right one
+// were given.
 ResultCode GenerateCode(const CredentialFacts& facts);
 
 }  // namespace sealkeeper

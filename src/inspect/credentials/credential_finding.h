@@ -1,4 +1,4 @@
-// What is wrong with credentials or with the trust material, and what to do about it.
+// Findings about credentials or trust material, with their cures.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FINDING_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FINDING_H
 
@@ -14,7 +14,7 @@ namespace sealkeeper {
 
 enum class FindingSeverity { Warning, Error };
 
-// What to do: sentences and, where there is one to run, a command for a POSIX shell.
+// What to do: one sentence or more, and a POSIX shell command if there is one to run.
 struct Cure {
     std::string text;
     std::string command = {};
@@ -22,21 +22,21 @@ struct Cure {
 
 struct CredentialFinding {
     FindingSeverity severity = FindingSeverity::Error;
-    // Stays as it is, for scripts: "certificate-expired".
+    // A stable identifier for scripts: "certificate-expired".
     const char* name = "";
-    // A sentence or more.
+    // One sentence or more.
     std::string message;
     Cure cure;
-    // What generate returns where nothing else is wrong; nothing where it does not mind.
+    // What generate returns if nothing else is wrong; empty if it does not fail.
     std::optional<ResultCode> code;
 };
 
 using CredentialFindings = std::vector<CredentialFinding>;
 
-// By which time is judged.
+// The time that findings are based on.
 struct JudgingTime {
     UtcTime now;
-    // What ends within that many days is warned of.
+    // Warn of dates that are at most this many days away.
     std::int64_t warnDays = 0;
 };
 
@@ -44,22 +44,22 @@ struct JudgingTime {
                                           std::string message, Cure cure);
 [[nodiscard]] CredentialFinding MakeWarning(const char* name, std::string message, Cure cure);
 
-// What generate returns for a certificate that the library refuses for `flag` alone, one of
-// MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_....
+// What generate returns if `flag` is the library's only objection to a certificate. `flag` is one
+// of MBEDTLS_X509_BADCERT_... and MBEDTLS_X509_BADCRL_....
 ResultCode CodeOfFlag(std::uint32_t flag);
 
 // "warning", "error".
 [[nodiscard]] const char* SeverityText(FindingSeverity severity);
 
-// Whether `end` is not past, but will be within the days that are warned of.
+// Whether `end` is still ahead, but within the warning period.
 [[nodiscard]] bool EndsSoon(UtcTime end, const JudgingTime& time);
 
 void Append(CredentialFindings& findings, CredentialFindings more);
 
-// Puts errors before warnings and leaves the order otherwise.
+// A stable sort: errors before warnings.
 void PutErrorsFirst(CredentialFindings& findings);
 
-// `kStatusGood`, `kStatusWarning` or `kStatusError`, by the worst of them.
+// `kStatusGood`, `kStatusWarning` or `kStatusError`, by the worst finding.
 [[nodiscard]] int StatusOf(const CredentialFindings& findings);
 
 }  // namespace sealkeeper

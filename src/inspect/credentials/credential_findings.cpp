@@ -14,11 +14,11 @@
 namespace sealkeeper {
 namespace {
 
-// What the library says itself, for what nothing above it explains.
+// The library's own words, for a failure that no other finding explains.
 CredentialFinding Unexplained(const CredentialFacts& facts, ResultCode code) {
     std::array<char, 1024> reasons{};
     const std::uint32_t flags = facts.certificate.check ? facts.certificate.check->flags : 0;
-    // The library's texts end in line feeds.
+    // The library ends each text with a line feed.
     if (mbedtls_x509_crt_verify_info(reasons.data(), reasons.size(), " ", flags) < 0) {
         reasons.fill('\0');
     }
@@ -40,7 +40,7 @@ bool IsExplained(const CredentialFindings& findings, ResultCode code) {
 
 CredentialFindings JudgeCredentials(const CredentialFacts& facts, const JudgingTime& time) {
     CredentialFindings findings = JudgeCertificate(facts, time);
-    // The certificate's findings tell of files that are swapped.
+    // The certificate's findings already report swapped files.
     if (facts.key && !AreSwapped(facts)) {
         Append(findings, JudgeKey(*facts.key, facts.certificate.file));
     }

@@ -1,4 +1,4 @@
-// What is wrong with credentials, one with the other.
+// Judges all credentials together.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_FINDINGS_H
 
@@ -7,8 +7,8 @@
 
 namespace sealkeeper {
 
-// Errors before warnings. There is an error with the code `GenerateCode(facts)` where that tells of
-// a failure.
+// Errors come before warnings. If `GenerateCode(facts)` is a failure, one of the errors has that
+// code.
 [[nodiscard]] CredentialFindings JudgeCredentials(const CredentialFacts& facts,
                                                   const JudgingTime& time);
 

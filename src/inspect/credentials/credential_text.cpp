@@ -15,7 +15,7 @@ void AddMode(const ExaminedFile& file, FactTable& table) {
     }
 }
 
-// The names that count as the product id, and which they are.
+// The names that may be a product id, and where they are from.
 std::string ProductText(const CertificateDetails& certificate) {
     const std::vector<std::string>& names = ComparedNames(certificate);
     if (!certificate.hasAlternativeNames) {

@@ -1,4 +1,4 @@
-// The report of the command `credentials`.
+// The report of the command `credentials` as text.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_TEXT_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_CREDENTIAL_TEXT_H
 
@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-// What is known, what is wrong, and what generate makes of it.
+// The facts, the findings and the result of generate.
 [[nodiscard]] std::string CredentialText(const CredentialFacts& facts,
                                          const CredentialFindings& findings, UtcTime now,
                                          const Console& console);

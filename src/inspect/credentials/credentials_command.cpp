@@ -21,7 +21,7 @@ struct CredentialsOptions {
 };
 
 int RunCredentials(const CredentialsOptions& options, Console& console) {
-    // A private key is read.
+    // A core dump could hold the private key.
     SwitchOffCoreDumps();
     const JudgingTime time = JudgingTimeNow(options.warnDays);
     const CredentialFacts facts = GatherCredentialFacts(options.files, BuiltInTrustMaterial());

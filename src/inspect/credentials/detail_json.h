@@ -1,4 +1,4 @@
-// Certificates, lists and files as they stand in JSON reports.
+// Certificates, lists and files in JSON reports.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_JSON_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_JSON_H
 
@@ -17,8 +17,8 @@ void AddCertificateJson(const CertificateDetails& certificate, UtcTime now, Json
 // Adds the members of a list to `object`.
 void AddListJson(const ListDetails& list, UtcTime now, Json& object);
 
-// An object with "path", of one that is no UTF-8 "pathHex" too, and, where they are known, "mode"
-// in octal digits and "kind".
+// An object with "path", and "pathHex" if the path is not UTF-8. Has "mode" in octal digits and
+// "kind" if they are known.
 [[nodiscard]] Json FileJson(const ExaminedFile& file);
 
 }  // namespace sealkeeper

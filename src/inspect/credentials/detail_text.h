@@ -1,4 +1,4 @@
-// Parts of certificates and lists as they stand in reports.
+// Fields of certificates and lists in text reports.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_TEXT_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_DETAIL_TEXT_H
 
@@ -17,10 +17,10 @@ namespace sealkeeper {
 // "2026-01-01 00:00:00 UTC to 2036-01-01 00:00:00 UTC, 3,649 days left".
 [[nodiscard]] std::string SpanText(UtcTime from, UtcTime to, UtcTime now);
 
-// The same of a list, up to its next update.
+// As above for a list, up to its next update.
 [[nodiscard]] std::string ListSpanText(const ListDetails& list, UtcTime now);
 
-// "2 serials: 0DEAD001, 0DEAD002"; of many, the first few.
+// "2 serials: 0DEAD001, 0DEAD002"; only the first few of many.
 [[nodiscard]] std::string RevokedText(const ListDetails& list);
 
 }  // namespace sealkeeper

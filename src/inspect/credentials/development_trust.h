@@ -1,5 +1,5 @@
-// Which trust material is for development. Its private key is public, so that anybody can issue
-// certificates with it. The build takes the digests from the files in trust/development.
+// Recognises trust material for development. Its private key is public, so anybody can issue
+// certificates with it. The build computes the digests from the files in trust/development.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_DEVELOPMENT_TRUST_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_DEVELOPMENT_TRUST_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Both are given the digest of the DER encoding.
+// Both take the digest of the DER encoding.
 [[nodiscard]] bool IsDevelopmentAuthority(const Sha256Digest& digest);
 [[nodiscard]] bool IsDevelopmentRevocationList(const Sha256Digest& digest);
 

@@ -1,4 +1,4 @@
-// A file that a command was given, as far as it tells something without its content being parsed.
+// Facts about a file on the command line that need no parsing.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_EXAMINED_FILE_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_EXAMINED_FILE_H
 
@@ -11,21 +11,21 @@
 namespace sealkeeper {
 
 struct ExaminedFile {
-    // As it was given.
+    // As given.
     std::string path;
     FileType type = FileType::Missing;
-    // The bits of POSIX chmod; nothing where the system does not tell.
+    // Permission bits as in chmod(2); empty if the system does not report them.
     std::optional<unsigned> mode;
-    // Why it cannot be read; empty when it can.
+    // Why the file cannot be read; empty if it can.
     std::string reasonUnread;
-    // Of what was looked into; that of a good private key is not.
+    // Empty if the content was not examined. A good private key's never is.
     std::optional<FileKind> kind;
 };
 
-// Looks at the file at `path`, and not into it: `kind` is left open.
+// Examines the file at `path` without reading it. Leaves `kind` empty.
 [[nodiscard]] ExaminedFile ExamineFile(const std::string& path);
 
-// Tells of a file that could not be read, where nothing tells why yet.
+// Records why the file could not be read, unless a reason is known already.
 void MarkUnread(ExaminedFile& file);
 
 // "600".

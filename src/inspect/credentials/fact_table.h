@@ -1,4 +1,4 @@
-// Lines of a report, each a label and a value, the values aligned.
+// Report lines with a label and a value, the values aligned.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_FACT_TABLE_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_FACT_TABLE_H
 
@@ -13,16 +13,16 @@ class FactTable {
   public:
     explicit FactTable(const Console& console) : console_(console) {}
 
-    // Begins a part of the report. `title` and `subject`, such as a path, make its first line.
+    // Begins a section of the report. Its first line is `title` and `subject`, such as a path.
     void Begin(std::string_view title, std::string_view subject);
 
-    // Adds a line to the part. `value` is not the program's own.
+    // Adds a line to the section. `value` is untrusted text.
     void Add(const char* label, std::string_view value);
 
-    // The same, in a style.
+    // As above, in a style.
     void Add(const char* label, Style style, std::string_view value);
 
-    // All of it, each line with its line feed, and an empty line after each part.
+    // The whole text. Each section is followed by an empty line.
     [[nodiscard]] std::string Text() const;
 
   private:

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kTryAgain = "Run the command again.";
 
-// Of a file that was read, or would be.
+// For a file that exists.
 CredentialFindings JudgeUnknownMode(const ExaminedFile& file) {
     const bool isThere = file.reasonUnread.empty() || file.kind;
     if (file.mode || !isThere) {
@@ -30,12 +30,12 @@ std::string TakenOnce(const char* what) {
     return std::string("The cryptographic library took the ") + what + " once and refused it once.";
 }
 
-// The same certificate was checked twice: for what generate makes of it, and for why.
+// The certificate was checked twice: once by generate's own function, once for the reasons.
 CredentialFindings JudgeCheck(const CertificateFacts& certificate, const TrustFacts& trust) {
     const bool isDer = certificate.file.kind == FileKind::DerCertificate;
     const bool canBeChecked =
         (isDer || certificate.details) && trust.authority.certificate && trust.revocationList.list;
-    // Other findings tell why not.
+    // Other findings say why it cannot be checked.
     if (!canBeChecked) {
         return {};
     }
@@ -44,7 +44,7 @@ CredentialFindings JudgeCheck(const CertificateFacts& certificate, const TrustFa
                             "The cryptographic library failed to check the certificate.")};
     }
     const bool isTaken = certificate.code == ResultCode::Ok;
-    // Generate refuses PEM, whatever stands in it.
+    // Generate refuses PEM whatever it holds.
     if (!isDer || isTaken == certificate.check->isTrusted) {
         return {};
     }
@@ -55,7 +55,7 @@ CredentialFindings JudgeCheck(const CertificateFacts& certificate, const TrustFa
 
 CredentialFindings JudgeFaults(const CredentialFacts& facts) {
     CredentialFindings findings = JudgeCheck(facts.certificate, facts.trust);
-    // The same list was read twice.
+    // The list was parsed twice: for its kind, and for its details.
     if (facts.revocationList && facts.revocationList->list &&
         facts.revocationList->file.kind != FileKind::DerRevocationList) {
         findings.push_back(CheckFailed(ResultCode::Ok, TakenOnce("revocation list")));

@@ -1,4 +1,4 @@
-// What the system or the library failed to tell. The report is short of it, and must not look as if
+// Reports what the system or the library failed to tell. An incomplete report must not look as if
 // all were well.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_FAULT_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_FAULT_FINDINGS_H

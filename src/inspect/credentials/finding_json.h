@@ -7,8 +7,8 @@
 
 namespace sealkeeper {
 
-// An array of objects with "severity", "name", "message" and "cure". "command" is there where the
-// cure is a command to run, "code" where generate returns one because of the finding.
+// An array of objects with "severity", "name", "message" and "cure". They have "command" if the
+// cure has one to run, and "code" if generate fails because of the finding.
 [[nodiscard]] Json FindingsJson(const CredentialFindings& findings);
 
 }  // namespace sealkeeper

@@ -9,12 +9,12 @@
 
 namespace sealkeeper {
 
-// The number of `code` and, in parentheses, its text: "31 (CertificateCNMismatch - check
-// ProductId)". The code of a missing key has no text of its own and is put into words.
+// The number of `code` with its text: "31 (CertificateCNMismatch - check ProductId)". The code of a
+// missing key has no text of its own, so words are given here.
 [[nodiscard]] std::string CodeText(ResultCode code);
 
-// Of each finding, what is wrong and, in further lines, its code, its cure and the command to run,
-// where there are such; an empty line after the last. Empty when there are no findings.
+// For each finding the message, and on further lines its code, its cure and the command, if there
+// are any. An empty line follows the last. Empty if there are no findings.
 [[nodiscard]] std::string FindingsText(const CredentialFindings& findings, const Console& console);
 
 }  // namespace sealkeeper

@@ -16,11 +16,11 @@ constexpr const char* kWriteAnew =
     "Have openssl write it anew, if it can read it, and name the new file by --key (-inkey); else copy it from where it was kept.";
 constexpr const char* kCopyKeyAnew = "Copy it anew from where it was kept.";
 
-// The commands let nobody else read what they write.
+// The umask keeps the written key private.
 constexpr std::array kKeyCures = {
     KindCure{FileKind::PemEncryptedKey, kWithoutPassword,
              "(umask 077; openssl pkcs8 -topk8 -nocrypt -in {in} -out {out})"},
-    // "openssl pkcs8 -topk8" reads no such key.
+    // "openssl pkcs8 -topk8" cannot read such a key.
     KindCure{FileKind::DerEncryptedKey, kWithoutPassword,
              "(umask 077; openssl pkey -inform DER -in {in} -out {out})"},
     KindCure{FileKind::OpenSshKey, "Convert a copy of it, and name that by --key (-inkey).",
@@ -77,7 +77,7 @@ CredentialFinding RefusedKey(const KeyFacts& key) {
                      CureOfKeyKind(path, kind));
 }
 
-// A directory on the way to the file may be open as well; that is the machine's business.
+// Only the file's own mode. Permissions of directories are not checked.
 CredentialFindings JudgeMode(const ExaminedFile& file) {
     constexpr unsigned kOthersRead = S_IRGRP | S_IROTH;
     constexpr unsigned kOthersWrite = S_IWGRP | S_IWOTH;

@@ -1,4 +1,4 @@
-// What is wrong with a private key.
+// Judges a private key.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_KEY_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_KEY_FINDINGS_H
 
@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Of the key `key`, of which `certificate` is the file that is meant to have its certificate.
+// Judges `key`. `certificate` is the file meant to hold its certificate.
 [[nodiscard]] CredentialFindings JudgeKey(const KeyFacts& key, const ExaminedFile& certificate);
 
 }  // namespace sealkeeper

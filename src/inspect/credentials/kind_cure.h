@@ -1,4 +1,4 @@
-// What to do about a file that is of another kind than it should be.
+// Cures for a file that is of the wrong kind.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_KIND_CURE_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_KIND_CURE_H
 
@@ -14,13 +14,13 @@ namespace sealkeeper {
 struct KindCure {
     FileKind kind;
     const char* text;
-    // As `ShellCommand` takes it, from the file to the one that is made of it; empty where there is
-    // nothing to run.
+    // A pattern for `ShellCommand`, from the file to the converted one; empty if there is nothing
+    // to run.
     const char* command;
 };
 
-// The cure for a file of `kind` at `path`, of which another is made at `newPath`; nothing where
-// `cures` has none.
+// The cure for a file of `kind` at `path`, with `newPath` for the converted file. Empty if `cures`
+// has none for the kind.
 [[nodiscard]] std::optional<Cure> FindCure(std::span<const KindCure> cures, FileKind kind,
                                            const std::string& path, const std::string& newPath);
 

@@ -1,4 +1,4 @@
-// What is wrong with the revocation list that generate puts into the catalogue.
+// Judges the revocation list that generate puts into the catalogue.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_LIST_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_LIST_FINDINGS_H
 
@@ -7,8 +7,8 @@
 
 namespace sealkeeper {
 
-// Of `list`, which goes into a catalogue that is signed with `certificate`. Generate takes the file
-// as it is: an error is only what it cannot read.
+// Judges `list`, which goes into a catalogue signed with `certificate`. Generate copies the file
+// without parsing it, so only an unreadable file is an error.
 [[nodiscard]] CredentialFindings JudgeGivenList(const GivenListFacts& list,
                                                 const CertificateFacts& certificate,
                                                 const JudgingTime& time);

@@ -1,4 +1,4 @@
-// How the name in a certificate differs from the product id that was given.
+// Classifies how the name in a certificate differs from the given product id.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_NAME_DIFFERENCE_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_NAME_DIFFERENCE_H
 
@@ -8,12 +8,12 @@ namespace sealkeeper {
 
 enum class NameDifference {
     None,
-    // Letters of ASCII in another case. The library takes such names for the same.
+    // Only ASCII letter case differs. The library treats such names as equal.
     LetterCase,
-    // ASCII white space, wherever it stands, and perhaps letter case too.
+    // ASCII white space differs anywhere in the name, and perhaps letter case too.
     WhiteSpace,
-    // Characters outside ASCII too, of which the library compares the bytes: letter case counts
-    // there, and so does the form, as of an accent that is part of its letter or stands after it.
+    // Characters outside ASCII differ too. The library compares their bytes, so letter case counts
+    // there, and so does whether an accent is part of its letter or follows it.
     OutsideAscii,
     Other,
 };

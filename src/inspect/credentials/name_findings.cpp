@@ -11,7 +11,7 @@
 namespace sealkeeper {
 namespace {
 
-// The difference to the name that is nearest to `productId`.
+// The difference between `productId` and the name closest to it.
 NameDifference LeastDifference(const std::vector<std::string>& names,
                                const std::string& productId) {
     NameDifference least = NameDifference::Other;

@@ -1,4 +1,4 @@
-// A certificate that is not for the product id that was given.
+// Judges a certificate that is not for the given product id.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_NAME_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_NAME_FINDINGS_H
 
@@ -10,7 +10,8 @@
 
 namespace sealkeeper {
 
-// Of a certificate in which the library did not find `productId`, if there is one, else any name.
+// For a certificate in which the library did not find `productId`. Without a product id: for one
+// that has no usable name.
 [[nodiscard]] CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
                                               const std::optional<std::string>& productId);
 

@@ -1,4 +1,4 @@
-// Commands, and paths in them, that a person may copy to a shell.
+// Shell commands, and paths in them, for people to copy.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_SHELL_WORD_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_SHELL_WORD_H
 
@@ -7,11 +7,11 @@
 
 namespace sealkeeper {
 
-// `path` as one word for a POSIX shell that no program takes for an option: quoted where it must
-// be.
+// `path` as a single word for a POSIX shell, quoted if necessary. No program takes it for an
+// option.
 [[nodiscard]] std::string ShellWord(const std::string& path);
 
-// `pattern` with the words for the paths `in` and `out` wherever "{in}" and "{out}" stand in it.
+// `pattern` with `in` and `out` as shell words in place of "{in}" and "{out}".
 [[nodiscard]] std::string ShellCommand(std::string_view pattern, const std::string& in,
                                        const std::string& out);
 

@@ -11,9 +11,8 @@
 namespace sealkeeper {
 namespace {
 
-// The signature at its end, after the signed part and the name of the algorithm
-// (RFC 5280, 4.1 and 5.1). The library's own field for it is private since 3.0. Empty where there
-// is none.
+// The signature, which follows the signed part and the algorithm (RFC 5280, 4.1 and 5.1). The
+// library's field for it is private since 3.0. Empty if there is none.
 std::span<const std::uint8_t> SignatureOf(const SignedStructure& structure) {
     unsigned char* position = structure.signedPart.p + structure.signedPart.len;
     const unsigned char* const end = structure.whole.p + structure.whole.len;
@@ -37,7 +36,7 @@ std::optional<bool> IsSignedBy(mbedtls_pk_context& key, const SignedStructure& s
     if (mbedtls_oid_get_sig_alg(&structure.algorithm, &digestType, &keyType) != 0) {
         return std::nullopt;
     }
-    // RSASSA-PSS names its digest elsewhere.
+    // Null for RSASSA-PSS, which names its digest in the parameters.
     const mbedtls_md_info_t* const digestInfo = mbedtls_md_info_from_type(digestType);
     std::array<std::uint8_t, MBEDTLS_MD_MAX_SIZE> digest{};
     if (digestInfo == nullptr || mbedtls_md(digestInfo, structure.signedPart.p,

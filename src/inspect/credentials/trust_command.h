@@ -7,7 +7,7 @@
 
 namespace sealkeeper {
 
-// Its status is `StatusOf` its findings. `console` must live as long as `commandLine` is used.
+// The exit status is `StatusOf` the findings. `console` must outlive `commandLine`.
 void AddTrustCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper

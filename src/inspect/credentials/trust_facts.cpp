@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// Leaves the code open. `isDevelopment` tells by the digest.
+// Leaves `code` unset. `isDevelopment` recognises a digest.
 BuiltInFile FactsOfFile(ByteView der, bool (*isDevelopment)(const Sha256Digest&)) {
     BuiltInFile file;
     Sha256Digest digest{};

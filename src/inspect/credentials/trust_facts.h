@@ -1,4 +1,4 @@
-// What is known of an authority and its revocation list, as they are built into the program.
+// Gathers the facts about the built-in authority and its revocation list.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FACTS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FACTS_H
 
@@ -11,35 +11,34 @@
 
 namespace sealkeeper {
 
-// What can be said of the authority or its list without its being parsed.
+// Facts about the authority or its list that need no parsing.
 struct BuiltInFile {
-    // Of the DER encoding, as openssl prints it: "AB:CD:" and so on. Empty where the library failed
-    // to hash it.
+    // The digest of the DER encoding in openssl's form, "AB:CD:...". Empty if the library failed to
+    // hash it.
     std::string fingerprint;
-    // By the same digest: nothing where that is not known.
+    // Empty if the digest is not known.
     std::optional<bool> isDevelopment;
-    // What `sealkeeper` returns for every certificate because of it, where it cannot be parsed.
+    // If it cannot be parsed, the code with which `sealkeeper` refuses every certificate.
     ResultCode code = ResultCode::Ok;
 };
 
 struct AuthorityFacts {
     BuiltInFile file;
-    // Nothing where it cannot be parsed.
+    // Empty if it cannot be parsed.
     std::optional<CertificateDetails> certificate;
-    // Whether it may sign certificates, by its basic constraints and its key usage, and lists, by
-    // the latter (RFC 5280, 4.2.1.9 and 4.2.1.3).
+    // Whether basic constraints and key usage allow signing certificates, and key usage allows
+    // signing lists (RFC 5280, 4.2.1.9 and 4.2.1.3).
     bool maySignCertificates = false;
     bool maySignLists = false;
 };
 
 struct BuiltInListFacts {
     BuiltInFile file;
-    // Nothing where it cannot be parsed.
+    // Empty if it cannot be parsed.
     std::optional<ListDetails> list;
-    // Whether it names the authority as its issuer. The library passes over a list of another name.
+    // Whether its issuer has the name of the authority. The library ignores lists of other issuers.
     bool namesAuthority = false;
-    // Whether the authority's key signed it; nothing where that is not known, as of a signature by
-    // RSASSA-PSS.
+    // Whether the authority's key signed it. Empty if that is unknown, as for RSASSA-PSS.
     std::optional<bool> isSignedByAuthority;
 };
 

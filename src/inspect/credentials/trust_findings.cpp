@@ -120,7 +120,7 @@ CredentialFindings JudgeList(const TrustFacts& facts, const JudgingTime& time) {
     return findings;
 }
 
-// Without them it is not known whether the material is for development either.
+// Without fingerprints, development material cannot be recognised either.
 CredentialFindings JudgeFingerprints(const TrustFacts& facts) {
     if (!facts.authority.file.fingerprint.empty() &&
         !facts.revocationList.file.fingerprint.empty()) {

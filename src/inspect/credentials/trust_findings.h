@@ -1,4 +1,4 @@
-// What is wrong with the built-in authority and its revocation list.
+// Judges the built-in authority and its revocation list.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FINDINGS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_FINDINGS_H
 
@@ -7,10 +7,10 @@
 
 namespace sealkeeper {
 
-// What makes the program refuse every certificate, or trust one that it should not, now or soon.
+// Reports why the program refuses every certificate, or trusts too many, now or soon.
 [[nodiscard]] CredentialFindings JudgeTrust(const TrustFacts& facts, const JudgingTime& time);
 
-// A warning of development material, where there is any.
+// Warns of development material.
 [[nodiscard]] CredentialFindings JudgeDevelopmentTrust(const TrustFacts& facts);
 
 }  // namespace sealkeeper

@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-// Both objects lack what cannot be read.
+// Fields that cannot be read are left out of both objects.
 [[nodiscard]] Json AuthorityJson(const AuthorityFacts& facts, UtcTime now);
 [[nodiscard]] Json BuiltInListJson(const BuiltInListFacts& facts, UtcTime now);
 

@@ -1,4 +1,4 @@
-// The report of the command `trust`.
+// The report of the command `trust` as text.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_TRUST_TEXT_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_TRUST_TEXT_H
 

@@ -1,4 +1,4 @@
-// The option `--warn-days` of the commands that look at dates.
+// The option `--warn-days` of the commands that check dates.
 #ifndef SEALKEEPER_INSPECT_CREDENTIALS_WARN_DAYS_H
 #define SEALKEEPER_INSPECT_CREDENTIALS_WARN_DAYS_H
 
@@ -11,10 +11,10 @@ namespace sealkeeper {
 
 inline constexpr std::uint64_t kDefaultWarnDays = 30;
 
-// Adds the option to `command`. It sets `warnDays`, from 0 to a hundred years.
+// Adds the option to `command`. It sets `warnDays`, at most a hundred years.
 void AddWarnDaysOption(Command& command, std::uint64_t& warnDays);
 
-// The time by the system's clock, with what the option said.
+// The current time and the value of the option.
 [[nodiscard]] JudgingTime JudgingTimeNow(std::uint64_t warnDays);
 
 }  // namespace sealkeeper
