@@ -1,5 +1,5 @@
-// Runs of backslashes, which are read as one. Two of them are what most programs read as one, so
-// they are told of only where they mean more: at the start, as in the name of a network share.
+// Runs of backslashes, which are read as one. A pair is one in most languages too, so it is
+// reported only where more may be meant: at the start, as in a network share.
 #include <algorithm>
 #include <cstddef>
 

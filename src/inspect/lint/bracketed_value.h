@@ -1,4 +1,4 @@
-// A list or a table of pairs with its brackets, as the scan and as a person reads it.
+// A list or table of pairs with its brackets, as the scanner reads it and as a person does.
 #ifndef SEALKEEPER_INSPECT_LINT_BRACKETED_VALUE_H
 #define SEALKEEPER_INSPECT_LINT_BRACKETED_VALUE_H
 
@@ -12,10 +12,10 @@
 
 namespace sealkeeper {
 
-// Offsets are those of the whole text.
+// Offsets refer to the whole text.
 class BracketedValue {
   public:
-    // `value` is a list or a table of pairs of `linted`; both must outlive it.
+    // `value` is a list or table of pairs in `linted`; both must outlive it.
     BracketedValue(const LintedText& linted, const OutlinedValue& value);
 
     [[nodiscard]] const OutlinedValue& Value() const { return value_; }
@@ -24,21 +24,21 @@ class BracketedValue {
     [[nodiscard]] char OpeningBracket() const { return IsList() ? '[' : '('; }
     [[nodiscard]] char ClosingBracket() const { return IsList() ? ']' : ')'; }
 
-    // How a person reads the byte at `offset`, which is inside the value.
+    // How a person reads the byte at `offset`, which must be inside the value.
     [[nodiscard]] PlainReading ReadingAt(std::size_t offset) const;
 
-    // Of all double quotes. The scan takes them two by two.
+    // Offsets of all double quotes. The scanner pairs them in order.
     [[nodiscard]] const std::vector<std::size_t>& Quotes() const { return quotes_; }
 
-    // What stands before, between and after the quoted parts, the closing bracket not included.
+    // The text before, between and after the quoted parts, without the closing bracket.
     struct Gap {
         std::size_t begin;
         std::size_t end;
     };
     [[nodiscard]] std::vector<Gap> Gaps() const;
 
-    // The first byte of `gap` that is in no comment and none of `separators`; `kNoOffset` without
-    // one.
+    // The offset of the first byte in `gap` that is neither in a comment nor one of `separators`;
+    // `kNoOffset` if there is none.
     [[nodiscard]] std::size_t FindBare(const Gap& gap, std::string_view separators) const;
 
   private:

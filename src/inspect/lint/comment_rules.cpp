@@ -1,4 +1,4 @@
-// Comments that hide more, or less, than it looks.
+// Comments that hide more, or less, than they seem to.
 #include <cstddef>
 #include <string>
 
@@ -14,7 +14,7 @@ bool StartsComment(std::string_view text) {
     return text.starts_with('#') || text.starts_with("//") || text.starts_with("/*");
 }
 
-// A block comment in a line comment that ends on the same line: what follows it counts.
+// A block comment inside a line comment may end on the same line. What follows it is read.
 void LintTextAfterBlock(const LintedText& linted, const OutlinedComment& comment,
                         LintFindings& findings) {
     const std::string_view rest =
@@ -58,7 +58,7 @@ void LintOpenBlock(const LintedText& linted, const OutlinedComment& comment,
     }
 }
 
-// "/*/" in a block comment looks as if it closed it.
+// "/*/" inside a block comment looks like its end, but is not.
 void LintSharedStars(const LintedText& linted, const OutlinedComment& comment,
                      LintFindings& findings) {
     for (const std::size_t inner : comment.innerBlocks) {

@@ -1,4 +1,4 @@
-// Elements that are taken although they look left out, and left out although they look taken.
+// Elements that are read although they look left out, and the reverse.
 #include <algorithm>
 #include <cstddef>
 #include <string>
@@ -12,7 +12,7 @@ namespace sealkeeper {
 namespace {
 
 constexpr std::string_view kListSeparators = " \t\r\n,;";
-// Brackets round pairs are for people alone.
+// Brackets around pairs are optional; the scanner ignores them.
 constexpr std::string_view kPairSeparators = " \t\r\n,;[]";
 constexpr std::string_view kBareWordEnd = " \t\r\n,;\"[]()";
 
@@ -57,7 +57,7 @@ void LintEmptyElement(const BracketedValue& list, std::size_t quote, LintFinding
 
 void LintCommentedElements(const LintedText& linted, LintFindings& findings) {
     for (const BracketedValue& list : BracketedValuesOf(linted)) {
-        // Of a pair, its name stands for both.
+        // Of a pair, only the name is looked at.
         const std::size_t step = list.IsList() ? 1 : 2;
         const auto& texts = list.Value().texts;
         for (std::size_t i = 0; i < texts.size(); i += step) {

@@ -14,7 +14,8 @@ constexpr std::string_view kUtf32BigEndianMark("\0\0\xFE\xFF", 4);
 constexpr std::size_t kExaminedBytes = 512;
 constexpr const char* kCure = "Save the file as UTF-8 without a byte-order mark.";
 
-// Whether of each pair of bytes the one at `position` is zero, most often, and the other never.
+// Whether the byte at `position` of each pair is zero, more often than not, and the other byte
+// never is.
 bool IsZeroOfEachPair(std::string_view text, std::size_t position) {
     const std::size_t pairs = std::min(text.size(), kExaminedBytes) / 2;
     std::size_t zeros = 0;
@@ -27,9 +28,9 @@ bool IsZeroOfEachPair(std::string_view text, std::size_t position) {
     return zeros > pairs / 2;
 }
 
-// Null where the units of `text` are bytes.
+// Null for encodings with one-byte units.
 const char* WideEncodingName(std::string_view text) {
-    // Before that of UTF-16, which it begins with.
+    // Checked first, since it begins with the mark of UTF-16.
     if (text.starts_with(kUtf32LittleEndianMark)) {
         return "UTF-32 (little-endian)";
     }

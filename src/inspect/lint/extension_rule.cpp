@@ -1,4 +1,4 @@
-// Extensions, which the tool compares as they are written: from the last dot of a name on.
+// Extensions. The tool compares them byte for byte, from the last dot of a name.
 #include <algorithm>
 #include <string>
 
@@ -18,7 +18,8 @@ std::string FromLastDot(std::string_view text) {
     return std::string(text.substr(std::min(text.rfind('.'), text.size())));
 }
 
-// Why no file can have this extension, and what to write. The first reason that holds is told.
+// Why no file can have the extension, and what to write instead. The first reason that holds is
+// reported.
 struct NoExtension {
     bool holds;
     const char* reason;

@@ -1,4 +1,4 @@
-// True and false, after which the scan passes over one byte whatever it is.
+// Flags. The scanner skips one byte after true or false, whatever it is.
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 
@@ -31,7 +31,7 @@ void LintFlagEnd(const LintedText& linted, const OutlinedValue& value, LintFindi
                             "Write a blank or a semicolon before the comment.");
         return;
     }
-    // No more than is shown: each value would look at the rest of its line otherwise.
+    // Limited to what is shown. Scanning to the end of the line for every value would be quadratic.
     const std::string_view near = after.substr(0, kLongestShown + 1);
     const std::string_view rest = near.substr(0, near.find_first_of(kFlagEnd));
     if (rest.size() > 1) {

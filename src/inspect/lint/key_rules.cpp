@@ -1,4 +1,4 @@
-// Keys without a value, and keys with several.
+// Keys without a value, and keys that occur more than once.
 #include <cstddef>
 #include <map>
 #include <string>
@@ -11,7 +11,7 @@
 namespace sealkeeper {
 namespace {
 
-// The scan came to the end of the text, and `key` waits for its value.
+// The text ends before the value of `key`.
 void LintKeyAtEnd(const LintedText& linted, const OutlinedKey& key, LintFindings& findings) {
     const std::string last(1, linted.Text().back());
     if (IsBlank(last) || last == "}") {
@@ -63,7 +63,7 @@ void LintKeysWithoutValue(const LintedText& linted, LintFindings& findings) {
 }
 
 void LintRepeatedKeys(const LintedText& linted, LintFindings& findings) {
-    // Section, key and table, with the first value there.
+    // The latest place of each section, key and kind of value.
     std::map<std::tuple<std::string, std::string, ConfigValueKind>, std::size_t> seen;
     for (const OutlinedValue& value : linted.Outline().values) {
         const OutlinedKey& key = linted.KeyOf(value);
@@ -71,7 +71,7 @@ void LintRepeatedKeys(const LintedText& linted, LintFindings& findings) {
         if (known == nullptr) {
             continue;
         }
-        // A number and a flag replace each other where a flag is looked for.
+        // The tool takes a number for a flag, so that each replaces the other.
         const ConfigValueKind kind = TakesKind(*known, value.kind) ? known->kind : value.kind;
         const auto [first, isNew] =
             seen.try_emplace({std::string(known->section), key.name, kind}, key.begin);

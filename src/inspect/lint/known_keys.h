@@ -1,4 +1,4 @@
-// The sections and keys that the tool looks for, and with which kinds of values.
+// The sections and keys that the tool reads, and the kinds of their values.
 #ifndef SEALKEEPER_INSPECT_LINT_KNOWN_KEYS_H
 #define SEALKEEPER_INSPECT_LINT_KNOWN_KEYS_H
 
@@ -14,23 +14,23 @@ struct KnownKey {
     std::string_view section;
     std::string_view name;
     ConfigValueKind kind;
-    // A value, as it is written after the key.
+    // A value as it is written after the key.
     std::string_view example;
 };
 
 [[nodiscard]] bool IsKnownSection(std::string_view name);
 
-// Null when no section has a key of that name. No two have the same.
+// Null if no section has the key. Key names are unique across sections.
 [[nodiscard]] const KnownKey* FindKnownKey(std::string_view name);
 
-// That of `section` alone.
+// Only a key of `section`.
 [[nodiscard]] const KnownKey* FindKnownKey(std::string_view section, std::string_view name);
 
 [[nodiscard]] std::vector<std::string> KnownSectionNames();
-// What should be written in `section`: not what is refused.
+// The keys to suggest for `section`, without those that the tool refuses.
 [[nodiscard]] std::vector<std::string> KnownKeyNames(std::string_view section);
 
-// Whether the tool looks at a value of that kind under `key`. A number is a flag as well.
+// Whether the tool reads a value of that kind under `key`. A number also counts as a flag.
 [[nodiscard]] bool TakesKind(const KnownKey& key, ConfigValueKind kind);
 
 // "a list" and so on.

@@ -1,4 +1,4 @@
-// The digits at the start of a text, which are all that the tool reads of a number.
+// The leading digits of a text. The tool reads nothing else of a number.
 #ifndef SEALKEEPER_INSPECT_LINT_LEADING_DIGITS_H
 #define SEALKEEPER_INSPECT_LINT_LEADING_DIGITS_H
 
@@ -6,10 +6,10 @@
 
 namespace sealkeeper {
 
-// Empty where `text` begins with none.
+// Empty if `text` does not begin with a digit.
 [[nodiscard]] std::string_view LeadingDigits(std::string_view text);
 
-// Whether `text` is digits and nothing else, and not empty.
+// Whether `text` consists of digits only and is not empty.
 [[nodiscard]] bool IsWholeNumber(std::string_view text);
 
 }  // namespace sealkeeper

@@ -7,7 +7,8 @@ namespace {
 
 using LintRule = void (*)(const LintedText&, LintFindings&);
 
-// What finds misread values comes first. Beyond that their order is that of warnings of one place.
+// Rules that find misread values come first. Otherwise this is the order of warnings at the same
+// place.
 constexpr LintRule kRules[] = {
     LintByteOrderMark,    LintComments,      LintSectionHeaders,  LintNumberEnds,
     LintFlagEnds,         LintStringEnds,    LintListEnds,        LintCommentedElements,
@@ -29,7 +30,7 @@ std::vector<RuleWarning> LintConfigText(std::string_view text) {
     const LintedText linted(text);
     LintFindings findings(linted);
     if (IsUtf16OrUtf32(text)) {
-        // All else would be told of text that the author does not see.
+        // Other rules would report text that the author does not see.
         LintUtf16OrUtf32(linted, findings);
         return findings.Take();
     }

@@ -1,5 +1,4 @@
-// Finds what in the text of a configuration file is likely not what was meant. Nothing here looks
-// at a game.
+// Finds likely mistakes in the text of a configuration file. It needs no game.
 #ifndef SEALKEEPER_INSPECT_LINT_LINT_CONFIG_TEXT_H
 #define SEALKEEPER_INSPECT_LINT_LINT_CONFIG_TEXT_H
 
@@ -10,7 +9,7 @@
 
 namespace sealkeeper {
 
-// Any bytes may be given. Sorted by place; what stands at no place comes first.
+// `text` may hold any bytes. The result is sorted by place; warnings without a place come first.
 [[nodiscard]] std::vector<RuleWarning> LintConfigText(std::string_view text);
 
 }  // namespace sealkeeper

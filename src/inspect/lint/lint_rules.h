@@ -1,4 +1,4 @@
-// The rules of the linter. Each adds to the findings what it alone looks for.
+// The rules of the linter. Each looks for one kind of mistake and adds what it finds.
 #ifndef SEALKEEPER_INSPECT_LINT_LINT_RULES_H
 #define SEALKEEPER_INSPECT_LINT_LINT_RULES_H
 
@@ -8,14 +8,14 @@
 
 namespace sealkeeper {
 
-// Whether `text` is UTF-16 or UTF-32, of which the scan can make nothing. Found by its mark; UTF-16
-// without one by every other byte of its beginning being zero.
+// Whether `text` is UTF-16 or UTF-32, which the scanner cannot read. Recognised by the byte-order
+// mark, or UTF-16 without one by zeros in every other byte at the start.
 [[nodiscard]] bool IsUtf16OrUtf32(std::string_view text);
-// `linted` is one of them.
+// Only for a text in one of these encodings.
 void LintUtf16OrUtf32(const LintedText& linted, LintFindings& findings);
 void LintByteOrderMark(const LintedText& linted, LintFindings& findings);
 
-// Values that end elsewhere than was meant. They come before the rules that ask for
+// Values that end elsewhere than was meant. These rules come before those that use
 // `LintFindings::FirstMisread`.
 void LintNumberEnds(const LintedText& linted, LintFindings& findings);
 void LintFlagEnds(const LintedText& linted, LintFindings& findings);
@@ -24,25 +24,24 @@ void LintListEnds(const LintedText& linted, LintFindings& findings);
 void LintSectionHeaders(const LintedText& linted, LintFindings& findings);
 void LintComments(const LintedText& linted, LintFindings& findings);
 
-// Elements of lists and tables of pairs: which are taken although they look left out, and left out
-// although they look taken.
+// Elements of lists and tables of pairs that are read although they look left out, and the reverse.
 void LintCommentedElements(const LintedText& linted, LintFindings& findings);
 void LintUnquotedElements(const LintedText& linted, LintFindings& findings);
 void LintEmptyElements(const LintedText& linted, LintFindings& findings);
 void LintPairs(const LintedText& linted, LintFindings& findings);
 void LintBackslashes(const LintedText& linted, LintFindings& findings);
 
-// Names and where they stand.
+// Names and their places.
 void LintSectionNames(const LintedText& linted, LintFindings& findings);
 void LintKeyNames(const LintedText& linted, LintFindings& findings);
 void LintUnclosedSection(const LintedText& linted, LintFindings& findings);
 void LintKeysWithoutValue(const LintedText& linted, LintFindings& findings);
 void LintRepeatedKeys(const LintedText& linted, LintFindings& findings);
 
-// Where and why the scan ended before the text.
+// Where and why the scanner stopped before the end of the text.
 void LintStop(const LintedText& linted, LintFindings& findings);
 
-// What the tool makes of the values.
+// How the tool interprets the values.
 void LintValueKinds(const LintedText& linted, LintFindings& findings);
 void LintVersion(const LintedText& linted, LintFindings& findings);
 void LintPathLists(const LintedText& linted, LintFindings& findings);

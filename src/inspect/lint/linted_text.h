@@ -1,4 +1,4 @@
-// A configuration text as the rules of the linter see it, and what they find.
+// A configuration text for the rules of the linter, and their findings.
 #ifndef SEALKEEPER_INSPECT_LINT_LINTED_TEXT_H
 #define SEALKEEPER_INSPECT_LINT_LINTED_TEXT_H
 
@@ -15,16 +15,16 @@ namespace sealkeeper {
 
 class LintedText {
   public:
-    // `text` must outlive it and is not empty.
+    // `text` must outlive it and must not be empty.
     explicit LintedText(std::string_view text);
 
     [[nodiscard]] std::string_view Text() const { return text_; }
     [[nodiscard]] const ConfigOutline& Outline() const { return outline_; }
-    // Whether the tool takes the text at all.
+    // Whether the tool can parse the text.
     [[nodiscard]] bool IsParsed() const { return isParsed_; }
 
     [[nodiscard]] std::string_view Part(std::size_t begin, std::size_t end) const;
-    // The offset of the line feed that ends the line of `offset`, or the length of the text.
+    // The offset of the line feed that ends the line, or the length of the text.
     [[nodiscard]] std::size_t LineEnd(std::size_t offset) const { return lines_.LineEnd(offset); }
     [[nodiscard]] TextPlace PlaceAt(std::size_t offset) const { return lines_.PlaceOf(offset); }
     // "line 7".
@@ -47,11 +47,12 @@ class LintFindings {
     void Add(std::size_t offset, std::string message, std::string cure);
     void AddWithoutPlace(std::string message, std::string cure);
 
-    // As `Add`, for a value that ends elsewhere than was meant: the scan goes on in the middle of
-    // something, and what it takes from there on is likely none of the author's names and values.
+    // As `Add`, for a value that ends elsewhere than was meant. The scanner then goes on in the
+    // wrong state: later names and values are likely not what the author wrote.
     void AddMisread(std::size_t offset, std::string message, std::string cure);
 
-    // The first misread value's offset; `kNoOffset`, which is past all others, without one.
+    // The offset of the first misread value. Without one `kNoOffset`, which is greater than any
+    // offset.
     [[nodiscard]] std::size_t FirstMisread() const { return firstMisread_; }
 
     // Sorted by place.

@@ -1,4 +1,4 @@
-// Lists and tables of pairs, which end at the first closing bracket, quoted or not.
+// Lists and tables of pairs. They end at the first closing bracket, even inside quotes.
 #include <string>
 
 #include "config/config_names.h"
@@ -18,7 +18,7 @@ std::string BracketCure(const BracketedValue& list) {
            "', which cannot be part of it.";
 }
 
-// Lists end in the brackets "[]", so an odd number of quotes means that one stands open.
+// A list ends at its bracket, so an odd number of quotes means that one is still open.
 void LintOpenQuote(const LintedText& linted, const BracketedValue& list, LintFindings& findings) {
     const std::size_t end = list.Value().end;
     const std::string bracket(1, list.ClosingBracket());

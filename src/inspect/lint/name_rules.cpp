@@ -1,4 +1,4 @@
-// Names of sections and keys that the tool does not know.
+// Unknown names of sections and keys.
 #include <cstddef>
 
 #include "inspect/lint/known_keys.h"
@@ -9,8 +9,8 @@
 namespace sealkeeper {
 namespace {
 
-// Whether nobody wrote `name`, which stands at `offset`, as such: it comes of what was misread
-// before it, which is told. A name that is like one of `known` was written as that.
+// Whether the name at `offset` is an effect of a misread value before it, which is reported
+// already. A name close to one in `known` was meant as such, so it is no effect.
 bool ComesOfMisread(std::size_t offset, std::string_view name,
                     const std::vector<std::string>& known, const LintFindings& findings) {
     return offset > findings.FirstMisread() && NearestName(name, known).empty();
@@ -35,7 +35,7 @@ void LintKeyName(const LintedText& linted, std::size_t index, LintFindings& find
         return;
     }
     const Trouble trouble = KeyNameTrouble(section, key.name);
-    // Where the scan ended at its value, that is told.
+    // If the scanner stopped at its value, that is reported instead.
     const bool isLast = index == outline.pendingKey;
     if (!isLast || trouble.isMisread || !NearestName(key.name, known).empty()) {
         AddTrouble(key.begin, trouble, ", so it is ignored.", findings);

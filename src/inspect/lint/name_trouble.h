@@ -1,4 +1,4 @@
-// What is wrong with a name that the tool does not know.
+// Explains what is wrong with an unknown name.
 #ifndef SEALKEEPER_INSPECT_LINT_NAME_TROUBLE_H
 #define SEALKEEPER_INSPECT_LINT_NAME_TROUBLE_H
 
@@ -10,24 +10,24 @@
 namespace sealkeeper {
 
 struct Trouble {
-    // A sentence without its end, to which is added what comes of it.
+    // The beginning of a sentence. The caller adds the consequence.
     std::string what;
-    // A whole sentence.
+    // A full sentence.
     std::string cure;
-    // Whether nobody wrote it as a name.
+    // Whether it is text that was not written as a name.
     bool isMisread = false;
 };
 
-// Of a file that begins with such a mark, the name of the first section does.
+// In a file with a byte-order mark, the first section's name begins with it.
 [[nodiscard]] bool StartsWithByteOrderMark(std::string_view text);
 
-// The key of a word such as "version=2;"; null where it begins with no key that the tool knows.
+// The known key at the start of a word such as "version=2;"; null if there is none.
 [[nodiscard]] const KnownKey* FindKeyAtStart(std::string_view word);
 
-// `name` stands where the name of a section is expected, and is none that the tool knows.
+// For an unknown `name` in the place of a section's.
 [[nodiscard]] Trouble SectionNameTrouble(std::string_view name);
 
-// `name` is a key in `section`, which the tool knows, but not with that key.
+// For a `name` that is no key of the known `section`.
 [[nodiscard]] Trouble KeyNameTrouble(std::string_view section, std::string_view name);
 
 }  // namespace sealkeeper

@@ -13,7 +13,7 @@ bool AreSwapped(std::string_view left, std::string_view right, std::size_t i, st
     return i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1];
 }
 
-// The optimal string alignment distance, by rows of its table.
+// The optimal string alignment distance, with three rows of its table in memory.
 std::size_t DistanceOf(std::string_view left, std::string_view right) {
     std::vector<std::size_t> beforeLast(right.size() + 1);
     std::vector<std::size_t> last(right.size() + 1);
@@ -43,7 +43,7 @@ std::string NearestName(std::string_view name, const std::vector<std::string>& n
     std::size_t least = name.size();
     for (const std::string& known : names) {
         const std::size_t limit = known.size() / kCharactersPerChange;
-        // So far apart, a long name would only take time.
+        // Skips names that cannot be near, so that a long one costs no time.
         if (name.size() > known.size() + limit) {
             continue;
         }

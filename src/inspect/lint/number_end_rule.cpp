@@ -1,4 +1,4 @@
-// Numbers, which end at the first semicolon after them, however far below it stands.
+// Numbers. They end at the next semicolon, however many lines below it stands.
 #include "inspect/lint/leading_digits.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/plain_reading.h"
@@ -7,21 +7,21 @@
 namespace sealkeeper {
 namespace {
 
-// What a number takes with it.
+// What the scanner swallows along with a number.
 struct Swallowed {
     std::vector<std::string> keys;
-    // Whether the last of them has a value that goes on after the semicolon.
+    // Whether the value of the last key continues after the semicolon.
     bool isCut = false;
 };
 
-// Whether the end of the text came before that of the value.
+// Whether the text ended inside a value.
 bool IsInsideValue(ConfigStop why) {
     return why == ConfigStop::NoClosingBracket || why == ConfigStop::NoClosingParenthesis ||
            why == ConfigStop::NoClosingQuote;
 }
 
-// The keys that would have had a value if every line of `text`, which stands in a section, ended in
-// a semicolon.
+// The keys that would have had values if every line of `text`, part of a section, had ended in a
+// semicolon.
 Swallowed KeysIn(std::string_view text) {
     std::string section = "s {";
     for (const char byte : text) {
@@ -70,13 +70,13 @@ class NumberEnd {
     }
 
   private:
-    // As it should have been written.
+    // The corrected assignment.
     [[nodiscard]] std::string Proper(const std::string& digits) const {
         return key_ + " = " + digits + ";";
     }
     [[nodiscard]] std::string Proper() const { return Proper(std::string(digits_)); }
 
-    // Of digits in groups, as in "1,024", all of them.
+    // The number without digit separators: "1,024" becomes "1024".
     [[nodiscard]] std::string Ungrouped(const std::string& code) const {
         std::string number(TrimmedBlanks(code));
         std::erase_if(number, [](char byte) { return byte == ',' || byte == '_' || byte == '\''; });
@@ -92,8 +92,8 @@ class NumberEnd {
             (keys.empty() ? "a '}'" : ShownNames(keys)) + (keys.size() > 1 ? " are" : " is") +
             " not read.";
         const std::string cure = "Write '" + Proper() + "'.";
-        // Without that brace, what follows is taken for more of this section. The rest of a value
-        // is taken for keys.
+        // Without the brace, what follows seems to belong to this section. The rest of a cut value
+        // is read as keys.
         if (hasBrace || swallowed.isCut) {
             findings.AddMisread(value_.begin, message, cure);
         } else {
@@ -114,7 +114,7 @@ class NumberEnd {
 
     const LintedText& linted_;
     const OutlinedValue& value_;
-    // With its semicolon.
+    // Including the semicolon.
     std::string_view written_;
     std::string_view digits_;
     const std::string& key_;

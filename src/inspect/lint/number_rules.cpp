@@ -1,4 +1,4 @@
-// What numbers mean to the tool.
+// Ranges of numbers.
 #include <cstdint>
 #include <limits>
 #include <string>
@@ -18,7 +18,7 @@ constexpr std::uint64_t kLargestSigned = std::numeric_limits<std::int32_t>::max(
 constexpr std::uint64_t kLargestUnsigned = std::numeric_limits<std::uint32_t>::max();
 constexpr auto kLeastMegabytes = static_cast<std::int64_t>(kRecommendedMinimumMegabytes);
 constexpr auto kMostMegabytes = static_cast<std::int64_t>(kRecommendedMaximumMegabytes);
-// A file of a terabyte. Who writes more counts in bytes.
+// A file of one terabyte. A larger number was most likely meant as bytes.
 constexpr std::int64_t kMostCredibleMegabytes = 1'000'000;
 constexpr std::int64_t kBytesInMegabyte = 1'000'000;
 
@@ -26,7 +26,7 @@ std::string_view DigitsOf(const LintedText& linted, const OutlinedValue& value) 
     return LeadingDigits(linted.Part(value.begin, value.end));
 }
 
-// What a person reads; anything above `kLargestUnsigned` is that much more by one.
+// The number as written; anything larger becomes `kLargestUnsigned` + 1.
 std::uint64_t WrittenNumber(std::string_view digits) {
     std::uint64_t number = 0;
     for (const char digit : digits) {
@@ -39,7 +39,7 @@ std::uint64_t WrittenNumber(std::string_view digits) {
 }
 
 bool IsWrapped(const LintedText& linted, const OutlinedValue& value, std::string_view key) {
-    // The one that the tool stores without a sign.
+    // Only this one is stored unsigned.
     const std::uint64_t largest = key == kMaxInstancesKey ? kLargestUnsigned : kLargestSigned;
     return WrittenNumber(DigitsOf(linted, value)) > largest;
 }

@@ -1,4 +1,4 @@
-// Pairs, which the scan tells by their order alone.
+// Pairs. The scanner forms them by order alone.
 #include <cstddef>
 
 #include "inspect/lint/bracketed_value.h"
@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* kPairCure = "Write each pair as [\"old\", \"new\"].";
 
-// Whether a bracket, which a person takes for the end of a pair, stands between both parts of one.
+// Whether a bracket, which to a person ends a pair, stands between the two parts of one.
 bool IsSplitByBracket(const LintedText& linted, const BracketedValue& table,
                       const OutlinedText& name, const OutlinedText& value) {
     for (std::size_t offset = name.end + 1; offset + 1 < value.begin; ++offset) {
@@ -31,7 +31,7 @@ void LintSplitPairs(const LintedText& linted, const BracketedValue& table, LintF
                 ShownName(texts[i].text) + " and " + ShownName(texts[i + 1].text) +
                     " are taken for a pair, since brackets do not count and texts are taken two by two.",
                 kPairCure);
-            // All after it are out of step.
+            // All later pairs are shifted as well.
             return;
         }
     }

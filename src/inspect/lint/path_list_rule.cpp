@@ -1,4 +1,4 @@
-// The two lists of patterns, of which the tool wants one.
+// The two lists of patterns, of which the tool wants exactly one.
 #include <algorithm>
 
 #include "config/config_names.h"
@@ -8,7 +8,7 @@
 namespace sealkeeper {
 
 void LintPathLists(const LintedText& linted, LintFindings& findings) {
-    // The tool refuses the file before it looks for them.
+    // Otherwise the tool refuses the file before it looks for them.
     if (!linted.IsParsed()) {
         return;
     }

@@ -1,5 +1,4 @@
-// Patterns of paths. The tool writes "./" before them and goes by the paths that this leads to,
-// letter by letter.
+// Path patterns. The tool puts "./" before each, and compares the paths that result byte for byte.
 #include <algorithm>
 #include <string>
 
@@ -19,7 +18,7 @@ bool HasDrive(std::string_view path) {
     return path.size() >= 2 && IsAsciiLetter(path[0]) && path[1] == ':';
 }
 
-// From its first component on that names something.
+// The rest of `path` from the first component that is neither empty, "." nor "..".
 std::string_view FromFirstName(std::string_view path) {
     while (!path.empty()) {
         const std::string_view component = path.substr(0, path.find('/'));
@@ -31,8 +30,8 @@ std::string_view FromFirstName(std::string_view path) {
     return path;
 }
 
-// Whether a ".." goes back from a directory that `path` names. One at its start leads out of the
-// game, which is told by what it matches.
+// Whether a ".." follows a named directory. A leading ".." leaves the game and is reported by what
+// it matches.
 bool GoesBack(std::string_view path) {
     return HasParentComponent(FromFirstName(path));
 }
@@ -49,7 +48,7 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
         return;
     }
     const std::string shortest = LexicalPath(path);
-    // The tool itself leaves out one '/' at the end.
+    // The tool removes one trailing '/' itself.
     if (path == shortest || path == shortest + "/") {
         return;
     }
@@ -60,7 +59,7 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
                                   : "Write " + ShownValue(shortest) + ".");
 }
 
-// What such a pattern matches is stored with its '/', and verify takes that for an absolute path.
+// Matches are stored with the leading '/', and verify treats them as absolute paths.
 void LintLeadingSlash(std::string_view key, const OutlinedText& pattern, LintFindings& findings) {
     const char* const effect =
         key == kExcludePathsKey

@@ -16,7 +16,7 @@ std::size_t PastNext(std::string_view text, std::string_view what, std::size_t f
     return found == std::string_view::npos ? text.size() : found + what.size();
 }
 
-// Past the closing quote, or at the end of the line when that comes first.
+// After the closing quote, or at the end of the line if that comes first.
 std::size_t QuoteEnd(std::string_view text, std::size_t begin) {
     const std::size_t end = std::min(text.find_first_of("\"\n", begin + 1), text.size());
     return end < text.size() && text[end] == '"' ? end + 1 : end;

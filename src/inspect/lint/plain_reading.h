@@ -1,6 +1,6 @@
-// A stretch of a configuration file as a person reads it, and as an editor colours it: comments and
-// quotes count everywhere. The scan looks for comments between values only, and inside brackets for
-// nothing but quotes. Where the two differ, something is likely not what was meant.
+// Reads a part of a configuration file as a person would, or an editor's highlighter: comments and
+// quotes count everywhere. The scanner knows comments only between values, and inside brackets it
+// looks only for quotes. Where the two differ, something is likely not as meant.
 #ifndef SEALKEEPER_INSPECT_LINT_PLAIN_READING_H
 #define SEALKEEPER_INSPECT_LINT_PLAIN_READING_H
 
@@ -12,16 +12,16 @@ namespace sealkeeper {
 
 enum class PlainReading : char {
     Code,
-    // The quotes themselves, too. A quote without its partner ends with its line.
+    // Includes the quotes. An unclosed quote ends with its line.
     Quoted,
-    // The markers, too, but not the line feed after a line comment.
+    // Includes the comment marks, but not the line feed after a line comment.
     Comment,
 };
 
-// One for each byte of `text`.
+// One element for each byte of `text`.
 [[nodiscard]] std::vector<PlainReading> ReadPlainly(std::string_view text);
 
-// `text` with a blank in place of every byte of a comment but line feeds.
+// `text` with comments blanked out. Line feeds are kept.
 [[nodiscard]] std::string WithoutComments(std::string_view text);
 
 }  // namespace sealkeeper

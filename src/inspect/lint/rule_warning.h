@@ -1,4 +1,4 @@
-// Something in the rules that is likely not what was meant.
+// A likely mistake in the rules.
 #ifndef SEALKEEPER_INSPECT_LINT_RULE_WARNING_H
 #define SEALKEEPER_INSPECT_LINT_RULE_WARNING_H
 
@@ -9,15 +9,15 @@
 namespace sealkeeper {
 
 struct RuleWarning {
-    // From 1, in bytes; both 0 for what stands at no place of the configuration file.
+    // Counted from 1, in bytes. Both are 0 if it has no place in the configuration file.
     std::size_t line = 0;
     std::size_t column = 0;
-    // One sentence each.
+    // One sentence in each.
     std::string message;
     std::string cure;
 };
 
-// What stands at no place comes first. Those of one place keep their order.
+// A stable sort. Warnings without a place come first.
 void SortByPlace(std::vector<RuleWarning>& warnings);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// The texts that the client is told at run time.
+// Texts for the client, stored in runtime.conf.
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -16,13 +16,13 @@
 namespace sealkeeper {
 namespace {
 
-// "None" is in the table, but not to be chosen.
+// Without the first, "None", which is in the table but cannot be chosen.
 std::vector<std::string> Choices() {
     const auto names = AntiTamperSolutionNames();
     return {names.begin() + 1, names.end()};
 }
 
-// Whether what was found in `text` is a word of its own there.
+// Whether the name found in `text` is a separate word.
 bool IsWord(const std::string& text, const NamedSolution& found) {
     const std::string_view name = AntiTamperSolutionNames()[found.solution];
     const std::size_t end = found.offset + name.size();

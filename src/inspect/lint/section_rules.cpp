@@ -10,7 +10,7 @@
 namespace sealkeeper {
 namespace {
 
-// What stands between a name and its brace as a matter of taste.
+// Accepted without a warning between a name and its brace.
 constexpr std::string_view kHeaderBlanks = " \t\r\n:;=";
 
 void LintSectionHeader(const LintedText& linted, const OutlinedSection& section,
@@ -38,7 +38,7 @@ void LintSectionHeader(const LintedText& linted, const OutlinedSection& section,
     }
 }
 
-// The comment that the text ends in; null when there is none.
+// The comment at the end of the text; null if there is none.
 const OutlinedComment* LastComment(const LintedText& linted) {
     const auto& comments = linted.Outline().comments;
     const bool isLast = !comments.empty() && comments.back().end == linted.Text().size();
@@ -49,7 +49,7 @@ const OutlinedComment* LastComment(const LintedText& linted) {
 
 void LintSectionHeaders(const LintedText& linted, LintFindings& findings) {
     for (const OutlinedSection& section : linted.Outline().sections) {
-        // These are told of by their names.
+        // Reported by the rules for names instead.
         const bool isNoName = FindKeyAtStart(section.name) != nullptr ||
                               section.name.find('{') != std::string::npos ||
                               StartsWithByteOrderMark(section.name);
@@ -65,7 +65,7 @@ void LintUnclosedSection(const LintedText& linted, LintFindings& findings) {
         return;
     }
     const OutlinedComment* const comment = LastComment(linted);
-    // The last byte of a text is never looked at, and is most often this one.
+    // The scanner ignores the last byte of a text, and that is usually this brace.
     const bool endsInBrace = comment == nullptr && linted.Text().ends_with('}');
     const bool isHidden = comment != nullptr && comment->block != kNoOffset;
     const OutlinedSection& section = outline.sections[outline.openSection];

@@ -1,4 +1,4 @@
-// What is told of a configuration's own words.
+// Quotes parts of a configuration file in messages.
 #ifndef SEALKEEPER_INSPECT_LINT_SHOWN_TEXT_H
 #define SEALKEEPER_INSPECT_LINT_SHOWN_TEXT_H
 
@@ -12,23 +12,23 @@ namespace sealkeeper {
 // In bytes.
 inline constexpr std::size_t kLongestShown = 60;
 
-// `text` in single quotes. What is long is cut, between characters of UTF-8, and ends in "...".
+// `text` in single quotes. A long text is cut between UTF-8 characters and ends in "...".
 [[nodiscard]] std::string ShownName(std::string_view text);
 
-// "'a'", "'a' and 'b'", "'a', 'b' and 'c'"; of more than four the number of the others.
+// "'a'", "'a' and 'b'", "'a', 'b' and 'c'". Of more than four names the rest is counted.
 [[nodiscard]] std::string ShownNames(const std::vector<std::string>& names);
 
-// `text` as it would be written in a configuration file: in double quotes, cut like a name.
+// `text` in double quotes, as in a configuration file. Cut like a name.
 [[nodiscard]] std::string ShownValue(std::string_view text);
 
-// Without what the scan skips between tokens, and line ends, at its start.
+// `text` without leading line ends and other bytes that the scanner skips between tokens.
 [[nodiscard]] std::string_view WithoutLeadingBlanks(std::string_view text);
 
-// Without such bytes at both ends. Looks at all of those at its end, so it is nothing to be asked
-// for each value of a line.
+// `text` without such bytes at both ends. Looks at all trailing ones, so do not call it for each
+// value of a line.
 [[nodiscard]] std::string_view TrimmedBlanks(std::string_view text);
 
-// Whether nothing but such bytes is in it. Looks no further than at the first other one.
+// Whether it consists of such bytes only. Stops at the first other byte.
 [[nodiscard]] bool IsBlank(std::string_view text);
 
 }  // namespace sealkeeper

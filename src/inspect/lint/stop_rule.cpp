@@ -1,4 +1,4 @@
-// Where the scan ended before the text, and why.
+// Where and why the scanner stopped before the end of the text.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -17,7 +17,7 @@
 namespace sealkeeper {
 namespace {
 
-// Up to what ends a name.
+// The text up to the end of a name.
 std::string_view WordAt(const LintedText& linted, std::size_t offset) {
     const std::string_view rest = linted.Text().substr(offset);
     return rest.substr(0, rest.find_first_of(" \t\r\n:"));
@@ -27,7 +27,7 @@ std::string PendingKeyName(const LintedText& linted) {
     return linted.Outline().keys[linted.Outline().pendingKey].name;
 }
 
-// "Write 'version = 2;'." with the number that stands there.
+// "Write 'version = 2;'." with the number found in the text.
 std::string NumberCure(const LintedText& linted, std::size_t offset) {
     const std::string digits(LeadingDigits(linted.Text().substr(offset)));
     return "Write '" + PendingKeyName(linted) + " = " + digits + ";'.";
@@ -41,7 +41,7 @@ Trouble EmptyListTrouble(const LintedText& linted) {
                 : "Write its elements, or remove " + ShownName(name) + "."};
 }
 
-// Of a value that goes on to the end of the text.
+// For a value that has no end.
 Trouble UnclosedTrouble(const LintedText& linted, ConfigStop why) {
     const std::string pending = ShownName(PendingKeyName(linted));
     if (why == ConfigStop::NoClosingBracket) {
@@ -101,7 +101,7 @@ Trouble TroubleOf(const LintedText& linted, const OutlinedStop& stop) {
     return {};
 }
 
-// These need no misread value before them.
+// Whether the stop is a mistake of its own, and not just an effect of a misread value.
 bool SpeaksForItself(ConfigStop why) {
     constexpr std::array kOwnReasons = {
         ConfigStop::NoClosingBracket, ConfigStop::EmptyBrackets, ConfigStop::NoClosingParenthesis,
@@ -110,7 +110,7 @@ bool SpeaksForItself(ConfigStop why) {
     return std::find(kOwnReasons.begin(), kOwnReasons.end(), why) != kOwnReasons.end();
 }
 
-// Of the list at `begin`, the quote of the first element that goes over a line's end.
+// For the list at `begin`: the opening quote of the first element that spans lines.
 std::size_t OpenElement(const LintedText& linted, std::size_t begin) {
     const std::string_view text = linted.Text();
     std::size_t quote = text.find('"', begin);

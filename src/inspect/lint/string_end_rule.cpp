@@ -1,4 +1,4 @@
-// Texts, which end at the next double quote, on whichever line it stands.
+// Texts. They end at the next double quote, on whichever line it stands.
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/shown_text.h"
 

@@ -1,4 +1,4 @@
-// The values that the tool looks at.
+// Finds the values that the tool reads.
 #ifndef SEALKEEPER_INSPECT_LINT_TYPED_VALUES_H
 #define SEALKEEPER_INSPECT_LINT_TYPED_VALUES_H
 
@@ -10,7 +10,7 @@
 
 namespace sealkeeper {
 
-// The values of that kind of `key` in `section`.
+// The values of `key` in `section` that are of that kind.
 [[nodiscard]] std::vector<const OutlinedValue*> ValuesOfKind(const LintedText& linted,
                                                              std::string_view section,
                                                              std::string_view key,
@@ -20,8 +20,8 @@ namespace sealkeeper {
 [[nodiscard]] std::vector<OutlinedText> ElementsOf(const LintedText& linted,
                                                    std::string_view section, std::string_view key);
 
-// Adds what something that is missing from `section` leads to: where its last body begins, or
-// without a place when there is none.
+// Adds a finding about something missing from `section`: at the start of its last body, or without
+// a place if there is none.
 void AddAtSection(const LintedText& linted, std::string_view section, std::string message,
                   std::string cure, LintFindings& findings);
 

@@ -18,7 +18,7 @@ const OutlinedKey& PendingKey(const LintedText& linted) {
     return linted.Outline().keys[linted.Outline().pendingKey];
 }
 
-// The name that a section would have if `key`, with the brace after it, began one.
+// The section name that `key` would be if a brace or colon ended it.
 std::string_view AsSectionName(std::string_view key) {
     return key.substr(0, key.find_first_of("{:"));
 }

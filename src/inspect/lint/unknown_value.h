@@ -1,4 +1,4 @@
-// What stands for a value and is none.
+// Explains what is wrong with a text that is no value.
 #ifndef SEALKEEPER_INSPECT_LINT_UNKNOWN_VALUE_H
 #define SEALKEEPER_INSPECT_LINT_UNKNOWN_VALUE_H
 
@@ -9,7 +9,7 @@
 
 namespace sealkeeper {
 
-// Of the pending key of `linted`, whose value the scan expected at `offset`.
+// For the pending key of `linted`, whose value the scanner expected at `offset`.
 [[nodiscard]] Trouble UnknownValueTrouble(const LintedText& linted, std::size_t offset);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// Values of another kind than the tool looks for under their key.
+// Values that are not of the kind the tool reads under their key.
 #include <string>
 
 #include "config/config_names.h"
@@ -11,7 +11,7 @@
 namespace sealkeeper {
 namespace {
 
-// A text that is the value but for its quotes, without them.
+// The value without quotes if that would make it valid; else empty.
 std::string Unquoted(const KnownKey& key, const OutlinedValue& value) {
     if (value.kind != ConfigValueKind::String) {
         return {};

@@ -16,7 +16,7 @@ std::string SupportedVersion() {
 }  // namespace
 
 void LintVersion(const LintedText& linted, LintFindings& findings) {
-    // The tool refuses the file before it looks for one.
+    // Otherwise the tool refuses the file before it looks for a version.
     if (!linted.IsParsed()) {
         return;
     }

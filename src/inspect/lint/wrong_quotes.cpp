@@ -6,7 +6,7 @@
 namespace sealkeeper {
 namespace {
 
-// The single ones of ASCII; U+2018 to U+201F, U+00AB and U+00BB in UTF-8.
+// The ASCII apostrophe and backtick, and in UTF-8 U+2018 to U+201F, U+00AB and U+00BB.
 constexpr std::array<std::string_view, 12> kWrongQuotes = {"'",
                                                            "`",
                                                            "\xE2\x80\x98",

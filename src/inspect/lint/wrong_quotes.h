@@ -1,4 +1,4 @@
-// Quotes that are none to the scan.
+// Quotation marks that the scanner does not know.
 #ifndef SEALKEEPER_INSPECT_LINT_WRONG_QUOTES_H
 #define SEALKEEPER_INSPECT_LINT_WRONG_QUOTES_H
 
@@ -6,7 +6,7 @@
 
 namespace sealkeeper {
 
-// Whether `text` begins with a quote as typed in other languages or as a word processor writes it.
+// Whether `text` begins with an apostrophe, a backtick or a typographic quotation mark.
 [[nodiscard]] bool StartsWithWrongQuote(std::string_view text);
 
 }  // namespace sealkeeper
