@@ -1,4 +1,4 @@
-// Files of a selection that end generate.
+// Finds files in a selection at which generate would fail.
 #ifndef SEALKEEPER_INSPECT_RULES_FATAL_FILES_H
 #define SEALKEEPER_INSPECT_RULES_FATAL_FILES_H
 
@@ -10,17 +10,16 @@
 
 namespace sealkeeper {
 
-// Whether the path has more UTF-16 units than a catalogue has room for.
+// Whether the path has more UTF-16 units than fit into a catalogue.
 [[nodiscard]] bool IsTooLong(const SelectedFile& file);
 
-// Whether it has only by what one of `aliases` puts into it, which takes four bytes a character.
+// Whether only an alias makes the path too long: it is stored with four bytes per character.
 [[nodiscard]] bool IsTooLongByAlias(const SelectedFile& file, const AliasMap& aliases);
 
-// Whether the file, which lies below the current directory, has content that this user may not
-// read.
+// Whether the file, which is below the current directory, has content that this user may not read.
 [[nodiscard]] bool IsForbidden(const SelectedFile& file);
 
-// Why generate fails at a file of `selection`; nothing when it does not.
+// Why generate would fail at a file of `selection`; empty if it would not.
 [[nodiscard]] std::optional<Refusal> FindFatalFile(const Selection& selection);
 
 }  // namespace sealkeeper

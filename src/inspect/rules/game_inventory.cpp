@@ -16,7 +16,7 @@ ResultCode AddItem(const FileTree& tree, const WalkedItem& item,
     }
     const ResultCode code = tree.LookAtPath(path, status);
     if (item.type == EntryType::Link) {
-        // A link into a dead mount is one to nothing, as it is for the walk.
+        // A link into a dead mount counts as dangling, as it does for the walk.
         const bool isDangling = code != ResultCode::Ok || status.type == FileType::Missing;
         items.push_back({path, isDangling ? ItemKind::DanglingLink : ItemKind::Link});
         return ResultCode::Ok;

@@ -1,4 +1,4 @@
-// Everything that a game directory holds, whatever the rules say.
+// Lists everything in a game directory, whatever the rules say.
 #ifndef SEALKEEPER_INSPECT_RULES_GAME_INVENTORY_H
 #define SEALKEEPER_INSPECT_RULES_GAME_INVENTORY_H
 
@@ -14,7 +14,7 @@ namespace sealkeeper {
 enum class ItemKind {
     RegularFile,
     Link,
-    // A link whose end is not there.
+    // A link whose target does not exist.
     DanglingLink,
     // A device, a FIFO or a socket.
     SpecialFile,
@@ -25,14 +25,13 @@ struct InventoryItem {
     // Lexical; see lexical_path.h.
     std::string path;
     ItemKind kind;
-    // 0 for all but regular files.
+    // 0 for anything but regular files.
     std::uint64_t sizeBytes = 0;
 };
 
-// Sets `items` to all that lies below the current directory in `tree`, hidden files too. A
-// directory that can be read is walked and is no item itself. What a link leads to is not looked
-// for. Fails with `SealkeeperIOError`, logged,
-// when the system fails to read a directory or to look at a file.
+// Sets `items` to everything below the current directory in `tree`, hidden files included. A
+// readable directory is walked and is no item itself. Links are not followed. Fails with
+// `SealkeeperIOError`, logged, if the system fails to read a directory or to examine a file.
 ResultCode TakeInventory(const FileTree& tree, std::vector<InventoryItem>& items);
 
 }  // namespace sealkeeper

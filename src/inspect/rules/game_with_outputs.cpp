@@ -29,13 +29,13 @@ std::string KeyIn(const std::string& directory, std::string_view name) {
 
 GameWithOutputs::GameWithOutputs(std::string gameDirectory) : root_(std::move(gameDirectory)) {}
 
-// Where `path` leads by links and ".."; its last name need not be there. Nothing where it leads
-// nowhere, as through a file.
+// Resolves links and ".." in `path`. The last component need not exist. Empty if the path cannot
+// exist, for example below a file.
 std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& path) const {
     if (auto resolved = ResolvePath(path)) {
         return resolved;
     }
-    // The system takes no longer one.
+    // The system accepts no longer path.
     if (path.empty() || path.size() >= PATH_MAX) {
         return std::nullopt;
     }
@@ -43,7 +43,7 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& pa
     for (std::string_view rest = path; !rest.empty();) {
         const std::string_view name = rest.substr(0, rest.find('/'));
         rest.remove_prefix(std::min(rest.size(), name.size() + 1));
-        // Also where the path ends in a slash: what a name is looked for in must be a directory.
+        // Names, and also a trailing slash, are possible only after a directory.
         if (!IsDirectory(*key)) {
             return std::nullopt;
         }
@@ -55,7 +55,7 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& pa
     return path.ends_with('/') && !IsDirectory(*key) ? std::nullopt : key;
 }
 
-// Where `name` leads from `directory`; nothing by a link to nothing.
+// Resolves `name` in `directory`. Empty for a dangling link.
 std::optional<GameWithOutputs::Key> GameWithOutputs::Step(const Key& directory,
                                                           std::string_view name) const {
     if (name.empty() || name == ".") {
@@ -80,7 +80,7 @@ bool GameWithOutputs::IsDirectory(const Key& key) const {
     return (added != added_.end() ? added->second : StatusOfPath(key)).type == FileType::Directory;
 }
 
-// A folder of the outputs may be a link.
+// Resolved, since a folder of the outputs may be a link.
 std::string GameWithOutputs::LocationOf(const std::string& path) const {
     const auto key = KeyOf("./" + path);
     if (!key) {
@@ -91,7 +91,7 @@ std::string GameWithOutputs::LocationOf(const std::string& path) const {
 
 void GameWithOutputs::Add(const std::string& path, const FileStatus& status) {
     const auto key = KeyOf("./" + path);
-    // A link may lead back to what is there, as the game directory itself.
+    // A link may lead back to something that exists, such as the game directory itself.
     if (key && !ResolvePath(*key)) {
         added_.emplace(*key, status);
     }
@@ -126,7 +126,7 @@ ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
     if (!key) {
         return ResultCode::Ok;
     }
-    // The system does not know the way through what is not there.
+    // Asked again by the resolved path: the system cannot follow one through added directories.
     if (const ResultCode again = FileTree::ReadDirectory(*key, entries); again != ResultCode::Ok) {
         return again;
     }
@@ -140,8 +140,8 @@ ResultCode GameWithOutputs::ReadDirectory(const std::string& directory,
     return ResultCode::Ok;
 }
 
-// The directory of what was added that `directory`, which is there, is. Told by what it is on the
-// disk: its path may lead there in any way.
+// The parent of an added path that is the same directory as `directory`, which exists. Compared by
+// device and inode, since different paths may lead there.
 std::optional<GameWithOutputs::Key> GameWithOutputs::ParentAt(const std::string& directory) const {
     const FileStatus status = StatusOfPath(directory);
     for (const auto& [path, unused] : added_) {

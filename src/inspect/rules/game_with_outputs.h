@@ -1,4 +1,4 @@
-// The game as generate finds it: with what the run itself has written by then.
+// The game as generate sees it, including what the run itself has written by then.
 #ifndef SEALKEEPER_INSPECT_RULES_GAME_WITH_OUTPUTS_H
 #define SEALKEEPER_INSPECT_RULES_GAME_WITH_OUTPUTS_H
 
@@ -15,19 +15,20 @@
 
 namespace sealkeeper {
 
-// The files below the current directory, which is the game directory, and some that are not there.
+// The file system below the current directory, the game directory, with some files added that do
+// not exist.
 class GameWithOutputs : public FileTree {
   public:
-    // `gameDirectory` is its absolute path without links.
+    // `gameDirectory` is the absolute path without links.
     explicit GameWithOutputs(std::string gameDirectory);
 
-    // Adds a directory or a file by its lexical path, whose parent is there or was added before.
-    // What is there stays what it is.
+    // Adds a directory or file by its lexical path. The parent must exist or have been added
+    // before. Existing files stay as they are.
     void AddDirectory(const std::string& path);
     void AddFile(const std::string& path, std::uint64_t sizeBytes);
 
-    // Where the lexical path `path` leads by links: from the game directory, or absolute where that
-    // is elsewhere. Itself where it leads nowhere.
+    // Resolves the links in a lexical path. The result is relative to the game directory, or
+    // absolute if it is elsewhere. Returns `path` itself if it cannot be resolved.
     [[nodiscard]] std::string LocationOf(const std::string& path) const;
 
     ResultCode ReadDirectory(const std::string& directory,
@@ -36,7 +37,7 @@ class GameWithOutputs : public FileTree {
     ResultCode LookForName(const std::string& path, bool& isThere) const override;
 
   private:
-    // Paths without links, absolute and without a slash at their end, as `ResolvePath` gives them.
+    // Absolute paths without links and without a trailing slash, as `ResolvePath` returns them.
     using Key = std::string;
 
     [[nodiscard]] std::optional<Key> KeyOf(const std::string& path) const;

@@ -1,4 +1,4 @@
-// Warnings about what is left out without a word.
+// Warnings about files that generate leaves out silently.
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -35,7 +35,7 @@ std::vector<std::string> PathsOf(const std::vector<const JudgedFile*>& files) {
 
 void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
     const auto large = LeftOutBy(LeftOutReason::TooLarge, subject.files);
-    // A negative threshold is told of where it is read.
+    // A negative threshold is reported by the linter already.
     const bool isNegative =
         static_cast<std::int64_t>(subject.selection.config.sizeThresholdBytes) < 0;
     if (large.empty() || isNegative) {

@@ -6,7 +6,7 @@
 namespace sealkeeper {
 namespace {
 
-// What stands for `character`; nothing for what stands for itself.
+// The character reference for `character`; empty if it needs none.
 std::string_view ReferenceTo(char character) {
     switch (character) {
         case '&':

@@ -1,4 +1,4 @@
-// Text of others in HTML.
+// Makes untrusted text safe for HTML.
 #ifndef SEALKEEPER_INSPECT_RULES_HTML_TEXT_H
 #define SEALKEEPER_INSPECT_RULES_HTML_TEXT_H
 
@@ -7,9 +7,9 @@
 
 namespace sealkeeper {
 
-// `text` as it stands between tags: markup is taken for text; what `TerminalSafeText` escapes, such
-// as control characters and what turns the order of the text round, is escaped in the same way; and
-// what is no UTF-8 becomes U+FFFD.
+// `text` for use between tags. Markup characters become references. What `TerminalSafeText`
+// escapes, such as control characters and bidirectional controls, is escaped the same way. Bytes
+// that are not UTF-8 become U+FFFD.
 [[nodiscard]] std::string HtmlText(std::string_view text);
 
 }  // namespace sealkeeper

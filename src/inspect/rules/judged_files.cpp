@@ -13,7 +13,7 @@
 namespace sealkeeper {
 namespace {
 
-// Ordered, so that what lies below a path stands right after it.
+// Ordered, so that everything below a path directly follows it.
 using SealedPaths = std::set<std::string, std::less<>>;
 using SkipRules = std::unordered_map<std::string, SkipRule>;
 
@@ -38,7 +38,8 @@ LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {
         case SkipRule::ExcludedPath:
             return LeftOutReason::ExcludedPath;
         case SkipRule::SizeThreshold:
-            // The size is that of where a link leads, and no other threshold would have it sealed.
+            // The size is that of the link's target. No other threshold would get the link sealed,
+            // so it is reported as a link.
             return kind == ItemKind::Link ? LeftOutReason::Link : LeftOutReason::TooLarge;
         case SkipRule::ExcludedExtension:
             return LeftOutReason::ExcludedExtension;
@@ -52,12 +53,12 @@ LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {
     return LeftOutReason::Unlistable;
 }
 
-// Tells by which rule paths were left out; each directory is asked for once.
+// Finds the rule that left a path out. Looks each directory up only once.
 class RuleFinder {
   public:
     explicit RuleFinder(SkipRules rules) : rules_(std::move(rules)) {}
 
-    // The rule for `path` or the nearest directory above it; nothing where there is none.
+    // The rule for `path` or its nearest parent that has one; empty if there is none.
     std::optional<SkipRule> RuleFor(const std::string& path) {
         std::vector<std::string> asked;
         std::string next = path;
@@ -87,7 +88,7 @@ LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules, bool hasIn
     if (rule) {
         return ReasonOf(*rule, item.kind);
     }
-    // The walk could list it, and now it cannot be.
+    // The walk could list it before, but now it cannot be listed.
     const bool isLost = !hasIncludes && item.kind == ItemKind::UnlistableDirectory;
     return isLost ? LeftOutReason::Unlistable : LeftOutReason::NotIncluded;
 }
@@ -98,7 +99,7 @@ bool LeadsToSealedFiles(const InventoryItem& item, const SealedPaths& sealed) {
     return item.kind == ItemKind::Link && next != sealed.end() && next->starts_with(below);
 }
 
-// From the game directory, as its names are on disk.
+// Relative to the game directory, as on disk.
 std::string ShownPath(const std::string& walkedPath) {
     constexpr std::string_view kHere = "./";
     return walkedPath.starts_with(kHere) ? walkedPath.substr(kHere.size()) : walkedPath;

@@ -1,4 +1,4 @@
-// Joins what a game holds with what generate would select of it.
+// Compares the contents of a game with what generate would select.
 #ifndef SEALKEEPER_INSPECT_RULES_JUDGED_FILES_H
 #define SEALKEEPER_INSPECT_RULES_JUDGED_FILES_H
 
@@ -10,9 +10,8 @@
 
 namespace sealkeeper {
 
-// Every file of `selection` as sealed, and every item of `inventory` that is not among them with
-// the rule that left it or a directory above it out. A link that leads to sealed files is not left
-// out, and stands for nothing. Sorted by path.
+// Every file in `selection` as sealed, and every other item of `inventory` with the rule that left
+// out it or a directory above it. A link that leads to sealed files is neither. Sorted by path.
 [[nodiscard]] std::vector<JudgedFile> JudgeFiles(const Selection& selection,
                                                  const std::vector<InventoryItem>& inventory);
 

@@ -1,4 +1,4 @@
-// Warnings about names, and about files that their names alone do not tell the fate of.
+// Warnings about names, and about files that are not what their names suggest.
 #include <map>
 #include <set>
 #include <string>
@@ -15,10 +15,11 @@
 namespace sealkeeper {
 namespace {
 
-// The lexical paths of the selected files that `isWanted`, in order and each once.
+// The lexical paths of the selected files for which `isWanted` holds, sorted and without
+// duplicates.
 template <typename IsWanted>
 std::vector<std::string> SelectedPaths(const Selection& selection, IsWanted isWanted) {
-    // Sorted, and each once.
+    // Sorts and removes duplicates.
     std::set<std::string> paths;
     for (const SelectedFile& file : selection.files) {
         if (isWanted(file)) {

@@ -14,7 +14,8 @@
 namespace sealkeeper {
 namespace {
 
-// The pattern that leads to `path`; the list where none does, as in a walk over the whole game.
+// The pattern that matches `path`. If none does, as in a walk over the whole game, the list of
+// patterns.
 TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) {
     const auto& matches = subject.secondSelection.matches;
     if (!HasIncludes(subject.secondSelection.config)) {
@@ -33,7 +34,7 @@ TextPlace PlaceOfPatternTo(const std::string& path, const LintSubject& subject) 
     return subject.places.patternList;
 }
 
-// Whether the second run seals anything in the folder `top` of the game but outputs.
+// Whether the second run seals anything but outputs in the top-level folder `top`.
 bool HasOtherFilesIn(const std::string& top, const LintSubject& subject) {
     const auto isOutput = [](const std::string& path, const PlannedOutputs& outputs) {
         return path == outputs.catalogue || path == outputs.certificateCopy ||
@@ -47,8 +48,8 @@ bool HasOtherFilesIn(const std::string& top, const LintSubject& subject) {
     });
 }
 
-// What to leave out: the folders that have the outputs, or the outputs themselves where there is
-// more in a folder.
+// What to leave out: the folders of the outputs, or the outputs alone if their folder holds other
+// files.
 std::string CureFor(const std::vector<std::string>& written, const LintSubject& subject) {
     std::set<std::string> names;
     for (const std::string& output : written) {
@@ -59,13 +60,13 @@ std::string CureFor(const std::vector<std::string>& written, const LintSubject& 
     for (const std::string& name : names) {
         list += (list.empty() ? "\"" : ", \"") + name + "\"";
     }
-    // An empty list of what to include stands for the whole game, too.
+    // An empty include list also selects the whole game.
     return subject.places.patternKey == kExcludePathsKey
                ? "Add " + list + " to exclude_paths."
                : "Write in include_paths what to hash, and nothing that takes in " + list + ".";
 }
 
-// The outputs of a run that a second one selects, by the path by which it does.
+// The outputs that a second run selects, each by the path that leads to it.
 struct SelectedOutputs {
     std::vector<std::string> replaced;
     std::optional<std::string> runtimeConfiguration;
@@ -76,7 +77,7 @@ SelectedOutputs SelectedOutputsOf(const LintSubject& subject) {
     for (const SelectedFile& file : subject.secondSelection.files) {
         selected.insert(LexicalPath(file.path));
     }
-    // Through a link in place of a folder of the outputs, or past it.
+    // The second run may find an output through a link that replaces a folder, or directly.
     const auto find = [&selected](const std::string& asked, const std::string& written) {
         return selected.contains(asked)     ? std::optional(asked)
                : selected.contains(written) ? std::optional(written)
@@ -112,7 +113,7 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
                           ": verify fails.",
                       CureFor(replaced, subject)));
     } else if (selected.runtimeConfiguration) {
-        // It is written before it is sealed, so verify accepts it.
+        // It is written before it is hashed, so verify accepts it.
         warnings.push_back(
             WarningAt(PlaceOfPatternTo(*selected.runtimeConfiguration, subject),
                       "A run seals '" + *selected.runtimeConfiguration +

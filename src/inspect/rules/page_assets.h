@@ -1,4 +1,4 @@
-// What the page is made of, from the files in page/; the build writes the source file.
+// The parts of the page. The build generates the source file from the files in page/.
 #ifndef SEALKEEPER_INSPECT_RULES_PAGE_ASSETS_H
 #define SEALKEEPER_INSPECT_RULES_PAGE_ASSETS_H
 
@@ -7,11 +7,11 @@
 namespace sealkeeper {
 
 struct PageAssets {
-    // HTML with places written as "{{name}}".
+    // HTML with placeholders written as "{{name}}".
     std::string_view markup;
     std::string_view style;
     std::string_view script;
-    // The SHA-256 of the two in Base64, as a Content-Security-Policy names them.
+    // The Base64 SHA-256 of style and script, in the form that a Content-Security-Policy uses.
     std::string_view styleHash;
     std::string_view scriptHash;
 };

@@ -25,8 +25,8 @@ Json FileTuple(const JudgedFile& file, const StateIndices& indices) {
     return tuple;
 }
 
-// In JSON it stands inside strings alone, which may hold any character by its number. There is no
-// other way out of a script element, nor into a comment in it.
+// In JSON, "<" occurs only inside strings, where it may be escaped. Without it nothing can end the
+// script element, or begin a comment in it.
 std::string WithoutLessThan(const std::string& json) {
     std::string text;
     text.reserve(json.size());

@@ -1,4 +1,4 @@
-// What the page's script shows.
+// The data for the page's script.
 #ifndef SEALKEEPER_INSPECT_RULES_PAGE_DATA_H
 #define SEALKEEPER_INSPECT_RULES_PAGE_DATA_H
 

@@ -1,4 +1,4 @@
-// What a path through the game meets on its way. The current directory is the game directory.
+// Checks the directories on a path through the game. The current directory is the game directory.
 #ifndef SEALKEEPER_INSPECT_RULES_PATH_WAY_H
 #define SEALKEEPER_INSPECT_RULES_PATH_WAY_H
 
@@ -8,13 +8,13 @@
 
 namespace sealkeeper {
 
-// The first directory that keeps this user from finding what `pattern` is meant for: one that must
-// be read for its wildcards, or gone through, and may not be. Nothing without one, and where one
-// comes after the first wildcard, since that leads to several directories.
+// The first directory on the way of `pattern` that this user may not read, where a wildcard needs
+// it, or may not enter. Empty if there is none. Directories after the first wildcard are not
+// checked, since that may match several.
 [[nodiscard]] std::optional<std::string> ClosedDirectoryIn(std::string_view pattern);
 
-// The link by which `path`, a lexical one that is there, leads out of the game directory; nothing
-// where none does.
+// The link by which `path`, an existing lexical path, leaves the game directory; empty if it does
+// not.
 [[nodiscard]] std::optional<std::string> LinkOutOfGame(std::string_view path);
 
 }  // namespace sealkeeper

@@ -28,7 +28,7 @@ LexicalPaths LexicalMatches(const PathSet& matches) {
     return paths;
 }
 
-// Whether `path` or a directory above it is among `matches`.
+// Whether `matches` holds `path` or a directory above it.
 bool IsLedTo(std::string_view path, const LexicalPaths& matches) {
     while (!path.empty()) {
         if (matches.contains(path)) {
@@ -39,7 +39,7 @@ bool IsLedTo(std::string_view path, const LexicalPaths& matches) {
     return matches.contains("");
 }
 
-// The numbers of the patterns that lead to `path`.
+// The indices of the patterns that lead to `path`.
 std::vector<std::size_t> PatternsLeadingTo(const std::string& path,
                                            const std::vector<LexicalPaths>& matches) {
     std::vector<std::size_t> numbers;
@@ -51,7 +51,7 @@ std::vector<std::size_t> PatternsLeadingTo(const std::string& path,
     return numbers;
 }
 
-// Paths that are sealed more than once, by the patterns that lead to them.
+// Paths that are sealed more than once, keyed by the patterns that lead to them.
 using RepeatedFiles = std::map<std::vector<std::size_t>, std::vector<std::string>>;
 
 RepeatedFiles FindRepeatedFiles(const Selection& selection) {
@@ -86,7 +86,7 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
                                  ? "Correct it or take it out: what it was meant for is not sealed."
                                  : "Correct it or take it out: what it was meant for is sealed.";
     for (std::size_t i = 0; i < subject.selection.matches.size(); ++i) {
-        // One that matches what the run is yet to write is no mistake.
+        // A pattern that only matches outputs still to be written is no mistake.
         if (!subject.selection.matches[i].empty() || !subject.secondSelection.matches[i].empty()) {
             continue;
         }
@@ -121,7 +121,7 @@ void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
 
 void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
     const CatalogueConfig& config = subject.selection.config;
-    // What is excluded may lead anywhere.
+    // Exclude patterns may lead anywhere.
     for (std::size_t i = 0; i < config.includePaths.size(); ++i) {
         std::set<std::string> links;
         for (const std::string& match : subject.selection.matches[i]) {
@@ -169,7 +169,7 @@ void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
         std::string extension(ExtensionIn(file.path));
         if (file.leftOut) {
             leftOut.insert(std::move(extension));
-            // A file that a pattern names is sealed whatever its extension.
+            // Excluded extensions do not apply to a file that a pattern names.
         } else if (!excluded.contains(extension)) {
             sealedByLowerCase.emplace(LowerCasedAscii(extension), extension);
         }

@@ -21,7 +21,7 @@ PlannedOutputs PlanOutputs(const std::string& gameDirectory, const std::string& 
         outputs.directories = {std::string(ParentOf(folder)), folder};
         folder += '/';
     }
-    // With its letter case: a catalogue named "Base" gets none.
+    // Compared with letter case: an output name "Base" gets none.
     if (outputName == kMainCatalogueName) {
         outputs.runtimeConfiguration = folder + kRuntimeConfigurationFileName;
     }

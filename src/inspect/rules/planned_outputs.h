@@ -1,4 +1,4 @@
-// What a run of generate writes into the game.
+// The files that a run of generate writes into the game.
 #ifndef SEALKEEPER_INSPECT_RULES_PLANNED_OUTPUTS_H
 #define SEALKEEPER_INSPECT_RULES_PLANNED_OUTPUTS_H
 
@@ -9,21 +9,20 @@
 namespace sealkeeper {
 
 struct PlannedOutputs {
-    // Lexical paths; see lexical_path.h. Made before the patterns are expanded; a parent comes
-    // before what it holds.
+    // Lexical paths; see lexical_path.h. Created before the patterns are expanded, parents first.
     std::vector<std::string> directories;
-    // Written after the directories and before the walk, for the output name "base". Whether the
-    // certificate is one of a mod, for which nothing is written, does not show in the name.
+    // Written after the directories and before the walk, only for the output name "base". A mod's
+    // certificate prevents it, which the name does not show.
     std::optional<std::string> runtimeConfiguration;
     // Written after the walk.
     std::string catalogue;
     std::string certificateCopy;
-    // No lexical path: as generate hands it to the walk, to be left out.
+    // Not lexical: the path that generate tells the walk to leave out.
     std::string pathToLeaveOut;
 };
 
-// For a run with the output name `outputName` and the absolute path of the game directory. The
-// paths of the files are lexical ones, too.
+// For a run with `outputName`, given the absolute path of the game directory. The paths of files
+// are lexical, too.
 [[nodiscard]] PlannedOutputs PlanOutputs(const std::string& gameDirectory,
                                          const std::string& outputName);
 

@@ -6,7 +6,7 @@
 namespace sealkeeper {
 namespace {
 
-// The one of the two lists that the tool uses.
+// The list that the tool uses, if there are both.
 std::string_view ListInUse(const ConfigOutline& outline) {
     for (const OutlinedValue* const value : ValuesOf(outline, kSearchSection, kExcludePathsKey)) {
         if (value->kind == ConfigValueKind::List) {

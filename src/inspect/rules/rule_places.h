@@ -1,4 +1,4 @@
-// Where the rules stand in the configuration file.
+// The positions of the rules in the configuration file.
 #ifndef SEALKEEPER_INSPECT_RULES_RULE_PLACES_H
 #define SEALKEEPER_INSPECT_RULES_RULE_PLACES_H
 
@@ -14,20 +14,20 @@
 namespace sealkeeper {
 
 struct RulePlaces {
-    // Of the patterns of the list in use, in their order.
+    // The patterns of the list in use, in file order.
     std::vector<TextPlace> patterns;
-    // Of that list, and its key.
+    // The list in use, and its key.
     TextPlace patternList;
     std::string patternKey;
-    // By the name as the tool stores it.
+    // Keyed by the name in the form in which the tool stores it.
     std::map<std::string, TextPlace> aliases;
-    // By the text of the extension; the first where it stands twice.
+    // Keyed by the extension. The first place if it occurs twice.
     std::map<std::string, TextPlace> extensions;
-    // Nothing where the file tells none.
+    // Empty if the file does not set one.
     std::optional<TextPlace> sizeThreshold;
 };
 
-// Those of the section "search_options" in `text`, which `outline` is of.
+// The positions in the section "search_options" of `text`. `outline` belongs to `text`.
 [[nodiscard]] RulePlaces PlacesOfRules(std::string_view text, const ConfigOutline& outline);
 
 }  // namespace sealkeeper

@@ -36,7 +36,7 @@ std::string SystemReason(int systemError) {
     return std::strerror(systemError);
 }
 
-// The bytes of `path`; nothing, said on standard error, when it cannot be read.
+// The contents of the file. Empty, with the reason on standard error, if it cannot be read.
 std::optional<std::string> ReadText(const std::string& path, Console& console) {
     errno = 0;
     const auto bytes = ReadWholeFile(path);
@@ -48,7 +48,7 @@ std::optional<std::string> ReadText(const std::string& path, Console& console) {
     return std::string(bytes->begin(), bytes->end());
 }
 
-// The absolute form of `path`; nothing, said on standard error, when it does not resolve.
+// The absolute form of `path`. Empty, with the reason on standard error, if it cannot be resolved.
 std::optional<std::string> Resolve(const std::string& path, Console& console) {
     auto resolved = ResolvePath(path);
     if (!resolved) {
@@ -57,13 +57,13 @@ std::optional<std::string> Resolve(const std::string& path, Console& console) {
     return resolved;
 }
 
-// The absolute form of a path that names nothing yet.
+// The absolute form of a path that need not exist.
 std::string FromHere(const std::string& path) {
     const auto here = CurrentDirectory();
     return path.starts_with('/') || !here ? path : *here + "/" + path;
 }
 
-// The path of what is written to `path`, absolute: links on the way to it are followed.
+// The absolute path at which writing to `path` ends, with links followed.
 std::string WrittenPath(const std::string& path) {
     const auto end = FollowLinks(path).value_or(path);
     const std::size_t name = end.rfind('/') + 1;
@@ -71,8 +71,8 @@ std::string WrittenPath(const std::string& path) {
     return (folder == "/" ? folder : folder + "/") + end.substr(name);
 }
 
-// Whether the page may be written to `path`, absolute: it replaces neither the rules nor anything
-// of the game. Says why not on standard error.
+// Whether the page may be written to the absolute `path`: it must replace neither the rules nor
+// anything in the game. If not, the reason is on standard error.
 bool MayBePage(const std::string& path, const std::string& configFile,
                const std::string& gameDirectory, Console& console) {
     const std::string resolved = WrittenPath(path);

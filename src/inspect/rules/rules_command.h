@@ -1,4 +1,4 @@
-// The command "rules".
+// The command `rules`.
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_COMMAND_H
 #define SEALKEEPER_INSPECT_RULES_RULES_COMMAND_H
 
@@ -7,8 +7,8 @@
 
 namespace sealkeeper {
 
-// Its status is `kStatusWarning` where there is something to warn of, `kStatusError` where generate
-// would fail or something cannot be read. `console` must live as long as `commandLine` is used.
+// The exit status is `kStatusWarning` for warnings, and `kStatusError` if generate would fail or
+// something cannot be read. `console` must outlive `commandLine`.
 void AddRulesCommand(CommandLine& commandLine, Console& console);
 
 }  // namespace sealkeeper

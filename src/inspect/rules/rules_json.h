@@ -1,4 +1,4 @@
-// The report of the rules for programs.
+// The report of the rules as JSON.
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_JSON_H
 #define SEALKEEPER_INSPECT_RULES_RULES_JSON_H
 
@@ -9,8 +9,8 @@
 namespace sealkeeper {
 
 // Members `configFile`, `gameDirectory`, `refusal` (null, or `code` and `message`), `files`,
-// `warnings` and `totals`. Where a path is no UTF-8, which JSON cannot hold, a further member has
-// its bytes: `configFileHex`, `gameDirectoryHex`, and `pathHex` of a file.
+// `warnings` and `totals`. JSON cannot hold a path that is not UTF-8, so its bytes are in a further
+// member: `configFileHex`, `gameDirectoryHex`, and `pathHex` of a file.
 [[nodiscard]] std::string RulesJson(const RulesReport& report);
 
 }  // namespace sealkeeper

@@ -14,7 +14,7 @@ namespace {
 
 using Places = std::map<std::string_view, std::string>;
 
-// `markup` with each "{{name}}" replaced. What is put in is not looked at again.
+// Replaces each "{{name}}" in `markup`. Inserted text is not expanded again.
 std::string Filled(std::string_view markup, const Places& places) {
     constexpr std::string_view kOpening = "{{";
     constexpr std::string_view kClosing = "}}";
@@ -32,7 +32,8 @@ std::string Filled(std::string_view markup, const Places& places) {
     }
 }
 
-// Nothing is allowed but the two by their hashes. The data is no script, so it needs no leave.
+// Allows only the page's own script and style, by their hashes. The data element is not executed,
+// so it needs no permission.
 std::string ContentSecurityPolicy(const PageAssets& assets) {
     return "default-src 'none'; script-src 'sha256-" + std::string(assets.scriptHash) +
            "'; style-src 'sha256-" + std::string(assets.styleHash) +
@@ -50,7 +51,7 @@ std::string SummaryText(const RulesReport& report, const RulesTotals& totals) {
            " sealed, " + FilesAndSize(totals.leftOut) + " left out.";
 }
 
-// `attribute` tells the script what the row is the total of.
+// `attribute` tells the script what the row sums up.
 std::string TotalMarkup(const std::string& attribute, std::string_view label,
                         const FileTotal& total) {
     return "<tr " + attribute + "><th scope=\"row\">" + std::string(label) + "</th><td>" +

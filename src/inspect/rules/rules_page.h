@@ -1,4 +1,4 @@
-// The report of the rules as a page for a browser.
+// The report of the rules as an HTML page.
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_PAGE_H
 #define SEALKEEPER_INSPECT_RULES_RULES_PAGE_H
 
@@ -8,8 +8,8 @@
 
 namespace sealkeeper {
 
-// One HTML document in UTF-8 that needs nothing else and fetches nothing. Its policy lets the
-// browser run the page's own script and style alone, whatever the names in `report` hold.
+// A self-contained HTML document in UTF-8. Its Content-Security-Policy lets the browser run only
+// the page's own script and style, whatever names are in `report`.
 [[nodiscard]] std::string RulesPage(const RulesReport& report);
 
 }  // namespace sealkeeper

@@ -1,4 +1,4 @@
-// What generate would make of a game by the rules of a configuration file.
+// What generate would do with a game under the rules of a configuration file.
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_REPORT_H
 #define SEALKEEPER_INSPECT_RULES_RULES_REPORT_H
 
@@ -13,7 +13,7 @@
 
 namespace sealkeeper {
 
-// The rule that left a file out, itself or by a directory above it.
+// The rule that left out a file or a directory above it.
 enum class LeftOutReason {
     // A name that begins with a dot.
     Hidden,
@@ -23,21 +23,21 @@ enum class LeftOutReason {
     ExcludedExtension,
     NoExtension,
     TooLarge,
-    // A directory that is missing or must not be read; what it holds is not known.
+    // A directory that is missing or cannot be read. Its contents are unknown.
     Unlistable,
     NotRegularFile,
-    // No include pattern leads to it.
+    // No include pattern matches it or a directory above it.
     NotIncluded,
 };
 
-// In the words of reports: "hidden", "link" and so on.
+// As reports print it: "hidden", "link" and so on.
 [[nodiscard]] const char* LeftOutReasonText(LeftOutReason reason);
 
 struct JudgedFile {
-    // From the game directory, as its names are on disk.
+    // Relative to the game directory, as on disk.
     std::string path;
     std::uint64_t sizeBytes = 0;
-    // Nothing for a file that is sealed. That one stands here as often as the catalogue lists it.
+    // Empty for a sealed file. Such a file is repeated as often as the catalogue lists it.
     std::optional<LeftOutReason> leftOut;
 };
 
@@ -52,10 +52,10 @@ struct RulesTotals {
     std::map<LeftOutReason, FileTotal> leftOutBy;
 };
 
-// Why generate would end without a catalogue.
+// Why generate would end without writing a catalogue.
 struct Refusal {
     ResultCode code = ResultCode::Ok;
-    // Its own message, or one where it has none.
+    // Generate's own message, or one of ours if it has none.
     std::string message;
 };
 
@@ -66,11 +66,11 @@ struct RulesReport {
     std::vector<JudgedFile> files;
     // Sorted by place.
     std::vector<RuleWarning> warnings;
-    // Where there is one and it came before the walk over the game, there are no files.
+    // If generate refuses before the walk over the game, there are no files.
     std::optional<Refusal> refusal = std::nullopt;
 };
 
-// "generate fails with code 4: " and the message.
+// "generate fails with code 4: ", followed by the message.
 [[nodiscard]] std::string RefusalText(const Refusal& refusal);
 
 [[nodiscard]] RulesTotals TotalsOf(const RulesReport& report);

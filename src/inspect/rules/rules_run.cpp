@@ -27,11 +27,11 @@ RulePlaces PlacesIn(std::string_view configText) {
     return PlacesOfRules(configText, outline);
 }
 
-// Sets the files of `report`, and adds what `selection`, which is complete, is to be warned of.
+// Sets the files of `report` and adds the warnings about `selection`, which must be complete.
 ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& outputs,
                            const Selection& selection, RulesReport& report) {
     std::vector<InventoryItem> inventory;
-    // Of what is there: an output that is yet to be written is only worth a word if it is sealed.
+    // Only what exists: an output still to be written matters only if it is sealed.
     if (const ResultCode code = TakeInventory(SystemFileTree(), inventory);
         code != ResultCode::Ok) {
         return code;
@@ -68,7 +68,7 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
     if (selection.isComplete) {
         return ReportSelection(request, outputs, selection, report);
     }
-    // Nothing is known of the files, but which patterns match nothing may be the reason.
+    // The files are unknown, but a pattern without matches may explain the refusal.
     const RulePlaces places = PlacesIn(request.configText);
     LintUnmatchedPatterns({selection, selection, outputs, outputs, places, report.files},
                           report.warnings);
@@ -83,7 +83,7 @@ ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
     if (const ResultCode code = MakeReport(request, report); code != ResultCode::Ok) {
         return code;
     }
-    // Names would be judged by an error text.
+    // Otherwise the converter's error text would be judged in place of names.
     return converter.RequireSound();
 }
 

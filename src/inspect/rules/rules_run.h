@@ -1,4 +1,4 @@
-// Makes the report of the rules.
+// Runs the rules and builds the report.
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_RUN_H
 #define SEALKEEPER_INSPECT_RULES_RULES_RUN_H
 
@@ -11,20 +11,20 @@
 namespace sealkeeper {
 
 struct RulesRequest {
-    // Its name as it is to be reported.
+    // The name to report.
     std::string configFile;
-    // What it holds.
+    // Its contents.
     std::string_view configText;
-    // Absolute, without links; the current directory.
+    // Absolute, without links. It is also the current directory.
     std::string gameDirectory;
-    // As for generate.
+    // As in generate's -outname.
     std::string outputName;
 };
 
-// Sets `report` to what generate would make of the game, and what the rules and the selection are
-// to be warned of. Fails, logged, and `report` is not to be used then: with `SealkeeperIOError` for
-// a fault of the system or a game that changes meanwhile, with `CatalogueError` where the system
-// cannot convert names.
+// Sets `report` to what generate would do with the game, and to the warnings about the rules and
+// the selection. Fails, logged, with `SealkeeperIOError` for a system error or if the game changes
+// meanwhile, and with `CatalogueError` if the system cannot convert names. `report` must not be
+// used then.
 ResultCode RunRules(const RulesRequest& request, RulesReport& report);
 
 }  // namespace sealkeeper

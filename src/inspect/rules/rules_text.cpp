@@ -36,7 +36,7 @@ std::string RefusalLine(const RulesReport& report, const Console& console) {
                : "";
 }
 
-// One line of the totals, in columns.
+// One row of the totals.
 struct TotalRow {
     Style style = Style::Plain;
     std::string label;
@@ -45,7 +45,7 @@ struct TotalRow {
 };
 
 TotalRow MakeTotalRow(Style style, std::string label, const FileTotal& total) {
-    // The blank keeps the words of one and of several aligned.
+    // The blank aligns "file" with "files".
     return {style, std::move(label), CountText(total.files, "file") + (total.files == 1 ? " " : ""),
             SizeText(total.bytes)};
 }
@@ -79,7 +79,7 @@ std::string TotalsText(const RulesTotals& totals, const Console& console) {
     return text;
 }
 
-// Sizes first, so that paths of any length stay aligned.
+// Sizes come first, so that paths of any length stay aligned.
 std::string FileLines(std::span<const JudgedFile* const> files, const Console& console) {
     std::size_t sizeWidth = 0;
     for (const JudgedFile* const file : files) {
@@ -127,7 +127,7 @@ std::string LeftOutText(const RulesReport& report, const Console& console) {
     return text;
 }
 
-// "sealed", or the reason why it is not.
+// "sealed", or the reason why the file was left out.
 std::string StateText(const JudgedFile& file) {
     return file.leftOut ? std::string("left out: ") + LeftOutReasonText(*file.leftOut) : "sealed";
 }

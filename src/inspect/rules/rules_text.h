@@ -1,4 +1,4 @@
-// The report of the rules for people.
+// The report of the rules as text.
 #ifndef SEALKEEPER_INSPECT_RULES_RULES_TEXT_H
 #define SEALKEEPER_INSPECT_RULES_RULES_TEXT_H
 
@@ -11,14 +11,14 @@ namespace sealkeeper {
 
 // Which files the report names.
 enum class RulesListing {
-    // Those that are left out, by reason, the first dozen of each.
+    // The files left out, grouped by reason, the first dozen of each.
     LeftOut,
-    // All, sealed ones too, in the order of the report.
+    // All files, in the order of the report.
     EveryFile,
 };
 
-// Why generate would fail if it would, the warnings with their cures, then the totals, then the
-// files of `listing`, in lines. Meant for standard output, as `console` knows it.
+// The refusal if there is one, the warnings with their cures, the totals, and the files of
+// `listing`. The text is for standard output, as `console` knows it.
 [[nodiscard]] std::string RulesText(const RulesReport& report, const Console& console,
                                     RulesListing listing);
 

@@ -1,4 +1,4 @@
-// What a second run of generate would select: it finds the outputs of the first.
+// Selects again as a second run of generate would, which finds the outputs of the first.
 #ifndef SEALKEEPER_INSPECT_RULES_SECOND_SELECTION_H
 #define SEALKEEPER_INSPECT_RULES_SECOND_SELECTION_H
 
@@ -12,17 +12,17 @@
 namespace sealkeeper {
 
 struct SecondSelection {
-    // Complete.
+    // Always complete.
     Selection selection;
-    // The outputs of the first run with their files by where links lead: from the game directory,
-    // or absolute where that is elsewhere.
+    // The first run's outputs with their links resolved: relative to the game directory, or
+    // absolute if they are elsewhere.
     PlannedOutputs writtenOutputs;
 };
 
-// Selects once more by the rules of `configText`, by which the first run made its walk, in the
-// current directory, whose absolute path without links is `gameDirectory`. Fails with
-// `SealkeeperIOError`, logged, for a fault of the system, and where the game has changed so that no
-// walk is made any more.
+// Selects again by the rules of `configText`, with which the first selection was complete. The
+// current directory has the absolute path `gameDirectory`, without links. Fails with
+// `SealkeeperIOError`, logged, for a system error or if the game has changed so that the selection
+// is no longer complete.
 ResultCode SelectAgain(std::string_view configText, const std::string& gameDirectory,
                        const PlannedOutputs& outputs, SecondSelection& second);
 

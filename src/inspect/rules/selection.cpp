@@ -16,17 +16,17 @@
 namespace sealkeeper {
 namespace {
 
-// A failure that tells of the rules, not of the system.
+// Whether the failure is about the rules and not the system.
 bool TellsOfTheRules(ResultCode code) {
     return code == ResultCode::InitFailedConfig;
 }
 
-// The refusal of a step that failed with `code`.
+// The refusal for a step that failed with `code`.
 Refusal RefusalOf(ResultCode code) {
     return {code, LastLoggedError()};
 }
 
-// Whether a directory is at `path`, or can be made there as far as its names tell.
+// Whether `path` is a directory, or can become one as far as names tell.
 bool CanBeDirectory(const std::string& path, const FileTree& game) {
     FileStatus status;
     bool isTaken = false;
@@ -34,7 +34,7 @@ bool CanBeDirectory(const std::string& path, const FileTree& game) {
         game.LookForName(path, isTaken) != ResultCode::Ok) {
         return false;
     }
-    // A link to nothing takes the name, too.
+    // A dangling link occupies the name, too.
     return isTaken ? status.type == FileType::Directory : status.type == FileType::Missing;
 }
 
@@ -61,7 +61,7 @@ ResultCode MatchPatterns(const CatalogueConfig& config, const FileTree& game,
     return ResultCode::Ok;
 }
 
-// The file at `path`, which the walk may not have looked at.
+// Adds the file at `path`. Looks at it first if the walk did not.
 ResultCode LookAtSelected(const FileTree& game, const std::string& path, const FileStatus& seen,
                           std::vector<SelectedFile>& files) {
     FileStatus status = seen;
@@ -95,7 +95,8 @@ ResultCode Walk(const FileCollector& collector, const FileTree& game, Selection&
     return ResultCode::Ok;
 }
 
-// The steps of generate from its configuration file to its list of files, in its order.
+// The steps of generate from reading its configuration file to listing its files, in the same
+// order.
 ResultCode RunSteps(std::string_view configText, const PlannedOutputs& outputs,
                     GameWithOutputs& game, Selection& selection) {
     ConfigDocument document;

@@ -1,4 +1,4 @@
-// What generate would select of a game, by generate's own code.
+// Selects files of a game with generate's own code.
 #ifndef SEALKEEPER_INSPECT_RULES_SELECTION_H
 #define SEALKEEPER_INSPECT_RULES_SELECTION_H
 
@@ -20,33 +20,33 @@ namespace sealkeeper {
 
 // A file that would be sealed.
 struct SelectedFile {
-    // As the walk forms it.
+    // In the form that the walk uses.
     std::string path;
     std::uint64_t sizeBytes = 0;
     bool isRegular = true;
 };
 
-// Whether files are found by patterns, and not by a walk over the whole game.
+// Whether files are selected by include patterns instead of a walk over the whole game.
 [[nodiscard]] bool HasIncludes(const CatalogueConfig& config);
 
-// The patterns of the list in use: those of what to include, else of what to exclude.
+// The patterns of the list in use: include_paths, or exclude_paths if there are no includes.
 [[nodiscard]] const std::vector<std::string>& PatternsInUse(const CatalogueConfig& config);
 
 struct Selection {
     std::optional<Refusal> refusal;
-    // Whether the walk over the game was made. What stands below may otherwise be missing.
+    // Whether the walk was completed. Otherwise the members below may be incomplete.
     bool isComplete = false;
     CatalogueConfig config;
-    // What each pattern of the list in use matches, in the order of the file.
+    // The matches of each pattern of the list in use, in file order.
     std::vector<PathSet> matches;
-    // In the order of the walk. A file reached in two ways stands here twice.
+    // In the order of the walk. A file found in two ways is repeated.
     std::vector<SelectedFile> files;
     std::vector<SkippedPath> skipped;
 };
 
-// Selects by the rules of `configText` in the current directory, which is the game directory.
-// `game` is given what the run would have written by the time it looks. Fails with
-// `SealkeeperIOError`, logged, for a fault of the system.
+// Selects by the rules of `configText` in the current directory, which is the game directory. Adds
+// to `game` what the run would have written at each step. Fails with `SealkeeperIOError`, logged,
+// for a system error.
 ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& outputs,
                        GameWithOutputs& game, Selection& selection);
 

@@ -1,5 +1,5 @@
-// What is likely wrong with a selection: each function looks for one thing and appends a warning
-// for what it finds. None looks at the text of the configuration file, only at what came of it.
+// Finds likely mistakes in a selection. Each function looks for one kind and appends a warning.
+// None reads the text of the configuration file, only the result.
 #ifndef SEALKEEPER_INSPECT_RULES_SELECTION_LINT_H
 #define SEALKEEPER_INSPECT_RULES_SELECTION_LINT_H
 
@@ -12,14 +12,14 @@
 
 namespace sealkeeper {
 
-// What is looked at. The current directory is the game directory. Both selections are complete and
-// of the same rules, so they have matches for the same number of patterns.
+// What to examine. The current directory is the game directory. Both selections are complete and
+// follow the same rules, so they have matches for the same patterns.
 struct LintSubject {
     const Selection& selection;
-    // What a second run would select, which finds the outputs of the first.
+    // The selection of a second run, which finds the outputs of the first.
     const Selection& secondSelection;
     const PlannedOutputs& outputs;
-    // The same by where links lead; see `SecondSelection`.
+    // The outputs with links resolved; see `SecondSelection`.
     const PlannedOutputs& writtenOutputs;
     const RulePlaces& places;
     const std::vector<JudgedFile>& files;
@@ -29,49 +29,49 @@ using RuleWarnings = std::vector<RuleWarning>;
 
 // pattern_lint.cpp
 
-// Patterns that match nothing, and whether that is because a directory cannot be read.
+// Patterns without matches, and whether an unreadable directory is the reason.
 void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
-// Patterns that lead out of the game by "..".
+// Patterns that leave the game by "..".
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);
-// Include patterns that lead out of the game by a link.
+// Include patterns that leave the game by a link.
 void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings);
-// Files that several patterns lead to by different paths, which are sealed as often.
+// Files that are sealed more than once, because patterns lead to them by different paths.
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings);
-// Excluded extensions that leave nothing out, while another letter case would.
+// Excluded extensions that match no file, while another letter case would.
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings);
 
 // output_lint.cpp
 
-// The run's own outputs among what it seals.
+// The run's own outputs among the files it seals.
 void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 
 // name_lint.cpp
 
-// Names that no catalogue can hold: no UTF-8, which it lists as an empty file of another name, or
-// too long, which ends generate.
+// Names that no catalogue can hold. One that is not UTF-8 is listed as an empty file of another
+// name. At one that is too long, generate fails.
 void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
-// Names with a backslash, which the catalogue holds as another name.
+// Names with a backslash, which the catalogue stores as '/'.
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
-// Names that differ in letter case alone.
+// Names that differ only in letter case.
 void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
-// What can be named but not hashed: no regular file, or not readable by this user.
+// Files that are selected but cannot be hashed: not regular, or not readable by this user.
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings);
 
 // alias_lint.cpp
 
-// Path aliases, and what they do to verify.
+// Path aliases, and what verify does with the paths they change.
 void LintAliasUses(const LintSubject& subject, RuleWarnings& warnings);
 
 // hole_lint.cpp
 
-// Files that are left out in silence because of their size.
+// Files silently left out because of their size.
 void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings);
 // Links, which are never sealed.
 void LintLinks(const LintSubject& subject, RuleWarnings& warnings);
 // Directories that cannot be read.
 void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings);
 
-// All of them, in the order of the functions above.
+// Runs all of them, in the order above.
 [[nodiscard]] RuleWarnings LintSelection(const LintSubject& subject);
 
 }  // namespace sealkeeper

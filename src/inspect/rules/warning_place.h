@@ -1,4 +1,4 @@
-// Where a warning of the rules stands.
+// The place of a warning about the rules.
 #ifndef SEALKEEPER_INSPECT_RULES_WARNING_PLACE_H
 #define SEALKEEPER_INSPECT_RULES_WARNING_PLACE_H
 
@@ -8,7 +8,7 @@
 
 namespace sealkeeper {
 
-// "game.cfg:12:5", the form that editors jump to; "game.cfg" for what stands at no place of it.
+// "game.cfg:12:5", a form that editors can jump to; "game.cfg" if the warning has no place in it.
 [[nodiscard]] std::string WarningPlace(const RulesReport& report, const RuleWarning& warning);
 
 }  // namespace sealkeeper

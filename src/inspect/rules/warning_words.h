@@ -1,4 +1,4 @@
-// The wording that warnings share.
+// Wording shared by the warnings.
 #ifndef SEALKEEPER_INSPECT_RULES_WARNING_WORDS_H
 #define SEALKEEPER_INSPECT_RULES_WARNING_WORDS_H
 
@@ -10,10 +10,10 @@
 
 namespace sealkeeper {
 
-// Of what is about nothing in the configuration file.
+// For warnings about nothing in the configuration file.
 inline constexpr TextPlace kNoPlace{0, 0};
 
-// How many paths a warning names, of however many it is about.
+// The most paths that a warning names.
 inline constexpr std::size_t kMostNamed = 3;
 
 [[nodiscard]] RuleWarning WarningAt(TextPlace place, std::string message, std::string cure);
