@@ -22,7 +22,7 @@ using test::TempDirectory;
 using test::TextOf;
 using test::WithoutProgressDots;
 
-// Longer paths than a file may have are those of missing files, which count as empty ones.
+// Paths too long for the file system belong to missing files, which count as empty.
 struct EntryOutcome {
     ResultCode code;
     std::string output;
@@ -31,7 +31,7 @@ struct EntryOutcome {
 
 EntryOutcome Built(const std::wstring& path) {
     EntryOutcome outcome{ResultCode::Ok, {}, {}};
-    // What an entry holds already must go.
+    // Must be overwritten.
     outcome.entry.fileSizeBytes = 99;
     outcome.entry.namePosition = 99;
     outcome.entry.path.fill(u'x');
@@ -116,7 +116,7 @@ TEST(CatalogueEntry, StoredFormOfAPath) {
         {"case is kept", L"./Bin/A.DAT", u"Bin/A.DAT", 4},
         {"dot dot is kept", L"./a/../b", u"a/../b", 5},
         {"pair of surrogates", L"./\U0001F3AE/b", u"\U0001F3AE/b", 3},
-        // No separator, though the low byte of its unit is that of '/'.
+        // U+2F00 is no separator, although its low byte is '/'.
         {"U+2F00", L"./a/\u2F00", u"a/\u2F00", 2},
         {"what has no UTF-16 form", std::wstring(1, static_cast<wchar_t>(0xD800)),
          u"wchar_to_utf16 iconv ERROR ", 0},

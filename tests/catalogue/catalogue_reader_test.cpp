@@ -41,7 +41,7 @@ std::vector<std::wstring> PathsOf(const EntryList& entries) {
     return paths;
 }
 
-TEST(CatalogueReader, ReadsTheRecordsOneBehindTheOther) {
+TEST(CatalogueReader, ReadsTheRecordsOneAfterTheOther) {
     const Parsed parsed = Parse(CatalogueOf(ThreeRecords(), 3, {1, 2, 3}));
     EXPECT_EQ(parsed.code, ResultCode::Ok);
     EXPECT_EQ(parsed.crlBlock, (Bytes{1, 2, 3}));
@@ -197,14 +197,14 @@ TEST(CatalogueReader, EntryCounts) {
     }
 }
 
-TEST(CatalogueReader, BytesBehindTheLastRecordAreNotLookedAt) {
+TEST(CatalogueReader, BytesPastTheLastRecordAreNotLookedAt) {
     Bytes raw = ThreeRecords();
     raw.insert(raw.end(), 600, 0xFF);
     EXPECT_EQ(Parse(CatalogueOf(raw, 3)).entries.size(), 3U);
     EXPECT_EQ(Parse(CatalogueOf(raw, 4)).code, ResultCode::FileInvalid);
 }
 
-// Digests of one record may take the room that another would need.
+// The digests of one record may fill the space where the next record should be.
 TEST(CatalogueReader, RecordThatIsNotThereIsNotTheOneBefore) {
     const Bytes raw = test::Joined(
         {RecordOf(0, u"a", std::vector<Sha256Digest>(17, DigestOf("x"))), RecordOf(0, u"b", {})});
@@ -241,7 +241,7 @@ TEST(CatalogueReader, ReadsOnInAFileWhoseStartWasRead) {
     ASSERT_TRUE(opened.has_value());
     CatalogueFile read;
     ASSERT_TRUE(ReadOn(*opened, 1052, read.bytes));
-    // What has its name meanwhile is another file.
+    // From here on the name belongs to another file.
     std::filesystem::remove(path);
     directory.WriteFile("a", "another");
     EXPECT_EQ(ReadCatalogueFile(std::move(*opened), read), ResultCode::Ok);
@@ -264,7 +264,7 @@ TEST(CatalogueReader, FileMustBeginWithAHeaderOfItsSize) {
     }
 }
 
-// A sparse file of a size that no memory has room for.
+// A sparse file, larger than any memory.
 TEST(CatalogueReader, HugeFileIsRefusedByItsHeader) {
     const TempDirectory directory;
     const std::string path =

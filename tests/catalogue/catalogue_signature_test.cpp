@@ -89,8 +89,7 @@ TEST(CatalogueSignature, KeyThatCannotSignIsAGenericError) {
     EXPECT_EQ(length, 0U);
 }
 
-// What the key of "good" says of a header of an older layout after whose signature `covered`
-// stands.
+// Verifies a file with an older header, whose signature covers `covered`, with the key of "good".
 ResultCode VerifyOlderLayout(const Bytes& covered) {
     Certificate certificate;
     EXPECT_EQ(ParseCertificate(test::CertificateBytes("good"), certificate), 0);
@@ -101,8 +100,8 @@ ResultCode VerifyOlderLayout(const Bytes& covered) {
     return VerifyCatalogueSignature(&certificate.Get()->pk, file);
 }
 
-// The lengths of the body stand there, so few files begin so. All of it must be there to be
-// refused.
+// Body lengths stand at this place, so a genuine older file hardly ever begins like this. A file is
+// refused only if all eight bytes match.
 TEST(CatalogueSignature, OlderLayoutCoversNothingThatBeginsAsACurrentFile) {
     const Bytes current = {0x51, 0x56, 0x52, 0x00, 4, 0, 1, 0};
     EXPECT_EQ(VerifyOlderLayout(current), ResultCode::MbedTlsGenericError);

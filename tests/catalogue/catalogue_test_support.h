@@ -1,4 +1,4 @@
-// What several tests of the catalogue share: bytes as text, and files of known content.
+// Shared by tests of the catalogue: bytes as text, and files of known content.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_CATALOGUE_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_CATALOGUE_TEST_SUPPORT_H
 
@@ -46,7 +46,7 @@ inline constexpr const char* kDigestOfHello =
     return {text.begin(), text.end()};
 }
 
-// The byte at each index is the index modulo 251, so that no two chunks are alike.
+// Each byte is its index modulo 251, so that no two chunks are equal.
 [[nodiscard]] inline std::string PatternText(std::size_t sizeBytes) {
     std::string text(sizeBytes, '\0');
     for (std::size_t i = 0; i < sizeBytes; ++i) {
@@ -55,8 +55,7 @@ inline constexpr const char* kDigestOfHello =
     return text;
 }
 
-// Takes out the dots that a slow machine puts between "..." and the line feed of each progress
-// line.
+// Removes progress dots: on a slow machine they appear between "..." and the line feed.
 [[nodiscard]] inline std::string WithoutProgressDots(std::string text) {
     for (std::size_t at = text.find("..."); at != std::string::npos; at = text.find("...", at)) {
         at += 3;
@@ -75,7 +74,7 @@ inline constexpr const char* kDigestOfHello =
     return field;
 }
 
-// A path field as text up to its zero tail, checked to hold nothing after it.
+// The path field as text. Checks that only zeros follow the text.
 [[nodiscard]] inline std::u16string TextOf(const PathField& field) {
     std::u16string text(field.begin(), field.end());
     const std::size_t last = text.find_last_not_of(u'\0');

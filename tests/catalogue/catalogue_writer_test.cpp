@@ -85,7 +85,7 @@ TEST(CatalogueWriter, RecordsFollowEachOtherWithoutAGap) {
     EXPECT_EQ(Hex(bytes.subspan(1616)), kDigestOfHello);
 }
 
-// What the walk saw spares a look only where it still holds.
+// What the walk saw is reused only as long as it still holds.
 TEST(CatalogueWriter, FilesThatChangedSinceTheyWereFoundAreHashedAsTheyAre) {
     const TempDirectory directory;
     const ScopedCurrentDirectory here(directory.Path());
@@ -107,7 +107,7 @@ TEST(CatalogueWriter, FilesThatChangedSinceTheyWereFoundAreHashedAsTheyAre) {
               ResultCode::Ok);
     const Bytes records = RecordsIn(block);
     EXPECT_EQ(records, RecordsIn(fresh));
-    // The third is empty now; the fourth ends the block.
+    // The third file is empty by now. The fourth is the last record.
     ASSERT_EQ(records.size(), 560U + 560U + 528U + 560U);
     EXPECT_EQ(Hex(std::span(records).last(32)), kDigestOfHello);
 }
@@ -247,7 +247,7 @@ TEST(CatalogueWriter, FullDiskIsAWriteError) {
 TEST(CatalogueWriter, RejectsABlockBeyondItsLengthField) {
     constexpr std::size_t kMost = 0xFFFFFFFF;
     constexpr std::size_t kRecord = 528;
-    // As if so many bytes of records stood in it.
+    // Only the size of the records matters, not their content.
     EntryBlock fits;
     fits.uncompressedBytes = kMost - kRecord;
     CapturedOutput output;
@@ -262,7 +262,7 @@ TEST(CatalogueWriter, RejectsABlockBeyondItsLengthField) {
               warning + warning + "[Err!] Too large for the catalogue: the entry block.\n");
 }
 
-// So many bytes of address space, which take no memory as long as nobody looks at them.
+// Address space without memory behind it, as long as nothing touches it.
 class ReservedBytes {
   public:
     explicit ReservedBytes(std::size_t sizeBytes)

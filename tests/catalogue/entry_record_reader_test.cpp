@@ -23,7 +23,7 @@ using test::RecordOf;
 
 constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
 
-// Every field of a reason, so that a comparison shows all of them.
+// All fields of a reason, so that a failed comparison shows each.
 using Told = std::vector<std::uint64_t>;
 
 Told ToldBy(const InvalidReason& reason) {
@@ -35,7 +35,7 @@ Told ToldBy(const InvalidReason& reason) {
             reason.index};
 }
 
-// What reading all of `compressed` says; nothing when it is good.
+// Why reading `compressed` fails; empty if it does not.
 Told ReasonOf(const Bytes& compressed, std::uint32_t entryCount) {
     InvalidReason reason;
     auto records = EntryRecordReader::Open(compressed, entryCount, &reason);
@@ -134,7 +134,7 @@ TEST(EntryRecordReader, TellsOfACountWithoutRoom) {
 }
 
 TEST(EntryRecordReader, TellsWhichRecordIsNotWhole) {
-    // The digests of the first one take what the second one needs.
+    // The digests of the first record take up the space of the second.
     const std::vector<Sha256Digest> digests(17, DigestOf(""));
     Bytes raw = RecordOf(0, u"a", digests);
     raw.resize(raw.size() + 20);

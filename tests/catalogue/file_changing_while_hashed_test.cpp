@@ -26,7 +26,7 @@ class FileChangingWhileHashed : public testing::Test {
   protected:
     FileChangingWhileHashed() : here_(directory_.Path()) { directory_.WriteFile("a", "before"); }
 
-    // Until the system's clock for files, which may be coarse, tells the difference.
+    // Repeats until the time stamp changes, since file system clocks may be coarse.
     void Rewrite(const std::string& content) const {
         const FileStatus before = StatusOfPath("a");
         do {
@@ -90,7 +90,7 @@ TEST_F(FileChangingWhileHashed, IsSealedAsItIsOnceItRests) {
 }
 
 TEST_F(FileChangingWhileHashed, MayBeEmptyThen) {
-    // What it had is not there any more, so the first reading ends it.
+    // Its old content is gone, so the first read fails.
     EXPECT_EQ(Build(1, ""), ResultCode::CatalogueIOError);
     EXPECT_EQ(output_, "[Info] Hashing ./a...");
 }
@@ -115,7 +115,7 @@ TEST_F(FileChangingWhileHashed, EndsGenerateWhenItChangesBothTimes) {
               "[Err!] File changed while it was being hashed: './a'.\n");
 }
 
-// A file that was never there counts as empty; this one was.
+// A file that never existed counts as empty, but this one existed.
 TEST_F(FileChangingWhileHashed, EndsGenerateWhenItIsGoneTheSecondTime) {
     CapturedOutput output;
     FileHasher hasher(1, [this](std::size_t /*index*/) {

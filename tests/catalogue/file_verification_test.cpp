@@ -35,7 +35,7 @@ constexpr ResultCode kIoError = ResultCode::FileVerificationIOError;
 constexpr ResultCode kSizeMismatch = ResultCode::FileVerificationSizeMismatch;
 constexpr ResultCode kHashMismatch = ResultCode::FileVerificationHashMismatch;
 
-// Accepts the first chunks it is asked about, and notes all it is asked.
+// Accepts the first chunks it is asked about, and records every question.
 struct Asked {
     std::size_t accepts = 0;
     std::vector<const StoredEntry*> entries;
@@ -54,7 +54,7 @@ class FileVerificationTest : public testing::Test {
   protected:
     FileVerificationTest() : here_(directory_.Path()) {}
 
-    // Also checks that nothing but progress dots is printed.
+    // Also checks that only progress dots are printed.
     static ResultCode Verify(const StoredEntry& entry, const std::wstring& path = L"a",
                              MismatchHandler handler = nullptr, void* context = nullptr) {
         CapturedOutput output;
@@ -64,7 +64,7 @@ class FileVerificationTest : public testing::Test {
         return code;
     }
 
-    // Checks a file of `content` against the entry of a file of `listed`.
+    // Checks a file that holds `content` against the entry of a file that held `listed`.
     ResultCode VerifyContent(const std::string& content, const std::string& listed,
                              MismatchHandler handler = nullptr, void* context = nullptr) {
         directory_.WriteFile("a", content);
@@ -113,7 +113,7 @@ TEST_F(FileVerificationTest, EmptyFileHasNoChunksWhateverTheDigests) {
     EXPECT_EQ(Verify(*EntryOf(RecordOf(0, u"a", {DigestOf("wrong")}))), ResultCode::Ok);
 }
 
-TEST_F(FileVerificationTest, SizeOnlyStopsBehindTheSize) {
+TEST_F(FileVerificationTest, SizeOnlyStopsAfterTheSize) {
     directory_.WriteFile("a", "hello");
     constexpr auto kSizeOnly = StoredEntry::CheckExtent::SizeOnly;
     const std::vector<Sha256Digest> wrong = {DigestOf("wrong")};
@@ -162,7 +162,7 @@ TEST_F(FileVerificationTest, HandlerLearnsWhereTheChunkEnds) {
     EXPECT_EQ(askedAtTheEnd.positions, std::vector<std::uint64_t>{2 * kChunk + 7});
 }
 
-// Four chunks; those in `changed` differ from the entry.
+// Four chunks, of which those in `changed` differ from the entry.
 std::string ChangedChunks(const std::string& listed, const std::vector<std::size_t>& changed) {
     std::string content = listed;
     for (const std::size_t chunk : changed) {
@@ -219,7 +219,7 @@ TEST_F(FileVerificationTest, DirectoryIsNoFile) {
     const auto size = static_cast<std::uint64_t>(StatusOfPath("d").sizeBytes);
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size + 1, u"d", {DigestOf("")})), L"d"), kSizeMismatch);
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {DigestOf("")})), L"d"), kIoError);
-    // Not even where its size is all there is to check.
+    // Even if only its size is checked.
     EXPECT_EQ(Verify(*EntryOf(RecordOf(size, u"d", {})), L"d"), kIoError);
 }
 

@@ -112,7 +112,7 @@ TEST_F(HashCatalogueRead, CertificateMustBeGood) {
     for (const CertificateCase& used : cases) {
         WriteCertificate(used.kind);
         EXPECT_EQ(Read(), used.code) << used.kind;
-        // The signer's own key does not make up for it.
+        // The signer's own key makes no difference.
         if (used.code != ResultCode::Ok && std::string(used.kind) != "other-key") {
             Write(SignedImage(used.kind));
             EXPECT_EQ(Read(), used.code) << used.kind;
@@ -159,7 +159,7 @@ TEST_F(HashCatalogueRead, FailuresInTheirOrder) {
     EXPECT_EQ(ReadImage(counted), ResultCode::FileInvalid);
 }
 
-// Takes no certificate for good, and counts them.
+// Accepts no certificate, and counts how many it was asked about.
 class RefusingCatalogue : public HashCatalogue {
   public:
     RefusingCatalogue() : HashCatalogue(kTestProductId) {}
@@ -174,16 +174,16 @@ class RefusingCatalogue : public HashCatalogue {
     int calls_ = 0;
 };
 
-TEST_F(HashCatalogueRead, SignatureIsCheckedBehindTheHeader) {
+TEST_F(HashCatalogueRead, SignatureIsCheckedAfterTheHeader) {
     RefusingCatalogue catalogue;
-    // What the header says comes first.
+    // The header is checked first.
     Bytes longer = SmallImage();
     longer.push_back(0);
     Write(longer);
     EXPECT_EQ(catalogue.ReadAndVerifyCatalogue(L"base.bin", {}, {}, contents_),
               ResultCode::FileInvalid);
     EXPECT_EQ(catalogue.Calls(), 0);
-    // The blocks come later.
+    // The blocks are checked later.
     Write(test::CatalogueOfCompressed(test::PackedCodes({256}), 1, {1, 2}));
     EXPECT_EQ(catalogue.ReadAndVerifyCatalogue(L"base.bin", {}, {}, contents_),
               ResultCode::Aborted);
@@ -212,7 +212,7 @@ TEST_F(HashCatalogueRead, CertificateIsNamedByTheLastDot) {
     EXPECT_EQ(Read(L"\u00E4.bin"), ResultCode::CertIOError);
     fs::rename("a.b.cer", "\xC3\xA4.cer");
     EXPECT_EQ(Read(L"\u00E4.bin"), ResultCode::Ok);
-    // Even when that is a directory's.
+    // The dot may also belong to a directory.
     Write(SignedImage(), "dir.d/base");
     EXPECT_EQ(Read(L"dir.d/base"), ResultCode::CertIOError);
     fs::rename("\xC3\xA4.cer", "dir.cer");
@@ -238,7 +238,7 @@ TEST_F(HashCatalogueRead, ModNeedsItsParent) {
               ResultCode::MbedTlsX509FormatError);
 }
 
-// Reads `image` without a look at its signature.
+// Reads `image` without checking its signature.
 ResultCode ReadUnverified(const Bytes& image, EntryList& entries) {
     HashCatalogue catalogue("");
     CapturedOutput output;

@@ -69,7 +69,7 @@ TEST_F(HashCatalogueTest, EmptyListFailsInSilence) {
     EXPECT_FALSE(IsWritten());
 }
 
-// The order shows in the messages about files that are not there.
+// Messages about missing files reveal the order.
 std::string EmptyFileMessages(const std::vector<std::string>& names) {
     std::string text;
     for (const std::string& name : names) {
@@ -89,7 +89,7 @@ TEST_F(HashCatalogueTest, SortsTheCollectedPathsByCodePoint) {
         {"upper case before lower case", {L"a", L"Z"}, {"Z", "a"}},
         {"shorter first", {L"ab", L"a"}, {"a", "ab"}},
         {"separators count", {L"a0", L"a/b", L"a.b"}, {"a.b", "a/b", "a0"}},
-        // In UTF-16, whose surrogates lie below U+FFFD, the two would change places.
+        // In UTF-16, surrogates sort before U+FFFD, so the order would be reversed.
         {"code points and not units",
          {L"\U00010000", L"\uFFFD"},
          {"\xEF\xBF\xBD", "\xF0\x90\x80\x80"}},
@@ -104,7 +104,7 @@ TEST_F(HashCatalogueTest, SortsTheCollectedPathsByCodePoint) {
 
 TEST_F(HashCatalogueTest, SortsBeforeBackslashesAreStoredAsSlashes) {
     EXPECT_EQ(Create({L"a\\b", L"aZ"}), ResultCode::Ok);
-    // The console shows every backslash as a slash.
+    // The console prints each backslash as a slash.
     EXPECT_EQ(output_, EmptyFileMessages({"aZ", "a/b"}));
 }
 

@@ -29,7 +29,7 @@ struct HashingOutcome {
 };
 
 HashingOutcome Hashed(const std::wstring& path, std::uint64_t sizeBytes) {
-    // A digest that is not of this file must go.
+    // The stale digest must be replaced.
     std::vector<Sha256Digest> digests(1);
     CapturedOutput output;
     const ResultCode code = HashFileChunks(path, sizeBytes, digests);
@@ -41,7 +41,7 @@ struct SizeCase {
     std::vector<std::string> digests;
 };
 
-// The digests were made with Python's hashlib over the same pattern of bytes.
+// The digests come from Python's hashlib, over the same byte pattern.
 const std::vector<SizeCase>& SizeCases() {
     static const std::string wholeFirstChunk =
         "a117210941a0b00dcb2d8577e680d84b6fa0eaf760d2afc654c953b9859d54fa";

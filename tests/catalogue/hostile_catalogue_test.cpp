@@ -69,7 +69,7 @@ TEST(HostileCatalogue, DigestsThatReachIntoTheNextRecord) {
 TEST(HostileCatalogue, EveryTruncationOfTheEntryBlockIsInvalid) {
     const Bytes raw = Joined({RecordOf(0, u"none", {}), RecordOfFile(u"a", "hello")});
     for (std::size_t size = 1; size < raw.size(); size += SEALKEEPER_TEST_STEP) {
-        // A code for each byte, which needs no search.
+        // One code per byte; no search is needed.
         const std::vector<std::uint32_t> some(raw.begin(),
                                               raw.begin() + static_cast<std::ptrdiff_t>(size));
         EXPECT_EQ(Parse(CatalogueOfCompressed(test::PackedCodes(some), 2)).code,
@@ -114,8 +114,8 @@ TEST(HostileCatalogue, BlockBeyond4GiBIsInvalid) {
     EXPECT_EQ(Parse(CatalogueOfCompressed(block, 1)).code, ResultCode::FileInvalid);
 }
 
-// Every byte of a small catalogue gets every other value that one bit makes of it, and no file of
-// those is read outside its bytes or accepted with another number of entries than it says.
+// Flips every single bit of a small catalogue. No such file may be read past its bounds, or
+// accepted with a number of entries other than the one it states.
 TEST(HostileCatalogue, EverySingleBitChangeIsReadOrInvalid) {
     const Bytes whole = CatalogueOf(RecordOfFile(u"a", "hello"), 1, {1, 2, 3});
     for (std::size_t bit = 0; bit < 8 * whole.size(); bit += SEALKEEPER_TEST_STEP) {

@@ -1,4 +1,4 @@
-// Catalogues parsed from bytes, and the bytes of one.
+// Parses catalogues from bytes, and builds one.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_PARSED_CATALOGUE_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_PARSED_CATALOGUE_SUPPORT_H
 
@@ -20,11 +20,11 @@ struct Parsed {
     EntryList entries;
 };
 
-// Reads header and body; the signature is not looked at.
+// Reads header and body without checking the signature.
 inline ResultCode ReadSteps(CatalogueFile& file, Parsed& parsed) {
     if (const ResultCode code = ReadCatalogueHeader(file.bytes, file.bytes.size(), file.header);
         code != ResultCode::Ok) {
-        // No body is read.
+        // The body is not read, so there are no entries.
         parsed.entries.clear();
         return code;
     }
@@ -33,10 +33,10 @@ inline ResultCode ReadSteps(CatalogueFile& file, Parsed& parsed) {
     return ReadCatalogueBody(file, parsed.entries);
 }
 
-// Also checks that nothing is printed, and that a failure leaves no entries.
+// Also checks that nothing is printed, and that no entries remain after a failure.
 [[nodiscard]] inline Parsed Parse(Bytes fileBytes) {
     Parsed parsed;
-    // What was there goes.
+    // Must be replaced.
     parsed.entries = {test::EntryOf(RecordOf(0, u"old", {}))};
     CatalogueFile file{std::move(fileBytes), {}};
     CapturedOutput output;
@@ -56,7 +56,7 @@ inline ResultCode ReadSteps(CatalogueFile& file, Parsed& parsed) {
     return joined;
 }
 
-// Three records, of two digests, of none, and of one.
+// Three records, with two digests, none and one.
 [[nodiscard]] inline Bytes ThreeRecords() {
     return Joined({RecordOf(0, u"b", {DigestOf("1"), DigestOf("2")}), RecordOf(0, u"dir/none", {}),
                    RecordOfFile(u"a", "hello")});

@@ -100,7 +100,7 @@ CatalogueEntry EntryOf(const std::u16string& path) {
     return entry;
 }
 
-// The field that `path` takes at four bytes per character.
+// The path field of `path` with four bytes per character.
 PathField WideFieldOf(const std::u32string& path) {
     PathField field{};
     for (std::size_t i = 0; i < path.size(); ++i) {
@@ -146,7 +146,7 @@ const std::vector<AliasCase>& AliasCases() {
          U"\U0001F3AE/c",
          3},
         {"key outside the basic plane", {{L"\U0001F3AE", L"g"}}, u"a/\U0001F3AE", U"a/g", 3},
-        // Its low unit is that of '/', and units are what is searched.
+        // Its low unit is that of '/', and the search is by units.
         {"character that looks like a separator",
          {{L"b", L"\U0001002F"}},
          u"a/b",
@@ -207,7 +207,7 @@ TEST(PathAlias, PathOfAtMost127Characters) {
 }
 
 TEST(PathAlias, CountsCharactersAndNotUnits) {
-    // 127 characters, 254 units.
+    // 127 characters, but 254 units.
     std::u16string path;
     std::u32string aliased = U"b";
     for (int i = 0; i < 126; ++i) {

@@ -1,4 +1,4 @@
-// Signed catalogue files beside their certificates, and the reading of them.
+// Signed catalogue files with their certificates, and reading them.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_SIGNED_CATALOGUE_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_SIGNED_CATALOGUE_SUPPORT_H
 

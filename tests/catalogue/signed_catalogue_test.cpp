@@ -20,7 +20,7 @@ using test::StoreAt;
 
 constexpr std::size_t kSignatureBytes = 256;
 
-// An image of an older layout, whose signature covers the file from its byte 1036 on.
+// An image with an older layout, whose signature covers the file from offset 1036.
 Bytes OlderImage(std::uint16_t layout) {
     Bytes image = SmallImage();
     StoreAt(image, 6, layout);
@@ -28,8 +28,8 @@ Bytes OlderImage(std::uint16_t layout) {
     return image;
 }
 
-// Takes every certificate for good, so that a thousand files are read in no time. What the
-// signature covers has nothing to do with who issued the signer's certificate.
+// Accepts every certificate, so that a thousand files are read quickly. What a signature covers
+// does not depend on who issued the certificate.
 class TrustingCatalogue : public HashCatalogue {
   public:
     TrustingCatalogue() : HashCatalogue("") {}
@@ -63,7 +63,7 @@ ResultCode CodeOfChangeAt(std::size_t offset) {
     if (offset < 6 || (offset >= 1036 && offset < 1044)) {
         return ResultCode::FileInvalid;
     }
-    // What the signature leaves of its area is not signed.
+    // The rest of the signature area is not signed.
     const bool isTail = offset >= 8 + kSignatureBytes && offset < 1032;
     return isTail ? ResultCode::Ok : ResultCode::MbedTlsGenericError;
 }
@@ -77,12 +77,12 @@ TEST_F(SignedCatalogue, EverySingleByteChangeOutsideTheTailIsRefused) {
     }
 }
 
-TEST_F(SignedCatalogue, OlderLayoutsAreSignedFromBehindTheSignature) {
+TEST_F(SignedCatalogue, OlderLayoutsAreSignedFromTheEndOfTheSignature) {
     for (const std::uint16_t layout : std::vector<std::uint16_t>{0, 2, 256, 257, 65535}) {
         EXPECT_EQ(ReadImage(OlderImage(layout)), ResultCode::Ok) << layout;
         EXPECT_EQ(contents_.entries.size(), 1U);
     }
-    // Each layout has its own bytes to sign.
+    // Each layout signs different bytes.
     Bytes claimed = OlderImage(0);
     StoreAt<std::uint16_t>(claimed, 6, 1);
     EXPECT_EQ(ReadImage(claimed), ResultCode::MbedTlsGenericError);
@@ -92,8 +92,8 @@ TEST_F(SignedCatalogue, OlderLayoutsAreSignedFromBehindTheSignature) {
     EXPECT_EQ(ReadImage(wholeFile), ResultCode::MbedTlsGenericError);
 }
 
-// The signature of a current file fits its bytes after an older header, too, whose lengths they
-// begin with: 0x00525651 and 0x00010004.
+// The signature of a current file would also fit if the file followed an older header. Its first
+// bytes are then read as lengths: 0x00525651 and 0x00010004.
 TEST_F(SignedCatalogue, SignedFileBehindAnOlderHeaderIsRefused) {
     constexpr std::size_t kInnerBytes = 0x00525651 + 0x00010004 + 16;
     Bytes inner = test::CatalogueOfCompressed({}, 0, Bytes(kInnerBytes - test::kHeaderBytes));

@@ -1,4 +1,4 @@
-// Catalogues as files hold them, built field by field, so that tests can store what no writer does.
+// Builds catalogues field by field, so that tests can store what no writer produces.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_STORED_CATALOGUE_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_STORED_CATALOGUE_SUPPORT_H
 
@@ -78,14 +78,14 @@ void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {
     return RecordOf(content.size(), path, ChunkDigests(content));
 }
 
-// The entry of `record`, read from a block of its own.
+// The entry for `record`, read from a block of its own.
 [[nodiscard]] inline std::shared_ptr<const StoredEntry> EntryOf(const Bytes& record) {
     EntryList entries;
     EXPECT_EQ(ReadEntryBlock(Compressed(record), 1, entries), ResultCode::Ok);
     return entries.at(0);
 }
 
-// The same, of which so much is to be checked.
+// As above, with the range of chunks to check.
 [[nodiscard]] inline std::shared_ptr<const StoredEntry> EntryOf(const Bytes& record,
                                                                 StoredEntry::CheckExtent extent) {
     struct OwnedEntry {
@@ -105,7 +105,7 @@ void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {
     return {owned, &owned->entry};
 }
 
-// An unsigned catalogue around `compressed`, whatever that is.
+// An unsigned catalogue that holds `compressed`, valid or not.
 [[nodiscard]] inline Bytes CatalogueOfCompressed(const Bytes& compressed, std::uint32_t entryCount,
                                                  const Bytes& crl = {}) {
     Bytes image(kHeaderBytes);
@@ -119,16 +119,16 @@ void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {
     return image;
 }
 
-// An unsigned catalogue around the entry block `raw`, whatever that is.
+// An unsigned catalogue that holds the entry block `raw`, valid or not.
 [[nodiscard]] inline Bytes CatalogueOf(const Bytes& raw, std::uint32_t entryCount,
                                        const Bytes& crl = {}) {
-    // The compressor is for at least one byte.
+    // The compressor requires at least one byte.
     const Bytes compressed = raw.empty() ? Bytes{0x1F, 0x9D, 0x8C} : Compressed(raw);
     return CatalogueOfCompressed(compressed, entryCount, crl);
 }
 
-// Signs `image` from the byte `signedFrom` on with the key of `kind`. The signature and its length
-// are zero meanwhile.
+// Signs `image` from offset `signedFrom` with the key of `kind`. The signature and its length are
+// zero while it is computed.
 inline void SignImage(Bytes& image, const std::string& kind, std::size_t signedFrom = 0) {
     PrivateKey key;
     LoadKey(kind, key);

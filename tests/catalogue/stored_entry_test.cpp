@@ -55,7 +55,7 @@ TEST(StoredEntry, PathOutsideAscii) {
 TEST(StoredEntry, PathEndsAtItsFirstZero) {
     EXPECT_EQ(EntryOf(RecordOf(0, std::u16string(u"ab\0cd", 5), {}))->Path(), L"ab");
     EXPECT_EQ(EntryOf(RecordOf(0, std::u16string(u"\0cd", 3), {}))->Path(), L"");
-    // A unit whose low byte alone is zero is none.
+    // A unit ends the path only if both its bytes are zero.
     EXPECT_EQ(EntryOf(RecordOf(0, u"a\u0100b", {}))->Path(), L"a\u0100b");
 }
 

@@ -1,4 +1,4 @@
-// Files that change after they were opened ahead and before their turn comes.
+// Files that change after they were opened ahead, but before their turn.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -29,7 +29,7 @@ using test::TempDirectory;
 struct Change {
     const char* name;
     std::function<void(const TempDirectory& directory, const std::string& path)> make;
-    // Nothing where the file cannot be opened any more.
+    // Empty if the file can no longer be opened.
     std::optional<std::string> content;
 };
 
@@ -42,8 +42,7 @@ const std::string& Before() {
     return content;
 }
 
-// The same size and, where the system's clock for files is coarse, more than once: until it tells
-// the difference.
+// Keeps the size. Repeats until the time stamp changes, since file system clocks may be coarse.
 void RewriteInPlace(const TempDirectory& directory, const std::string& path) {
     const FileStatus before = StatusOfPath(path);
     do {
@@ -53,7 +52,7 @@ void RewriteInPlace(const TempDirectory& directory, const std::string& path) {
 
 class ChangingFile : public testing::TestWithParam<Change> {
   protected:
-    // Every file is opened ahead while the first one is hashed.
+    // Hashing the first file opens all the others ahead.
     void HashFirstFile() {
         static_cast<void>(hasher_.NextFile());
         EXPECT_EQ(Hex(hasher_.NextDigest().digest), Sha256Hex(BytesOf(Before())));
@@ -151,10 +150,11 @@ TEST(AppearingFile, IsHashedWhenItIsThereByItsTurn) {
     }
 }
 
-// Files that change at their turn: after they were looked at, and before their digests are taken.
+// Files that change during their turn: after their status was checked, but before their digests are
+// taken.
 class FileChangingAtItsTurn : public testing::Test {
   protected:
-    // Makes the second of three files, which is opened ahead, the current one, and then changes it.
+    // Goes on to the second of three files, which was opened ahead, and then changes it.
     void ChangeAtItsTurn(const std::string& content) {
         directory_.WriteFile("second", content);
         static_cast<void>(hasher_.NextFile());
@@ -176,7 +176,7 @@ class FileChangingAtItsTurn : public testing::Test {
                        }};
 };
 
-// All of it was read before it was looked at, which is why one look is enough.
+// The file was read in full before the status check, so one check is enough.
 TEST_F(FileChangingAtItsTurn, WasHashedBeforeIfItHasOneChunk) {
     const std::string content = PatternText(1'000'000);
     ChangeAtItsTurn(content);
@@ -189,7 +189,7 @@ TEST_F(FileChangingAtItsTurn, HasChangedIfSomethingWasReadOtherwise) {
     EXPECT_TRUE(hasher_.NextDigest().isRead);
     hasher_.NoteOtherReading();
     EXPECT_TRUE(hasher_.HasFileChanged());
-    // One file does not vouch for the next.
+    // A check of one file says nothing about the next.
     static_cast<void>(hasher_.NextFile());
     EXPECT_TRUE(hasher_.NextDigest().isRead);
     EXPECT_FALSE(hasher_.HasFileChanged());
@@ -208,7 +208,7 @@ TEST_F(FileChangingAtItsTurn, HasChangedIfItHasSeveralChunks) {
     EXPECT_FALSE(hasher_.HasFileChanged());
 }
 
-// Some of its chunks were hashed ahead; the others never are.
+// Some chunks were hashed ahead, others never are.
 TEST(ChangingLargeFile, IsHashedAsItIsWhenItsTurnComes) {
     const TempDirectory directory;
     const std::vector<std::string> paths = {

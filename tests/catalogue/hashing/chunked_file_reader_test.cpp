@@ -80,7 +80,7 @@ TEST(ChunkedFileReader, ReadsTheSameChunkAgainAfterAFailure) {
     EXPECT_EQ(reader.Position(), 6U);
 }
 
-TEST(ChunkedFileReader, BehindTheLastChunkIsOneOfNoBytes) {
+TEST(ChunkedFileReader, PastTheLastChunkIsOneOfNoBytes) {
     const TempDirectory directory;
     ChunkedFileReader reader(Utf8ToWide(directory.WriteFile("f", "abc")), 3);
     ASSERT_TRUE(reader.Open());

@@ -34,7 +34,7 @@ std::vector<std::string> ExpectedDigests(const std::string& content) {
     return digests;
 }
 
-// Files of the given sizes, no two alike, and a hasher over them.
+// Files of the given sizes, all different, and a hasher for them.
 class Files {
   public:
     explicit Files(const std::vector<std::size_t>& sizes,
@@ -51,7 +51,7 @@ class Files {
     [[nodiscard]] std::size_t OpenedCount() const { return openedCount_; }
     [[nodiscard]] const std::string& PathOf(std::size_t index) const { return paths_[index]; }
 
-    // Goes on to the next file, number `index`, and compares all its digests.
+    // Moves to the next file, number `index`, and checks all its digests.
     void ExpectNextFile(std::size_t index) {
         const FileToHash& file = hasher_.NextFile();
         ASSERT_NE(file.file, nullptr) << index;
@@ -66,7 +66,7 @@ class Files {
 
   private:
     FileToHash Open(std::size_t index) {
-        // Each once, in order.
+        // Each file is opened once, in order.
         EXPECT_EQ(index, openedCount_++);
         return OpenCollectedFile(Utf8ToWide(paths_[index]));
     }
@@ -80,7 +80,7 @@ class Files {
 
 TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
     std::vector<std::size_t> sizes = {1, 0, 63, 64, 65, kChunkBytes, 3, kChunkBytes + 1, 0};
-    // Around where a piece may end, whatever size pieces have.
+    // Sizes around possible ends of a piece, whatever the size of pieces.
     for (std::size_t size = 1U << 12U; size <= 1U << 20U; size *= 2) {
         sizes.insert(sizes.end(), {size - 1, size, size + 1});
     }
@@ -92,7 +92,7 @@ TEST(FileHasher, FilesOfAllSizesInTheirOrder) {
     EXPECT_EQ(files.OpenedCount(), sizes.size());
 }
 
-// The shorter file decides how much is hashed of the longer one's piece, and so what is left of it.
+// The shorter file limits how much of the longer one is hashed with it, and so how much remains.
 TEST(FileHasher, ShortFileBesideALongOne) {
     for (std::size_t size = 1U << 12U; size <= 1U << 20U; size *= 2) {
         for (const std::size_t missing : std::vector<std::size_t>{1, 64, 65, 128, 129}) {
@@ -111,7 +111,7 @@ TEST(FileHasher, ManySmallFiles) {
     Files files(sizes);
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         files.ExpectNextFile(i);
-        // Some are open ahead, and not all that there are.
+        // Some files are opened ahead, but not all.
         EXPECT_LE(files.OpenedCount(), i + 65);
     }
 }
@@ -127,19 +127,19 @@ TEST(FileHasher, LooksAheadToSomeLargeFilesOnly) {
     });
     static_cast<void>(hasher.NextFile());
     EXPECT_TRUE(hasher.NextDigest().isRead);
-    // Those that are being hashed, and after them some more to read meanwhile.
+    // The files being hashed, and some more to read ahead.
     EXPECT_GE(openedCount, 16U);
     EXPECT_LE(openedCount, 48U);
 }
 
-// Of which a disk brings many at a time.
+// A disk reads many small files at a time.
 TEST(FileHasher, LooksAheadToManySmallFiles) {
     Files files(std::vector<std::size_t>(100, 5));
     files.ExpectNextFile(0);
     EXPECT_GE(files.OpenedCount(), 60U);
 }
 
-// They keep no stream busy, so it is their number alone that stops the look ahead.
+// Empty files take no read-ahead, so only their number limits the look-ahead.
 TEST(FileHasher, ManyEmptyFiles) {
     std::vector<std::size_t> sizes(300);
     sizes.front() = 5;
@@ -155,16 +155,16 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
     EXPECT_EQ(files.Hasher().NextFile().chunkCount, 9U);
     EXPECT_TRUE(files.Hasher().NextDigest().isRead);
     files.ExpectNextFile(1);
-    // Without a single digest taken.
+    // Before any digest was taken.
     EXPECT_EQ(files.Hasher().NextFile().chunkCount, 2U);
     files.ExpectNextFile(3);
 }
 
-// What the system was told of in vain must not count against the files after two that have more
-// chunks than are looked ahead to.
-void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
+// Two files with more chunks than the look-ahead are given up. Advice spent on them must not count
+// against the files after them.
+void ExpectToLookAheadAfter(const std::function<FileToHash()>& openGivenUp) {
     const TempDirectory directory;
-    // Small enough that all those files are looked ahead to, and large enough that few are hashed
+    // Small enough for all files to be in the look-ahead, large enough that few are hashed
     // meanwhile.
     const std::string content = PatternText(kChunkBytes / 8);
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", content));
@@ -184,25 +184,25 @@ void ExpectToLookAheadBehind(const std::function<FileToHash()>& openGivenUp) {
     EXPECT_EQ(openedCount, kFileCount);
 }
 
-TEST(FileHasher, LooksAheadAsFarBehindBytesThatWereGivenUp) {
+TEST(FileHasher, LooksAheadAsFarAfterBytesThatWereGivenUp) {
     const TempDirectory directory;
     const std::string path = directory.WriteFile("f", "");
     std::filesystem::resize_file(path, 40 * kChunkBytes);
-    ExpectToLookAheadBehind([&] { return OpenCollectedFile(Utf8ToWide(path)); });
+    ExpectToLookAheadAfter([&] { return OpenCollectedFile(Utf8ToWide(path)); });
 }
 
-TEST(FileHasher, LooksAheadAsFarBehindChunksThatWereGivenUp) {
+TEST(FileHasher, LooksAheadAsFarAfterChunksThatWereGivenUp) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
-    ExpectToLookAheadBehind([&] {
+    ExpectToLookAheadAfter([&] {
         FileToHash file = OpenCollectedFile(path);
-        // Behind the end, where they have no bytes.
+        // Past the end, where chunks have no bytes.
         file.chunkCount = 1000;
         return file;
     });
 }
 
-// Leaves the process room for a few more descriptors than it has open.
+// Leaves the process a few more descriptors than it has open.
 class ScopedDescriptorLimit {
   public:
     ScopedDescriptorLimit() {
@@ -234,7 +234,7 @@ TEST(FileHasher, FewDescriptorsAreEnough) {
     for (const std::string& path : paths) {
         ASSERT_NE(hasher.NextFile().file, nullptr) << path;
         EXPECT_EQ(test::Hex(hasher.NextDigest().digest), test::kDigestOfHello);
-        // The rest of the program needs some, too.
+        // The rest of the program needs descriptors too.
         const int spare = dup(STDOUT_FILENO);
         EXPECT_EQ(close(spare), 0);
     }
@@ -268,7 +268,7 @@ TEST(FileHasher, OpensFilesInOrderAndTriesMissingOnesAgainAtTheirTurn) {
     EXPECT_EQ(timesAsked, (std::vector<int>{1, 2, 1, 1, 2}));
 }
 
-// The parameter is how many bytes there are of two chunks.
+// The parameter is the number of bytes left of two chunks.
 class FileHasherOfAShortFile : public testing::TestWithParam<std::size_t> {};
 
 TEST_P(FileHasherOfAShortFile, ChunkThatCannotBeReadLeavesTheOthersAlone) {
@@ -292,12 +292,12 @@ TEST_P(FileHasherOfAShortFile, ChunkThatCannotBeReadLeavesTheOthersAlone) {
     EXPECT_EQ(DigestTexts(digests), ExpectedDigests(content));
 }
 
-// Within a chunk's first piece, within a later one, and where a piece may end.
+// In the first piece of a chunk, in a later one, and at possible ends of pieces.
 INSTANTIATE_TEST_SUITE_P(EverySize, FileHasherOfAShortFile,
                          testing::Values(0, 70'000, 1'048'576, 3'000'001, kChunkBytes - 1));
 
-// Their number comes from a catalogue, so they must not be asked for all at once.
-TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
+// Their number comes from the catalogue, so they must not all be allocated at once.
+TEST(FileHasher, ChunksPastTheEndHaveNoBytes) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
     FileHasher hasher(1, [&](std::size_t /*index*/) {
@@ -312,7 +312,7 @@ TEST(FileHasher, ChunksBehindTheEndHaveNoBytes) {
     }
 }
 
-TEST(FileHasher, BehindTheLastChunkNothingIsRead) {
+TEST(FileHasher, PastTheLastChunkNothingIsRead) {
     Files files({5, 6, 7});
     files.ExpectNextFile(0);
     EXPECT_FALSE(files.Hasher().NextDigest().isRead);
@@ -337,7 +337,7 @@ TEST(FileHasher, ChunkOffsets) {
     EXPECT_EQ(ChunkOffset(1, kChunkBytes + 1), kChunkBytes);
     EXPECT_EQ(ChunkOffset(2, kChunkBytes + 1), kChunkBytes + 1);
     EXPECT_EQ(ChunkOffset(~std::uint64_t{0}, 2 * kChunkBytes), 2 * kChunkBytes);
-    // The first whose product with the size of a chunk does not fit in 64 bits.
+    // The first index whose byte offset does not fit into 64 bits.
     constexpr std::uint64_t kTooFar = std::uint64_t{1} << 42U;
     EXPECT_EQ(ChunkOffset(kTooFar, 5), 5U);
     EXPECT_EQ(ChunkOffset(kTooFar, ~std::uint64_t{0}), ~std::uint64_t{0});

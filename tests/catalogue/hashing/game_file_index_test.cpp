@@ -18,12 +18,12 @@ namespace {
 namespace fs = std::filesystem;
 using test::TempDirectory;
 
-// Files below a root, and an index to enter them in.
+// Files below a root, and an index for them.
 class GameFileIndexTest : public testing::Test {
   protected:
     [[nodiscard]] std::wstring Root() const { return Utf8ToWide(root_.Path()) + L"/"; }
 
-    // What the index finds for `path`, "" when it finds nothing.
+    // The path that the index returns for `path`; "" if it has none.
     [[nodiscard]] std::wstring Found(const std::wstring& path) const {
         std::wstring real = L"left over";
         const bool found = FindGameFile(index_, path, real);
@@ -56,7 +56,7 @@ TEST_F(GameFileIndexTest, DoesNotFindWhatIsNotThere) {
                                 L"./dir/a", L"dir//a", L"dir\\a"}) {
         EXPECT_EQ(Found(path), L"") << WideToUtf8(path);
     }
-    // The root is taken off the start alone, and as it stands.
+    // Only a leading root is removed, compared byte for byte.
     EXPECT_EQ(Found(L"dir/" + Root() + L"a"), L"");
     EXPECT_EQ(Found(Root() + Root() + L"dir/a"), L"");
     EXPECT_EQ(Found(Utf8ToWide(root_.Path()) + L"dir/a"), L"");
@@ -79,7 +79,7 @@ TEST_F(GameFileIndexTest, KeyIsOfLowerCaseAndThePathAsOnDisk) {
         "");
     ASSERT_TRUE(BuildGameFileIndex(index_, Root()));
     ASSERT_EQ(index_.paths.size(), 1U);
-    // Only ASCII has a lower case in the "C" locale.
+    // The "C" locale has lower case for ASCII only.
     EXPECT_EQ(index_.paths.begin()->first, L"d/\u00C4b");
     EXPECT_EQ(index_.paths.begin()->second, Root() + L"D/\u00C4B");
     EXPECT_EQ(Found(L"d/\u00C4b"), Root() + L"D/\u00C4B");
@@ -110,7 +110,7 @@ TEST_F(GameFileIndexTest, TwoVersionsOfAFileAreAnError) {
     root_.WriteFile("data/A.PAK", "");
     EXPECT_FALSE(BuildGameFileIndex(index_, Root()));
     ASSERT_EQ(index_.paths.size(), 1U);
-    // The order in which the system gives the two decides which is the second.
+    // Which of the two is the second depends on the order the system lists them in.
     const std::wstring first = index_.paths.at(L"data/a.pak");
     const std::wstring second = first == Root() + L"Data/a.pak" ? L"data/A.PAK" : L"Data/a.pak";
     EXPECT_EQ(index_.errorText, L"Two versions of the same file exist: " + Root() + second + L".");
@@ -118,7 +118,7 @@ TEST_F(GameFileIndexTest, TwoVersionsOfAFileAreAnError) {
 }
 
 TEST_F(GameFileIndexTest, AnErrorDeepDownEndsTheWholeWalk) {
-    // Whichever directory comes first, the other is not looked at.
+    // Whichever directory comes first, the other is not searched.
     root_.WriteFile("d/sub/a", "");
     root_.WriteFile("d/sub/A", "");
     root_.WriteFile("e/sub/b", "");
@@ -151,7 +151,7 @@ TEST_F(GameFileIndexTest, RootThatCannotBeRead) {
     EXPECT_FALSE(BuildGameFileIndex(index_, Root() + L"file"));
     EXPECT_TRUE(index_.paths.empty());
     EXPECT_TRUE(index_.errorText.empty());
-    // That is no error which lasts.
+    // The failure does not last.
     EXPECT_TRUE(BuildGameFileIndex(index_, Root()));
     EXPECT_EQ(index_.paths.size(), 1U);
 }
@@ -169,7 +169,7 @@ TEST_F(GameFileIndexTest, DirectoryThatCannotBeReadIsLeftOut) {
     fs::permissions(root_ / "locked", fs::perms::owner_all);
 }
 
-// Fills the process's index and empties it again.
+// Fills the process-wide index, and empties it afterwards.
 class ReaderFallbackTest : public GameFileIndexTest {
   protected:
     ~ReaderFallbackTest() override { ProcessGameFileIndex() = {}; }

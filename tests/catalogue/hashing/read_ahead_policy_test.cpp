@@ -49,8 +49,7 @@ TEST(ReadAheadPolicy, AdviceIsGivenAsAWhole) {
     EXPECT_TRUE(policy.ShouldAdvise(0));
 }
 
-// How many of a thousand chunks the system is told of where one read of `readCount` takes
-// `duration`.
+// How many of a thousand chunks are advised if each read of `readCount` takes `duration`.
 std::size_t AdvisedOfAThousandChunks(std::size_t readCount, std::chrono::microseconds duration) {
     constexpr std::size_t kReadsOfAChunk = 32;
     constexpr std::size_t kStepsOfAChunk = 16;

@@ -1,4 +1,4 @@
-// Each compiled kernel for each number of lanes, whichever of them the engine would choose.
+// Tests each compiled kernel with each number of lanes, whatever the engine would choose.
 #include "catalogue/hashing/sha256_kernel.h"
 
 #include <gtest/gtest.h>
@@ -53,8 +53,8 @@ class Sha256KernelTest : public testing::TestWithParam<KernelCase> {
 
     [[nodiscard]] static std::size_t LaneCount() { return GetParam().laneCount; }
 
-    // Hashes messages of these sizes, one a lane, whose first bytes are at each of these offsets
-    // from the start of an allocation, and whose last bytes end it.
+    // Hashes messages of these sizes, one per lane. Each begins at its offset in an allocation, and
+    // ends at the end of that.
     static void ExpectDigests(const std::vector<std::size_t>& sizesBytes,
                               const std::vector<std::size_t>& offsets, std::size_t mostBlocks) {
         std::vector<Bytes> allocations;
@@ -195,7 +195,7 @@ TEST_P(Sha256KernelTest, KeepsTheStatesWithoutLanesOrBlocks) {
     EXPECT_EQ(states, before);
 }
 
-// The examples of the Secure Hash Standard.
+// The examples in the Secure Hash Standard.
 TEST_P(Sha256KernelTest, GivesTheKnownAnswers) {
     struct KnownAnswer {
         std::string message;

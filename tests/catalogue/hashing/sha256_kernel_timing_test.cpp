@@ -19,7 +19,7 @@ void CountCall(const Sha256Lane*, std::size_t laneCount, std::size_t) {
     ++callsByLanes.at(laneCount);
 }
 
-// They take no time, so that each is tried as often as any.
+// The kernels take no time, so each is measured equally often.
 constexpr Sha256Kernel kNarrow = {"narrow", 3, Supported, CountCall};
 constexpr Sha256Kernel kWide = {"wide", 8, Supported, CountCall, true};
 

@@ -16,7 +16,7 @@ namespace {
 
 using Compress = decltype(Sha256Kernel::compress);
 
-// Kernels are functions without state, so what is wrong with the faulty one is set from outside.
+// Kernels are stateless functions, so the fault is configured through globals.
 const Sha256Kernel* wrapped = nullptr;
 Compress faultyCompress = nullptr;
 std::size_t faultyLaneCount = 0;
@@ -28,7 +28,7 @@ void CompressWithFault(const Sha256Lane* lanes, std::size_t laneCount, std::size
 
 struct Fault {
     const char* description;
-    // With fewer there is no fault.
+    // With fewer lanes the fault has no effect.
     std::size_t leastLanes;
     Compress compress;
 };
@@ -133,7 +133,7 @@ TEST(Sha256Kernels, HaveAsManyLanesAsTheConstantSays) {
     }
 }
 
-// Linux builds are for one architecture each.
+// A Linux build is for a single architecture.
 #if defined(__linux__) && defined(__GNUC__)
 TEST(Sha256Kernels, AreCompiledForTheirArchitectures) {
 #if defined(__x86_64__)

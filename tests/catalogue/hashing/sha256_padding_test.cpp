@@ -14,7 +14,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::uint8_t kRubbish = 0xEE;
 
-// Byte by byte: the mark, zeros up to 8 bytes before the end of a block, the bits of the message.
+// Padding byte by byte: the mark, zeros up to 8 bytes before the end of a block, the length in
+// bits.
 Bytes PaddedByHand(Bytes bytes, std::uint64_t messageBytes) {
     bytes.push_back(0x80);
     while (bytes.size() % 64 != 56) {

@@ -60,7 +60,7 @@ void ExpectPlan(const std::vector<Sha256CallCosts>& costs,
     }
 }
 
-// Its SHA extensions nearly match its AVX-512.
+// On this processor the SHA extensions are nearly as fast as AVX-512.
 TEST(Sha256Plan, OnAnAmdProcessorWithAvx512GoesWideWhenMostLanesAreBusy) {
     ExpectPlan({Costs(kSha, {581, 781, 1001, 1282}), Costs(kPlain, {2393}),
                 WideCosts(kWide16, 3795), WideCosts(kWide8, 5538)},
@@ -74,7 +74,7 @@ TEST(Sha256Plan, OnAnAmdProcessorWithAvx512GoesWideWhenMostLanesAreBusy) {
                 {16, "wide16 16"}});
 }
 
-// Its SHA extensions gain little from more lanes, and reach two thirds of its AVX-512.
+// On this one they gain little from more lanes, and reach two thirds of the speed of AVX-512.
 TEST(Sha256Plan, OnAnIntelProcessorWithAvx512GoesWideEarlier) {
     ExpectPlan({Costs(kSha, {806, 1400, 2060, 2730}), Costs(kPlain, {3400}),
                 WideCosts(kWide16, 7447), WideCosts(kWide8, 10922)},
@@ -108,7 +108,7 @@ TEST(Sha256Plan, TakesCostsOfNothing) {
     ExpectPlan({Costs(kSha, {0, 0, 0, 0})}, {{1, "sha 1"}, {2, "sha 1 + sha 1"}});
 }
 
-// A call that is dearer with fewer lanes than with more, as a disturbed measurement has it.
+// Costs as a disturbed measurement reports them: fewer lanes are slower than more.
 TEST(Sha256Plan, SplitsAroundACallThatIsTooDear) {
     ExpectPlan({Costs(kSha, {100, 900, 250, 280})},
                {{2, "sha 1 + sha 1"}, {4, "sha 4"}, {6, "sha 1 + sha 1 + sha 4"}});

@@ -1,5 +1,5 @@
-// What the tests of SHA-256 kernels and of the engine share: messages, and their digests by
-// whatever compresses blocks.
+// Shared by the tests of SHA-256 kernels and of the engine: messages, and their digests by any
+// block function.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_HASHING_SHA256_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_HASHING_SHA256_TEST_SUPPORT_H
 
@@ -24,7 +24,7 @@ namespace sealkeeper::test {
 
 using Compressor = std::function<void(std::span<const Sha256Lane> lanes, std::size_t blockCount)>;
 
-// Another message for each number. No two blocks of it are alike.
+// A different message for each number. No two of its blocks are equal.
 [[nodiscard]] inline std::vector<std::uint8_t> NumberedMessage(std::size_t sizeBytes,
                                                                std::size_t number) {
     std::vector<std::uint8_t> bytes(sizeBytes);
@@ -36,7 +36,7 @@ using Compressor = std::function<void(std::span<const Sha256Lane> lanes, std::si
     return bytes;
 }
 
-// A message under way: its whole blocks where they are, then its last bytes, padded.
+// A message in progress: first its whole blocks in place, then its last bytes with padding.
 class MessageInBlocks {
   public:
     explicit MessageInBlocks(std::span<const std::uint8_t> message)
@@ -46,7 +46,7 @@ class MessageInBlocks {
         tailBlocks_ = AppendSha256Padding(tail_, last.size(), message.size());
     }
 
-    // Of what is in one place.
+    // The number of contiguous blocks.
     [[nodiscard]] std::size_t BlocksLeft() {
         if (blocksLeft_ == 0 && tailBlocks_ > 0) {
             blocks_ = tail_.data();
@@ -73,8 +73,8 @@ class MessageInBlocks {
     std::size_t blocksLeft_;
 };
 
-// The digest of each message. All that have a block left take part in each call, a lane each, with
-// at most `mostBlocks`.
+// The digest of each message. Each call hashes all messages that have a block left, one per lane,
+// and at most `mostBlocks` of each.
 [[nodiscard]] inline std::vector<std::string> DigestsBy(
     const Compressor& compress, const std::vector<std::span<const std::uint8_t>>& messages,
     std::size_t mostBlocks) {
@@ -105,7 +105,7 @@ class MessageInBlocks {
     return digests;
 }
 
-// By mbed TLS.
+// Computed by mbed TLS.
 [[nodiscard]] inline std::vector<std::string> ReferenceDigests(
     const std::vector<std::span<const std::uint8_t>>& messages) {
     std::vector<std::string> digests;
@@ -115,7 +115,7 @@ class MessageInBlocks {
     return digests;
 }
 
-// As part of the name of a test.
+// As a part of a test name.
 [[nodiscard]] inline std::string TestNameOf(const Sha256Kernel& kernel) {
     std::string name;
     for (const char* c = kernel.name; *c != '\0'; ++c) {

@@ -24,7 +24,7 @@ constexpr std::uint32_t kAvx512Bw = Bit(30);
 constexpr std::uint32_t kAvx512Vl = Bit(31);
 constexpr std::uint32_t kAllOfLeaf7 = kAvx2 | kAvx512F | kSha | kAvx512Bw | kAvx512Vl;
 
-// The bits 0 to 2 are the x87, SSE and AVX states, 5 to 7 those of AVX-512.
+// Bits 0 to 2 are the x87, SSE and AVX states; bits 5 to 7 are those of AVX-512.
 constexpr std::uint64_t kAvxState = 0x07;
 constexpr std::uint64_t kAllStates = 0xE7;
 
@@ -67,7 +67,7 @@ TEST(X86Features, FollowFromTheRegisters) {
     }
 }
 
-// The compiler's own question to the processor and its operating system.
+// Compared with the compiler's own check of processor and operating system.
 #if defined(__x86_64__) && defined(__GNUC__)
 TEST(X86Features, OfThisProcessorAreThoseThatTheCompilerSees) {
     const X86Features& features = ProcessorX86Features();

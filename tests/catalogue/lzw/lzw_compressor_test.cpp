@@ -22,7 +22,7 @@ using test::Sha256Hex;
 
 // Every expected value here was made with tests/independent/fixed_width_lzw.py.
 
-// The high bytes of a linear congruential generator, ANSI C's example of `rand`.
+// The high bytes of a linear congruential generator: ANSI C's example of `rand`.
 Bytes PseudoRandom(std::size_t count, std::uint32_t mask) {
     Bytes bytes;
     std::uint32_t state = 1;
@@ -97,7 +97,7 @@ Bytes Repeated(const Bytes& head, const Bytes& tail, int times) {
     return bytes;
 }
 
-// The first `count` pseudo-random bytes, then the last 40 of them thirty times.
+// `count` pseudo-random bytes, then the last 40 of them thirty times.
 Bytes EndingInRepetition(std::size_t count) {
     const Bytes head = PseudoRandom(count, 0xFF);
     return Repeated(head, Bytes(head.end() - 40, head.end()), 30);
@@ -114,7 +114,7 @@ TEST(LzwCompressor, LargeInputs) {
          "bac769ac5f31e201cf96ebc252ca66797998feb1f83ac703b651d032278a1e8a"},
         {"full dictionary of long strings", PseudoRandom(300000, 3), 83349,
          "67ad7eed12a3f926c4dba99298e42d3425d8b9f9ddeba89b55e03013ba6ead16"},
-        // After 3940 bytes 4093 is the highest code, after 3941 it is 4094, the last of all.
+        // After 3940 bytes the highest code is 4093. After 3941 it is 4094, the last.
         {"repetition with one code left", EndingInRepetition(3940), 6705,
          "dfd6125a9b012ba99ebadb315762a51d8df86524f627e1df474379308acb975c"},
         {"repetition with no code left", EndingInRepetition(3941), 6617,
@@ -136,20 +136,20 @@ TEST(LzwCompressor, RunsOfZerosWhereverTheyStand) {
         for (std::size_t before = 0; before < 10; ++before) {
             Bytes input(before, 'x');
             input.insert(input.end(), run, 0);
-            for (const std::size_t behind : std::vector<std::size_t>{0, 1, 9}) {
+            for (const std::size_t after : std::vector<std::size_t>{0, 1, 9}) {
                 Bytes whole = input;
-                whole.insert(whole.end(), behind, 'y');
+                whole.insert(whole.end(), after, 'y');
                 if (!whole.empty()) {
                     ExpectPlainlyFoundCodes(Repeated(whole, whole, 5),
                                             std::to_string(before) + ", " + std::to_string(run) +
-                                                ", " + std::to_string(behind));
+                                                ", " + std::to_string(after));
                 }
             }
         }
     }
 }
 
-// The dictionary is full after 7.4 million of them.
+// They fill the dictionary after 7.4 million bytes.
 TEST(LzwCompressor, ZerosAloneUntilTheDictionaryIsFull) {
     for (const std::size_t size : std::vector<std::size_t>{7'370'000, 7'500'000, 7'500'001}) {
         ExpectPlainlyFoundCodes(Bytes(size, 0), std::to_string(size));
@@ -163,7 +163,7 @@ TEST(LzwCompressor, BytesAsAnEntryBlockHasThem) {
 }
 
 TEST(LzwCompressor, BytesThatGrow) {
-    // More than the input itself: the output cannot have been sized by what the input suggests.
+    // Larger than the input, so the output buffer cannot have been sized after it.
     const Bytes input = PseudoRandom(1'000'000, 0xFF);
     EXPECT_GT(Compressed(input).size(), input.size());
     ExpectPlainlyFoundCodes(input, "random");
@@ -177,7 +177,7 @@ TEST(LzwCompressor, AppendsToWhatTheBufferHolds) {
     EXPECT_EQ(Hex(output), "01021f9d8c4100");
 }
 
-// Cut in places that are no record's: within a string, within a run of zeros, with nothing between.
+// Cut where no record ends: inside a string, inside a run of zeros, and into empty parts.
 TEST(LzwCompressor, ItMakesNoDifferenceHowTheInputIsCut) {
     Bytes input = test::RecordLikeBytes(40'000);
     input.insert(input.begin(), 5'000, 0);

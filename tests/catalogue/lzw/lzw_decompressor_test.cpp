@@ -24,7 +24,7 @@ using test::Decompressed;
 using test::Hex;
 using test::PackedCodes;
 
-// The decompressed form; the test fails when the input is refused.
+// The decompressed text. The test fails if `input` is refused.
 std::string TextOf(const Bytes& input) {
     const auto output = Decompressed(input);
     EXPECT_TRUE(output.has_value()) << Hex(input).substr(0, 80);
@@ -39,7 +39,7 @@ Bytes FromHex(const std::string& hex) {
     return bytes;
 }
 
-// Bytes of a linear congruential generator, of which `mask` lets some values through.
+// Bytes of a linear congruential generator. `mask` limits their values.
 Bytes PseudoRandom(std::size_t count, std::uint32_t mask) {
     Bytes bytes;
     std::uint32_t state = 7;
@@ -70,7 +70,7 @@ TEST(LzwDecompressor, GivesBackWhatWasCompressed) {
         cases.push_back({"records of " + std::to_string(size), test::RecordLikeBytes(size)});
     }
     cases.push_back({"20 MB of zeros", Bytes(20'000'000, 0)});
-    // The strings become longer up to 3839 bytes; then nothing but room for one more is left.
+    // Strings grow up to 3839 bytes; then there is room for only one more.
     cases.push_back({"zeros that end in the longest string", Bytes(7'370'880 + 20 * 3'839, 0)});
     cases.push_back({"10 MB of records", test::RecordLikeBytes(10'000'000)});
     for (const RoundTrip& given : cases) {
@@ -186,7 +186,7 @@ TEST(LzwDecompressor, KnowsEachCodeAsSoonAsItIsAssigned) {
 }
 
 TEST(LzwDecompressor, FullDictionaryKeepsItsLastCode) {
-    // 3838 codes after the first assign 257 to 4094.
+    // After the first, 3838 codes assign 257 to 4094.
     std::vector<std::uint32_t> codes(3838, 'a');
     codes.push_back('b');
     codes.push_back(4094);
@@ -195,7 +195,7 @@ TEST(LzwDecompressor, FullDictionaryKeepsItsLastCode) {
     EXPECT_EQ(TextOf(PackedCodes(codes)), std::string(3838, 'a') + "babcab");
 }
 
-TEST(LzwDecompressor, BitsBehindTheLastWholeCodeAreNotLookedAt) {
+TEST(LzwDecompressor, BitsPastTheLastWholeCodeAreNotLookedAt) {
     EXPECT_EQ(TextOf(FromHex("1f9d8c41")), "");
     EXPECT_EQ(TextOf(FromHex("1f9d8c4100")), "A");
     EXPECT_EQ(TextOf(FromHex("1f9d8c41f0")), "A");

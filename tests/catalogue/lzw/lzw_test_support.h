@@ -1,5 +1,5 @@
-// Compressed input written code by code, so that tests can store what no compressor sends, and all
-// of the decompressed form at once.
+// Writes compressed input code by code, so that tests can store what no compressor writes, and
+// reads the whole decompressed form at once.
 #ifndef SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_CATALOGUE_LZW_TEST_SUPPORT_H
 
@@ -14,7 +14,7 @@
 
 namespace sealkeeper::test {
 
-// The compressed form of `bytes`, which are not none.
+// The compressed form of `bytes`, which must not be empty.
 [[nodiscard]] inline std::vector<std::uint8_t> Compressed(const std::vector<std::uint8_t>& bytes) {
     std::vector<std::uint8_t> output;
     LzwCompressor compressor(output);
@@ -23,7 +23,7 @@ namespace sealkeeper::test {
     return output;
 }
 
-// The decompressed form of `input`; nothing when it is refused.
+// The decompressed form of `input`; empty if it is refused.
 [[nodiscard]] inline std::optional<std::vector<std::uint8_t>> Decompressed(
     const std::vector<std::uint8_t>& input) {
     auto block = LzwDecompressor::Open(input);
@@ -37,8 +37,8 @@ namespace sealkeeper::test {
     return bytes;
 }
 
-// The container with `flags` and the codes, each `width` bits wide, least-significant bit first;
-// the last byte is filled with zero bits.
+// The container with `flags` and the codes, each `width` bits wide, packed least-significant bit
+// first. The last byte is padded with zero bits.
 [[nodiscard]] inline std::vector<std::uint8_t> PackedCodes(const std::vector<std::uint32_t>& codes,
                                                            unsigned width, std::uint8_t flags) {
     std::vector<std::uint8_t> packed = {0x1F, 0x9D, flags};
@@ -64,8 +64,8 @@ namespace sealkeeper::test {
 
 inline constexpr std::uint32_t kLastCode = 4094;
 
-// Codes for `count` bytes of one value in as few codes as can be: each string is one byte longer
-// than the one before, until the dictionary is full; then the longest again and again.
+// The fewest codes for `count` equal bytes. Each string is one byte longer than the one before
+// until the dictionary is full. Then the longest is repeated.
 [[nodiscard]] inline std::vector<std::uint32_t> CodesOfRun(std::uint64_t count) {
     constexpr std::uint64_t kLongestString = kLastCode - 255;
     std::vector<std::uint32_t> codes;
@@ -79,11 +79,11 @@ inline constexpr std::uint32_t kLastCode = 4094;
     return codes;
 }
 
-// The codes that the format asks for, found in the plainest way: the longest string that the
-// dictionary holds, again and again.
+// The codes that the format prescribes, found in the simplest way: always the longest string in the
+// dictionary.
 [[nodiscard]] inline std::vector<std::uint32_t> CodesOf(const std::vector<std::uint8_t>& bytes) {
     constexpr std::uint32_t kFirstNewCode = 257;
-    // By each string's code and the byte after it; 0 where the dictionary has no such string.
+    // Keyed by the code of a string and the next byte; 0 if the dictionary has no such string.
     std::vector<std::array<std::uint32_t, 256>> longer(kFirstNewCode);
     std::vector<std::uint32_t> codes;
     std::uint32_t matched = bytes.front();
@@ -104,8 +104,8 @@ inline constexpr std::uint32_t kLastCode = 4094;
     return codes;
 }
 
-// Bytes as an entry block has them: short text with zeros between its bytes, a run of zeros, and
-// bytes at random.
+// Bytes like those of an entry block: short text interleaved with zeros, a run of zeros, and random
+// bytes.
 [[nodiscard]] inline std::vector<std::uint8_t> RecordLikeBytes(std::size_t count) {
     std::vector<std::uint8_t> bytes;
     std::uint32_t state = 3;
