@@ -1,4 +1,4 @@
-// What building an entry block asks of memory and of the system.
+// Memory and system calls that building an entry block needs.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -20,7 +20,7 @@ namespace {
 using test::Call;
 
 TEST(CatalogueWriterMemory, HoldsTheCompressedFormAlone) {
-    // Which are not there, and so count as empty.
+    // Missing files, which count as empty.
     const std::vector<FoundFile> files(10'000, {L"/no/such/file", {}});
     EntryBlock block;
     const test::CapturedOutput quiet;
@@ -47,7 +47,7 @@ TEST(CatalogueWriterCalls, WhatTheWalkSawIsNotLookedAtAgain) {
 
 TEST(CatalogueWriterMemory, WithoutAliasesNoPathIsConverted) {
     CatalogueEntry entry;
-    // Too long for what a string holds without an allocation.
+    // Too long for a string without an allocation.
     entry.path.fill(u'a');
     test::ResetCallCount(Call::Allocation);
     EXPECT_EQ(ApplyPathAlias({}, entry), ResultCode::Ok);

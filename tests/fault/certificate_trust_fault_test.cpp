@@ -23,7 +23,7 @@ using Reach = ScopedFault::Reach;
 
 using Bytes = std::vector<std::uint8_t>;
 
-// The library's own codes count, so that a failure of the system is no verdict.
+// The library's own codes count, so a system failure is no verdict.
 constexpr ResultCode kLibraryFailure = ResultCode::MbedTlsGenericError;
 
 bool IsEmpty(const Certificate& certificate) {
@@ -35,7 +35,7 @@ struct Attempt {
     bool isEmpty;
 };
 
-// Verifies the certificate of `kind` with the call number `failing` failing.
+// Verifies the certificate of `kind` while call number `failing` fails.
 Attempt VerifyWithFault(Call call, std::size_t failing, const std::string& kind,
                         const Bytes& parent) {
     const Bytes subject = CertificateBytes(kind);
@@ -68,8 +68,8 @@ TEST(CertificateTrustFaults, EveryStepOfTheDirectAttemptMayFail) {
     ExpectRefused(VerifyWithFault(Call::VerifyChain, 0, "good", {}), 0);
 }
 
-// A mod's direct attempt fails anyway. Then its parent is parsed, the authority, the mod, and its
-// parent.
+// The direct attempt fails for a mod in any case. After it the parent, the authority, the mod and
+// the parent again are parsed.
 TEST(CertificateTrustFaults, EveryStepOfTheAttemptsWithAParentMayFail) {
     const Bytes parent = CertificateBytes("good");
     for (const std::size_t failing : {2U, 3U, 4U, 5U}) {

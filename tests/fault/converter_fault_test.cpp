@@ -1,5 +1,5 @@
-// Runs in which the system cannot convert text: nothing is signed, found or shown under the error
-// text that stands for a name.
+// Runs in which the system cannot convert text. No name may be replaced by the converter's error
+// text in what is signed, found or shown.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -61,7 +61,7 @@ class ConverterFaults : public testing::TestWithParam<std::size_t> {
         options_.jobs = GetParam();
     }
 
-    // Beside the two there are files by the error texts, which must not be taken for them.
+    // Files named like the error texts must not be mistaken for the two.
     void WriteGame(const std::string& first, const std::string& second) {
         game_.WriteFile(first, "hello");
         game_.WriteFile(second, "hello");
@@ -79,7 +79,7 @@ class ConverterFaults : public testing::TestWithParam<std::size_t> {
                                    more + " }\n");
     }
 
-    // Runs one of the actions from a fresh start.
+    // Runs an action in a fresh directory.
     template <typename Action>
     int Run(Action action) {
         options_.signingMaterial.privateKey.Reset();
@@ -124,8 +124,8 @@ class ConverterFaults : public testing::TestWithParam<std::size_t> {
         return count;
     }
 
-    // Runs an action with each of its calls failing in turn; `check` looks at the outcome of each
-    // run that was struck. Returns how many were.
+    // Runs an action with each of its calls failing in turn. `check` examines each run that the
+    // fault struck. Returns the number of such runs.
     template <typename Action, typename Check>
     std::size_t FailEveryCall(const Failing& failing, Action run, Check check) {
         for (std::size_t number = 0; number < kMoreCallsThanAnyRunHas; ++number) {
@@ -162,7 +162,7 @@ TEST_P(ConverterFaults, GenerateWritesNoCatalogue) {
         };
         const std::size_t struck =
             FailEveryCall(failing, generateAfresh, [&](std::size_t number, int code) {
-                // One that is held is not missed when it can be opened later.
+                // A held converter is not missed if another can be opened later.
                 if (code == 0) {
                     EXPECT_EQ(failing.reach, Reach::Once);
                     EXPECT_LT(number, kHeldConverters);
@@ -266,7 +266,7 @@ TEST_P(ConverterFaults, VerifyOfACatalogueOfAnotherName) {
     }
 }
 
-// A directory by the error text would be another game.
+// A directory named like the error text would be another game.
 TEST_P(ConverterFaults, VerifyOfADirectoryWithSuchAName) {
     ASSERT_EQ(Generate(), 0) << output_;
     const TempDirectory games;

@@ -9,7 +9,7 @@ namespace {
 
 using std::chrono::nanoseconds;
 
-// Constant-initialised: the clock is read while other files' objects are made.
+// Constant-initialised, since other files' initialisers read the clock.
 constinit bool g_isStopped = false;
 constinit nanoseconds g_now{0};
 constinit nanoseconds g_step{0};
@@ -51,7 +51,7 @@ void FakeClock::AdvanceAtEachReading(nanoseconds time) {
 
 }  // namespace sealkeeper::test
 
-// In place of the library's own, which is linked dynamically.
+// Replaces the library's own, which is linked dynamically.
 std::chrono::steady_clock::time_point std::chrono::steady_clock::now() noexcept {
     return time_point(sealkeeper::test::ReadClock());
 }

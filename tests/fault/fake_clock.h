@@ -1,4 +1,4 @@
-// A steady clock that a test sets, so that no test has to wait.
+// A steady clock under the control of a test, so that no test has to wait.
 #ifndef SEALKEEPER_TESTS_FAULT_FAKE_CLOCK_H
 #define SEALKEEPER_TESTS_FAULT_FAKE_CLOCK_H
 
@@ -6,8 +6,8 @@
 
 namespace sealkeeper::test {
 
-// Stops the steady clock, of all code in the test executable, from its construction to its end. It
-// never goes back from one such object to the next.
+// Stops the steady clock for all code in the test executable while it exists. Time never goes back
+// from one object to the next.
 class FakeClock {
   public:
     FakeClock();
@@ -17,7 +17,7 @@ class FakeClock {
 
     // Moves the clock on once.
     void Advance(std::chrono::nanoseconds time);
-    // Moves it on after each reading.
+    // Moves the clock on after each reading.
     void AdvanceAtEachReading(std::chrono::nanoseconds time);
 };
 

@@ -21,63 +21,63 @@ enum class Call {
     Fdopen,
     Fseeko,
     Fread,
-    // Not failing, but with the first byte read changed.
+    // Does not fail, but changes the first byte read.
     FreadBytes,
-    // The reading of a chunk, counted at its first byte, and the same with that byte changed.
+    // Reading a chunk, counted at its first byte. The second one also changes that byte.
     ReadChunk,
     ReadChunkBytes,
-    // Not failing, but interrupted by a signal, or delivering no more than some bytes.
+    // Do not fail, but are interrupted by a signal or deliver fewer bytes.
     ReadInterrupted,
     ReadShort,
-    // The advice that bytes will be read.
+    // Read-ahead advice.
     Advise,
-    // Half of the bytes are written before it fails.
+    // Fails after writing half of the bytes.
     Write,
-    // Not failing, but interrupted by a signal, or taking no more than some bytes.
+    // Do not fail, but are interrupted by a signal or accept fewer bytes.
     WriteInterrupted,
     WriteShort,
     Fsync,
     Fchown,
     Fchmod,
-    // The closing of a file that is open for writing alone. It is closed all the same.
+    // Closing a file opened for writing only. It is closed all the same.
     CloseWritten,
     Rename,
     Opendir,
     Readdir,
-    // Not failing, but with the entry's type unknown.
+    // Does not fail, but leaves the type of the entry unknown.
     ReaddirTypes,
     Lstat,
     Fnmatch,
-    // Not failing, but telling that the process may run on another number of processors.
+    // Does not fail, but reports another number of processors.
     Affinity,
-    // The same question.
+    // The same call, failing.
     AffinityFailure,
-    // Not failing, but telling another time, `value` in seconds.
+    // Does not fail, but reports another time, `value` in seconds.
     Time,
     SeedGenerator,
-    // The parsing of a certificate, which is parsed all the same.
+    // Parsing a certificate. It is parsed all the same.
     ParseCertificate,
-    // The check of a chain of certificates.
+    // Checking a certificate chain.
     VerifyChain,
-    // The signing of a digest, which is signed all the same.
+    // Signing a digest. It is signed all the same.
     Sign,
-    // The digest is made all the same where there is one to make.
+    // The digest is computed all the same if there is one.
     Sha256,
     StartThread,
     Allocation,
     Count
 };
 
-// Arms one fault from its construction to its end.
+// Arms a fault while it exists.
 class ScopedFault {
   public:
-    // The call number `firstFailing` fails, counted from 0 and from now, and so do those after it;
-    // only that one with `Reach::Once`, that and the next with `Reach::Twice`, and every second of
-    // them with `Reach::EveryOther`. `value` is what the call fails with where that may differ: the
-    // errno of `iconv`, `opendir`, `readdir`, `lstat` and the failures of `stat` and `fstat`, the
-    // result of `fnmatch` and of the check of a chain, the size that `stat` or `fstat` reports, the
-    // bytes that `fread` and `ReadShort` deliver and `WriteShort` takes; and the errno of the calls
-    // on output files, if it is not 0.
+    // Calls count from 0, from now on. Call `firstFailing` fails, and by default all later calls:
+    // `Reach::Once` is that call alone, `Reach::Twice` that and the next, `Reach::EveryOther` every
+    // second one. `value` says how a call fails where that may differ. For `iconv`, `opendir`,
+    // `readdir`, `lstat` and the failures of `stat` and `fstat` it is the errno; for calls on
+    // output files too, unless it is 0. For `fnmatch` and the check of a chain it is the result.
+    // For `stat` and `fstat` it is the size to report. For `fread`, `ReadShort` and `WriteShort` it
+    // is the number of bytes.
     enum class Reach { Onwards, Once, Twice, EveryOther };
     explicit ScopedFault(Call call, std::size_t firstFailing = 0, Reach reach = Reach::Onwards,
                          int value = 0);
@@ -85,20 +85,20 @@ class ScopedFault {
     ScopedFault& operator=(const ScopedFault&) = delete;
     ~ScopedFault();
 
-    // Whether the fault struck.
+    // Whether the fault has struck.
     [[nodiscard]] bool Struck() const;
-    // Takes the fault back early.
+    // Disarms the fault early.
     void Disarm();
 
   private:
     Call call_;
 };
 
-// How often a function was called since the last `ResetCallCount`.
+// The number of calls since the last `ResetCallCount`.
 [[nodiscard]] std::size_t CallCount(Call call);
 void ResetCallCount(Call call);
 
-// The bytes of the largest allocation since the last `ResetLargestAllocation`.
+// The largest allocation in bytes since the last `ResetLargestAllocation`.
 [[nodiscard]] std::size_t LargestAllocation();
 void ResetLargestAllocation();
 
@@ -107,7 +107,7 @@ struct MemoryRange {
     std::size_t bytes = 0;
 };
 
-// The memory that large pages were last asked for; none where the system has no such wish.
+// The memory for which large pages were last requested; empty on systems without such requests.
 [[nodiscard]] MemoryRange LastLargePages();
 
 }  // namespace sealkeeper::test

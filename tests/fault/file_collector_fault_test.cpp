@@ -20,7 +20,7 @@ using test::ScopedFault;
 using test::TempDirectory;
 using Reach = ScopedFault::Reach;
 
-// A collector of what include patterns name, in a game of two files.
+// A collector with include patterns, in a game of two files.
 class FileCollectorFaults : public testing::Test {
   protected:
     FileCollectorFaults() {
@@ -46,7 +46,7 @@ TEST_F(FileCollectorFaults, IncludedPathsThatTheSystemFailsToExpand) {
               "[Warn] Failed to glob path './*.dat' (Error -2).\n");
 }
 
-// A file that is left out would not be sealed.
+// Leaving the file out would leave it unsealed.
 TEST_F(FileCollectorFaults, IncludedFileThatTheSystemFailsToLookAt) {
     CapturedOutput resolving;
     ASSERT_EQ(collector_.ResolvePaths(), ResultCode::Ok) << resolving.Take();

@@ -22,7 +22,7 @@ using Reach = ScopedFault::Reach;
 
 constexpr std::array<std::uint8_t, 2> kContent = {'h', 'i'};
 
-// What Linux says of a file under a lease, instead of waiting until the holder gives it up.
+// Linux reports this for a file under a lease instead of waiting for the holder.
 TEST(FileDescriptorFaults, AFileUnderALeaseIsWaitedFor) {
     const TempDirectory directory;
     const std::string path = directory.WriteFile("a", "12345");
@@ -43,7 +43,7 @@ TEST(FileDescriptorFaults, AFileUnderALeaseMayStillFailToOpen) {
     EXPECT_FALSE(descriptor.HasWaited());
 }
 
-// Its other end may never come.
+// The other end may never be opened.
 TEST(FileDescriptorFaults, AFifoIsNotWaitedFor) {
     const TempDirectory directory;
     const std::string path = directory / "fifo";
@@ -55,7 +55,7 @@ TEST(FileDescriptorFaults, AFifoIsNotWaitedFor) {
     EXPECT_EQ(test::CallCount(Call::Open), 1U);
 }
 
-// It would be tried for ever.
+// The write would be retried forever.
 TEST(FileDescriptorFaults, WhatTakesNoBytesCannotBeWritten) {
     const TempDirectory directory;
     const std::string path = directory / "a";

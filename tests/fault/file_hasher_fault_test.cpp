@@ -43,7 +43,7 @@ TEST(FileHasherFaults, FileThatIsGivenUpIsNotReadToItsEnd) {
     EXPECT_LT(CallCount(Call::ReadChunk), kChunkCount);
 }
 
-// No call more than these, and none of them twice.
+// These calls and no others, each exactly once.
 TEST(FileHasherFaults, FileOfOneChunkIsLookedAtOpenedReadAndLookedAtAgain) {
     constexpr std::size_t kFileCount = 10;
     const TempDirectory directory;
@@ -120,7 +120,7 @@ TEST(FileHasherFaults, WhatIsNoFileIsNotOpened) {
     EXPECT_EQ(CallCount(Call::Open), 0U);
 }
 
-// Who held it may have changed it.
+// The lease holder may have changed the file.
 TEST(FileHasherFaults, FileThatHadToBeWaitedForIsLookedAtAgain) {
     const TempDirectory directory;
     const std::wstring path = Utf8ToWide(directory.WriteFile("f", "hello"));
@@ -134,7 +134,7 @@ TEST(FileHasherFaults, FileThatHadToBeWaitedForIsLookedAtAgain) {
     EXPECT_EQ(file.sizeBytes, 5U);
 }
 
-// The other systems' advice cannot be counted here.
+// Advice on other systems cannot be counted here.
 #ifdef POSIX_FADV_WILLNEED
 
 TEST(FileHasherFaults, TellsTheSystemOfTheFilesAhead) {
@@ -148,7 +148,7 @@ TEST(FileHasherFaults, TellsTheSystemOfTheFilesAhead) {
 }
 
 TEST(FileHasherFaults, TellsTheSystemOfEachChunkOnce) {
-    // As many as it is told of however fast it reads.
+    // As many chunks as are advised however fast reads are.
     constexpr std::size_t kChunkCount = 16;
     ASSERT_EQ(kChunkCount * InputFile::ReadAheadSteps(kChunkBytes), ReadAheadPolicy::kStepsAtFirst);
     const TempDirectory directory;
@@ -159,7 +159,7 @@ TEST(FileHasherFaults, TellsTheSystemOfEachChunkOnce) {
     test::ResetCallCount(Call::Advise);
     static_cast<void>(hasher.NextFile());
     EXPECT_TRUE(hasher.NextDigest().isRead);
-    // More than are being hashed.
+    // More than are being hashed at the time.
     EXPECT_GE(CallCount(Call::Advise), 8 * InputFile::ReadAheadSteps(kChunkBytes));
     for (std::size_t chunk = 1; chunk < kChunkCount; ++chunk) {
         EXPECT_TRUE(hasher.NextDigest().isRead);
@@ -168,7 +168,7 @@ TEST(FileHasherFaults, TellsTheSystemOfEachChunkOnce) {
 }
 
 TEST(FileHasherFaults, TellsTheSystemOfNoMoreWhereNothingIsWaitedFor) {
-    // No read takes any time.
+    // Reads take no time.
     const test::FakeClock clock;
     const TempDirectory directory;
     const std::string path = directory.WriteFile("long", "");

@@ -62,13 +62,13 @@ TEST(FileIoFaults, WholeFileThatCannotBeRead) {
     EXPECT_TRUE(ReadWholeFile(path).has_value());
 }
 
-// To open one would let a waiting writer go, and what it writes be lost.
+// Opening it would release a waiting writer, whose bytes would be lost.
 TEST(FileIoFaults, FifoThatTakesTheFilesPlaceIsNotRead) {
     const TempDirectory directory;
     const std::string path = directory / "fifo";
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
     const int before = LowestFreeDescriptor();
-    // As if it had not been there when it was looked at.
+    // As if it had been missing when its status was checked.
     const ScopedFault fault(Call::StatFailure, 0, Reach::Once, ENOENT);
     EXPECT_EQ(OpenForReading(path).stream, nullptr);
     EXPECT_TRUE(fault.Struck());
@@ -107,7 +107,7 @@ TEST(FileIoFaults, DirectoryWhoseReadingFailsOnTheWay) {
     directory.WriteFile("a", "");
     std::optional<DirectoryEntries> entries;
     const CapturedOutput quiet;
-    // Of the two dots and the file, or where the end would be.
+    // At the two dots, at the file, and at the end.
     for (const std::size_t entry : {0U, 1U, 2U, 3U}) {
         const ScopedFault fault(Call::Readdir, entry, Reach::Once, EIO);
         EXPECT_EQ(ReadDirectory(directory / "", entries), ResultCode::SealkeeperIOError) << entry;

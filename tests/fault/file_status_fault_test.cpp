@@ -1,4 +1,4 @@
-// Files of which the system cannot tell what they are, unlike missing ones.
+// Files whose status the system cannot report, unlike missing ones.
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -69,7 +69,7 @@ TEST_F(FileStatusFaults, AMissingFileCountsAsEmpty) {
 
 TEST_F(FileStatusFaults, AnUnknownKeyFileIsNotOpened) {
     SigningMaterial material;
-    // The key file is the last that is looked at.
+    // The key file is checked last.
     test::ResetCallCount(Call::StatFailure);
     const SigningFiles files{test::PrivateKeyPath("good"), test::CertificatePath("good"), ""};
     ASSERT_EQ(LoadSigningMaterial(files, test::kTestProductId, TrustCheck::Required, material),

@@ -53,7 +53,7 @@ class FileVerificationFaults : public testing::Test {
         directory_.WriteFile("a", changed);
     }
 
-    // Leaves a whole chunk and five bytes.
+    // Leaves one whole chunk and five bytes.
     void UseTwoChunks() {
         const std::string content = content_.substr(0, kChunk + 5);
         directory_.WriteFile("a", content);
@@ -108,7 +108,7 @@ TEST_F(FileVerificationFaults, ReadThatFailsTwiceIsAnError) {
         for (const int delivered : {0, 3}) {
             const ScopedFault fault(Call::ReadChunk, chunk, Reach::Onwards, delivered);
             EXPECT_EQ(Verify(AcceptEvery), kIoError) << chunk;
-            // The chunks after it are not tried.
+            // Later chunks are not read.
             EXPECT_EQ(CallCount(Call::ReadChunk), chunk + 2);
         }
     }
@@ -161,7 +161,7 @@ TEST_F(FileVerificationFaults, WrongBytesOfBothReadsAreAMismatch) {
     EXPECT_EQ(CallCount(Call::ReadChunkBytes), kChunkCount + 1);
 }
 
-// Even though the digest that came with the error is the right one.
+// Even if the digest that came with the error is the correct one.
 TEST_F(FileVerificationFaults, SecondReadingThatCannotBeHashedIsAMismatch) {
     const ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
     const ScopedFault hashing(Call::Sha256, 0, Reach::Once);
@@ -178,8 +178,8 @@ TEST_F(FileVerificationFaults, SecondReadingIsOfThePathGivenAndNotOfTheStoredOne
     EXPECT_TRUE(bytes.Struck());
 }
 
-// What the check says of the files a and b, which were "first" and "second". The second is opened
-// while the first is hashed.
+// Verifies the files a and b, which held "first" and "second". The second one is opened while the
+// first is hashed.
 std::vector<ResultCode> VerifyBoth() {
     const std::vector<std::shared_ptr<const StoredEntry>> entries = {
         EntryOf(test::RecordOfFile(u"a", "first")), EntryOf(test::RecordOfFile(u"b", "second"))};
@@ -194,12 +194,14 @@ std::vector<ResultCode> VerifyBoth() {
     return codes;
 }
 
-// It was hashed before the look at its turn, but what was read afresh came after that look.
+// It was hashed before the status check at its turn, but the bytes read again came after that
+// check.
 TEST_F(FileVerificationFaults, FileReadAfreshIsLookedAtAgain) {
     directory_.WriteFile("a", "first");
     directory_.WriteFile("b", "second");
     const ScopedFault bytes(Call::ReadChunkBytes, 1, Reach::Once);
-    // The last look at the first file, and the one at the turn of the second, come before.
+    // Two checks come before: the last one of the first file, and the one at the second file's
+    // turn.
     const ScopedFault change(Call::Fstat, 2, Reach::Once, 99);
     EXPECT_EQ(VerifyBoth(), (std::vector<ResultCode>{ResultCode::Ok, ResultCode::Ok}));
     EXPECT_TRUE(bytes.Struck());
@@ -237,8 +239,8 @@ TEST_F(FileVerificationFaults, ChunkAfterOneReadAfreshIsNotCompared) {
     EXPECT_EQ(Verify(), kHashMismatch);
 }
 
-// All chunks are read before the first is judged; then come, after a recovery of chunk 0, its
-// second reading and that of chunk 1.
+// All chunks are read before the first is judged. After a recovery of chunk 0 come its second
+// reading and that of chunk 1.
 constexpr std::size_t kFirstReadOfLenientChunk = 1;
 
 TEST_F(FileVerificationFaults, LenientChunkMayDeliverNothing) {
@@ -249,7 +251,7 @@ TEST_F(FileVerificationFaults, LenientChunkMayDeliverNothing) {
         EXPECT_EQ(Verify(), ResultCode::Ok);
         EXPECT_EQ(CallCount(Call::ReadChunk), 4U);
     }
-    // Some bytes are no chunk.
+    // Single bytes are no chunk.
     const ScopedFault bytes(Call::ReadChunkBytes, 0, Reach::Once);
     const ScopedFault reading(Call::ReadChunk, kFirstReadOfLenientChunk, Reach::EveryOther, 3);
     EXPECT_EQ(Verify(), kIoError);
@@ -282,9 +284,9 @@ TEST_F(FileVerificationFaults, SecondReaderThatFails) {
     EXPECT_EQ(Verify(), kHashMismatch);
 }
 
-// Runs `check` with each of its allocations failing in turn. Where that is one for the file alone,
-// it comes to an I/O error, otherwise to `clean`; memory that runs out elsewhere is for the caller
-// to report. Returns how many were for the file.
+// Runs `check` with each of its allocations failing in turn. An allocation for the file itself
+// leads to an I/O error; any other failure gives `clean`, because the caller reports it. Returns
+// the number of allocations for the file.
 template <typename Check>
 std::size_t FailEachAllocation(ResultCode clean, Check check) {
     constexpr std::size_t kMoreThanAnyCheckMakes = 100;
@@ -349,23 +351,23 @@ TEST_F(FileVerificationFaults, FileThatCannotBeOpenedAgainTakesNoMemory) {
 
 TEST_F(FileVerificationFaults, NoMemoryForTheSecondReader) {
     ChangeChunks({0});
-    // What is allocated once in a process is there before allocations are counted.
+    // Allocations made once per process must come before the count.
     EXPECT_EQ(Verify(), kHashMismatch);
-    // Long enough to be allocated.
+    // Too long for a string without an allocation.
     const std::wstring path = L"././././././././././././a";
-    // The second reader's path, the form of it that is opened, and the buffer.
+    // The second reader's path, the form of it for opening, and the buffer.
     EXPECT_GE(
         FailEachAllocation(kHashMismatch,
                            [&] { return entry_->VerifyCatalogueFile(path, nullptr, nullptr); }),
         3U);
 }
 
-// The chunk after one that was recovered is not compared, but it is to be read all the same.
+// The chunk after a recovered one is not compared, but must still be read.
 TEST_F(FileVerificationFaults, NoMemoryToReadWhatIsNotCompared) {
     ChangeChunks({0});
     constexpr std::size_t kAfterRecovered = 1;
     EXPECT_EQ(Verify(AcceptEvery), ResultCode::Ok);
-    // The buffers of the second reader and of the first one.
+    // The buffers of the second reader and of the first.
     EXPECT_GE(FailEachAllocation(ResultCode::Ok,
                                  [this] {
                                      const ScopedFault reading(Call::ReadChunk, kAfterRecovered,

@@ -36,7 +36,7 @@ constexpr const char* kConfig =
     "config_info { version = 2; }\n"
     "search_options { exclude_paths = [\"Quorvane\", \"none*\"]; }\n";
 
-// A whole run over a game of two files.
+// A complete run on a game of two files.
 class GenerateFaults : public testing::Test {
   protected:
     GenerateFaults() : here_(work_.Path()) {
@@ -50,7 +50,7 @@ class GenerateFaults : public testing::Test {
         options_.targetGameDir = game_.Path();
     }
 
-    // A run loads into the options, so what an earlier one left there goes first.
+    // A run stores into the options, so they are reset first.
     int Run() {
         options_.signingMaterial.privateKey.Reset();
         options_.configDocument = {};
@@ -70,7 +70,7 @@ class GenerateFaults : public testing::Test {
         return output_.find(text) != std::string::npos;
     }
 
-    // What every run of this fixture prints first.
+    // What every run of this fixture prints at the start.
     [[nodiscard]] std::string Start() const {
         return "[Info] Generating signed integrity files for: '" + game_.Path() +
                "'.\n[Info] Using '" + game_.Path() +
@@ -108,7 +108,8 @@ TEST_F(GenerateFaults, GameDirectoryThatCannotBeEntered) {
 }
 
 TEST_F(GenerateFaults, NoEntropyForTheCatalogue) {
-    // Keys are read and compared without random numbers, and runtime.conf is written unsigned.
+    // Keys are read and compared without random numbers, and runtime.conf is written with an empty
+    // signature.
     const ScopedFault fault(Call::SeedGenerator);
     EXPECT_EQ(Run(), 12);
     EXPECT_TRUE(
@@ -119,7 +120,7 @@ TEST_F(GenerateFaults, NoEntropyForTheCatalogue) {
     EXPECT_FALSE(HasOutput("base.bin"));
 }
 
-// The first check is that of loading. What it trusted is no mod's certificate a moment later.
+// The first check is that at loading. A certificate trusted there cannot turn into a mod's.
 TEST_F(GenerateFaults, CertificateThatCannotBeCheckedAgain) {
     for (const int result : {MBEDTLS_ERR_X509_ALLOC_FAILED, MBEDTLS_ERR_X509_CERT_VERIFY_FAILED}) {
         const ScopedFault fault(Call::VerifyChain, 1, Reach::Once, result);
@@ -158,7 +159,7 @@ TEST_F(GenerateFaults, OutputsThatCannotBeWritten) {
     for (const Call call : {Call::Write, Call::Fsync, Call::Rename}) {
         for (const OutputCase& failing : cases) {
             std::filesystem::remove_all(game_ / "Quorvane");
-            // The directory of each is flushed after it.
+            // After each, its directory is flushed too.
             const std::size_t index = failing.index * (call == Call::Fsync ? 2 : 1);
             const ScopedFault fault(call, index, ScopedFault::Reach::Once);
             EXPECT_EQ(Run(), failing.code) << failing.name;
@@ -190,11 +191,11 @@ TEST_F(GenerateFaults, CoreDumpsAreOffBeforeThePrivateKeyIsRead) {
     EXPECT_FALSE(test::MayWriteCoreDumps());
 }
 
-// The patterns are expanded first, "none*" in the game directory.
+// The patterns are expanded first: "none*" in the game directory.
 constexpr std::size_t kListingOfGameDirectory = 1;
 
 TEST_F(GenerateFaults, DirectoryThatMustNotBeRead) {
-    // Deepest last: the listing after that of the game directory is that of "sub".
+    // The deepest comes last: after the game directory, "sub" is listed.
     const ScopedFault fault(Call::Opendir, kListingOfGameDirectory + 1, Reach::Once, EACCES);
     EXPECT_EQ(Run(), 0);
     EXPECT_TRUE(Printed("[Err!] Unable to open './sub/'.\n")) << output_;
@@ -214,7 +215,8 @@ TEST_F(GenerateFaults, GameDirectoryThatMustNotBeRead) {
         << output_;
 }
 
-// Whether a name needs one shows only when all are collected, before runtime.conf is written.
+// Whether any name needs a converter is known only when all are collected, before runtime.conf is
+// written.
 TEST_F(GenerateFaults, GameDirectoryThatFailsWhereAConverterIsMissing) {
     const ScopedFault missing(Call::IconvOpen);
     const ScopedFault fault(Call::Opendir, kListingOfGameDirectory, Reach::Once, EIO);
@@ -234,7 +236,7 @@ TEST_F(GenerateFaults, EntriesOfUnknownTypeAreAskedFor) {
     EXPECT_FALSE(Printed("link.dat"));
 }
 
-// Whichever directory it is and at whichever entry: nothing is ever left out instead.
+// In whichever directory and at whichever entry, nothing is silently left out.
 TEST_F(GenerateFaults, SystemThatFailsToReadADirectoryEndsTheRun) {
     std::size_t entry = 0;
     for (bool struck = true; struck; ++entry) {
@@ -247,7 +249,7 @@ TEST_F(GenerateFaults, SystemThatFailsToReadADirectoryEndsTheRun) {
         EXPECT_EQ(HasOutput("base.bin"), !struck);
         EXPECT_EQ(HasOutput("base.cer"), !struck);
     }
-    // Of the game directory twice and of "sub" once, with their dots and their ends.
+    // The game directory is listed twice and "sub" once, each with dots and end.
     EXPECT_GT(entry, 12U);
 }
 
@@ -265,7 +267,7 @@ TEST_F(GenerateFaults, PatternsThatCannotBeExpanded) {
         << output_;
 }
 
-// Where a catalogue has the same bytes however it is signed.
+// From this offset on a catalogue is the same however it is signed.
 constexpr std::size_t kSignedContentOffset = 1036;
 
 TEST_F(GenerateFaults, FileWhoseSizeTheSystemFailsToTell) {

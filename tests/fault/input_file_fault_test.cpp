@@ -52,14 +52,14 @@ TEST_F(InputFileFaults, ReadThatIsShortAndThenInterruptedGoesOn) {
     EXPECT_TRUE(interrupted.Struck());
 }
 
-// The error of the interruption is what was left when the end is found.
+// errno still holds the interruption when the end is found.
 TEST_F(InputFileFaults, InterruptedReadEndsWhereTheFileDoes) {
     const ScopedFault fault(Call::ReadInterrupted, 0, Reach::Once);
     EXPECT_EQ(ReadText(6, 5), "gh");
     EXPECT_TRUE(fault.Struck());
 }
 
-// The other systems' advice cannot be counted here.
+// Advice on other systems cannot be counted here.
 #ifdef POSIX_FADV_WILLNEED
 
 TEST_F(InputFileFaults, ReadingAheadTakesTheStepsThatItIsSaidTo) {

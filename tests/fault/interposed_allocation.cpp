@@ -1,4 +1,4 @@
-// Memory that a test can have run out.
+// Allocation functions that fail on demand.
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -20,8 +20,8 @@ void* Allocate(std::size_t size, std::size_t alignment) {
 
 }  // namespace
 
-// All forms, those without exceptions too: what one allocates another may give back, and some
-// sanitizers have forms of their own for those that are left out.
+// All forms, including those without exceptions. What one allocates another may free, and some
+// sanitizers bring their own versions of any form missing here.
 void* operator new(std::size_t size) {
     return Allocate(size, alignof(std::max_align_t));
 }

@@ -1,4 +1,4 @@
-// The functions of mbed TLS that a test can have fail.
+// Functions of mbed TLS that fail on demand.
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/md.h>
 #include <mbedtls/pk.h>
@@ -11,7 +11,7 @@
 
 #include "fault/interposition.h"
 
-// The functions that return a result lost their suffix in mbed TLS 3.
+// In mbed TLS 3 the functions that return a result lost their suffix.
 #if MBEDTLS_VERSION_MAJOR < 3
 #define SEALKEEPER_RESULT(name) name##_ret
 #define SEALKEEPER_RESULT_TEXT(name) #name "_ret"
@@ -27,7 +27,7 @@ using sealkeeper::test::Strikes;
 
 extern "C" {
 
-// Strikes after the parsing, with all of it left.
+// Fails after parsing; the parsed certificate stays.
 int mbedtls_x509_crt_parse_der(mbedtls_x509_crt* chain, const unsigned char* bytes, size_t size) {
     const int result = Real<int(mbedtls_x509_crt*, const unsigned char*, size_t)>(
         "mbedtls_x509_crt_parse_der")(chain, bytes, size);
@@ -48,7 +48,7 @@ int mbedtls_x509_crt_verify(mbedtls_x509_crt* certificate, mbedtls_x509_crt* aut
                                                    callback, argument);
 }
 
-// Strikes after the signing, with the signature and its length left.
+// Fails after signing; the signature and its length stay.
 #if MBEDTLS_VERSION_MAJOR < 3
 int mbedtls_pk_sign(mbedtls_pk_context* key, mbedtls_md_type_t type, const unsigned char* digest,
                     size_t digestSize, unsigned char* signature, size_t* signatureSize,

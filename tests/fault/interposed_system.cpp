@@ -1,4 +1,4 @@
-// The functions of the C library and the system that a test can have fail.
+// Functions of the C library and the system that fail on demand.
 #include <dirent.h>
 #include <fcntl.h>
 #include <fnmatch.h>
@@ -68,7 +68,7 @@ int chdir(const char* path) SEALKEEPER_NOTHROW {
     return Real<int(const char*)>("chdir")(path);
 }
 
-// Strikes by reporting another size, or by failing.
+// Reports another size, or fails.
 int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
     if (Strikes(Call::StatFailure)) {
         errno = FaultValue(Call::StatFailure);
@@ -81,7 +81,7 @@ int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
     return result;
 }
 
-// The same.
+// As above.
 int fstat(int descriptor, struct stat* status) SEALKEEPER_NOTHROW {
     if (Strikes(Call::FstatFailure)) {
         errno = FaultValue(Call::FstatFailure);
@@ -124,7 +124,7 @@ int fseeko(FILE* stream, off_t offset, int whence) {
     return Real<int(FILE*, off_t, int)>("fseeko")(stream, offset, whence);
 }
 
-// Strikes in the middle: what is delivered has been read.
+// Fails halfway: what is delivered has been read.
 size_t fread(void* data, size_t size, size_t count, FILE* stream) {
     auto* real = Real<size_t(void*, size_t, size_t, FILE*)>("fread");
     if (Strikes(Call::Fread)) {
@@ -139,7 +139,7 @@ size_t fread(void* data, size_t size, size_t count, FILE* stream) {
     return read;
 }
 
-// Strikes by delivering a part and failing where the caller goes on.
+// Delivers a part, and fails when the caller continues.
 ssize_t pread(int descriptor, void* data, size_t count, off_t offset) {
     constexpr off_t kChunkBytes = 4'194'304;
     static off_t failingOffset = -1;
@@ -177,7 +177,7 @@ int posix_fadvise(int descriptor, off_t offset, off_t length, int advice) SEALKE
 }
 #endif
 
-// Strikes in the middle: the first half is written.
+// Fails halfway: the first half is written.
 ssize_t write(int descriptor, const void* data, size_t count) {
     auto* real = Real<ssize_t(int, const void*, size_t)>("write");
     if (Strikes(Call::WriteInterrupted)) {
@@ -260,7 +260,7 @@ int lstat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
 }
 
 #ifdef CPU_COUNT
-// Strikes by telling of another number of processors, or by failing.
+// Reports another number of processors, or fails.
 int sched_getaffinity(pid_t process, size_t bytes, cpu_set_t* allowed) SEALKEEPER_NOTHROW {
     if (Strikes(Call::AffinityFailure)) {
         errno = EINVAL;

@@ -1,4 +1,4 @@
-// What the functions put in place of the real ones have in common, see fault_injection.h.
+// Shared by the functions that replace the real ones; see fault_injection.h.
 #ifndef SEALKEEPER_TESTS_FAULT_INTERPOSITION_H
 #define SEALKEEPER_TESTS_FAULT_INTERPOSITION_H
 
@@ -8,7 +8,7 @@
 
 #include "fault/fault_injection.h"
 
-// glibc declares some of these functions as not throwing; a definition must repeat it.
+// glibc declares some of these functions noexcept, and a definition must repeat that.
 #ifdef __GLIBC__
 #define SEALKEEPER_NOTHROW noexcept
 #else
@@ -17,14 +17,14 @@
 
 namespace sealkeeper::test {
 
-// Counts the call and tells whether it has to fail.
+// Counts the call and returns whether it has to fail.
 [[nodiscard]] bool Strikes(Call call);
 
-// What the fault was armed with.
+// The value that the fault was armed with.
 [[nodiscard]] int FaultValue(Call call);
 
-// Sets errno for a call that the fault strikes, to `usualError` where it was armed with none, and
-// returns -1.
+// Sets errno for a call that the fault strikes, to `usualError` if it was armed without a value,
+// and returns -1.
 int Failure(Call call, int usualError);
 
 void NoteAllocation(std::size_t bytes);

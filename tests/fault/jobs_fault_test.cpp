@@ -77,11 +77,11 @@ TEST_F(JobsFaults, AfterAChunkThatCannotBeReadTheOthersOfItsFileWait) {
     for (std::size_t taken = 0; taken <= lanes; ++taken) {
         EXPECT_FALSE(hasher.Take().isRead);
     }
-    // Those that were begun together, and then one at a time.
+    // The chunks begun together, then one at a time.
     EXPECT_LE(test::CallCount(Call::ReadChunk), lanes + 1);
 }
 
-// Workers allocate nothing, so that lack of memory is the caller's alone.
+// Workers allocate nothing, so only the caller can run out of memory.
 TEST_F(JobsFaults, EveryAllocationMayFail) {
     ProcessSha256Engine().Prepare();
     bool struck = true;
@@ -97,7 +97,7 @@ TEST_F(JobsFaults, EveryAllocationMayFail) {
                 EXPECT_TRUE(hasher->Take().isRead);
             }
         } catch (const std::bad_alloc&) {
-            // What was begun has come to an end, and nothing hangs.
+            // What was begun has ended, and nothing hangs.
         }
         fault.Disarm();
         struck = fault.Struck();

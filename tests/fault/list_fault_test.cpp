@@ -22,7 +22,7 @@ class ListFaults : public test::ListFixture {
         return directory_.WriteFile(
             "base.bin", test::TextOfBytes(test::CatalogueOf(test::RecordOfFile(u"a", "hello"), 1)));
     }
-    // No runtime.conf, but a file that could be one.
+    // A file that may be a runtime.conf, but is none.
     std::string SettingsPath() {
         return directory_.WriteFile("runtime.conf", std::string(1108, 'x'));
     }

@@ -26,7 +26,7 @@ using test::ScopedCurrentDirectory;
 using test::ScopedFault;
 using test::TempDirectory;
 
-// The room that is made for the compressed block before anything is in it: it grows without.
+// Space reserved in advance for the compressed block. Without it, the block grows on demand.
 constexpr std::size_t kNotNeeded = 1;
 
 TEST(MemoryFaults, CatalogueWithoutMemoryFailsWithAMessage) {
@@ -39,7 +39,7 @@ TEST(MemoryFaults, CatalogueWithoutMemoryFailsWithAMessage) {
     const std::vector<FoundFile> files = {{L"./b", {}}, {L"./a", {}}};
     bool struck = true;
     std::size_t survived = 0;
-    // Every allocation fails once; the run after the last of them succeeds.
+    // Every allocation fails once. The run after the last of them succeeds.
     for (std::size_t allocation = 0; struck; ++allocation) {
         ASSERT_LT(allocation, 1000U);
         std::vector<FoundFile> given = files;
@@ -72,8 +72,7 @@ struct RunOutcome {
     std::string output;
 };
 
-// In a process of its own, because a run changes the one record of options and the current
-// directory.
+// In a process of its own, since a run changes the process-wide options and the current directory.
 RunOutcome RunWithFault(const std::vector<const char*>& arguments, std::size_t allocation) {
     constexpr int kNotStruckBit = 0x80;
     CapturedOutput output;
@@ -141,7 +140,7 @@ TEST(MemoryFaults, EveryAllocationOfARunMayFail) {
     EXPECT_EQ(survived, kNotNeeded);
 }
 
-// An installed game of two files, with all that verifying and listing read.
+// An installed game of two files, with everything that verify and list read.
 void InstallGame(const TempDirectory& game) {
     const ScopedCurrentDirectory here(game.Path());
     game.WriteFile("a file of a name too long for a short string.dat", "hello");
@@ -167,8 +166,8 @@ struct MemoryOutcomes {
     std::size_t withoutCatalogue = 0;
 };
 
-// Runs with every allocation failing once. Each such run ends with a message: that of the program,
-// or `catalogueMessage` after that of the catalogue.
+// Runs with every allocation failing once. Each run ends with a message: the program's own, or
+// `catalogueMessage` after the catalogue's.
 MemoryOutcomes FailEveryAllocation(const std::vector<const char*>& arguments,
                                    const std::string& catalogueMessage) {
     MemoryOutcomes outcomes;
@@ -210,8 +209,8 @@ TEST(MemoryFaults, EveryAllocationOfListingACatalogueMayFail) {
     const MemoryOutcomes outcomes = FailEveryAllocation(
         {"sealkeeper", "list", path.c_str()},
         "[Warn] GetUnverifiedCatalogueFileList() failed. Code 7 (CatalogueError).\n");
-    // How many allocations there are depends on the compiler, which may do without some, and on
-    // what the process has already allocated for good.
+    // The number of allocations depends on the compiler, which may omit some, and on what the
+    // process has allocated permanently.
     EXPECT_GT(outcomes.outOfMemory, 5U);
     EXPECT_GT(outcomes.withoutCatalogue, 3U);
 }

@@ -34,8 +34,7 @@ struct OutputFault {
     WriteOutcome outcome;
 };
 
-// Beside a file to be replaced there is another name of it, by which it can be told whether it was
-// replaced or written in place.
+// A second hard link to the file tells whether it is replaced or written in place.
 class OutputFileFaults : public testing::Test {
   protected:
     OutputFileFaults() : path_(directory_ / "a"), hardLink_(directory_ / "link") { PutOldFile(); }
@@ -44,7 +43,7 @@ class OutputFileFaults : public testing::Test {
         fs::remove(hardLink_);
         fs::remove(path_);
         directory_.WriteFile("a", "old content");
-        // So that the new file needs to be given its mode.
+        // Then the new file must be given this mode.
         EXPECT_EQ(chmod(path_.c_str(), 0606), 0);
         fs::create_hard_link(path_, hardLink_);
     }
@@ -62,7 +61,7 @@ class OutputFileFaults : public testing::Test {
         EXPECT_TRUE(fault.Struck());
     }
 
-    // No temporary file is left.
+    // No temporary file remains.
     void ExpectNames(std::size_t count) const {
         const fs::directory_iterator names(directory_.Path());
         EXPECT_EQ(std::distance(begin(names), end(names)), static_cast<std::ptrdiff_t>(count));
@@ -232,7 +231,7 @@ TEST_F(OutputFileFaults, AFileWhoseStatusIsNotToldIsNotWritten) {
     ExpectOld();
 }
 
-// After the old file and the two that may be the console.
+// After those of the old file and of the two descriptors that may be the console.
 constexpr std::size_t kStatusOfTheNewFile = 3;
 
 TEST_F(OutputFileFaults, AModeThatIsNotToldIsNotTakenOver) {
@@ -248,7 +247,7 @@ TEST_F(OutputFileFaults, AModeThatIsNotToldIsNotTakenOver) {
     ExpectWrittenInPlace();
 }
 
-// Some file systems let nobody create a temporary file beside it.
+// On some file systems nobody can create a temporary file beside it.
 TEST_F(OutputFileFaults, ANewFileMayBeWrittenInPlace) {
     fs::remove(path_);
     fs::remove(hardLink_);

@@ -32,7 +32,7 @@ TEST_F(ProcessorsFaults, ThereIsOneAtLeast) {
     EXPECT_EQ(CountProcessors(), 1U);
 }
 
-// As on a machine that has more than can be told of.
+// As on a machine with more processors than the call can report.
 TEST_F(ProcessorsFaults, WhereItMayRunNeedNotBeTold) {
     const ScopedFault fault(Call::AffinityFailure);
     EXPECT_GE(CountProcessors(), 1U);

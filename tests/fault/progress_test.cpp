@@ -35,7 +35,8 @@ std::string Tick(bool final) {
     return output.Take();
 }
 
-// With a dot just written, or due half a second after the first tick of all, which is now.
+// Just after a dot, or half a second after the first tick of all, which is now; then the next one
+// is due.
 class Progress : public testing::Test {
   protected:
     Progress() : here_(directory_.Path()) {

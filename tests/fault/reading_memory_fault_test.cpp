@@ -43,7 +43,7 @@ struct Attempt {
     std::string output;
 };
 
-// Calls `read` with the allocation number `allocation` failing.
+// Calls `read` while allocation number `allocation` fails.
 template <typename Read>
 Attempt ReadWithFault(std::size_t allocation, Read read) {
     CapturedOutput output;
@@ -102,13 +102,13 @@ TEST(ReadingMemoryFaults, EveryAllocationOfAVerifiedCatalogueMayFail) {
     }
 }
 
-// The strings of all codes; on the stack, they could end the process.
+// The strings of all codes. On the stack, they could end the process.
 constexpr std::size_t kDictionaryBytes = 4096 * 8;
 
-// The limit of the format is what its 32-bit lengths can tell.
+// The format itself is limited only by its 32-bit lengths.
 TEST(ReadingMemoryFaults, RoomIsAskedForWithTheFirstByteAndForAPieceAlone) {
     constexpr std::uint64_t kLimit = std::numeric_limits<std::uint32_t>::max();
-    // What the codes give, of strings of 1 to 3839 bytes, while strings are added.
+    // The bytes decoded while strings are added, of lengths 1 to 3839.
     constexpr std::size_t kGrowingBytes = 3839 * 3840 / 2;
     const Bytes atTheLimit = test::PackedCodes(test::CodesOfRun(kLimit));
     const Bytes beyond = test::PackedCodes(test::CodesOfRun(kLimit + 1));
@@ -140,7 +140,7 @@ TEST(ReadingMemoryFaults, RoomIsAskedForWithTheFirstByteAndForAPieceAlone) {
 Bytes BombAfter(const Bytes& record) {
     std::vector<std::uint32_t> codes(record.begin(), record.end());
     codes.push_back('A');
-    // The strings that these codes add stand where they are never asked for again.
+    // The strings added by these codes are never used again.
     const auto firstNew = static_cast<std::uint32_t>(256 + codes.size());
     for (std::uint32_t code = firstNew; code <= test::kLastCode; ++code) {
         codes.push_back(code);
@@ -151,7 +151,7 @@ Bytes BombAfter(const Bytes& record) {
     return test::PackedCodes(codes);
 }
 
-// Almost 4 GiB after one record, or none.
+// Almost 4 GiB after one record, or after none.
 TEST(ReadingMemoryFaults, BytesPastTheLastRecordTakeNoMemory) {
     constexpr std::size_t kMost = std::size_t{8} << 20U;
     const Bytes bomb = BombAfter(test::RecordOf(0, u"a", {}));
@@ -166,7 +166,7 @@ TEST(ReadingMemoryFaults, BytesPastTheLastRecordTakeNoMemory) {
     }
 }
 
-// What a header or a record claims is never asked for.
+// Memory is never allocated on the word of a header or a record.
 TEST(ReadingMemoryFaults, ClaimedNumbersTakeNoMemory) {
     constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
     Bytes manyEntries = test::CatalogueOf({}, kMost);

@@ -1,4 +1,4 @@
-// Which chunks are read, and when. The first byte of each is a call of its own.
+// Which chunks are read, and when. The first byte of each counts as a call of its own.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -33,7 +33,7 @@ class SequentialChunkHasherCalls : public testing::Test {
     [[nodiscard]] ChunkToHash Whole() const { return {file_, 0, kChunkBytes}; }
     [[nodiscard]] ChunkToHash Short() const { return {file_, 0, 1}; }
 
-    // How many of two chunks are begun while the first is waited for.
+    // How many of two chunks are begun when the first is awaited.
     std::size_t BegunOfTwo() {
         ResetCallCount(Call::ReadChunk);
         hasher_.Add(Short());
@@ -42,7 +42,7 @@ class SequentialChunkHasherCalls : public testing::Test {
         return CallCount(Call::ReadChunk);
     }
 
-    // Takes a chunk with which another one was begun, and drops that.
+    // Takes a chunk that was begun together with another, and drops the other.
     void DropABegunOne() {
         hasher_.Add(Short());
         hasher_.Add(Whole());
@@ -50,7 +50,7 @@ class SequentialChunkHasherCalls : public testing::Test {
         hasher_.Drop(1);
     }
 
-    // How many reads the whole chunk takes.
+    // The number of reads for the whole chunk.
     static std::size_t ReadsOf(ChunkHasher& hasher, const ChunkToHash& chunk) {
         ResetCallCount(Call::ReadInterrupted);
         hasher.Add(chunk);

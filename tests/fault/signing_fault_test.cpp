@@ -100,7 +100,7 @@ TEST_F(SigningFaults, BufferWithoutEntropyHasASignatureOfNoBytes) {
     EXPECT_EQ(area[1], 7);
 }
 
-// The digest is made all the same, so a failure that is passed over would sign it.
+// The digest is computed all the same, so ignoring the failure would sign it.
 TEST_F(SigningFaults, NothingIsSignedWithoutADigest) {
     SignatureArea area{};
     std::size_t length = 7;
@@ -128,7 +128,7 @@ TEST_F(SigningFaults, NoSignatureHoldsWithoutADigest) {
               MBEDTLS_ERR_SHA256_BAD_INPUT_DATA);
 }
 
-// What the library says of the length counts for nothing then.
+// The length that the library reports is then ignored.
 TEST_F(SigningFaults, SignatureThatFailsHasNoLength) {
     SignatureArea area{};
     const ScopedFault fault(Call::Sign);
@@ -160,7 +160,7 @@ TEST_F(SigningFaults, RuntimeConfigurationWithoutEntropyIsWrittenUnsigned) {
     EXPECT_NE(test::VerifySignature("good", image, std::array<std::uint8_t, kSignatureBytes>{}), 0);
 }
 
-// So that a lack of entropy shows where something is signed, and a bad key is told first.
+// So that a lack of entropy shows only at signing, and a bad key is reported first.
 TEST(SigningMaterialFaults, RsaKeysAreReadAndComparedWithoutEntropy) {
     struct Case {
         std::string key;
@@ -188,7 +188,7 @@ TEST(SigningMaterialFaults, RsaKeysAreReadAndComparedWithoutEntropy) {
     EXPECT_FALSE(fault.Struck());
 }
 
-// A disk may be full or fail at any of these.
+// A disk may be full, or fail, at any of these.
 constexpr std::array kWriteFaults = {Call::Write, Call::Fsync, Call::CloseWritten, Call::Rename};
 
 TEST_F(SigningFaults, RuntimeConfigurationThatCannotBeWrittenIsNotThere) {

@@ -16,7 +16,7 @@ using test::CallCount;
 using test::ResetCallCount;
 using test::ScopedFault;
 
-// The system's text is ASCII in the "C" locale that the program stays in.
+// System texts are ASCII in the "C" locale, which the program keeps.
 std::wstring WideSystemText(int error) {
     const std::string text = std::strerror(error);
     return {text.begin(), text.end()};
@@ -48,7 +48,7 @@ TEST(TextEncodingFaults, TextThatCannotBeConvertedDiffersFromThat) {
               u"wchar_to_utf16 iconv ERROR ");
 }
 
-// How many failures the four conversions of a text leave behind, whatever they give.
+// The number of failures that the four conversions of a text record, whatever they return.
 std::size_t FailuresOfConversions() {
     const std::size_t before = ConverterFailures();
     static_cast<void>(WideToUtf8(L"\u00E9"));

@@ -28,8 +28,8 @@ using test::ScopedFault;
 using test::TempDirectory;
 using Reach = ScopedFault::Reach;
 
-// Takes out the dots that a slow machine puts at the end of a verdict's line, or on one of their
-// own. No other line of verifying ends in more than one.
+// Removes progress dots. On a slow machine they end a verdict's line or stand on a line of their
+// own. No other line of verify ends in more than one dot.
 std::string WithoutDots(const std::string& text) {
     std::string kept;
     for (const char character : text) {
@@ -41,7 +41,7 @@ std::string WithoutDots(const std::string& text) {
     return kept;
 }
 
-// A whole run over an installed game of two files.
+// A complete run on an installed game of two files.
 class VerifyFaults : public testing::Test {
   protected:
     VerifyFaults() : here_(game_.Path()) {
@@ -72,7 +72,7 @@ class VerifyFaults : public testing::Test {
 
     [[nodiscard]] std::string Directory() const { return game_ / "Quorvane/Certificates/"; }
 
-    // What every run of this fixture prints first, up to the reading of the catalogue.
+    // What every run of this fixture prints before it reads the catalogue.
     [[nodiscard]] std::string Start() const {
         return "[Info] Looking for the catalogue to validate under: '" + Directory() + "'.\n";
     }
@@ -115,7 +115,7 @@ TEST_F(VerifyFaults, SearchThatFails) {
         EXPECT_EQ(output_,
                   Start() + "[Err!] Couldn't find the .bin file under: '" + Directory() + "'.\n");
     }
-    // A catalogue that was not read of would not be checked.
+    // A catalogue that the system fails to list would go unchecked.
     for (const std::size_t entry : {0U, 1U, 2U, 3U, 4U, 5U}) {
         const ScopedFault fault(Call::Readdir, entry, Reach::Once, EIO);
         EXPECT_EQ(Run(), 3) << entry;
@@ -125,7 +125,7 @@ TEST_F(VerifyFaults, SearchThatFails) {
     }
 }
 
-// Whoever sets the clock decides whether a certificate has expired.
+// The clock decides whether a certificate has expired.
 TEST_F(VerifyFaults, VerdictFollowsTheClock) {
     constexpr int kBeginOf2037 = 2'114'380'800;
     constexpr int kBeginOf2025 = 1'735'689'600;
@@ -147,11 +147,11 @@ TEST_F(VerifyFaults, GameDirectoryThatCannotBeEntered) {
               Start() + "[Err!] Failed to set working directory: '" + game_.Path() + "/'.\n");
 }
 
-// The files that a run opens in their order.
+// The files in the order in which a run opens them.
 enum Opened : std::size_t { Catalogue, Certificate, FileA, FileB, Settings, CertificateAgain };
 
-// How many calls there were before: the catalogue is read in two, first its header, and the game's
-// own files in none of these.
+// The number of earlier calls. A catalogue takes two reads, the header first. None of these read
+// the game's own files.
 std::size_t FirstFailing(Call call, Opened file) {
     constexpr std::size_t kGameFiles = 2;
     if (call == Call::Open) {

@@ -22,7 +22,7 @@ constexpr int kMaxFrames = 48;
 constexpr std::string_view kMark = "sealkeeper begins\n";
 
 struct Plan {
-    // Empty when nothing is to fail.
+    // Empty if no call is to fail.
     std::array<char, kMaxNameBytes> function{};
     unsigned call = 0;
     bool onwards = false;
@@ -36,7 +36,7 @@ constinit std::atomic<bool> g_hasStruck = false;
 constinit std::atomic<CallCounter*> g_lastCalled = nullptr;
 constinit thread_local bool g_isOwnCall = false;
 
-// While one lives, this thread's calls are this library's own.
+// While it exists, calls of this thread belong to this library and do not count.
 class OwnCalls {
   public:
     OwnCalls() { g_isOwnCall = true; }
@@ -81,7 +81,7 @@ void PrintFrames(int report) {
 }
 
 void ReportStrike(const char* function, unsigned call, const Subject& subject) {
-    // Read first: the report takes a descriptor itself.
+    // Read first, since the report takes a descriptor itself.
     std::array<char, kMaxPathBytes> target{};
     if (subject.descriptor == STDOUT_FILENO) {
         std::strcpy(target.data(), "stdout");

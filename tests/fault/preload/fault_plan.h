@@ -27,19 +27,19 @@ struct Fault {
     int value = 0;
 };
 
-// What a call is about: a path, an open file, or neither.
+// What a call works on: a path, an open file, or neither.
 struct Subject {
     const char* path = nullptr;
     int descriptor = -1;
 };
 
-// The calls of one function. Those from before the program's own constructors run, and those that
-// this library makes itself, do not count.
+// Counts the calls of one function. Calls before the program's own constructors, and calls from
+// this library, do not count.
 class CallCounter {
   public:
     constexpr explicit CallCounter(const char* name) : name_(name) {}
 
-    // Counts a call. What it has to suffer; nothing for almost every one.
+    // Counts a call and returns the fault for it, almost always none.
     std::optional<Fault> Next(const Subject& subject) noexcept;
 
   private:
@@ -47,7 +47,7 @@ class CallCounter {
 
     const char* name_;
     std::atomic<unsigned> calls_ = 0;
-    // The next of all functions that were called.
+    // Links all functions that were called.
     CallCounter* nextCalled_ = nullptr;
 };
 

@@ -1,4 +1,4 @@
-// A function of this library and the real one of the same name.
+// Pairs a function of this library with the real one of the same name.
 #ifndef SEALKEEPER_TESTS_FAULT_PRELOAD_INTERPOSED_H
 #define SEALKEEPER_TESTS_FAULT_PRELOAD_INTERPOSED_H
 
@@ -32,7 +32,7 @@ class Interposed<Result(Parameters...)> {
         return real(parameters...);
     }
 
-    // The real call, or `failure` with the fault's error in errno.
+    // The real call; if the fault strikes, `failure` with its error in errno.
     Result OrFail(Result failure, const Subject& subject, Parameters... parameters) {
         if (const auto fault = Next(subject)) {
             errno = fault->value;
@@ -41,8 +41,8 @@ class Interposed<Result(Parameters...)> {
         return Real(parameters...);
     }
 
-    // The real call; then `failure` with the fault's error in errno. For what is done even where it
-    // fails.
+    // The real call, then `failure` with the fault's error in errno. For functions that take effect
+    // even when they fail.
     Result ThenFail(Result failure, const Subject& subject, Parameters... parameters) {
         const auto fault = Next(subject);
         const Result result = Real(parameters...);
@@ -53,7 +53,7 @@ class Interposed<Result(Parameters...)> {
         return result;
     }
 
-    // The real call, or the fault's value as its result.
+    // The real call; if the fault strikes, its value as the result.
     Result OrReturn(const Subject& subject, Parameters... parameters) {
         if (const auto fault = Next(subject)) {
             return fault->value;

@@ -1,4 +1,4 @@
-// Directories, and the expansion of patterns.
+// Directories and pattern expansion.
 #include <dirent.h>
 #include <fnmatch.h>
 #include <glob.h>

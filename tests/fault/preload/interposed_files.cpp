@@ -17,7 +17,7 @@ using sealkeeper::fault::Interposed;
 
 namespace {
 
-// At least one byte is asked for: nothing delivered means the end of the file.
+// At least one byte, since none means the end of the file.
 std::size_t Shortened(std::size_t wanted, int delivered) {
     return std::min(wanted, static_cast<std::size_t>(delivered));
 }

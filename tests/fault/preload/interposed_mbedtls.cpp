@@ -1,4 +1,4 @@
-// The functions of mbed TLS that the program calls and that can fail, in version 2.28 and in 3.x.
+// The functions of mbed TLS that the program calls and that can fail, for versions 2.28 and 3.x.
 #include <mbedtls/ctr_drbg.h>
 #include <mbedtls/entropy.h>
 #include <mbedtls/md.h>
@@ -61,7 +61,7 @@ int mbedtls_x509_crl_parse_der(mbedtls_x509_crl* list, const unsigned char* data
     return function.OrReturn({}, list, data, size);
 }
 
-// A verification that breaks off sets every flag.
+// A verification that cannot be completed sets every flag.
 int mbedtls_x509_crt_verify(mbedtls_x509_crt* subject, mbedtls_x509_crt* trusted,
                             mbedtls_x509_crl* revoked, const char* name, std::uint32_t* flags,
                             int (*callback)(void*, mbedtls_x509_crt*, int, std::uint32_t*),

@@ -1,5 +1,5 @@
-// The allocators of the C library; those of C++ and of the C library's own functions come here too.
-// The real ones are called by their names in glibc: to look them up could itself allocate.
+// The allocators of the C library, which C++ and the C library's own functions use as well. The
+// real ones are called by their glibc names: looking them up could itself allocate.
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>

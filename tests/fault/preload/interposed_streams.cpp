@@ -1,4 +1,4 @@
-// Buffered streams and the text formatted for them.
+// Buffered streams, and formatting for them.
 #include <wchar.h>
 
 #include <algorithm>
@@ -134,7 +134,7 @@ std::size_t mbstowcs(wchar_t* wide, const char* narrow, std::size_t count) noexc
     return function.OrFail(static_cast<std::size_t>(-1), {}, wide, narrow, count);
 }
 
-// What the compiler calls in place of these where it checks the sizes of buffers (_FORTIFY_SOURCE).
+// The compiler calls these instead if it checks buffer sizes (_FORTIFY_SOURCE).
 
 int __fprintf_chk(std::FILE* stream, int /*flag*/, const char* format, ...) {
     std::va_list arguments;

@@ -1,4 +1,5 @@
-// The rest of the system: converters, time, random numbers, memory, threads, limits and signals.
+// The remaining system functions: converters, time, random numbers, memory, threads, limits and
+// signals.
 #include <iconv.h>
 #include <pthread.h>
 #include <sched.h>
@@ -58,8 +59,7 @@ int getentropy(void* data, std::size_t size) {
     return function.OrFail(-1, {}, data, size);
 }
 
-// Random numbers alone are failed: the C++ library waits by system calls, and to wait does not
-// fail.
+// Only random numbers fail. The C++ library also waits through system calls, which do not fail.
 long syscall(long number, ...) noexcept {
     static constinit Interposed<long(long, long, long, long, long, long, long)> function("syscall");
     std::va_list list;

@@ -1,8 +1,7 @@
-"""Runs of the program in a scene: plain, with one function failing, and with one system call failing.
+"""Runs of the program in a scene: unharmed, with one function failing, or with one system call failing.
 
-Functions that the program and its libraries call are failed by a library loaded before it
-(tests/fault/preload). What the C library calls inside itself does not pass there: the system calls below are
-failed by strace, which is at home wherever the system's own calls are traced and needs nothing of the program.
+Functions that the program and its libraries call are failed by a preloaded library (tests/fault/preload). It does not
+see the calls that the C library makes inside itself, so system calls are failed by strace.
 """
 
 from __future__ import annotations
@@ -22,12 +21,12 @@ from scenes import Scene, read_outputs, restore_outputs
 
 LIMIT_SECONDS = 10
 LIBRARY, SYSTEM = "library", "system"
-# What the loaded library writes to no file where the program begins.
+# Written to no file by the preloaded library where the program begins.
 MARK = 'write(-1, "sealkeeper begins'
 
 
 class Case(NamedTuple):
-    """One fault in one scene. `call` counts from 1 from where the program begins."""
+    """One fault in one scene. `call` counts from 1, from where the program begins."""
 
     scene: str
     level: str
@@ -38,12 +37,12 @@ class Case(NamedTuple):
 
     @property
     def name(self) -> str:
-        """The text by which --case runs it again."""
+        """The text for --case that runs it again."""
         return "/".join([self.scene, self.level, self.function, str(self.call), self.reach, self.fault.name])
 
 
 class Frame(NamedTuple):
-    """A caller: a module and the place in it."""
+    """A caller: a module and an offset in it."""
 
     module: str
     offset: int
@@ -51,9 +50,9 @@ class Frame(NamedTuple):
 
 @dataclass(frozen=True)
 class Run:
-    """What a run did."""
+    """The result of a run."""
 
-    # Below zero: the number of the signal.
+    # Negative for the number of a signal.
     status: int
     console: str
     error_text: str
@@ -68,17 +67,17 @@ class Run:
 
 @dataclass(frozen=True)
 class Tools:
-    """What runs the scenes."""
+    """The tools that run the scenes."""
 
-    # One of the two, by the file's name.
+    # The path of each of the two programs by its name.
     programs: Mapping[str, Path]
     preload: Path
-    # Where strace is not there, system calls do not fail.
+    # Without strace, no system calls are failed.
     strace: Optional[str]
 
 
 class Worker:
-    """Runs scenes one after the other, each in the worker's own copy of it."""
+    """Runs scenes one after another, each in the worker's own copy."""
 
     def __init__(self, folder: Path, tools: Tools) -> None:
         self.folder = folder
@@ -86,11 +85,11 @@ class Worker:
         self._report = folder / "report"
 
     def run_clean(self, scene: Scene) -> Run:
-        """Nothing fails. Counts the calls of functions."""
+        """Without a fault. Counts the calls of each function."""
         return self._run(scene, self._command(scene), self._preload_environment())
 
     def run(self, case: Case, scene: Scene, loading_calls: Mapping[str, int]) -> Run:
-        """One fault. `loading_calls` are the system calls before the program begins."""
+        """With one fault. `loading_calls` are the system calls before the program begins."""
         if case.level == SYSTEM:
             return self._run_system_case(case, scene, loading_calls.get(case.function, 0))
         plan = f"{case.function}:{case.call}:{case.reach}:{case.fault.kind}:{case.fault.value}"
@@ -98,7 +97,7 @@ class Worker:
         return self._run(scene, self._command(scene), environment)
 
     def count_system_calls(self, scene: Scene) -> Tuple[Dict[str, int], Dict[str, int]]:
-        """The calls while the program is loaded, and those from where it begins, of its first thread."""
+        """The calls while the program is loaded, and the calls of its first thread from where it begins."""
         trace = self.folder / "trace"
         self._run(scene, self._strace(["-o", str(trace)], scene), os.environ)
         loading: Counter[str] = Counter()
@@ -119,7 +118,7 @@ class Worker:
             raise RuntimeError(f"{scene.name}: the trace does not show where the program begins")
         return dict(loading), dict(running)
 
-    # The marking write counts as one while the program is loaded, as it does for strace.
+    # The write of the mark counts as made during loading, as it does for strace.
     def _run_system_case(self, case: Case, scene: Scene, loading_calls: int) -> Run:
         trace = self.folder / "trace"
         trace.unlink(missing_ok=True)
@@ -155,7 +154,7 @@ class Worker:
             stdin=subprocess.DEVNULL,
             stdout=subprocess.PIPE,
             stderr=subprocess.PIPE,
-            # A group of its own, to be ended together.
+            # A process group of its own, so that all of it can be ended.
             start_new_session=True,
         )
         timed_out = False
@@ -166,7 +165,7 @@ class Worker:
             os.killpg(process.pid, signal.SIGKILL)
             console, errors = process.communicate()
         struck, subject, frames, calls = self._read_report()
-        # The same text whichever worker ran it.
+        # The same text for every worker.
         text = console.decode(errors="replace").replace(str(self.folder), "/worker")
         return Run(process.returncode, text, errors.decode(errors="replace"), timed_out, read_outputs(folder),
                    struck, subject, frames, calls)
@@ -190,7 +189,7 @@ class Worker:
 
 
 def subject_of(traced: str) -> str:
-    """The path in a traced call: that of its descriptor, or the one that it is given."""
+    """The path in a traced call: that of its descriptor, or its argument."""
     call = traced.split(" ", 1)[1].lstrip()
     arguments = call.partition("(")[2]
     descriptor = re.match(r"(\d+)(?:<(.*?)>)?[,)]", arguments)
@@ -201,5 +200,5 @@ def subject_of(traced: str) -> str:
 
 
 def seconds_since(start: float) -> float:
-    """By a clock that nobody sets."""
+    """By a monotonic clock."""
     return time.monotonic() - start

@@ -31,7 +31,7 @@ SHOWN_FRAMES = 4
 
 
 class Baseline(NamedTuple):
-    """What a scene does when nothing fails."""
+    """What a scene does without a fault."""
 
     clean: Run
     loading_calls: Mapping[str, int]
@@ -39,7 +39,7 @@ class Baseline(NamedTuple):
 
 
 class Sweep:
-    """The scenes, their clean runs, and the cases that come of them."""
+    """The scenes, their unharmed runs, and the cases that follow from them."""
 
     def __init__(self, folder: Path, tools: Tools, credentials: Credentials) -> None:
         self._tools = tools
@@ -48,7 +48,7 @@ class Sweep:
         scenes = maker.make_all_of_companion() if COMPANION in tools.programs else maker.make_all()
         self.scenes = {scene.name: scene for scene in scenes}
         self._workers = [Worker(maker.folder, tools)]
-        # Paths of the same length have the same allocations.
+        # Paths of the same length lead to the same allocations.
         for number in range(1, WORKERS):
             shutil.copytree(maker.folder, folder / str(number), symlinks=True)
             self._workers.append(Worker(folder / str(number), tools))
@@ -61,14 +61,14 @@ class Sweep:
                 for function, count in sorted(baseline.calls[level].items()):
                     for call in range(1, min(count, MOST_CALLS.get(function, count)) + 1):
                         for fault in faults.get(function, ()):
-                            # Nobody can tell a wrong byte when it is hashed first.
+                            # A wrong byte that is hashed first cannot be detected.
                             if fault.kind == "wrong" and self.scenes[scene_name].kind == GENERATE:
                                 continue
                             for reach in fault.reaches:
                                 yield Case(scene_name, level, function, call, reach, fault)
 
     def run_all(self, cases: Sequence[Case]) -> "Results":
-        """Run the cases, each worker taking the next one."""
+        """Run the cases; each worker takes the next one."""
         results = Results(len(cases))
         waiting = iter(cases)
         lock = threading.Lock()
@@ -109,7 +109,7 @@ class Sweep:
             require_nothing(f"{scene.name}: system calls", system_calls_not_accounted_for(system))
         return Baseline(first, loading, {LIBRARY: first.calls, SYSTEM: system})
 
-    # The clean run's outputs are what all others are held against, so they are checked by other means.
+    # The clean outputs are the reference for all others, so they are checked by other means.
     def _check_clean(self, scene: Scene, run: Run) -> None:
         must_fail = (scene.name.startswith("verify-") and not scene.name.startswith("verify-good")
                      or scene.name == "compare")
@@ -129,7 +129,7 @@ class Sweep:
 
 
 class Results:
-    """What came of the cases so far."""
+    """The results of the cases so far."""
 
     def __init__(self, expected: int) -> None:
         self.violations: List[Tuple[Case, Run, Sequence[str]]] = []
@@ -140,7 +140,7 @@ class Results:
         self._start = time.monotonic()
 
     def add(self, case: Case, run: Run, verdict: Verdict) -> None:
-        """Take one run in."""
+        """Add the result of one run."""
         self.count += 1
         self.not_reached += not run.struck
         self.exceptions.update(set(verdict.exceptions))
@@ -151,7 +151,7 @@ class Results:
             print(f"{self.count} of {self._expected} runs, {len(self.violations)} violations, {taken:.0f} s", flush=True)
 
     def print_summary(self, program: Path) -> None:
-        """Each violation in one line, then how often each exception was met."""
+        """Print each violation on a line, then how often each exception applied."""
         callers = source_lines(program, (run.frames for _, run, _ in self.violations))
         for case, run, texts in sorted(self.violations, key=lambda violation: violation[0].name):
             places = [callers[frame] for frame in run.frames if frame in callers][:SHOWN_FRAMES]
@@ -165,12 +165,12 @@ class Results:
 
 
 def source_lines(program: Path, frames: Iterable[Sequence[Frame]]) -> Dict[Frame, str]:
-    """Where in the sources the program's own frames are."""
+    """The source lines of the program's own frames."""
     own = sorted({frame for group in frames for frame in group if Path(frame.module).name == program.name})
     tool = shutil.which("addr2line")
     if not own or tool is None:
         return {}
-    # A frame is where the call returns to.
+    # A frame holds the return address, which is after the call.
     addresses = [f"{frame.offset - 1:#x}" for frame in own]
     lines = subprocess.run([tool, "-s", "-e", str(program), *addresses], capture_output=True, text=True, check=True)
     found = (line.split(" ")[0] for line in lines.stdout.splitlines())
@@ -178,7 +178,7 @@ def source_lines(program: Path, frames: Iterable[Sequence[Frame]]) -> Dict[Frame
 
 
 def sample(cases: Iterable[Case], size: int) -> List[Case]:
-    """So many of the cases, the same in every run: each function in turn, its cases in an order like a lot's."""
+    """A fixed sample of this size: each function in turn, its cases in a pseudo-random order."""
     by_function: Dict[Tuple[str, str], List[Tuple[bytes, Case]]] = {}
     for case in cases:
         lot = hashlib.sha256(case.name.encode()).digest()
@@ -192,20 +192,20 @@ def sample(cases: Iterable[Case], size: int) -> List[Case]:
 
 
 def require_nothing(what: str, names: Sequence[str]) -> None:
-    """End when names are not accounted for: the sweep would say more than it did."""
+    """Exit if names are left over: the sweep would claim more than it covers."""
     if names:
         raise RuntimeError(f"{what} are neither covered nor named as not failing: {', '.join(names)}")
 
 
 def imported_functions(program: Path) -> List[str]:
-    """What the program and the cryptographic libraries call in others, without versions."""
+    """The functions that the program and the cryptographic libraries import, without symbol versions."""
     linked = subprocess.run(["ldd", str(program)], capture_output=True, text=True, check=True).stdout
     libraries = re.findall(r"=> (\S*/libmbed\S*)", linked)
     names: List[str] = []
     for module in [str(program), *libraries]:
         listed = subprocess.run(["nm", "-D", "--undefined-only", module], capture_output=True, text=True, check=True)
         imported = [line.split()[-1].partition("@")[0] for line in listed.stdout.splitlines()]
-        # What these libraries call in each other is not in the program's reach.
+        # The program has no influence on what these libraries call in each other.
         names += [name for name in imported if module == str(program) or not name.startswith("mbedtls_")]
     return sorted(set(names))
 
@@ -225,7 +225,7 @@ def arguments_of(command_line: Sequence[str]) -> argparse.Namespace:
 
 
 def show(case: Case, run: Run, verdict: Verdict, program: Path) -> None:
-    """All that is known of one case."""
+    """Everything known about one case."""
     print(run.console)
     print(f"-- {case.name}: status {run.status}, {'struck ' + run.subject if run.struck else 'not reached'}")
     callers = source_lines(program, [run.frames])
@@ -265,7 +265,7 @@ def main(command_line: Sequence[str]) -> int:
         print(f"{len(chosen)} runs to do", flush=True)
         results = sweep.run_all(chosen)
         results.print_summary(program)
-    # A sweep of nothing has shown nothing.
+    # A sweep without runs proves nothing.
     return 1 if results.violations or results.count == 0 else 0
 
 

@@ -1,7 +1,7 @@
-"""Which functions and system calls fail how, and which do not fail.
+"""How each function and system call fails, and which ones do not.
 
-A function that the program calls is in FAULTS, comes down to some that are there (THROUGH), or is named in
-NOT_FAILING with the reason; a system call is in SYSTEM_FAULTS or in SYSTEM_NOT_FAILING.
+A function that the program calls is in FAULTS, is covered through others there (THROUGH), or is in NOT_FAILING with the
+reason. A system call is in SYSTEM_FAULTS or in SYSTEM_NOT_FAILING.
 """
 
 from __future__ import annotations
@@ -15,7 +15,7 @@ ONWARDS = "onwards"
 
 
 class Fault(NamedTuple):
-    """How one call fails. `value` is an error number, a result or a count of bytes, `kind` tells which."""
+    """How one call fails. `kind` says whether `value` is an error number, a result or a number of bytes."""
 
     name: str
     kind: str
@@ -24,7 +24,7 @@ class Fault(NamedTuple):
 
 
 def errors(*names: str) -> List[Fault]:
-    """Failures by error numbers. An interruption happens once: who tries again may go on for ever."""
+    """Failures with an error number. Interruptions occur once, since a caller may retry forever."""
     return [
         Fault(name, "fail", getattr(errno, name), (ONCE,) if name in ("EINTR", "EAGAIN") else (ONCE, ONWARDS))
         for name in names
@@ -32,17 +32,17 @@ def errors(*names: str) -> List[Fault]:
 
 
 def results(*values: int) -> List[Fault]:
-    """Failures by results, as mbed TLS and `glob` have them."""
+    """Failures with a result, as of mbed TLS and `glob`."""
     return [Fault(f"-{-value:#06x}" if value < 0 else f"result {value}", "fail", value) for value in values]
 
 
 def short(count: int, *reaches: str) -> Fault:
-    """Delivers or takes some bytes and no error."""
+    """Some of the bytes are delivered or accepted, without an error."""
     return Fault(f"short {count}", "short", count, reaches or (ONCE, ONWARDS))
 
 
 NO_MEMORY = errors("ENOMEM")
-# A byte at a time would take minutes.
+# Single bytes would take minutes.
 SOME_BYTES = 40_000
 READ = errors("EIO", "EINTR") + [short(0), short(1, ONCE), short(SOME_BYTES)]
 WRITE = errors("ENOSPC", "EIO", "EINTR") + [short(1)]
@@ -115,7 +115,7 @@ FAULTS: Mapping[str, Sequence[Fault]] = {
     "mkdir": errors("EACCES", "ENOSPC", "EROFS", "EIO"),
     # Text
     "iconv_open": errors("EINVAL", "EMFILE", "ENOMEM"),
-    # EILSEQ and EINVAL are verdicts on the text, and a name that is no text has an error text of its own.
+    # EILSEQ and EINVAL are verdicts on the text. Such a name gets an error text of its own.
     "iconv": errors("ENOMEM", "E2BIG"),
     # Time, random numbers, threads, limits
     "time": errors("EOVERFLOW"),
@@ -131,7 +131,7 @@ FAULTS: Mapping[str, Sequence[Fault]] = {
     "setrlimit": errors("EPERM"),
     "prctl": errors("EINVAL", "EPERM"),
     "sigaction": errors("EINVAL"),
-    # mbed TLS: the failed allocation of each part, and what else it is documented to end with.
+    # mbed TLS: a failed allocation in each part, and the other documented errors.
     "mbedtls_entropy_func": results(-0x003C, -0x0040),
     "mbedtls_ctr_drbg_seed": results(-0x0034, -0x003A),
     "mbedtls_ctr_drbg_random": results(-0x0034),
@@ -147,7 +147,7 @@ FAULTS: Mapping[str, Sequence[Fault]] = {
     "mbedtls_x509_crt_verify": results(-0x3000, -0x2880, -0x2700),
 }
 
-# Patterns of functions that fail by one of those above alone, which is in every program's reach.
+# Patterns of functions that fail only through the ones above.
 THROUGH: Mapping[str, Tuple[str, ...]] = {
     "_Znwm*": ("malloc",),
     "_Znam*": ("malloc",),
@@ -173,7 +173,7 @@ THROUGH: Mapping[str, Tuple[str, ...]] = {
     "_ZSt16__ostream_insert*": ("malloc",),
     "_ZN*4pugi*": ("malloc",),
     "mbedtls_x509_crt_parse": ("calloc",),
-    # With the sizes of buffers checked.
+    # Variants that check buffer sizes.
     "__fprintf_chk": ("fprintf",),
     "__vsnprintf_chk": ("vsnprintf",),
     "__fread_chk": ("fread",),
@@ -185,7 +185,7 @@ THROUGH: Mapping[str, Tuple[str, ...]] = {
     "__getcwd_chk": ("getcwd",),
 }
 
-# Patterns of names, with why a call of them has nothing to fail with.
+# Patterns of names, each with the reason why a call cannot fail.
 NOT_FAILING: Sequence[Tuple[str, str]] = (
     ("_ITM_*", "is there only with transactional memory"),
     ("__gmon_start__", "is there only when profiling"),
@@ -263,7 +263,7 @@ NOT_FAILING: Sequence[Tuple[str, str]] = (
     ("str*", "computes"),
     ("wcs*", "computes"),
     ("wmem*", "computes"),
-    # With the names of C23's conversions, too (glibc 2.38).
+    # Including the names for the conversions of C23 (glibc 2.38).
     ("__isoc23_str*", "computes"),
     ("tolower", "computes"),
     ("isspace", "computes"),
@@ -280,7 +280,7 @@ NOT_FAILING: Sequence[Tuple[str, str]] = (
     ("isatty", "has 0 for what is no terminal, as the sweep's console is none"),
     ("snprintf", "formats numbers and short names in mbed TLS, for nobody here to see"),
     ("__snprintf_chk", "formats numbers and short names in mbed TLS, for nobody here to see"),
-    # What mbed TLS has for its self tests, its timer and the like; nothing of it is called.
+    # For the self tests, timer and the like of mbed TLS; the program calls none of them.
     ("__printf_chk", "is called by the self tests of mbed TLS alone"),
     ("puts", "is called by the self tests of mbed TLS alone"),
     ("putchar", "is called by the self tests of mbed TLS alone"),
@@ -308,7 +308,7 @@ SYSTEM_FAULTS: Mapping[str, Sequence[Fault]] = {
     "statx": errors("ENOENT", "EACCES", "EIO", "ENOMEM"),
     "access": errors("ENOENT", "EACCES", "EIO"),
     "faccessat2": errors("ENOENT", "EACCES", "EIO"),
-    # ENOENT is the end of a directory that was removed meanwhile.
+    # ENOENT is the end of a directory that was removed in the meantime.
     "getdents64": errors("EIO"),
     "getcwd": errors("ENOENT", "ENOMEM"),
     "readlink": errors("ENOENT", "EACCES", "EIO"),
@@ -359,13 +359,12 @@ SYSTEM_NOT_FAILING: Mapping[str, str] = {
     "umask": "cannot fail",
 }
 
-# Of functions called so often that most calls are alike, or a number of times that differs from run to run, only so
-# many calls fail.
+# Only this many calls fail of functions whose calls are mostly alike, or whose number of calls differs from run to run.
 MOST_CALLS: Mapping[str, int] = {"clock_gettime": 12, "mbedtls_ctr_drbg_random": 24}
 
 
 def reason_not_failing(name: str) -> Optional[str]:
-    """Why a function has no fault of its own; None when it should have one."""
+    """Why a function has no fault of its own; None if it should have one."""
     for pattern, reason in NOT_FAILING:
         if fnmatchcase(name, pattern):
             return reason
@@ -373,10 +372,10 @@ def reason_not_failing(name: str) -> Optional[str]:
 
 
 def functions_behind(name: str) -> Tuple[str, ...]:
-    """The functions of FAULTS that stand for a function; empty when there are none."""
+    """The functions in FAULTS that cover a function; empty if there are none."""
     if name in FAULTS:
         return (name,)
-    # A pattern for aligned memory is longer than that for any, so the longest decides.
+    # The pattern for aligned memory is more specific than the general one, so the longest wins.
     matching = [pattern for pattern in THROUGH if fnmatchcase(name, pattern)]
     return THROUGH[max(matching, key=len)] if matching else ()
 
@@ -387,7 +386,7 @@ def not_accounted_for(names: Iterable[str]) -> List[str]:
 
 
 def system_calls_not_accounted_for(names: Iterable[str]) -> List[str]:
-    """The same of system calls."""
+    """As above, for system calls."""
     return sorted({name for name in names if name not in SYSTEM_FAULTS and name not in SYSTEM_NOT_FAILING})
 
 

@@ -1,13 +1,12 @@
-"""What must hold after a run with a fault, and what the described behaviour excepts from it.
+"""What must hold after a run with a fault, and the deliberate behaviour that is excepted.
 
-After any single fault either the outputs are those of the clean run, or the exit status is not 0 and no output
-that was good before is damaged. Verify and list may come to a worse verdict, never to a better one: they end with
-0 only when the clean run does and its lines are printed, and what is checked in silence is not left out. And
-always: no signal, an end within ten seconds, a documented status, nothing on standard error, and nothing left
-among the signed files that does not belong there.
+After a single fault either the outputs are those of the clean run, or the exit status is not 0 and no output that was
+good before is damaged. Verify and list may give a worse verdict, never a better one. They end with 0 only if the clean
+run does and its lines are printed, and they do not skip a check that prints nothing. In all cases: no signal, an end
+within ten seconds, a documented status, nothing on standard error, and no stray file among the signed ones.
 
-The companion writes nothing. It ends with 0 only where the clean run does, and with its report; with the clean run's
-status and another report only where it says why; and never in silence.
+The companion writes nothing. It ends with 0 only if the clean run does, and then with the same report. With the clean
+run's status and another report it must say why. It is never silent.
 """
 
 from __future__ import annotations
@@ -36,34 +35,34 @@ OLD, CLEAN, OTHER = "old", "clean", "other"
 
 @dataclass(frozen=True)
 class Finding:
-    """A run and all that it is held against."""
+    """A run, and what it is judged by."""
 
     scene: Scene
     case: Case
     run: Run
     clean: Run
-    # Its certificate is the one that the catalogue of the run is signed for.
+    # The catalogue of the run is signed for this one.
     certificate: Path
 
 
 class DemandedException(NamedTuple):
-    """Behaviour that the description demands although the rule would not allow it."""
+    """Deliberate behaviour that the rule would not allow."""
 
     name: str
     reason: str
-    # Whether it explains what a run did to one output, or, as CONSOLE, the end with 0 and other lines.
+    # Whether it explains the effect on one output or, for CONSOLE, an exit status of 0 with other lines.
     explains: Callable[[Finding, str], bool]
 
 
 class Verdict(NamedTuple):
-    """What a run broke, in words, and which exceptions it was excused by."""
+    """What a run broke, in words, and which exceptions excused it."""
 
     violations: Sequence[str]
     exceptions: Sequence[str]
 
 
 CONSOLE = "console"
-# What the companion prints.
+# The output of the companion.
 REPORT = "report"
 MISSING = ("ENOENT", "ENOTDIR")
 FORBIDDEN_OR_MISSING = ("EACCES", *MISSING)
@@ -78,7 +77,7 @@ RUNTIME_SECTION = "Validating runtime configuration file at: "
 
 
 def judge(finding: Finding) -> Verdict:
-    """Hold a run against the rule."""
+    """Judge a run by the rule."""
     violations = _always(finding)
     exceptions: List[str] = []
     judged = {GENERATE: _judge_generate, INSPECT: _judge_inspect}.get(finding.scene.kind, _judge_reading)
@@ -161,7 +160,7 @@ def _judge_reading(finding: Finding) -> List[Tuple[str, str]]:
 
 
 def lines_of(console: str) -> List[str]:
-    """The lines of a console without progress dots, which depend on time and stand at either end, and empty lines."""
+    """The lines of a console, without empty ones and without progress dots, which depend on time."""
     stripped = (line.strip(".") for line in console.splitlines())
     return [line for line in stripped if line]
 
@@ -200,7 +199,7 @@ def _path_of(entry: Entry) -> str:
 
 
 def _effects_of_missing(finding: Finding, output: str) -> FrozenSet[str]:
-    """What forbidden or missing paths did to the catalogue, each told by a message; nothing where it was more."""
+    """What forbidden or missing paths changed in the catalogue, each with a message; empty if more was changed."""
     case, console = finding.case, finding.run.console
     if output != "base.bin" or case.function not in DIRECTORY_CALLS or case.fault.name not in FORBIDDEN_OR_MISSING:
         return frozenset()
@@ -209,7 +208,7 @@ def _effects_of_missing(finding: Finding, output: str) -> FrozenSet[str]:
         return frozenset()
     emptied = [path for path in clean if path in entries and entries[path] != clean[path]]
     effects = {EMPTIED for path in emptied} | {LEFT_OUT for path in clean.keys() - entries.keys()}
-    # The size rule skips nothing that is empty; a pattern that matches nothing excludes nothing.
+    # The size rule never skips an empty file, and a pattern without matches excludes nothing.
     effects |= {EMPTIED if path == SKIPPED_FILE else LET_IN for path in entries.keys() - clean.keys()}
     is_told = {
         EMPTIED: EMPTY_FILE_MESSAGE in console or not emptied,
@@ -233,7 +232,7 @@ def _skips_unread_runtime_conf(finding: Finding, output: str) -> bool:
         return False
     clean = lines_of(finding.clean.console)
     begin = next((number for number, line in enumerate(clean) if RUNTIME_SECTION in line), None)
-    # Of several faults only the first one's subject is known; an allocation has none.
+    # With several faults only the subject of the first is known; an allocation has none.
     is_unread = (finding.run.subject.endswith("runtime.conf") or finding.case.reach == ONWARDS
                  or finding.case.fault.name == "ENOMEM")
     return begin is not None and is_unread and lines_of(finding.run.console) == clean[:begin]

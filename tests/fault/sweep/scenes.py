@@ -1,6 +1,6 @@
-"""What the sweep runs: an action, the game that it runs on, and the signed files that were there before.
+"""The scenes of the sweep: an action, its game, and the signed files that exist before the run.
 
-The scenes are made once. Each worker runs on a copy of its own, put back into its first state before each run.
+The scenes are made once. Each worker runs on its own copy, which is reset before each run.
 """
 
 from __future__ import annotations
@@ -14,15 +14,15 @@ from pathlib import Path
 from typing import Callable, Dict, List, Mapping, Optional, Sequence
 
 PRODUCT = "TestProduct42"
-# In an argument: the folder of the scene. Generate writes beside the game where it is given a relative path.
+# In an argument: the folder of the scene. With a relative path, generate writes beside the game.
 FOLDER = "{folder}"
 OUTPUT_FOLDER = "Quorvane/Certificates"
 OUTPUTS = ("base.bin", "base.cer", "runtime.conf")
 GENERATE, VERIFY, LIST = "generate", "verify", "list"
-# Of the companion, whose scenes are called by their commands.
+# The companion's scenes have the names of its commands.
 INSPECT = "inspect"
 PROGRAM, COMPANION = "sealkeeper", "sealkeeper-inspect"
-# The second of two chunks is small.
+# The second chunk of the file is small.
 CHUNK_BYTES = 4 * 1024 * 1024
 BIG_BYTES = CHUNK_BYTES + 5000
 BIG_FILE = "data/big.pak"
@@ -43,9 +43,9 @@ INCLUDE_CONFIG = """config_info { version = 2; }
 search_options { include_paths = ["bin", "data/*.txt", "data/big.pak"]; }
 runtime_configuration { max_active_game_instances = 3; crash_reporter_name = "Reporter"; }
 """
-# What the runtime configuration of both holds.
+# The settings in both runtime configurations.
 RUNTIME_SETTINGS = (3, b"Reporter")
-# The game as it was when the signed files that lie there before a run were made.
+# The game as it was when the existing signed files were made.
 OLD_CONFIG = """config_info { version = 2; }
 search_options { include_paths = ["bin/a.dat"]; }
 """
@@ -53,7 +53,7 @@ SIGNED_CONFIG = """config_info { version = 2; }
 search_options { exclude_paths = ["Quorvane", "mods"]; exclude_size_threshold = 10; }
 """
 
-# Of which nothing is warned.
+# A configuration without warnings.
 RULES_CONFIG = """config_info { version = 2; }
 search_options { exclude_paths = ["Quorvane", "temp*"]; exclude_extensions = [".log"]; exclude_size_threshold = 10; }
 """
@@ -75,10 +75,10 @@ FILES: Mapping[str, bytes] = {
 
 @dataclass(frozen=True)
 class Credentials:
-    """The folders of a key and its certificate."""
+    """The folders with keys and certificates."""
 
     good: Path
-    # Of the same product, with another key.
+    # For the same product, with another key.
     other_key: Path
     other_product: Path
     revocation_list: Path
@@ -91,25 +91,25 @@ class Scene:
     name: str
     kind: str
     arguments: Sequence[str]
-    # Faults of the system calls count those of one thread.
+    # With threads, system call faults count the calls of one thread only.
     has_threads: bool = False
-    # The signed files before a run, by name.
+    # The signed files before the run, by name.
     before: Mapping[str, bytes] = field(default_factory=dict)
-    # Those that a generate run writes.
+    # The signed files that a generate run writes.
     written: Sequence[str] = ()
 
     @property
     def program(self) -> str:
-        """The one of the two programs that the scene runs."""
+        """Which of the two programs the scene runs."""
         return COMPANION if self.kind == INSPECT else PROGRAM
 
     def arguments_in(self, folder: Path) -> List[str]:
-        """The command line, without the program, in a copy of the scene."""
+        """The command line, without the program, for a copy of the scene."""
         return [argument.replace(FOLDER, str(folder)) for argument in self.arguments]
 
 
 class SceneMaker:
-    """Makes all scenes in a folder, one folder each."""
+    """Makes all scenes in a folder, each in a folder of its own."""
 
     def __init__(self, folder: Path, program: Path, credentials: Credentials) -> None:
         self.folder = folder
@@ -117,11 +117,11 @@ class SceneMaker:
         self._credentials = credentials
 
     def make_all(self) -> List[Scene]:
-        """Every scene of the program's sweep, in the order in which they are run."""
+        """The scenes of the program's sweep, in the order of their runs."""
         return self._generate_scenes() + self._verify_scenes() + self._list_scenes()
 
     def make_all_of_companion(self) -> List[Scene]:
-        """Every scene of the companion's sweep, likewise."""
+        """The scenes of the companion's sweep, in the order of their runs."""
         good = self._credentials.good
         signed = f"game/{OUTPUT_FOLDER}"
         options = ["--product", PRODUCT]
@@ -208,7 +208,7 @@ class SceneMaker:
         (folder / "rules.cfg").write_text(RULES_CONFIG)
         shutil.copyfile(self._credentials.good / "base_private.key", folder / "own.key")
         (folder / "own.key").chmod(0o600)
-        # The one file that no catalogue lists, and that the size rule would be warned of.
+        # The only file that no catalogue lists, and that the size rule would warn about.
         (folder / "game" / SKIPPED_FILE).unlink()
         return Scene(name, INSPECT, arguments, before=read_outputs(folder))
 
@@ -254,7 +254,7 @@ def write_game(game: Path) -> None:
 
 
 def flip(path: Path, offset: int) -> None:
-    """Turn one bit of a file over."""
+    """Flip one bit of a file."""
     content = bytearray(path.read_bytes())
     content[offset] ^= 1
     path.write_bytes(content)
@@ -267,7 +267,7 @@ def append(path: Path, content: bytes) -> None:
 
 
 def read_outputs(folder: Path) -> Dict[str, bytes]:
-    """All signed files of a scene's game by their names, whatever else lies among them too."""
+    """All files in the folder of signed files by name, including any others there."""
     outputs = folder / "game" / OUTPUT_FOLDER
     if not outputs.is_dir():
         return {}
@@ -275,7 +275,7 @@ def read_outputs(folder: Path) -> Dict[str, bytes]:
 
 
 def restore_outputs(folder: Path, before: Mapping[str, bytes]) -> None:
-    """Put the signed files back as they were before the run; none at all where there were none."""
+    """Restore the signed files from before the run, which may be none."""
     found = read_outputs(folder)
     if found == before:
         return

@@ -1,4 +1,4 @@
-"""The rule that the sweep holds runs against, and the names that it requires to be accounted for."""
+"""The rule that runs are judged by, and the names that the sweep must cover."""
 
 from __future__ import annotations
 
@@ -38,7 +38,7 @@ def finding(
     subject: str = "",
     **run: object,
 ) -> Finding:
-    """A run of a scene with signed files, and the clean one of it."""
+    """A run of a scene with signed files, and its clean run."""
     case = Case("scene", LIBRARY, function, 1, "once", errors("ENOMEM")[0])
     before = OLD if kind == GENERATE else NEW
     made = Run(status, console, "", False, outputs, True, subject)
