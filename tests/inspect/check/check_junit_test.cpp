@@ -9,7 +9,7 @@ namespace {
 
 using Outcome = JunitCase::Outcome;
 
-// One line for each case.
+// One line per case.
 std::string LinesOf(const CheckReport& report, bool isStrict = false) {
     const auto nameOf = [](Outcome outcome) {
         switch (outcome) {

@@ -1,4 +1,4 @@
-// Reports of checks that tests begin with.
+// Sample reports of checks.
 #ifndef SEALKEEPER_TESTS_INSPECT_CHECK_CHECK_REPORT_SUPPORT_H
 #define SEALKEEPER_TESTS_INSPECT_CHECK_CHECK_REPORT_SUPPORT_H
 
@@ -8,7 +8,7 @@
 
 namespace sealkeeper::test {
 
-// Of a game of two files, one of which has another size; it has a runtime.conf.
+// For a game of two files, one of which has the wrong size, and a runtime.conf.
 [[nodiscard]] inline CheckReport SmallReport() {
     CheckReport report;
     report.gameDirectory = "/game/";
@@ -21,7 +21,7 @@ namespace sealkeeper::test {
     return report;
 }
 
-// The same game with both files as they were, and a file that no catalogue lists.
+// For the same game with both files unchanged, and a file that no catalogue lists.
 [[nodiscard]] inline CheckReport ReportWithAddition() {
     CheckReport report = SmallReport();
     report.files[1].code = ResultCode::Ok;
@@ -30,7 +30,7 @@ namespace sealkeeper::test {
     return report;
 }
 
-// Of a game whose second catalogue is damaged.
+// For a game whose second catalogue is damaged.
 [[nodiscard]] inline CheckReport EndedReport() {
     CheckReport report;
     report.gameDirectory = "/game/";

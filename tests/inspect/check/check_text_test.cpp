@@ -8,7 +8,7 @@
 namespace sealkeeper {
 namespace {
 
-// Off a terminal: without colour.
+// Not for a terminal, so without colour.
 std::string TextOf(const CheckReport& report, const CheckTextOptions& options = {}) {
     const test::CapturedOutput output;
     const Console console;

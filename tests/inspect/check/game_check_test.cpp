@@ -1,4 +1,4 @@
-// The check of a game, from its catalogues to the report.
+// Checks of a game, from its catalogues to the report.
 #include "inspect/check/game_check.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ class GameCheck : public testing::Test {
 
     [[nodiscard]] CheckReport Check() const { return CheckGame(options_); }
 
-    // Checks that the verification ends before its end, with `code`, and returns why.
+    // Expects the verification to end early with `code`, and returns the reason.
     [[nodiscard]] std::string FailureWith(ResultCode code) const {
         const CheckReport report = Check();
         EXPECT_EQ(report.code, code);
@@ -40,7 +40,7 @@ class GameCheck : public testing::Test {
     CommandLineOptions options_;
 };
 
-// "catalogue path bytes code" of each file.
+// "catalogue path bytes code" for each file.
 Lines FilesOf(const CheckReport& report) {
     Lines lines;
     for (const CheckedFile& file : report.files) {

@@ -22,7 +22,7 @@ std::optional<ChainCheck> CheckIssued(const std::string& kind,
     return CheckChain(trust, kTestProductId, certificate);
 }
 
-// Of a chain of so many authorities between the certificate and the built-in one.
+// Checks a chain with so many authorities between the certificate and the built-in one.
 std::optional<ChainCheck> CheckLongChain(int authorities) {
     const TempDirectory directory;
     Bytes pem = test::FileBytes(test::IssueChain(directory.Path(), kTestProductId, authorities));
@@ -74,7 +74,7 @@ TEST(ChainCheck, ThereIsNoneWhereTheLibraryFails) {
     const auto check = CheckLongChain(1);
     ASSERT_TRUE(check);
     EXPECT_TRUE(check->isTrusted);
-    // More than the library follows.
+    // Longer than the library allows.
     EXPECT_FALSE(CheckLongChain(12));
 }
 

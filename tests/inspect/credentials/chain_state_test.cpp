@@ -8,7 +8,7 @@
 namespace sealkeeper {
 namespace {
 
-// Issued by the authority, by its name at least.
+// Its issuer has the authority's name.
 CertificateFacts Checked(std::uint32_t flags) {
     CertificateFacts facts;
     facts.details.emplace();
@@ -17,7 +17,7 @@ CertificateFacts Checked(std::uint32_t flags) {
     return facts;
 }
 
-// With a list of the authority's name.
+// With a list whose issuer has the authority's name.
 TrustFacts Trust() {
     TrustFacts facts;
     facts.revocationList.namesAuthority = true;

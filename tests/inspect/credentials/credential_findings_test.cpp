@@ -52,7 +52,7 @@ class CredentialFindingsTest : public testing::Test {
     CredentialFindingsTest() { KeepLogQuiet(); }
     ~CredentialFindingsTest() override { SendLogTo(nullptr); }
 
-    // A copy that only its owner may read, as a key should be.
+    // A copy that only its owner may read, as is right for a key.
     std::string OwnKey(const std::string& path) {
         const std::string copy = directory_ / ("key" + std::to_string(++copies_));
         test::RunShell("/", "cp '" + path + "' '" + copy + "' && chmod 600 '" + copy + "'");
@@ -151,7 +151,7 @@ TEST_F(CredentialFindingsTest, FilesThatAreNoCertificate) {
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
     EXPECT_EQ(findings.at(0).cure.command,
               "openssl x509 -in " + pem + " -outform DER -out " + pem + ".der");
-    // What stands in it is judged all the same.
+    // Its content is judged as well.
     EXPECT_EQ(Names(Judge({pem, {}, {}, "Other"})), "certificate-pem wrong-product");
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
     EXPECT_EQ(Names(Judge({CredentialPath("damaged", "empty.cer"), {}, {}, {}})),
@@ -293,7 +293,7 @@ TEST_F(CredentialFindingsTest, MaterialThatCannotBeReadRefusesEverything) {
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
 }
 
-// Issued by the authority with openssl, from a request of the good key.
+// Issued by the authority through openssl, from a request with the good key.
 class IssuedCertificateTest : public CredentialFindingsTest {
   protected:
     std::string Issue(const std::string& options, const std::string& extensions = "",
@@ -338,7 +338,7 @@ TEST_F(IssuedCertificateTest, AlternativeNamesWithoutDnsNamesStandInAsWell) {
     EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "wrong-product");
 }
 
-// A list that revokes the serial number after one of 40 bytes.
+// Serial numbers of 40 bytes that differ only in the last.
 TEST_F(IssuedCertificateTest, LongSerialsAreComparedToTheirEnd) {
     const std::string begin(78, '1');
     const std::string certificate = Issue("-sha256", "", "0x" + begin + "11");
@@ -350,7 +350,7 @@ TEST_F(IssuedCertificateTest, LongSerialsAreComparedToTheirEnd) {
     EXPECT_EQ(judge(begin + "11"), "given-list-revokes");
 }
 
-// The library writes both names as "CN=??".
+// The library shows both names as "CN=??".
 TEST_F(IssuedCertificateTest, IssuersOutsideAsciiAreToldApart) {
     const std::string key = PrivateKeyPath("good");
     const auto listOf = [&](const std::string& issuer) {

@@ -1,4 +1,4 @@
-// The reports as text and as JSON, of facts that are made up.
+// The reports as text and as JSON, from invented facts.
 #include <gtest/gtest.h>
 #include <mbedtls/x509.h>
 
@@ -114,7 +114,7 @@ TEST(CredentialReport, AsText) {
             "Generate would end with 11 (MbedTlsGenericError).\n");
 }
 
-// The lines of a certificate's standing, without their labels.
+// The lines on a certificate's state, without their labels.
 std::string Standing(const CredentialFacts& facts) {
     const std::string text = CredentialText(facts, {}, kNow, Console());
     const std::size_t begin = text.find("  chain        ") + 15;

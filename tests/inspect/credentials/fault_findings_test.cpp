@@ -24,7 +24,7 @@ TrustFacts ReadTrust() {
     return trust;
 }
 
-// All three files were read, and the certificate is good.
+// All three files could be read, and the certificate is good.
 CredentialFacts GoodFacts() {
     CredentialFacts facts;
     facts.trust = ReadTrust();
@@ -56,7 +56,7 @@ TEST(FaultFindings, ACheckThatFailsOnceIsAnError) {
     CredentialFacts facts = GoodFacts();
     facts.certificate.check = {.isTrusted = false, .flags = MBEDTLS_X509_BADCRL_NOT_TRUSTED};
     ExpectFinding(facts, "check-failed", kStatusError);
-    // Generate fails, which other findings tell.
+    // Generate fails for a reason that other findings give.
     facts.certificate.code = ResultCode::CertificateRLInvalid;
     EXPECT_TRUE(JudgeFaults(facts).empty());
 }
@@ -65,7 +65,7 @@ TEST(FaultFindings, ACertificateThatOnlyGenerateRefusesIsAnError) {
     CredentialFacts facts = GoodFacts();
     facts.certificate.code = ResultCode::CertificateExpired;
     ExpectFinding(facts, "check-failed", kStatusError, ResultCode::CertificateExpired);
-    // Generate takes none in PEM form.
+    // Generate takes no PEM.
     facts.certificate.file.kind = FileKind::PemCertificate;
     EXPECT_TRUE(JudgeFaults(facts).empty());
 }
@@ -78,13 +78,13 @@ TEST(FaultFindings, ACertificateThatWasNotCheckedIsAnError) {
     ExpectFinding(facts, "check-failed", kStatusError);
     facts.certificate.code = ResultCode::MbedTlsGenericError;
     ExpectFinding(facts, "check-failed", kStatusError, ResultCode::MbedTlsGenericError);
-    // Other findings tell of material that cannot be read.
+    // Other findings report unreadable trust material.
     facts.trust.revocationList.list.reset();
     EXPECT_TRUE(JudgeFaults(facts).empty());
     facts.trust = ReadTrust();
     facts.trust.authority.certificate.reset();
     EXPECT_TRUE(JudgeFaults(facts).empty());
-    // And of a file that is no certificate.
+    // And a file that is no certificate.
     facts.trust = ReadTrust();
     facts.certificate.file.kind = FileKind::PublicKey;
     EXPECT_TRUE(JudgeFaults(facts).empty());
@@ -94,7 +94,7 @@ TEST(FaultFindings, AListThatIsReadOnlyOnceIsAnError) {
     CredentialFacts facts = GoodFacts();
     facts.revocationList->file.kind = FileKind::UnreadableSigned;
     ExpectFinding(facts, "check-failed", kStatusError);
-    // Other findings tell what it is.
+    // Other findings report what the file is.
     facts.revocationList->list.reset();
     EXPECT_TRUE(JudgeFaults(facts).empty());
 }
@@ -106,7 +106,7 @@ TEST(FaultFindings, AModeThatIsNotKnownIsAWarning) {
                                        &facts.revocationList->file};
         files[file]->mode.reset();
         ExpectFinding(facts, "mode-unknown", kStatusWarning);
-        // One that cannot be read has a finding of its own.
+        // An unreadable file has a finding of its own.
         files[file]->reasonUnread = "No such file or directory";
         files[file]->kind.reset();
         facts.revocationList->list.reset();

@@ -18,7 +18,7 @@ TEST(NameDifference, IsTheLeastThatExplainsIt) {
         {"Game", " Game", NameDifference::WhiteSpace},
         {"My Game", "MyGame\n", NameDifference::WhiteSpace},
         {"My Game", "my  game", NameDifference::WhiteSpace},
-        // Letter case and two forms of one letter outside ASCII, and a space that is none in ASCII.
+        // Letter case and two encodings of one letter outside ASCII; a space outside ASCII.
         {"Caf\xC3\xA9", "caf\xC3\x89", NameDifference::OutsideAscii},
         {"Caf\xC3\xA9", "Cafe\xCC\x81", NameDifference::Other},
         {"My Game", "My\xC2\xA0Game", NameDifference::OutsideAscii},

@@ -11,7 +11,7 @@
 namespace sealkeeper::test {
 namespace {
 
-// What "openssl ca" wants of an authority.
+// The configuration that "openssl ca" requires.
 constexpr const char* kConfiguration =
     "[ca]\ndefault_ca = authority\n"
     "[authority]\ndatabase = index.txt\nserial = serial\nnew_certs_dir = .\npolicy = policy\n"

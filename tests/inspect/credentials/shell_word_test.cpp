@@ -25,7 +25,7 @@ TEST(ShellWord, IsReadBackByAShell) {
 TEST(ShellWord, OfCommands) {
     EXPECT_EQ(ShellCommand("cp {in} {out} && cat {out}", "a", "b"), "cp a b && cat b");
     EXPECT_EQ(ShellCommand("<{in}>{out}", "my key", "-x"), "<'my key'>./-x");
-    // What a path has of its own is no place for the other.
+    // A path that holds a placeholder is not expanded.
     EXPECT_EQ(ShellCommand("{in} {out}", "{out}", "{in}"), "'{out}' '{in}'");
     EXPECT_EQ(ShellCommand("{i", "a", "b"), "{i");
     EXPECT_EQ(ShellCommand("", "a", "b"), "");

@@ -26,7 +26,7 @@ std::optional<bool> IsSigned(const Bytes& signer, const Bytes& der) {
     return IsSignedBy(issuer.Get()->pk, {parsed.raw, parsed.tbs, parsed.sig_oid});
 }
 
-// Signed by its own key, with `options` of openssl.
+// A certificate signed with its own key, made with the openssl options `options`.
 Bytes SignedByItself(const std::string& options) {
     const TempDirectory directory;
     test::RunShell(directory.Path(), "openssl req -x509 -new -days 400 -subj /CN=own -key '" +
@@ -47,7 +47,7 @@ TEST(SignatureCheck, TellsWhoseSignatureItIs) {
 TEST(SignatureCheck, SeesEveryChangedByteOfTheSignature) {
     const Bytes authority = FileBytes(test::AuthorityPath("ca.der"));
     const Bytes good = CertificateBytes("good");
-    // Of an authority's key of 4096 bits, at the end of the file.
+    // The signature by a key of 4096 bits, at the end of the file.
     constexpr std::size_t kSignatureBytes = 512;
     for (const std::size_t fromEnd : {std::size_t{1}, kSignatureBytes / 2, kSignatureBytes}) {
         Bytes changed = good;

@@ -19,12 +19,12 @@ using test::TempDirectory;
 
 using Bytes = std::vector<std::uint8_t>;
 
-// What stands after the first "=".
+// The text after the first "=".
 std::string ValueOf(const std::string& line) {
     return line.substr(line.find('=') + 1);
 }
 
-// A time as openssl prints it, "Jan  1 00:00:00 2026 GMT".
+// Parses a time as openssl prints it: "Jan  1 00:00:00 2026 GMT".
 UtcTime TimeOf(const std::string& text) {
     std::tm time{};
     EXPECT_NE(strptime(text.c_str(), "%b %d %H:%M:%S %Y GMT", &time), nullptr) << text;

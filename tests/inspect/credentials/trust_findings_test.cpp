@@ -13,7 +13,7 @@ using std::chrono::seconds;
 constexpr UtcTime kNow{seconds(1'800'000'000)};
 constexpr JudgingTime kTime{kNow, 30};
 
-// Nothing is wrong with it for years.
+// Good for years.
 TrustFacts GoodTrust() {
     CertificateDetails authority;
     authority.subject = "CN=Authority";
@@ -43,7 +43,7 @@ std::string Names(const CredentialFindings& findings) {
     return names;
 }
 
-// The one finding that is expected.
+// Expects exactly this finding.
 void ExpectFinding(const TrustFacts& facts, const char* name, std::optional<ResultCode> code,
                    int status) {
     const CredentialFindings findings = JudgeTrust(facts, kTime);

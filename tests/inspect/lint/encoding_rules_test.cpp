@@ -15,7 +15,7 @@ using test::WithSearchOptions;
 
 constexpr const char* kSaveAsUtf8 = "Save the file as UTF-8 without a byte-order mark.";
 
-// Latin letters alone.
+// For ASCII only.
 std::string AsUtf16(const std::string& text, bool isLittleEndian) {
     std::string units;
     for (const char byte : text) {

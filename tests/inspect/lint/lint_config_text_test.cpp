@@ -34,7 +34,7 @@ bool IsSentence(const std::string& text) {
     return text.size() > 1 && text.ends_with('.') && text.find('\n') == std::string::npos;
 }
 
-// What holds of every warning, whatever the text.
+// What must hold for every warning about any text.
 void ExpectSoundWarnings(const std::string& text) {
     const std::vector<RuleWarning> warnings = LintConfigText(text);
     const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
@@ -134,7 +134,7 @@ TEST(LintConfigText, RandomChangesAreSound) {
     const auto upTo = [&random](std::size_t count) { return random() % count; };
     for (int round = 0; round < 20'000; ++round) {
         std::string text = examples[upTo(examples.size())];
-        // A part of it, so that changes meet.
+        // Only a part of it, so that several changes fall close together.
         text = text.substr(upTo(text.size() / 2), 1 + upTo(600));
         for (std::size_t changes = 1 + upTo(8); changes > 0; --changes) {
             const std::size_t place = upTo(text.size() + 1);
@@ -164,7 +164,7 @@ std::string Repeated(const std::string& text, std::size_t count) {
     return repeated;
 }
 
-// Each of these would run for minutes if a rule looked at the whole text for each of its values.
+// Each of these would take minutes if a rule looked at the whole text for each value.
 TEST(LintConfigText, LongInputsTakeLinearTime) {
     constexpr std::size_t kCount = 20'000;
     const std::string begin = "search_options { ";
@@ -189,7 +189,7 @@ TEST(LintConfigText, LongInputsTakeLinearTime) {
         begin + "crash_reporter_name = \"" + std::string(100 * kCount, '\\') + "\"\n",
         std::string(100 * kCount, '\n'),
         std::string(100 * kCount, '#'),
-        // A megabyte each.
+        // One megabyte each.
         Repeated("#/**/", 5 * kCount) + std::string(25 * kCount, ' '),
         begin + Repeated("a=true#/**/ ", 3 * kCount) + std::string(15 * kCount, ' '),
         begin + Repeated("a=truex", 7 * kCount),

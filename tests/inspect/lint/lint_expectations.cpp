@@ -24,7 +24,7 @@ std::string ShownWarnings(const std::string& text) {
     return shown;
 }
 
-// Takes the marks out of `text`.
+// Removes the marks from `text`, and returns their places.
 std::vector<TextPlace> TakeMarks(std::string& text) {
     std::vector<std::size_t> offsets;
     for (std::size_t mark = text.find('@'); mark != std::string::npos; mark = text.find('@')) {

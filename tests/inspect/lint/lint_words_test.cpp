@@ -1,4 +1,4 @@
-// What the rules share: names, how they are shown, and how a person reads a stretch of text.
+// Shared parts of the rules: names, how they are shown, and how a person reads a text.
 #include <gtest/gtest.h>
 
 #include <string>

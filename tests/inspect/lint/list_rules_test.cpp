@@ -1,4 +1,4 @@
-// Lists and tables of pairs: where they end, and which of their elements are taken.
+// Lists and tables of pairs: where they end, and which of their elements are read.
 #include <gtest/gtest.h>
 
 #include "inspect/lint/lint_expectations.h"

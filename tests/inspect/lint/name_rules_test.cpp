@@ -1,4 +1,4 @@
-// Names of sections and keys, and where they stand.
+// Names of sections and keys, and their places.
 #include <gtest/gtest.h>
 
 #include "config/config_names.h"

@@ -1,4 +1,4 @@
-// What the tool makes of values that it reads.
+// How the tool interprets the values it reads.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -150,8 +150,8 @@ TEST(LintPatterns, TellsOfPathsThatGoBack) {
         {WithOnlySearchOptions(R"(include_paths = ["../a", "..a/b", "a..", "a/..b"])")});
 }
 
-// The cure must work for a path from the root of the system, too, of which the lint cannot tell
-// what part leads to the game.
+// The cure must also work for a path from the root of the file system. The linter cannot tell which
+// part of it leads to the game.
 TEST(LintPatterns, TellsThatAnAbsolutePathIsTakenFromTheGameDirectory) {
     const auto told = [](const std::string& pattern, const char* effect) {
         return Told{"The pattern '" + pattern +
@@ -215,7 +215,7 @@ TEST(LintExtensions, TellsOfThoseThatNoFileHas) {
             "Write \".a\"."}}}});
 }
 
-// Which files there are decides; only who looks at the game can tell.
+// Whether it is wrong depends on the files of the game, which the linter does not see.
 TEST(LintExtensions, SaysNothingOfLetterCase) {
     ExpectLinted({{"upper case",
                    WithSearchOptions("exclude_extensions = [\".PDB\", \".Log\", \".log\"]"),

@@ -1,4 +1,4 @@
-"""The page of a sample report, and what a parser that knows nothing of it finds in it."""
+"""The page of a sample report, and what an independent HTML parser finds in it."""
 
 import html.parser
 import json
@@ -13,12 +13,12 @@ def print_sample(*arguments):
 
 
 def sample_json(files):
-    """The report with hostile names, as the program's other form has it."""
+    """The JSON form of the report with hostile names."""
     return json.loads(print_sample("json", str(files), "hostile"))
 
 
 class PageParser(html.parser.HTMLParser):
-    """Keeps the elements of a page with their attributes, and the text right in them."""
+    """Collects the elements of a page with their attributes and their immediate text."""
 
     VOID = {"meta", "input"}
 

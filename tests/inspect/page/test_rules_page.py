@@ -1,4 +1,4 @@
-"""The page of the rules holds its report, and nothing in the report gets out of its place."""
+"""The page of the rules contains its report, and nothing in the report can escape into markup or script."""
 
 import base64
 import hashlib

@@ -1,6 +1,6 @@
-"""The page of the rules in Chromium, with 20,000 files and names that try to be more than text.
+"""The page of the rules in Chromium, with 20,000 files and names that try to act as markup.
 
-With SEALKEEPER_SCREENSHOTS set to a directory, pictures of it go there.
+If SEALKEEPER_SCREENSHOTS names a directory, screenshots are saved there.
 """
 
 import base64
@@ -32,7 +32,7 @@ def start_browser():
     for argument in ("--headless=new", "--disable-dev-shm-usage", "--hide-scrollbars"):
         options.add_argument(argument)
     if os.geteuid() == 0:
-        # Its sandbox refuses to run as root.
+        # Its sandbox does not run as root.
         options.add_argument("--no-sandbox")
     options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
     return webdriver.Chrome(service=Service(shutil.which("chromedriver")), options=options)
@@ -56,11 +56,11 @@ class RulesPageInBrowser(unittest.TestCase):
         self.load()
 
     def tearDown(self):
-        """Whatever was done, neither script nor policy complains, and no name became a script."""
+        """Whatever the test did, neither script nor policy reported an error, and no name was executed."""
         self.assertEqual(self.browser.get_log("browser"), [])
         self.assertIsNone(self.browser.execute_script("return window.broken ?? null"))
 
-    # What a person would do.
+    # User actions.
 
     def load(self):
         self.browser.get(self.path.as_uri())
@@ -88,13 +88,13 @@ class RulesPageInBrowser(unittest.TestCase):
         Select(self.find("#filter-state")).select_by_visible_text(state)
 
     def click_map(self, x, y):
-        """A click at a place counted from the map's upper left corner."""
+        """Click at a position relative to the upper left corner of the map."""
         area = self.find("#map-area")
         self.browser.execute_script("arguments[0].scrollIntoView()", area)
         ActionChains(self.browser).move_to_element_with_offset(
             area, x - area.size["width"] // 2, y - area.size["height"] // 2).click().perform()
 
-    # What is seen.
+    # What the page shows.
 
     def folders_above_map(self):
         return [button.text for button in self.all("#trail button")]
@@ -103,7 +103,7 @@ class RulesPageInBrowser(unittest.TestCase):
         return sum(1 for file in self.files if chosen(file))
 
     def assert_listed(self, chosen, where=""):
-        """The table tells as many files as `chosen` is true of."""
+        """The table has as many files as `chosen` holds for."""
         count = self.count_of(chosen)
         self.assertGreater(count, 0)
         self.assertTrue(self.find("#files-count").text.startswith(f"{count:,} files{where}, "),
@@ -111,7 +111,7 @@ class RulesPageInBrowser(unittest.TestCase):
         self.assertEqual(len(self.all("#file-table tbody tr")), min(count, 100))
 
     def largest_folder(self, above=""):
-        """The one right in the folder `above`, which is written with a slash at its end."""
+        """The largest folder directly in `above`, which ends in a slash."""
         bytes_of = {}
         for file in self.files:
             folder, slash, _ = file["path"].removeprefix(above).partition("/")
@@ -130,7 +130,7 @@ class RulesPageInBrowser(unittest.TestCase):
     def test_is_html(self):
         parser = html5lib.HTMLParser()
         parser.parse(self.page)
-        # A name may hold characters that HTML has no place for, but takes.
+        # A name may hold characters that HTML forbids but browsers accept.
         self.assertEqual({code for _, code, _ in parser.errors} - {"invalid-codepoint"}, set())
 
     def test_hostile_names_stay_text(self):
@@ -196,7 +196,7 @@ class RulesPageInBrowser(unittest.TestCase):
         self.assertEqual(self.folders_above_map(), ["Game", outer, inner])
 
     def test_map_is_squarified(self):
-        """The example of the paper that describes it, Bruls, Huizing and van Wijk (2000)."""
+        """The example from the paper: Bruls, Huizing and van Wijk (2000)."""
         boxes = self.browser.execute_script("""
             const nodes = [6, 6, 4, 3, 2, 2, 1].map((bytes) => ({ bytes }));
             squarify(nodes, { x: 0, y: 0, width: 6, height: 4 });

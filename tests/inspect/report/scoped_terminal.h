@@ -1,4 +1,4 @@
-// A terminal in place of one of the process's own descriptors, and the environment that tells of
+// Replaces one of the process's descriptors by a terminal, and sets the environment variables about
 // it.
 #ifndef SEALKEEPER_TESTS_INSPECT_REPORT_SCOPED_TERMINAL_H
 #define SEALKEEPER_TESTS_INSPECT_REPORT_SCOPED_TERMINAL_H
@@ -8,7 +8,7 @@
 
 namespace sealkeeper::test {
 
-// Until its end, `descriptor` is a terminal.
+// Makes `descriptor` a terminal while it exists.
 class ScopedTerminal {
   public:
     explicit ScopedTerminal(int descriptor);
@@ -18,7 +18,7 @@ class ScopedTerminal {
 
     void SetColumns(unsigned short columns);
 
-    // What was written to it, a few kilobytes at most; a line feed is "\r\n" there. Once.
+    // What was written to it, a few kilobytes at most. Each line feed becomes "\r\n". Call it once.
     [[nodiscard]] std::string Written();
 
   private:
@@ -28,7 +28,7 @@ class ScopedTerminal {
     int master_ = -1;
 };
 
-// Until its end, an environment variable has that value; or none.
+// Sets an environment variable, or removes it, while it exists.
 class ScopedVariable {
   public:
     ScopedVariable(const char* name, std::optional<std::string> value);

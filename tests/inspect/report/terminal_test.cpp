@@ -1,4 +1,4 @@
-// What is different on a terminal.
+// Output that differs on a terminal.
 #include "inspect/report/terminal.h"
 
 #include <gtest/gtest.h>
@@ -53,7 +53,7 @@ TEST(InspectConsole, EscapesFailuresOnATerminal) {
     EXPECT_EQ(terminal.Written(), "sealkeeper-inspect: '\\xe2\\x81\\xa6\\x1b': no\r\n");
 }
 
-// What stands for "a" in the warning's style.
+// How "a" is written in the style of warnings.
 std::string StyledOnATerminal(const std::optional<std::string>& noColor,
                               const std::optional<std::string>& kind) {
     const ScopedTerminal terminal(STDOUT_FILENO);
@@ -65,7 +65,7 @@ std::string StyledOnATerminal(const std::optional<std::string>& noColor,
 TEST(InspectConsole, HasColourOnATerminal) {
     constexpr const char* kYellow = "\x1b[33ma\x1b[0m";
     EXPECT_EQ(StyledOnATerminal(std::nullopt, "xterm"), kYellow);
-    // Only a value counts.
+    // An empty value does not count.
     EXPECT_EQ(StyledOnATerminal("", "xterm"), kYellow);
 }
 

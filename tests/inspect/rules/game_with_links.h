@@ -1,4 +1,4 @@
-// A game with links in it, some of which lead out of it, as the current directory.
+// A game with links, some of which leave it. It is the current directory.
 #ifndef SEALKEEPER_TESTS_INSPECT_RULES_GAME_WITH_LINKS_H
 #define SEALKEEPER_TESTS_INSPECT_RULES_GAME_WITH_LINKS_H
 
@@ -19,7 +19,7 @@ class GameWithLinks {
         fs::create_directory_symlink("../beside", directory_ / "game/relative");
         fs::create_directory_symlink(directory_ / "game/real", directory_ / "game/inside");
         fs::create_directory_symlink("out", directory_ / "game/twice");
-        // Its path begins as that of the game does.
+        // Its path begins with the path of the game.
         directory_.WriteFile("game2/z", "1");
         fs::create_directory_symlink("../game2", directory_ / "game/neighbour");
         here_.emplace(directory_ / "game");

@@ -107,7 +107,7 @@ TEST_F(GameTree, IsNotReachedByWhatIsNotThere) {
     EXPECT_EQ(Look("./x/missing/z").type, FileType::Missing);
 }
 
-// As the system says ENOTDIR.
+// Where the system reports ENOTDIR.
 TEST_F(GameTree, NoWayLeadsThroughAFile) {
     static_cast<void>(directory_.WriteFile("file", "1"));
     static_cast<void>(directory_.WriteFile("other", "2"));

@@ -31,7 +31,7 @@ TEST(LinkOutOfGame, IsNoneOfTheRoot) {
     EXPECT_EQ(LinkOutOfGame("proc/self"), std::nullopt);
 }
 
-// A game with a directory that may be neither read nor gone through.
+// A game with a directory that can be neither read nor entered.
 class ClosedDirectory : public testing::Test {
   protected:
     ClosedDirectory() {

@@ -1,4 +1,4 @@
-// The rules applied to games on disk: what is selected, and the report.
+// Rules applied to games on disk: the selection and the report.
 #include "inspect/rules/rules_run.h"
 
 #include <gtest/gtest.h>
@@ -54,7 +54,7 @@ class GameUnderRules : public testing::Test {
         return report;
     }
 
-    // "line:column message" of each warning.
+    // "line:column message" for each warning.
     [[nodiscard]] Lines Warnings(const std::string& searchOptions) const {
         Lines lines;
         for (const RuleWarning& warning : Report(searchOptions).warnings) {
@@ -67,7 +67,7 @@ class GameUnderRules : public testing::Test {
     test::ScopedCurrentDirectory inGame_{game_.Path()};
 };
 
-// "path size" of each file, sorted.
+// "path size" for each file, sorted.
 Lines FilesOf(const Selection& selection) {
     Lines lines;
     for (const SelectedFile& file : selection.files) {
@@ -217,12 +217,12 @@ TEST_F(RulesRun, HasTheFilesWhereOneOfThemEndsGenerate) {
     EXPECT_EQ(report.files.size(), 2U);
 }
 
-// The second run finds what the first has written.
+// The second run finds the outputs of the first.
 class ForeseenSecondRun : public GameUnderRules {
   protected:
     static constexpr const char* kNothing = "matches nothing.";
 
-    // Whether the pattern "out/Certificates/base.bin" is said to match nothing.
+    // Whether there is a warning that the pattern "out/Certificates/base.bin" matches nothing.
     [[nodiscard]] bool IsUnmatched() const {
         const Lines warnings = Warnings(R"(include_paths = ["a", "out/Certificates/base.bin"])");
         return std::any_of(warnings.begin(), warnings.end(),

@@ -7,7 +7,7 @@
 namespace sealkeeper {
 namespace {
 
-// As standard output that is no terminal is given it.
+// The text for standard output that is no terminal.
 std::string PlainText(const RulesReport& report, RulesListing listing) {
     const test::CapturedOutput output;
     return RulesText(report, Console(), listing);

@@ -12,7 +12,7 @@ namespace {
 
 using Random = std::mt19937;
 
-// Files of one kind, of which there are `share` in a thousand.
+// A kind of files, with its share in thousandths.
 struct Kind {
     std::string_view folder;
     std::string_view suffix;
@@ -51,8 +51,8 @@ const Kind& KindOf(std::size_t index) {
 }
 
 std::uint64_t SizeOf(const Kind& kind, Random& random) {
-    // Large files are rare, small ones common. Not of <random>'s distributions, which differ from
-    // one library to the next.
+    // Many small files and few large ones. The distributions of <random> are not used, since they
+    // differ between libraries.
     constexpr double kSpread = 8;
     const double uniform = static_cast<double>(random()) / static_cast<double>(Random::max());
     return static_cast<std::uint64_t>(kind.typicalBytes * std::pow(kSpread, 2 * uniform - 1));
@@ -78,8 +78,8 @@ void SortByPath(RulesReport& report) {
         [](const JudgedFile& left, const JudgedFile& right) { return left.path < right.path; });
 }
 
-// Each would run where it were taken for markup or script. The first of them in order of paths ends
-// a script element, which it would not do after the one that begins a comment.
+// Each is executed if a browser takes it for markup or script. In order of paths, the one that ends
+// a script element comes first: after the one that begins a comment it would have no effect.
 constexpr std::array<std::string_view, 16> kHostileTexts = {
     "0</script><script>window.broken = 1</script>",
     "<!--<script>",

@@ -1,4 +1,4 @@
-// Reports of games that are not there.
+// Reports on invented games.
 #ifndef SEALKEEPER_TESTS_INSPECT_RULES_SAMPLE_REPORT_H
 #define SEALKEEPER_TESTS_INSPECT_RULES_SAMPLE_REPORT_H
 
@@ -8,11 +8,11 @@
 
 namespace sealkeeper::test {
 
-// A game of `fileCount` files in folders, with every reason to be left out, a few warnings, and
-// sizes from nothing to gigabytes. The same each time.
+// A game of `fileCount` files in folders, with every reason for being left out, a few warnings, and
+// sizes from zero to gigabytes. Always the same.
 [[nodiscard]] RulesReport SampleReport(std::size_t fileCount);
 
-// Adds files and warnings whose texts try to be more than text, the files under "hostile/".
+// Adds files, in "hostile/", and warnings whose texts try to act as markup.
 void AddHostileTexts(RulesReport& report);
 
 }  // namespace sealkeeper::test

@@ -1,4 +1,4 @@
-// What is said of a selection, each warning for itself.
+// The warnings about a selection, one at a time.
 #include "inspect/rules/selection_lint.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using Paths = std::vector<std::string>;
 
-// What a rule is asked about, to be filled by each test.
+// The input of a rule, for each test to fill.
 struct Subject {
     Selection selection;
     Selection second;
@@ -22,7 +22,7 @@ struct Subject {
     RulePlaces places;
     std::vector<JudgedFile> files;
 
-    // Patterns on a line each, and what they match, without "./".
+    // Sets patterns, one per line, and their matches without "./".
     void Match(const std::vector<std::pair<std::string, Paths>>& patterns,
                bool areIncludes = true) {
         CatalogueConfig& config = selection.config;
@@ -52,7 +52,7 @@ struct Subject {
     void Seal(const std::string& path) { files.push_back({path, 0, std::nullopt}); }
 };
 
-// "line message / cure" of each warning, the line where it has one.
+// "line message / cure" for each warning; the line is left out if it has none.
 Paths Told(void (*rule)(const LintSubject&, RuleWarnings&), const Subject& subject) {
     RuleWarnings warnings;
     rule({subject.selection, subject.second, subject.outputs, subject.outputs, subject.places,
@@ -159,7 +159,7 @@ TEST(ExtensionCase, IsNoMatterOfAFileThatAPatternNames) {
     EXPECT_EQ(Told(LintExtensionCase, subject), Paths{});
 }
 
-// The outputs of a run, and a second one that selects some of them.
+// The outputs of a run, and a second run that selects some of them.
 Subject OutputsSelected(const Paths& selected) {
     Subject subject;
     subject.outputs.catalogue = "Q/base.bin";
@@ -182,7 +182,7 @@ TEST(OwnOutputs, AreToldAtTheListOfExcludes) {
                     "replaces it: verify fails. / Add \"Q\" to exclude_paths."});
 }
 
-// To exclude the folder would leave the game's own files in it unsealed.
+// Excluding the folder would leave the game's own files in it unsealed.
 TEST(OwnOutputs, AreNamedThemselvesWhereTheirFolderHasMore) {
     const Paths told = Told(LintOwnOutputs, OutputsSelected({"Q/base.bin", "Q/client.so"}));
     ASSERT_EQ(told.size(), 1U);

@@ -21,7 +21,8 @@ FileStart StartOf(const Bytes& bytes) {
     return {bytes, bytes.size()};
 }
 
-// A catalogue of three entries with a revocation list of three bytes, and a number put into it.
+// A catalogue of three entries and a revocation list of three bytes, with `number` stored at
+// `offset`.
 Bytes Changed(std::size_t offset, std::uint32_t number) {
     Bytes file = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
     test::StoreAt(file, offset, number);

@@ -10,7 +10,7 @@
 namespace sealkeeper {
 namespace {
 
-// What the stream writes of `whole`, whose last two members are arrays.
+// Streams a document whose last two members are arrays.
 std::string Streamed(const Json& head, const Json& first, const Json& second) {
     test::CapturedOutput output;
     Console console;

@@ -25,7 +25,7 @@ Texts CausesOf(const std::string& text) {
     return CausesOf(Bytes(text.begin(), text.end()));
 }
 
-// As it is before it is scrambled.
+// Before scrambling.
 Bytes PlainSettings() {
     Bytes plain(1108);
     const Bytes start = {0x51, 0x56, 0x52, 0x00, 0x5C, 0x0A, 0x0D, 0x77};
@@ -54,7 +54,7 @@ Bytes AsText(const Bytes& bytes) {
 }
 
 Bytes Catalogue() {
-    // The layout of the signature makes it hold a line feed.
+    // The signature layout happens to contain a line feed.
     Bytes image = test::CatalogueOf(test::ThreeRecords(), 3);
     image[100] = 0x0A;
     image[101] = 0x0A;
@@ -147,7 +147,7 @@ TEST(LikelyCauses, TransferAsText) {
     ASSERT_GT(settings.size(), 1108U);
     ASSERT_EQ(CausesOf(settings).size(), 1U);
     EXPECT_EQ(CausesOf(settings).front().find("it was transferred as text"), 0U);
-    // What was read is not all of the file.
+    // Only a part of the file was read.
     EXPECT_EQ(LikelyCausesOf({text, 1'000'000}), Texts{});
     EXPECT_EQ(CausesOf("\x01"
                        "a\xEF\xBF\xBD\xEF\xBF\xBD"),

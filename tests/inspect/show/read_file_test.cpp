@@ -1,4 +1,4 @@
-// What is found out about a file of either kind before it is shown.
+// The facts that are gathered about a file of either kind.
 #include "inspect/show/read_file.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 using test::Bytes;
 using Texts = std::vector<std::string>;
 
-// Files beside the certificate "base.cer".
+// Files in a directory with a certificate "base.cer".
 class ReadingFiles : public testing::Test {
   protected:
     ReadingFiles() {
@@ -35,7 +35,7 @@ class ReadingFiles : public testing::Test {
         return read ? std::move(*read) : FileToShow();
     }
 
-    // Why `path` cannot be read.
+    // Why `path` could not be read.
     [[nodiscard]] static std::string FailureOf(const std::string& path) {
         std::string failure;
         EXPECT_EQ(ReadFileToShow(path, {}, failure), std::nullopt);
@@ -104,7 +104,7 @@ TEST_F(ReadingFiles, FilesThatCannotBeRead) {
     EXPECT_EQ(FailureOf(directory_.Path()), "cannot be read: it is a directory");
 }
 
-// The bytes of a runtime.conf before they are scrambled, with a good signature.
+// A runtime.conf before scrambling, with a good signature.
 class ReadingSettings : public ReadingFiles {
   protected:
     ReadingSettings() {
@@ -126,7 +126,7 @@ class ReadingSettings : public ReadingFiles {
         return ReadBytes(plain, "runtime.conf");
     }
 
-    // The same with one number in it.
+    // As above, with `number` stored at `offset`.
     [[nodiscard]] FileToShow ReadWith(std::size_t offset, std::uint32_t number) const {
         Bytes plain = plain_;
         test::StoreAt(plain, offset, number);
@@ -136,7 +136,7 @@ class ReadingSettings : public ReadingFiles {
     Bytes plain_;
 };
 
-// "offset+size name = value (meaning)" of each field.
+// "offset+size name = value (meaning)" for each field.
 Texts LinesOf(const std::vector<ShownField>& fields) {
     Texts lines;
     for (const ShownField& field : fields) {

@@ -1,4 +1,4 @@
-// What `show` and `compare` print, of facts that no file need have.
+// The output of `show` and `compare`, from facts that need no file.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -23,7 +23,7 @@ std::string ShownText(const FileToShow& file, const ShowOptions& options = {}) {
     return output.Take();
 }
 
-// A file of which nothing but its name is known.
+// A file known only by its name.
 FileToShow NamedFile(ShownKind kind) {
     FileToShow file;
     file.shown.path = "dir/file";
@@ -131,7 +131,7 @@ TEST(ShowText, EndsItsFactsWithNotes) {
               "Note             two\n");
 }
 
-// Three entries of a valid catalogue, the second of which has a remark.
+// A valid catalogue of three entries, the second with an oddity.
 FileToShow ShownCatalogue() {
     Bytes odd = RecordOf(1'000'000, u"dir/odd", {});
     test::StoreAt<std::uint32_t>(odd, 8, 1);
@@ -147,7 +147,7 @@ FileToShow ShownCatalogue() {
     return file;
 }
 
-// What follows the facts.
+// The part after the facts.
 std::string EntriesText(const ShowOptions& options) {
     const std::string text = ShownText(ShownCatalogue(), options);
     const std::size_t begin = text.find("    bytes  chunks  path");
@@ -194,7 +194,7 @@ ComparedEntry Entry(const std::string& path, std::uint64_t sizeBytes, const Byte
     return {path, StoredPath::Form::Plain, {}, sizeBytes, digests};
 }
 
-// One chunk's digest.
+// The digest of one chunk.
 Bytes Chunk(std::uint8_t byte) {
     return Bytes(32, byte);
 }

@@ -20,7 +20,7 @@ TEST(RevocationFacts, EmptyBlock) {
     EXPECT_EQ(facts.remark, "");
 }
 
-// What openssl says of trust/development/crl.der.
+// As openssl prints trust/development/crl.der.
 TEST(RevocationFacts, List) {
     const auto list = BuiltInTrustMaterial().revocationListDer;
     const RevocationFacts facts = RevocationFactsOf(list);

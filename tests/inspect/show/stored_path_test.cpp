@@ -50,7 +50,7 @@ TEST(StoredPath, PlainPaths) {
 TEST(StoredPath, NamePosition) {
     EXPECT_EQ(ReadStoredPath(FieldOf(u"name")).namePosition, 0U);
     EXPECT_EQ(ReadStoredPath(FieldOf(u"a/b/name")).namePosition, 4U);
-    // In units of the field, as it is stored.
+    // In UTF-16 units, as the field stores it.
     EXPECT_EQ(ReadStoredPath(AliasedFieldOf(U"a/b")).namePosition, 3U);
 }
 

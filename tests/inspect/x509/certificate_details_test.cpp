@@ -28,7 +28,7 @@ void Parse(const Bytes& der, RevocationList& list) {
     ASSERT_EQ(ParseRevocationList(der, list), 0);
 }
 
-// Of a certificate of itself that openssl makes with `options`.
+// A self-signed certificate, made with the openssl options `options`.
 CertificateDetails DetailsOfMade(const std::string& options) {
     const TempDirectory directory;
     RunShell(directory.Path(), "openssl req -x509 -utf8 -new -days 400 -key '" +

@@ -109,7 +109,7 @@ TEST(FileKind, OfOpenSsh) {
 
 TEST(FileKind, OfACertificateWithAByteChangedInside) {
     auto bytes = test::CertificateBytes("good");
-    // The tag of the version.
+    // The tag of the version number.
     bytes.at(8) ^= 0x01U;
     EXPECT_EQ(FileKindOf(bytes), FileKind::UnreadableSigned);
 }
