@@ -13,7 +13,8 @@ enum class NameDifference {
     // ASCII white space differs anywhere in the name, and perhaps letter case too.
     WhiteSpace,
     // Characters outside ASCII differ too. The library compares their bytes, so letter case counts
-    // there, and so does whether an accent is part of its letter or follows it.
+    // there, and so does the form of an accent. A plain letter with a combining accent is `Other`,
+    // since the letter itself is ASCII.
     OutsideAscii,
     Other,
 };
