@@ -1,6 +1,6 @@
-"""Certificates, lists and authorities with one fault each, and what generate and verify say of them.
+"""Certificates, lists and authorities with one fault each, and the codes that generate and verify return for them.
 
-All are issued with few keys, since making RSA keys takes time.
+They share a few keys, since making RSA keys takes time.
 """
 
 from __future__ import annotations
@@ -43,12 +43,12 @@ commonName = supplied
 
 
 def codes_of(page: str) -> List[Tuple[int, str]]:
-    """The rows of the page's last table: code, and what is wrong."""
+    """The rows of the last table on the page: the code, and what is wrong."""
     return [(int(code), what) for code, what in ROW.findall(page.split("\n## Codes\n")[1])]
 
 
 def openssl(*arguments: object) -> None:
-    """Run openssl, which has to succeed."""
+    """Run openssl, which must succeed."""
     run = subprocess.run(["openssl", *map(str, arguments)], capture_output=True, text=True, check=False)
     if run.returncode != 0:
         raise AssertionError(f"openssl {' '.join(map(str, arguments))}\n{run.stderr}")
@@ -56,13 +56,13 @@ def openssl(*arguments: object) -> None:
 
 @dataclass(frozen=True)
 class Pair:
-    """A certificate in PEM and its key."""
+    """A certificate in PEM form and its key."""
 
     certificate: Path
     key: Path
 
     def der(self) -> Path:
-        """The certificate as the program takes it."""
+        """The certificate in DER form, which the program takes."""
         path = self.certificate.with_suffix(".der")
         openssl("x509", "-in", self.certificate, "-outform", "DER", "-out", path)
         return path
@@ -70,7 +70,7 @@ class Pair:
 
 @dataclass
 class Case:
-    """What a program trusts, and the certificate that it is given."""
+    """The trust material of a program, and the certificate given to it."""
 
     directory: Path
     authority: Path
@@ -92,7 +92,7 @@ class Case:
                          self.directory / "game.cfg")
 
     def verify(self) -> int:
-        """Return the status of verify, of a game sealed with the key and shipped with the certificate."""
+        """Return the status of verify for a game sealed with the key and shipped with the certificate."""
         copy = self.sealed / "Quorvane/Certificates/base.cer"
         copy.write_bytes(self.certificate.read_bytes())
         return self._run("verify", self.sealed)
@@ -135,7 +135,7 @@ class Authority:
 
     def authority(self, name: str = "authority", usage: str = "keyCertSign, cRLSign",
                   dates: Tuple[str, str] = NOW) -> Pair:
-        """The authority with other particulars, and the same key."""
+        """The authority with other details, but the same key."""
         config = self._config(name, AUTHORITY + usage)
         return self._issue(self._key, config, dates, "sha256", "-selfsign", "-keyfile", self._key)
 
@@ -146,7 +146,7 @@ class Authority:
                            "-cert", issuer.certificate, "-keyfile", issuer.key)
 
     def revocation_list(self, issuer: Pair, *revoked: Pair, dates: Tuple[str, str] = NOW) -> Path:
-        """A list of the issuer's."""
+        """A revocation list made by the issuer."""
         config = self._config("list")
         for pair in revoked:
             openssl("ca", "-config", config, "-md", "sha256", "-cert", issuer.certificate, "-keyfile", issuer.key,
@@ -159,7 +159,7 @@ class Authority:
 
     def case(self, product: "Pair | None" = None, authority: "Pair | None" = None,
              revocation_list: "Path | None" = None) -> Case:
-        """A case in which all is good but what is given."""
+        """A case in which everything is good except the arguments."""
         pair = product or self.product
         game = self._new_name()
         game.mkdir()
@@ -171,13 +171,13 @@ class Authority:
         return made
 
     def foreign(self) -> Pair:
-        """An authority of the same name, and another key."""
+        """An authority with the same name, but another key."""
         key = self.new_key(2048)
         config = self._config("authority", AUTHORITY + "keyCertSign, cRLSign")
         return self._issue(key, config, NOW, "sha256", "-selfsign", "-keyfile", key)
 
     def in_pem(self) -> Case:
-        """The certificate is not in DER."""
+        """The certificate in PEM form, which is refused."""
         made = self.case()
         made.certificate = self.product.certificate
         return made

@@ -1,7 +1,7 @@
-"""Stands in for "cmake" where a page builds the program: all but the compiling is done.
+"""Stands in for "cmake" where a page builds the program: does everything but compile.
 
-Configuring, and configuring anew when the trust material has changed, are CMake's own. For the compiled program stands
-one that was linked to read its trust material from files: those bytes that CMake put into the source file.
+CMake itself configures, and configures again after the trust material has changed. The program is replaced by one that
+reads its trust material from files: the bytes that CMake wrote into the source file.
 """
 
 from __future__ import annotations
@@ -18,14 +18,14 @@ ARRAYS = {"SEALKEEPER_TEST_TRUST_CA": "kAuthorityDer", "SEALKEEPER_TEST_TRUST_CR
 
 
 def configured_bytes(array: str) -> bytes:
-    """What CMake put into the array of the source file of the trust material."""
+    """The bytes that CMake wrote into an array of the trust material's source file."""
     text = (BUILD / "src/runtime/trust_material.cpp").read_text()
     numbers = re.search(array + r"\[\] = \{(.*?)\};", text).group(1)
     return bytes(int(number, 16) for number in re.findall("0x[0-9a-f]{2}", numbers))
 
 
 def put_programs() -> None:
-    """Put the programs where the build would."""
+    """Put the programs where the build would put them."""
     variables = ""
     for variable, array in ARRAYS.items():
         path = (BUILD / array).absolute()
@@ -38,7 +38,7 @@ def put_programs() -> None:
 
 
 def main() -> int:
-    """Run CMake, or in place of a build what is told above."""
+    """Run CMake. A build is replaced as described at the top."""
     if sys.argv[1:] != ["--build", "--preset", "release"]:
         return subprocess.run([os.environ["SEALKEEPER_CMAKE"], *sys.argv[1:]], check=False).returncode
     configured = subprocess.run(["ninja", "-C", BUILD, "build.ninja"], check=False)

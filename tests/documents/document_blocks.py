@@ -1,4 +1,4 @@
-"""What stands in a page between its fences, section by section."""
+"""The fenced blocks of a page, by section."""
 
 from __future__ import annotations
 
@@ -15,7 +15,7 @@ HEADING = re.compile(r"^## +(.*)$", re.MULTILINE)
 
 @dataclass(frozen=True)
 class Block:
-    """One fenced block: the word after its fence, its text, and the line of prose before it."""
+    """A fenced block: its info string, its text, and the line of prose before it."""
 
     kind: str
     text: str
@@ -24,13 +24,13 @@ class Block:
 
 @dataclass(frozen=True)
 class Section:
-    """What stands under one heading of the second level."""
+    """The text under one second-level heading."""
 
     title: str
     text: str
 
     def blocks(self, kind: str) -> List[Block]:
-        """Its blocks of a kind."""
+        """The blocks of one kind."""
         return [block for block in blocks_of(self.text) if block.kind == kind]
 
 
@@ -40,7 +40,7 @@ def page(name: str) -> str:
 
 
 def blocks_of(text: str) -> List[Block]:
-    """All blocks of a text, in its order."""
+    """All blocks of a text, in order."""
     found = []
     for match in FENCED.finditer(text):
         before = text[: match.start()].rstrip().rsplit("\n", 1)[-1]
@@ -49,6 +49,6 @@ def blocks_of(text: str) -> List[Block]:
 
 
 def sections_of(text: str) -> List[Section]:
-    """The sections of a text; what stands before the first heading is none."""
+    """The sections of a text, without what comes before the first heading."""
     parts = HEADING.split(text)[1:]
     return [Section(title, body) for title, body in zip(parts[::2], parts[1::2])]

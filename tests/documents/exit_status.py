@@ -1,4 +1,4 @@
-"""The exit statuses as the sources have them, and as docs/exit-status.md tells them."""
+"""The exit statuses in the sources and in docs/exit-status.md."""
 
 from __future__ import annotations
 
@@ -25,7 +25,7 @@ def names() -> "dict[int, str]":
 
 @functools.lru_cache(maxsize=None)
 def returned() -> "set[int]":
-    """The statuses that anything but the list of them names."""
+    """The statuses that are used anywhere but in the list of them."""
     used = {name for text in sources() if "kTexts.size()" not in text for name in re.findall(r"ResultCode::(\w+)", text)}
     return {number for number, name in names().items() if name in used or " " in name}
 

@@ -1,6 +1,6 @@
 """The messages of the program, read from the calls of `Log` in its sources.
 
-What cannot be read is an error, unless it is skipped, so that no message is passed over in silence.
+A call that cannot be read is an error unless it is skipped, so that no message is missed silently.
 """
 
 from __future__ import annotations
@@ -13,7 +13,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[2]
 SOURCES = ROOT / "src"
 DOCUMENTS = ROOT / "docs"
-# Those of sealkeeper itself: the companion program logs nothing.
+# The folders of sealkeeper itself; the companion logs nothing.
 FOLDERS = ("app", "catalogue", "config", "platform", "runtime")
 TAGS = {"Error": "Err!", "Warning": "Warn", "Info": "Info", "Verbose": "Verb", "Trace": "Verb"}
 
@@ -24,7 +24,7 @@ COMMENT = re.compile(rf"({LITERAL})|//[^\n]*")
 TEXT_CONSTANT = re.compile(rf"constexpr\s+(?:const char\*|std::string_view)\s+(k\w+)\s*=\s*({LITERALS})")
 NUMBER_CONSTANT = re.compile(r"constexpr\s+[\w:]+\s+(k\w+)\s*=\s*([\d']+);")
 CONVERSION = re.compile(r"%[-+ #0]*\d*(?:\.\d+)?(?:hh|h|ll|l|z|j|t)?[a-zA-Z]")
-# A function that logs the text it is called with. The texts are the sentences in its file.
+# A function that logs its argument. The possible texts are the sentences in its file.
 RELAYED = "%s\n"
 SENTENCE = re.compile(r".* .*\.", re.DOTALL)
 ESCAPES = {"n": "\n", "r": "\r", "t": "\t", "0": "\0"}
@@ -32,14 +32,14 @@ ESCAPES = {"n": "\n", "r": "\r", "t": "\t", "0": "\0"}
 
 @dataclass(frozen=True)
 class Message:
-    """A message with its tag. `text` is a format of printf, without the line feed at its end."""
+    """A message with its tag. `text` is a printf format, without the final line feed."""
 
     tag: str
     text: str
     ends_its_line: bool
 
     def pattern(self) -> "re.Pattern[str]":
-        """Matches the message as a page shows it: with a name in capitals for each conversion."""
+        """Matches the message as a page shows it, with an upper-case name for each conversion."""
         parts = [re.escape(part) for part in CONVERSION.split(self.text)]
         return re.compile("[A-Z][A-Z_]*".join(parts))
 
@@ -55,7 +55,7 @@ def text_of(literals: str) -> str:
 
 
 def call_at(source: str, begin: int) -> str:
-    """What stands between the parentheses of the call whose first argument begins at `begin`."""
+    """The arguments of the call whose first argument begins at `begin`."""
     depth = 1
     for token in re.finditer(rf"{LITERAL}|[()]", source[begin:]):
         depth += {"(": 1, ")": -1}.get(token[0], 0)
@@ -65,7 +65,7 @@ def call_at(source: str, begin: int) -> str:
 
 
 def with_numbers(text: str, arguments: str, source: str) -> str:
-    """A message that always shows the same number has it in place of its only conversion."""
+    """If a message always shows the same number, put it in place of its only conversion."""
     constants = {**shared_numbers(), **dict(NUMBER_CONSTANT.findall(source))}
     shown = [constants[name] for name in re.findall(r"\bk\w+", arguments) if name in constants]
     if len(shown) == 1 and len(CONVERSION.findall(text)) == 1:
@@ -75,7 +75,7 @@ def with_numbers(text: str, arguments: str, source: str) -> str:
 
 @functools.lru_cache(maxsize=None)
 def shared_numbers() -> "dict[str, str]":
-    """Those of the headers, which the sources share."""
+    """The numeric constants in headers, which the sources share."""
     return {name: number for text in headers() for name, number in NUMBER_CONSTANT.findall(text)}
 
 
@@ -142,7 +142,7 @@ def headers() -> "list[str]":
 
 
 def logged_messages(*levels: str, skip_unreadable: bool = False) -> "set[Message]":
-    """The messages of these levels, named as `LogLevel` names them."""
+    """The messages at these levels, named as in `LogLevel`."""
     texts = sources()
     constants = {name: text_of(literals) for text in texts for name, literals in TEXT_CONSTANT.findall(text)}
     return {message for text in texts for message in messages_in(text, constants, levels, skip_unreadable)}

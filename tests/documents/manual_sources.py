@@ -1,4 +1,4 @@
-"""The manual pages as they are written, and the tables of the programs that they tell of."""
+"""The sources of the manual pages, and the programs' tables that they describe."""
 
 from __future__ import annotations
 
@@ -18,7 +18,7 @@ def page_source(page: str) -> str:
 
 
 def part_under(text: str, heading: str) -> str:
-    """What stands between `heading`, with its number signs, and the next one of its rank or above."""
+    """The text between `heading`, with its number signs, and the next heading of the same or a higher level."""
     rank = len(heading.split()[0])
     begin = re.search(rf"^{re.escape(heading)}$", text, re.MULTILINE)
     if begin is None:
@@ -29,12 +29,12 @@ def part_under(text: str, heading: str) -> str:
 
 
 def without_marks(text: str) -> str:
-    """A line of scdoc without the marks of bold and underlined words."""
+    """A line of scdoc without the marks for bold and underlined text."""
     return re.sub(r"(?<![\w\\])_|_(?!\w)|(?<!\\)\*", "", text).replace("\\", "")
 
 
 class Term(NamedTuple):
-    """A line that an indented text explains."""
+    """A line explained by the indented text below it."""
 
     text: str
     explanation: str
@@ -52,7 +52,7 @@ class Option(NamedTuple):
 
 
 def options_in_terms(part: str) -> List[Option]:
-    """The options among the terms of `part`, in their order."""
+    """The options among the terms of `part`, in order."""
     options = []
     for term in terms_of(part):
         for words in term.text.split(", "):
@@ -63,7 +63,7 @@ def options_in_terms(part: str) -> List[Option]:
 
 
 def program_options() -> List[Option]:
-    """Of sealkeeper, by the table that its parser looks them up in."""
+    """The options of sealkeeper, from the table that its parser uses."""
     table = (ROOT / "src/app/option_table.cpp").read_text()
     rows = re.findall(r'Option\{"([^"]+)", OptionKind::(\w+)', table)
     return [Option(name, kind in ("StoresText", "SetsJobs")) for name, kind in rows]
@@ -86,7 +86,7 @@ def inspect_help(*command: str) -> str:
 
 
 def listed_under(text: str, title: str) -> List[str]:
-    """The lines that the help `text` has under `title`."""
+    """The lines under `title` in a help text."""
     found = re.search(rf"^{title}:\n((?:[ \t]+.*\n)+)", text, re.MULTILINE | re.IGNORECASE)
     return found.group(1).splitlines() if found else []
 

@@ -1,7 +1,7 @@
-"""The commands of a page, in the order of its blocks, and runs of them.
+"""Runs the commands of a page, in the order of its blocks.
 
-A block of the kind "sh" is a script. One of the kind "console" is what a terminal shows: after each "$ " a command, and
-below it what it prints, where "..." stands for any text and a line of that alone for any lines.
+A block of the kind "sh" is a script. One of the kind "console" shows a terminal: a command after each "$ ", and its
+output below. In the output "..." stands for any text, and a line of only that for any number of lines.
 """
 
 from __future__ import annotations
@@ -19,22 +19,22 @@ TIMEOUT_SECONDS = 300
 
 
 class WrongPage(AssertionError):
-    """A command did not do what its page says."""
+    """A command did not do what the page shows."""
 
 
 @dataclass
 class Shown:
-    """A command and what a page shows below it."""
+    """A command and the output that the page shows for it."""
 
     command: str
     output: List[str] = field(default_factory=list)
 
     def asks_for_status(self) -> bool:
-        """Whether this only shows the status of the command before it."""
+        """Whether the command only prints the status of the one before it."""
         return self.command == "echo $?"
 
     def matches(self, printed: str) -> bool:
-        """Whether the page shows what was printed, up to blank lines at the end."""
+        """Whether the output is as the page shows it, except for trailing blank lines."""
         lines = (ANY_LINES if line == "..." else re.escape(line).replace(re.escape("..."), ".*") + "\n"
                  for line in self.output)
         ended = printed.rstrip("\n") + "\n" if printed else ""
@@ -62,7 +62,7 @@ class Shell:
         self._environment = environment
 
     def run_block(self, block: Block) -> None:
-        """Run a block. WrongPage tells of the first command that does not do what is shown."""
+        """Run a block. Raises WrongPage at the first command that differs from the page."""
         if block.kind == "sh":
             run = self._run("set -euo pipefail\n" + block.text)
             if run.returncode != 0:
@@ -82,7 +82,7 @@ class Shell:
 
     @staticmethod
     def _status_shown_after(commands: List[Shown], index: int) -> int:
-        """0 where none is shown."""
+        """0 if the page shows none."""
         following = commands[index + 1:index + 2]
         return int(following[0].output[0]) if following and following[0].asks_for_status() else 0
 

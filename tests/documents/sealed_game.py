@@ -1,4 +1,4 @@
-"""A game in a fresh directory, and runs of the two programs on it with the credentials of the tests."""
+"""A game in a fresh directory, and runs of the two programs on it with the test credentials."""
 
 from __future__ import annotations
 
@@ -23,7 +23,7 @@ Finished = subprocess.CompletedProcess
 
 
 class SealedGameTest(unittest.TestCase):
-    """Base of the tests that try what a page says of rules."""
+    """Base of the tests for what pages say about rules."""
 
     maxDiff = None
 
@@ -50,7 +50,7 @@ class SealedGameTest(unittest.TestCase):
         return finished
 
     def seal(self, config: PathOrText, *options: str, credentials: str = "good") -> "Finished[str]":
-        """Generate with one of the pairs of the tests."""
+        """Generate with one of the test credentials."""
         pair = CREDENTIALS / credentials
         return self.run_program(
             PROGRAM, *options, "-productid", PRODUCT, "-inkey", pair / "base_private.key",

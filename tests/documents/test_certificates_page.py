@@ -1,7 +1,7 @@
-"""Every command of docs/CERTIFICATES.md does what the page says, and every code of its table is the program's.
+"""Each command in docs/CERTIFICATES.md does what the page says, and the codes in its table are the program's.
 
-Not run is the compiling in "cmake --build": cmake_without_compiling.py says what is done in its place. The rest is
-run as it stands, with a home directory of its own.
+Only the compilation in "cmake --build" is not run; cmake_without_compiling.py replaces it. Everything else runs
+unchanged, in a home directory of its own.
 """
 
 from __future__ import annotations
@@ -33,7 +33,7 @@ def new_directory(test: "type[unittest.TestCase]") -> Path:
 
 @of_openssl_3
 class Commands(unittest.TestCase):
-    """The page is run once, from its first block to the last."""
+    """Runs the page once, from the first block to the last."""
 
     @classmethod
     def setUpClass(cls) -> None:
@@ -41,7 +41,7 @@ class Commands(unittest.TestCase):
         cls.home, cls.sources = directory / "home", directory / "sources"
         for made in (cls.home, cls.sources, directory / "bin"):
             made.mkdir()
-        # The build belongs into the sources' folder, which is not this one: nobody's own build is touched.
+        # The page builds inside the source folder. Links to the sources keep that away from a real build folder.
         for entry in ROOT.iterdir():
             if entry.name != "build":
                 (cls.sources / entry.name).symlink_to(entry)
@@ -51,7 +51,7 @@ class Commands(unittest.TestCase):
         cls.environment = {**os.environ, "HOME": str(cls.home), "PATH": f"{directory / 'bin'}:{os.environ['PATH']}"}
 
     def secret(self) -> str:
-        """The key that a build server would hand over."""
+        """The key that a build server would provide."""
         key = self.home / KEY
         return key.read_text() if key.exists() else ""
 
@@ -109,7 +109,7 @@ class Codes(unittest.TestCase):
 
 
 class Reading(unittest.TestCase):
-    """How the page is read."""
+    """How the page is parsed."""
 
     def test_text_left_out(self) -> None:
         self.assertTrue(Shown("x", ["a ... c", "...", "d"]).matches("a b c\n1\n2\nd\n"))

@@ -1,4 +1,4 @@
-"""The completions offer just the options that the programs have, and files of the right kind."""
+"""The completions offer exactly the options of the programs, and the right kinds of files."""
 
 from __future__ import annotations
 
@@ -16,7 +16,7 @@ from manual_sources import ROOT, Option, help_of, inspect_commands, inspect_prog
 COMPLETIONS = ROOT / "completions"
 NEEDS_INSPECT = unittest.skipUnless(inspect_program(), "sealkeeper-inspect is not built")
 
-# Prints what bash would be offered for the words after the script, the last of which is typed.
+# Prints the completions that bash offers for the words after the script. The last word is the one being typed.
 BASH_DRIVER = """
 set -u
 source "$1"
@@ -138,7 +138,7 @@ class Bash(unittest.TestCase):
 class Zsh(unittest.TestCase):
     @staticmethod
     def options_in(text: str) -> List[Option]:
-        """Those of `_arguments`. An equals sign says that a value follows."""
+        """The options in a call of `_arguments`. An equals sign means that a value follows."""
         specs = re.findall(r"^ +'(?:\([^)]*\))?(--?[\w?-]+)(=?)\[", text, re.MULTILINE)
         options = [Option(name, bool(equals)) for name, equals in specs]
         for names in re.findall(r"^ +'\([^)]*\)'\{([^}]*)\}'\[", text, re.MULTILINE):

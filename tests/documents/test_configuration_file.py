@@ -1,4 +1,4 @@
-"""What docs/configuration-file.md says of odd files and patterns is what the program does with them."""
+"""What docs/configuration-file.md says about unusual files and patterns is true of the program."""
 
 from __future__ import annotations
 
@@ -31,7 +31,7 @@ MEGABYTE = 1_000_000
 
 
 def search(options: str) -> str:
-    """A configuration file with these search options, each on its line."""
+    """A configuration file with these search options on lines of their own."""
     return f"{HEAD}search_options {{\n{options}\n}}\n"
 
 
@@ -40,7 +40,7 @@ LIB_ALONE = search('include_paths = ["lib"]')
 
 @dataclass(frozen=True)
 class Claim:
-    """Words of the page, and a run that bears them out."""
+    """A statement on the page, and a run that proves it."""
 
     words: str
     config: Union[bytes, str]
@@ -206,14 +206,14 @@ class ConfigurationFile(SealedGameTest):
         self.config = self.directory / "game.cfg"
 
     def write(self, name: Union[bytes, str], size: int = 1) -> None:
-        """Put a file of zeros into the game."""
+        """Add a file of zeros to the game."""
         path = self.game / os.fsdecode(name)
         path.parent.mkdir(parents=True, exist_ok=True)
         path.touch()
         os.truncate(path, size)
 
     def set_up(self, claim: Claim) -> None:
-        """The game and the configuration file of a claim, in place of those before."""
+        """Set up the game and the configuration file of a claim, replacing the previous ones."""
         shutil.rmtree(self.game)
         for name in claim.files:
             self.write(name)
@@ -222,11 +222,11 @@ class ConfigurationFile(SealedGameTest):
         self.config.write_bytes(claim.config if isinstance(claim.config, bytes) else claim.config.encode())
 
     def warnings(self) -> List[Dict[str, Any]]:
-        """What the companion says of the rules, before a run has put its output into the game."""
+        """The companion's warnings, before a run adds its output to the game."""
         return json.loads(self.run_program(INSPECT, "rules", self.config, "--game", self.game, "--json").stdout)["warnings"]
 
     def check(self, claim: Claim) -> None:
-        """What a claim says of its run."""
+        """Check the run of a claim."""
         warnings = self.warnings()
         run = self.seal(self.config)
         self.assertEqual(run.returncode, claim.status, run.stdout)

@@ -1,4 +1,4 @@
-"""Each recipe of docs/COOKBOOK.md does to the game that its section shows what the section says."""
+"""Each recipe in docs/COOKBOOK.md has the effect on its game that its section shows."""
 
 from __future__ import annotations
 
@@ -16,7 +16,7 @@ from sealed_game import INSPECT, SealedGameTest
 
 RECIPES = ROOT / "docs/cookbook"
 SEALED = "sealed"
-# A path, the size or the link's target where the page says one, and what becomes of it.
+# A path, the size or the link target if the page gives one, and what happens to the file.
 LAID_OUT = re.compile(r"^(\S+)(?: -> (\S+))?(?: \((\d+) MB\))? +(\S.*)$")
 MEGABYTE = 1_000_000
 NOTHING_WRONG, WARNED = 0, 1
@@ -26,7 +26,7 @@ FILE_MISSING = 23
 
 @dataclass(frozen=True)
 class Laid:
-    """One line of a layout."""
+    """A line of a layout."""
 
     path: str
     target: str
@@ -35,7 +35,7 @@ class Laid:
 
 
 def layout_of(section: Section) -> List[Laid]:
-    """The game that a section shows."""
+    """The game shown in a section."""
     lines = section.blocks("layout")[0].text.splitlines()
     matches = [LAID_OUT.match(line) for line in lines]
     return [Laid(match[1], match[2] or "", int(match[3] or 0) * MEGABYTE, match[4]) for match in matches if match]
@@ -54,7 +54,7 @@ class Cookbook(SealedGameTest):
         self.sections = sections_of(page("COOKBOOK.md"))
 
     def lay_out(self, section: Section) -> List[Laid]:
-        """Make the game that a section shows, in place of the one that was there."""
+        """Create the game of a section, replacing the previous one."""
         shutil.rmtree(self.game)
         laid = layout_of(section)
         self.assertEqual(len(laid), len(section.blocks("layout")[0].text.splitlines()))
@@ -69,11 +69,11 @@ class Cookbook(SealedGameTest):
         return laid
 
     def put_recipe(self, section: Section) -> str:
-        """Copy a section's recipe beside the game; return its name, by which warnings call it."""
+        """Copy the recipe of a section beside the game; return the name that warnings use for it."""
         return Path(shutil.copy(recipe_of(section), self.directory)).name
 
     def warnings_of(self, recipe: str) -> str:
-        """What `rules` prints before the totals."""
+        """The output of `rules` before the totals."""
         run = self.run_program(INSPECT, "rules", recipe, "--game", self.game)
         text = run.stdout[: re.search(r"^sealed ", run.stdout, re.MULTILINE).start()].rstrip("\n")
         self.assertEqual(run.returncode, WARNED if text else NOTHING_WRONG, run.stdout)
@@ -119,7 +119,7 @@ class Cookbook(SealedGameTest):
                     self.assertIn(f"`{rule[0] or rule[1]}`", section.text)
 
     def put_mod(self, credentials: str, *options: str) -> int:
-        """Seal a mod and put its catalogue beside the game's; return the status of generate."""
+        """Seal a mod and put its catalogue beside the game's; return the exit status of generate."""
         mod = self.directory / "mod.cfg"
         mod.write_text('config_info { version = 2; }\nsearch_options { include_paths = ["Mods/BiggerShips"] }\n')
         run = self.seal(mod.name, "-outname", "mymod", *options, credentials=credentials)

@@ -1,4 +1,4 @@
-"""docs/exit-status.md has every status, by its name, and says which of them are never returned."""
+"""docs/exit-status.md lists every status by name, and says which are never returned."""
 
 from __future__ import annotations
 

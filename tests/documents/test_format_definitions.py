@@ -1,5 +1,7 @@
-"""The definitions for Kaitai Struct name the offsets and sizes of the sources. tools/check-formats.sh compiles
-them and reads files with them; this needs nothing but the text."""
+"""The Kaitai Struct definitions have the same offsets and sizes as the sources.
+
+tools/check-formats.sh compiles them and reads files with them; this test only parses their text.
+"""
 
 from __future__ import annotations
 
@@ -17,7 +19,7 @@ Offsets = Dict[str, int]
 
 
 def fields_of(definition: str, *path: str) -> List[Field]:
-    """The fields in the "seq" below the keys of `path`, each with its keys and values as text."""
+    """The fields of the "seq" at `path`, each with its keys and values as text."""
     lines = (FORMATS / definition).read_text(encoding="utf-8").splitlines()
     for depth, key in enumerate((*path, "seq")):
         indent = "  " * depth
@@ -37,7 +39,7 @@ def fields_of(definition: str, *path: str) -> List[Field]:
 
 
 def layout_of(fields: List[Field]) -> Tuple[Offsets, int]:
-    """Where each field of a known size begins, up to the first that has none, and where they end."""
+    """The offset of each field up to the first of unknown size, and where the fields end."""
     offsets: Offsets = {}
     position = 0
     for field in fields:
@@ -60,7 +62,7 @@ def size_of(field: Field) -> "int | None":
 
 
 def constants_of(header: str, namespace: str) -> Dict[str, int]:
-    """The plain numbers in a namespace of a header."""
+    """The plain numbers in one namespace of a header file."""
     text = (ROOT / "src" / header).read_text(encoding="utf-8")
     begin = text.index(f"{namespace} {{")
     body = text[begin : text.index("}  // namespace", begin)]
@@ -68,7 +70,7 @@ def constants_of(header: str, namespace: str) -> Dict[str, int]:
 
 
 def offsets_in(constants: Dict[str, int]) -> Offsets:
-    """The fields under the names of the definitions: SignatureLengthOffset is signature_length."""
+    """The offsets by the names in the definitions: SignatureLengthOffset becomes signature_length."""
     offsets = {name[: -len("Offset")]: value for name, value in constants.items() if name.endswith("Offset")}
     found = {re.sub(r"(?<=.)([A-Z])", r"_\1", name).lower(): value for name, value in offsets.items()}
     if "signature" in found:
@@ -77,7 +79,7 @@ def offsets_in(constants: Dict[str, int]) -> Offsets:
 
 
 class Definitions(unittest.TestCase):
-    """Each definition is held against the header that its layout is written in."""
+    """Compares each definition with the header file that defines the layout."""
 
     def test_catalogue_header(self) -> None:
         constants = constants_of("catalogue/catalogue_format.h", "namespace catalogue_header")

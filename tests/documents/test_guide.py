@@ -20,13 +20,13 @@ MARK = "\x01"
 HOME_IN_GUIDE = "/home/you"
 ELISION = re.escape("...\n")
 SAVED_AS = re.compile(r"[Ss]ave this as `([^`]+)`")
-# Dots of progress at the end of a line, which a slow machine adds: after a file that is hashed, a verdict, nothing.
+# Progress dots, which a slow machine appends: after a hashed file, after a verdict, or on an empty line.
 DOTTED = re.compile(r"^(\[Info\] Hashing .*?\.\.\.|\[\w+!?\] \[(?:Success|Failure)\] .*['\)]\.|)\.+$", re.MULTILINE)
 TIMEOUT_SECONDS = 120
 
 
 class Typed:
-    """A command as it is typed, and the pattern of what is shown below it."""
+    """A command as typed, and the pattern of the output shown below it."""
 
     def __init__(self, text: str) -> None:
         lines = text.splitlines(keepends=True)
@@ -37,45 +37,45 @@ class Typed:
         self.shown = "".join(lines[length:])
 
     def is_shown(self, output: str) -> bool:
-        """Whether a run that printed this is the one that the page shows."""
+        """Whether the page shows this output."""
         pattern = re.escape(self.shown).replace(ELISION, r"(?:.*\n)*?")
         return re.fullmatch(pattern, output) is not None
 
 
 def typed_in(block: Block) -> List[Typed]:
-    """The commands of one console block."""
+    """The commands in a console block."""
     return [Typed(part) for part in re.split(r"^\$ ", block.text, flags=re.MULTILINE)[1:]]
 
 
 def script_of(blocks: List[Block]) -> str:
-    """What a shell does for a reader who follows the page from its beginning to its end."""
+    """A shell script that follows the page from beginning to end."""
     parts = []
     for block in blocks:
         saved = SAVED_AS.search(block.lead)
         if saved:
             parts.append(f"printf %s {shlex.quote(block.text)} > {saved[1]}\n")
         for typed in typed_in(block) if block.kind == "console" else []:
-            # The status goes on to the next command, which may show it.
+            # Passes the status on to the next command, which may print it.
             parts.append(f"{typed.command}status=$?; printf '{MARK}'; (exit $status)\n")
     return "".join(parts)
 
 
 class Guide(unittest.TestCase):
-    """The page, typed by a new user with an empty home."""
+    """The page as typed by a new user with an empty home directory."""
 
     maxDiff = None
 
     def setUp(self) -> None:
         self.home = Path(tempfile.mkdtemp(prefix="sealkeeper-guide-")).resolve()
         self.addCleanup(shutil.rmtree, self.home, ignore_errors=True)
-        # Beside the home, so that programs under other names are found by the page's.
+        # Outside the home directory: the page calls the programs by fixed names, but they may have others.
         self.programs = Path(tempfile.mkdtemp(prefix="sealkeeper-programs-")).resolve()
         self.addCleanup(shutil.rmtree, self.programs, ignore_errors=True)
         for name, variable in (("sealkeeper", "SEALKEEPER_PROGRAM"), ("sealkeeper-inspect", "SEALKEEPER_INSPECT")):
             (self.programs / name).symlink_to(Path(os.environ[variable]).resolve())
 
     def follow(self, script: str) -> List[str]:
-        """What each command of a script prints, on either stream."""
+        """The output of each command in a script, on either stream."""
         path = os.pathsep.join([str(self.programs), str(ROOT / "tools"), os.environ["PATH"]])
         finished = subprocess.run(
             ["bash"],

@@ -1,4 +1,4 @@
-"""Every link in a document that leads into this repository leads to something there."""
+"""Every link from a document into this repository leads to something that exists."""
 
 from __future__ import annotations
 
@@ -20,7 +20,7 @@ def documents() -> "list[Path]":
 
 
 def anchor_of(heading: str) -> str:
-    """As forges make it: letters, digits, hyphens and underscores in lower case, blanks as hyphens."""
+    """As forges generate it: lower-case letters, digits, hyphens and underscores, with hyphens for blanks."""
     text = re.sub(r"[^\w\- ]", "", heading.strip().lower())
     return text.replace(" ", "-")
 

@@ -1,4 +1,4 @@
-"""What file(1) says with docs/formats/sealkeeper.magic."""
+"""The output of file(1) with docs/formats/sealkeeper.magic."""
 
 from __future__ import annotations
 
@@ -21,7 +21,7 @@ def said_of(path: Path) -> str:
 
 
 class Vectors(unittest.TestCase):
-    """Of the signed files of test vectors."""
+    """For the signed files of the test vectors."""
 
     def assert_said(self, name: str, file: str, text: str) -> None:
         with self.subTest(name):
@@ -59,7 +59,7 @@ class Vectors(unittest.TestCase):
 
 
 class Settings(unittest.TestCase):
-    """Of every solution, and of numbers of instances that fit into a byte and do not."""
+    """For every solution, and for instance counts of one byte and of more."""
 
     def setUp(self) -> None:
         scratch = tempfile.TemporaryDirectory()

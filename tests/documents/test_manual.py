@@ -1,4 +1,4 @@
-"""The manual pages tell of just what the programs' own tables have."""
+"""The manual pages describe exactly what is in the programs' own tables."""
 
 from __future__ import annotations
 

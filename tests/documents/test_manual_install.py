@@ -1,4 +1,4 @@
-"""The build makes the manual pages without complaint, and puts them and the completions where they are looked for."""
+"""The build makes the manual pages without warnings, and installs them and the completions in the usual places."""
 
 from __future__ import annotations
 
@@ -12,7 +12,7 @@ from typing import List, Set
 
 from manual_sources import ROOT
 
-# A project without a language, which configures at once.
+# A project without a programming language, which configures at once.
 PROJECT = """
 cmake_minimum_required(VERSION 3.21)
 project(manual VERSION 98.7.6 LANGUAGES NONE)
@@ -100,13 +100,13 @@ class Installation(Project):
         if not shutil.which("mandoc"):
             raise unittest.SkipTest("there is no mandoc")
         result = subprocess.run(["mandoc", "-Tlint", "-Wwarning", page], capture_output=True, check=False, text=True)
-        # scdoc ends a paragraph wherever one may end.
+        # scdoc ends paragraphs redundantly.
         return [line for line in result.stdout.splitlines() if "skipping paragraph macro" not in line]
 
 
 @unittest.skipUnless(shutil.which("scdoc"), "there is no scdoc")
 class Dates(Project):
-    """The date of a page is not that of its build, so that two builds give the same."""
+    """A page does not contain the build date, so that two builds are identical."""
 
     def copied_sources(self) -> Path:
         copy = self.folder / "copy"

@@ -1,4 +1,4 @@
-"""docs/MESSAGES.md explains every error and warning that the sources can print, and none that they cannot."""
+"""docs/MESSAGES.md explains every error and warning that the sources can print, and no others."""
 
 from __future__ import annotations
 
@@ -10,14 +10,14 @@ import exit_status
 from logged_messages import DOCUMENTS, UnreadableCall, logged_messages, messages_in
 
 PAGE = DOCUMENTS / "MESSAGES.md"
-# What begins an explanation.
+# The start of an explanation.
 OUTCOME = re.compile(r"\*\*(?:The run goes on|Exit status( [^*]*|: [^*]*))\.\*\*")
 TAGGED = re.compile(r"^\[(\w+!?)\] ")
 
 
 @dataclass(frozen=True)
 class Entry:
-    """A message as the page has it, and what stands after it up to the next one."""
+    """A message on the page, and the text up to the next one."""
 
     tag: str
     text: str
@@ -75,7 +75,7 @@ class Messages(unittest.TestCase):
 
 
 class ReadingSources(unittest.TestCase):
-    """How the calls are read, on calls that the sources need not have."""
+    """Reading calls of `Log`, including forms that the sources do not use."""
 
     def texts_of(self, source: str, constants: "dict[str, str]" = {}) -> "set[str]":
         return {message.text for message in messages_in(source, constants, ("Error",))}

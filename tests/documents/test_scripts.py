@@ -1,4 +1,4 @@
-"""What the scripts that users start first say where they cannot go on, and what they leave alone."""
+"""What the scripts that users run first say when they cannot go on, and which files they leave alone."""
 
 from __future__ import annotations
 
@@ -27,7 +27,7 @@ class Scripts(unittest.TestCase):
                               timeout=60, env=environment)
 
     def test_the_demonstration_asks_before_it_replaces_signed_files(self) -> None:
-        """A build would take minutes: it must come after the question."""
+        """The question must come before the build, which would take minutes."""
         certificates = self.directory / "Quorvane/Certificates"
         certificates.mkdir(parents=True)
         for name in ("base.bin", "runtime.conf"):

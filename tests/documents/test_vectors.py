@@ -1,5 +1,7 @@
-"""The test vectors of docs/vectors are what their script makes, and give the codes of their table: by the
-program, and, where it can tell, by the independent reader."""
+"""The test vectors in docs/vectors are what their script generates, and give the codes in their table.
+
+The program must give these codes, and the independent reader too as far as it can tell.
+"""
 
 from __future__ import annotations
 
@@ -50,7 +52,7 @@ def run_program(*arguments: str) -> "subprocess.CompletedProcess[str]":
 
 
 def verified_by_program(directory: Path, product: str) -> Outcome:
-    """In the shape of the table."""
+    """In the form of the table."""
     run = run_program("-productid", product, "verify", str(directory))
     outcome: Outcome = {"productId": product, "status": run.returncode}
     if "Verification summary:" in run.stdout:
@@ -61,7 +63,7 @@ def verified_by_program(directory: Path, product: str) -> Outcome:
 
 
 def listed_by_program(directory: Path, file: str) -> Outcome:
-    """In the shape of the table."""
+    """In the form of the table."""
     run = run_program("list", str(directory / file))
     outcome: Outcome = {"file": file, "status": run.returncode}
     if run.returncode != 0:
@@ -89,7 +91,7 @@ def settings_in(lines: List[str]) -> Dict[str, Any]:
 
 
 def catalogues_in_any_order(vector: Outcome) -> Outcome:
-    """Which of two catalogues is read first is up to the file system."""
+    """The file system decides which of two catalogues is read first."""
     verify = dict(vector)
     if "files" in verify:
         verify["files"] = sorted(verify["files"], key=lambda file: file["path"])
@@ -102,7 +104,7 @@ def for_each(vectors: List[Dict[str, Any]], look: Callable[[Dict[str, Any]], Any
 
 
 class Made(unittest.TestCase):
-    """The script makes what is kept, and what is too large for that."""
+    """The script generates the stored vectors, and those too large to be stored."""
 
     @classmethod
     def setUpClass(cls) -> None:
@@ -139,11 +141,11 @@ class Made(unittest.TestCase):
 
 
 class Kept(unittest.TestCase):
-    """The table, held against the program and the independent reader."""
+    """The table, checked with the program and with the independent reader."""
 
     def setUp(self) -> None:
         self.vectors = [vector for vector in VECTORS if not vector.get("isLarge")]
-        # Where a file is found under another letter case, that is no fault of the reader.
+        # On a file system that ignores letter case the reader is not to blame for finding the file.
         if (KEPT / "VECTORS.json").exists():
             self.vectors = [vector for vector in self.vectors if vector["name"] != "file-in-other-letters"]
 
@@ -187,7 +189,7 @@ class Kept(unittest.TestCase):
             judged += bool(found)
             with self.subTest(vector["name"]):
                 self.assertEqual(catalogues_in_any_order(found), catalogues_in_any_order(expected))
-        # It knows of no authority, and says nothing about those whose certificate is not good.
+        # It knows no authority, so it cannot judge vectors whose certificate is not good.
         self.assertGreater(judged, len(self.vectors) // 2)
 
     def test_independent_reader_lists_them_so(self) -> None:
@@ -198,10 +200,10 @@ class Kept(unittest.TestCase):
                 self.assertLessEqual(len(vector["list"]) - len(found), 1)
 
 
-# Most sets have the same good files.
+# Most sets contain the same good files.
 @lru_cache(maxsize=None)
 def is_signature_good(file_format: Any, content: bytes, certificate: bytes) -> bool:
-    """By either format's module of the independent reader."""
+    """By the independent reader's module for the format."""
     with tempfile.NamedTemporaryFile() as copy:
         copy.write(certificate)
         copy.flush()
@@ -212,7 +214,7 @@ def is_signature_good(file_format: Any, content: bytes, certificate: bytes) -> b
 
 
 class IndependentReader:
-    """What it makes of one vector. It leaves out what it cannot tell."""
+    """The independent reader's result for a vector, without what it cannot tell."""
 
     def __init__(self, vector: Dict[str, Any]) -> None:
         self.game = KEPT / vector["directory"]
@@ -247,7 +249,7 @@ class IndependentReader:
         return 0 if is_signature_good(catalogue_format, path.read_bytes(), certificate.read_bytes()) else 11
 
     def is_trusted(self, certificate: Path) -> bool:
-        """Certificates are known by their bytes: nothing here knows an authority."""
+        """Compares certificates byte for byte, since no authority is known here."""
         good = [KEPT / "keys" / owner / "base_public.cer" for owner in ("game", "game-second-key", "game-4096-bits")]
         return self.product == "VectorProduct" and certificate.read_bytes() in [path.read_bytes() for path in good]
 
@@ -289,7 +291,7 @@ class IndependentReader:
                 entries = catalogue_format.parse(content, strict=False).entries
                 return {"file": file, "status": 0, "paths": [entry.path for entry in entries]}
             if len(content) > runtime_conf_format.FILE_SIZE:
-                # It takes no longer file, where the program does.
+                # Unlike the program, the reader takes no longer file.
                 return {}
             return self.runtime_listing(file, runtime_conf_format.parse(content, strict=False))
         except FormatError:

@@ -1,6 +1,5 @@
-// Trust material that is read at the start in place of being built in: a page that makes an
-// authority is tried without building the program anew for each. Only programs of the tests are
-// linked with it.
+// Reads the trust material at start-up instead of building it in. A page that makes an authority
+// can then be tested without building the program for each. Only programs for tests link this.
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
