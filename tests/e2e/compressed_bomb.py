@@ -1,4 +1,4 @@
-"""Few bytes that decompress to many."""
+"""A few bytes that decompress to many."""
 
 from __future__ import annotations
 
@@ -8,10 +8,10 @@ MIB = 1024 * 1024
 
 
 def bomb(begin: bytes, megabytes: int) -> bytes:
-    """A compressed block of `begin` and then at least so many MiB of zero bytes.
+    """A compressed block that decompresses to `begin` and at least so many MiB of zero bytes.
 
-    Every code for zero bytes stands for one byte more than the one before, until the dictionary is full
-    and the longest string is sent again and again.
+    Each code stands for one zero byte more than the previous one until the dictionary is full. Then the longest string
+    is repeated.
     """
     first_new = 257 + len(begin)
     growing = [*begin, 0, *range(first_new, 4095)]

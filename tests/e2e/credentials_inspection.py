@@ -1,4 +1,4 @@
-"""Runs of the commands of sealkeeper-inspect that look at credentials and trust."""
+"""Runs of the sealkeeper-inspect commands for credentials and trust."""
 
 from __future__ import annotations
 
@@ -15,7 +15,7 @@ ISSUE = ROOT / "tools/issue-credentials.sh"
 
 
 def inspect(*arguments: object, program: Path = INSPECT, **process: object) -> Tuple[int, str, str]:
-    """Exit status, standard output and standard error of a run; `process` is for subprocess."""
+    """Exit status, standard output and standard error of a run; `process` is passed to subprocess."""
     run = subprocess.run(
         [str(program), *map(str, arguments)],
         stdin=subprocess.DEVNULL,
@@ -36,12 +36,12 @@ def inspect_json(*arguments: object, **options: object) -> Tuple[int, Dict[str, 
 
 
 def names(report: Dict[str, Any]) -> List[str]:
-    """The names of what a report found."""
+    """The names of the findings in a report."""
     return [finding["name"] for finding in report["findings"]]
 
 
 def openssl(*arguments: object) -> str:
-    """What openssl writes."""
+    """The output of openssl."""
     return subprocess.run(
         ["openssl", *map(str, arguments)], check=True, capture_output=True, text=True
     ).stdout.strip()

@@ -1,6 +1,6 @@
-"""The console texts that runs are compared with, put together line by line.
+"""The expected console texts of runs, built line by line.
 
-Texts are `str` in which bytes that are not UTF-8 stand as lone surrogates, as `os.fsdecode` leaves them.
+Texts are `str`. Bytes that are not UTF-8 appear as lone surrogates, as from `os.fsdecode`.
 """
 
 from __future__ import annotations
@@ -23,7 +23,7 @@ COPY_NOT_OPENED = "Error copying certificate to working directory - failed to op
 COPY_NOT_WRITTEN = "Error copying certificate to working directory - error writing to stream.\n"
 
 LONGEST_MESSAGE = 4095
-"""Bytes of a message that are printed; the rest is cut off."""
+"""The length of the longest message that is printed in full; longer ones are cut."""
 
 _PARSED = {
     "-incert": "Parsed certificate filename: '%s'.\n",
@@ -57,12 +57,12 @@ def warn(message: str) -> str:
 
 
 def info(message: str) -> str:
-    """An information as the console shows it."""
+    """An information message as the console shows it."""
     return _tagged("Info", message)
 
 
 def verb(message: str) -> str:
-    """A troubleshooting detail as the console shows it under -v."""
+    """A detail message as the console shows it with -v."""
     return _tagged("Verb", message)
 
 
@@ -72,41 +72,41 @@ def _tagged(tag: str, message: str) -> str:
 
 
 def opening(command_line: Sequence[str]) -> str:
-    """What every run begins with; `command_line` begins with the program path."""
+    """The start of every run; `command_line` begins with the program path."""
     lines = [info(f"    arg[{index}]: {argument}\n") for index, argument in enumerate(command_line)]
     return BANNER + info("Provided command line arguments:\n") + "".join(lines)
 
 
 def parsed(option: str, value: str) -> str:
-    """What the parser says of one option; nothing for an option that it takes in silence."""
+    """The parser's line for one option; empty for an option that it accepts silently."""
     return info(_PARSED[option].replace("%s", value)) if option in _PARSED else ""
 
 
 def parsed_all(command_line: Sequence[str]) -> str:
-    """What the parser says of options written in full with their values as separate arguments."""
+    """The parser's lines for options written in full with their values as separate arguments."""
     pairs = zip(command_line[1:], command_line[2:])
     return "".join(parsed(option, value) for option, value in pairs)
 
 
 def started(target: str, resolved: str) -> str:
-    """The first lines of the generate action; `resolved` has no separator at its end."""
+    """The first lines of the generate action; `resolved` has no trailing separator."""
     return info(f"Generating signed integrity files for: '{target}'.\n") + info(
         f"Using '{resolved}/' as working directory.\n"
     )
 
 
 def main_catalogue() -> str:
-    """Says that the output goes to the standard folder."""
+    """The output goes to the standard folder."""
     return info("Generating the game's main catalogue alongside the associated folder structure.\n")
 
 
 def named_catalogue() -> str:
-    """Says that the output has a name of its own."""
+    """The output has a name of its own."""
     return warn("Output name defined, please note that the game's main catalogue MUST be base.bin.\n")
 
 
 def config_version() -> str:
-    """Says that the configuration file is of the version that is understood."""
+    """The configuration file has the supported version."""
     return info("Using config version: 2.\n")
 
 
@@ -123,12 +123,12 @@ def unmatched(*patterns: str) -> str:
 
 
 def trusted(product: str = "TestProduct42") -> str:
-    """Says that the certificate is the game's own."""
+    """The certificate is the game's own."""
     return info(f"Successfully verified the certificate for product ID: {product}\n")
 
 
 def runtime_record(instances: int = 1, name: str = "N/A", solution: str = "None") -> str:
-    """The settings of runtime.conf, with the rulers and texts in front of them."""
+    """The settings in runtime.conf, framed by their rulers."""
     return (
         "\n"
         + info(RULER)
@@ -142,7 +142,7 @@ def runtime_record(instances: int = 1, name: str = "N/A", solution: str = "None"
 
 
 def runtime_written(folder: str) -> str:
-    """Says that runtime.conf is in `folder`, which ends in "/"."""
+    """runtime.conf was written to `folder`, which ends in "/"."""
     text = f"Anti-cheat client-side configuration file was successfully created: '{folder}runtime.conf'.\n"
     return info(text) + info(RULER + "\n")
 
@@ -153,32 +153,32 @@ def hashing(*paths: str) -> str:
 
 
 def hashing_begun(path: str) -> str:
-    """A hashing line that was not ended."""
+    """An unfinished hashing line."""
     return info(f"Hashing {path}...")
 
 
 def empty_file(*paths: str) -> str:
-    """One line for each file without bytes."""
+    """One line for each empty file."""
     return "".join(warn(f"[Warning] Empty file: '{path}'.\n") for path in paths)
 
 
 def created(folder: str, name: str = "base") -> str:
-    """Says that the catalogue is in `folder`, which is empty or ends in "/"."""
+    """The catalogue was written to `folder`, which is empty or ends in "/"."""
     return info(f"[Success] QVR Hash Catalogue created: {folder}{name}.bin\n")
 
 
 def not_created(code: int, text: str) -> str:
-    """Says that there is no catalogue, and why."""
+    """No catalogue was written, and why."""
     return err(f"No catalogue file was created. Code {code} ({text}).\n")
 
 
 def copied(folder: str, name: str = "base") -> str:
-    """Says that the certificate is in `folder`, which is empty or ends in "/"."""
+    """The certificate was copied to `folder`, which is empty or ends in "/"."""
     return info(f"[Success] Certificate copied: {folder}{name}.cer\n")
 
 
 def without_dots(output: str) -> str:
-    """Return console output without the progress dots, which depend on how fast the machine is."""
+    """Return console output without progress dots, which depend on the speed of the machine."""
     return re.sub(r"^(\[Info\] Hashing .*?\.\.\.)\.+$", r"\1", output, flags=re.MULTILINE)
 
 

@@ -1,4 +1,4 @@
-"""The console texts of the actions that read signed files back: list and verify."""
+"""The expected console texts of the actions that read signed files: list and verify."""
 
 from __future__ import annotations
 
@@ -49,7 +49,7 @@ FAILURES = {
 }
 
 Verdict = Tuple[str, int]
-"""A path as the console shows it, and the code that its check ended with."""
+"""A path as the console shows it, and the code of its check."""
 
 _DOTTED = re.compile(
     r"^(\[Info\] \[Success\] .*'\.|\[Err!\] \[Failure\] .*\)\.|)\.+$", flags=re.MULTILINE
@@ -59,13 +59,13 @@ _DOTTED = re.compile(
 def without_verify_dots(output: str) -> str:
     """Return console output without the progress dots of verify.
 
-    They stand at the end of the verdict on the file before, or on the empty line before the first one.
+    They end the verdict on the previous file, or follow the empty line before the first one.
     """
     return _DOTTED.sub(r"\1", output)
 
 
 def unresolved(path: object) -> str:
-    """Says that a path leads nowhere."""
+    """A path cannot be resolved."""
     text = "The provided working directory path couldn't be resolved, please make sure it's a valid path: '%s'.\n"
     return err(text.replace("%s", str(path)))
 
@@ -95,12 +95,12 @@ def shown_path(entry: Entry) -> str:
 
 
 def not_listed(code: int) -> str:
-    """Says that the catalogue cannot be read."""
+    """The catalogue cannot be read."""
     return warn(f"GetUnverifiedCatalogueFileList() failed. Code {code} ({FAILURES[code]}).\n")
 
 
 def unread_list(path: object) -> str:
-    """Says that the file cannot be read."""
+    """The file cannot be read."""
     return err(f"Could not locate the file on disk: '{path}'.\n")
 
 
@@ -110,7 +110,7 @@ def listed_settings(instances: int = 1, name: str = "N/A", solution: str = "None
 
 
 def settings_until_solution(instances: int = 1, name: str = "N/A") -> str:
-    """The settings of runtime.conf up to the anti-tamper solution."""
+    """The settings of runtime.conf before the anti-tamper solution."""
     return (
         settings_version(1)
         + info(f"    Maximum amount of active client instances: {instances}\n")
@@ -133,7 +133,7 @@ UNSUPPORTED_FORMAT = err("Unsupported file format.\n")
 
 
 def too_small(size: int) -> str:
-    """Says that the file is too short for a runtime.conf."""
+    """The file is too short for a runtime.conf."""
     text = f"The provided file was too small to be a configuration file, file size: {size}, expected: 1108.\n"
     return err(text)
 
@@ -142,42 +142,42 @@ def too_small(size: int) -> str:
 
 
 def no_folder(folder: str) -> str:
-    """Says that the game has no folder with signed files."""
+    """The game has no folder with signed files."""
     return err(f"The provided path: '{folder}' does not match with existing directories.\n")
 
 
 def looking(folder: str) -> str:
-    """Says where catalogues are looked for."""
+    """The folder that is searched for catalogues."""
     return info(f"Looking for the catalogue to validate under: '{folder}'.\n")
 
 
 def none_found(folder: str) -> str:
-    """Says that there is no catalogue."""
+    """There is no catalogue."""
     return err(f"Couldn't find the .bin file under: '{folder}'.\n")
 
 
 def changed_folder(game: object) -> str:
-    """Says that the working directory is the game's, which is given without a separator at its end."""
+    """The working directory is the game's, given without a trailing separator."""
     return info(f"Changed working directory to: '{game}/'.\n")
 
 
 def reading(name: str) -> str:
-    """Says which catalogue is read."""
+    """The catalogue that is read."""
     return info(f"Reading the contents of: '{name}'.\n")
 
 
 def added(name: str, total: int) -> str:
-    """Says how many entries all catalogues up to this one have."""
+    """The number of entries in all catalogues so far."""
     return info(f"Added {total} file entries from '{name}'\n")
 
 
 def not_read(name: str, code: int) -> str:
-    """Says that a catalogue is not taken."""
+    """A catalogue is refused."""
     return err(f"Reading the catalogue '{name}' file failed. Code {code} ({FAILURES[code]})\n")
 
 
 def verdicts(checked: Sequence[Verdict]) -> str:
-    """One line for each file, each begun by the line feed that ends the one before, and the summary."""
+    """A line for each file, which begins with the line feed that ends the previous one, and the summary."""
     lines = [info(f"Will begin the validation of {len(checked)} files:\n")]
     lines += ["\n" + _verdict(path, code) for path, code in checked]
     return "".join(lines) + _summary(code for _, code in checked)
@@ -197,31 +197,31 @@ def _summary(codes: Iterable[int]) -> str:
 
 
 def runtime_begun(folder: str) -> str:
-    """Says that runtime.conf is looked at."""
+    """runtime.conf is checked."""
     return info(f"Validating runtime configuration file at: {folder}runtime.conf\n")
 
 
 def runtime_valid(folder: str) -> str:
-    """Says that the signature of runtime.conf holds."""
+    """The signature of runtime.conf is valid."""
     return info(f"Successfully validated runtime configuration: '{folder}runtime.conf'.\n")
 
 
 def runtime_invalid(folder: str) -> str:
-    """Says that the signature of runtime.conf does not hold."""
+    """The signature of runtime.conf is not valid."""
     return err(f"Validation of runtime configuration failed: '{folder}runtime.conf'.\n")
 
 
 def certificate_unread(folder: str) -> str:
-    """Says that base.cer cannot be read."""
+    """base.cer cannot be read."""
     return err(f"Failed to read certificate file {folder}base.cer.\n")
 
 
 def certificate_not_parsed(folder: str) -> str:
-    """Says that base.cer is no certificate in DER."""
+    """base.cer is no DER certificate."""
     return err(f"Error parsing certificate file '{folder}base.cer'.\n")
 
 
 def certificate_not_trusted(folder: str, product: str) -> str:
-    """Says that base.cer is not the game's own."""
+    """base.cer is not the game's own."""
     text = err(f"Failed to verify the certificate for product ID: {product}\n")
     return text + err(f"Error verifying certificate file '{folder}base.cer'.\n")

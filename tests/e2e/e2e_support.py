@@ -1,7 +1,7 @@
-"""A fresh directory with a game in it, and runs of the built program on that game.
+"""A fresh directory with a game, and runs of the built program on it.
 
-The environment says which program is run (SEALKEEPER_PROGRAM) and where the credentials lie that were
-issued for the tests (SEALKEEPER_TEST_CREDENTIALS_DIR).
+The environment names the program (SEALKEEPER_PROGRAM) and the folder with the test credentials
+(SEALKEEPER_TEST_CREDENTIALS_DIR).
 """
 
 from __future__ import annotations
@@ -25,10 +25,10 @@ PROGRAM = Path(os.environ["SEALKEEPER_PROGRAM"]).resolve()
 CREDENTIALS = Path(os.environ["SEALKEEPER_TEST_CREDENTIALS_DIR"]).resolve()
 PRODUCT = "TestProduct42"
 STEP = int(os.environ.get("SEALKEEPER_TEST_STEP", "1"))
-"""Of many places or files, one in so many is tried: a run under the sanitizers takes several times as long."""
+"""Try only every so many places or files: under the sanitizers a run takes several times as long."""
 TIMEOUT_SECONDS = 60
 NOBODY = 65534
-# It takes memory and descriptors of its own.
+# A sanitizer uses memory and descriptors of its own.
 UNDER_SANITIZER = b"__asan_init" in PROGRAM.read_bytes()
 OUTPUT_FOLDER = "Quorvane/Certificates"
 
@@ -81,7 +81,7 @@ class EndToEndTest(unittest.TestCase):
     def setUp(self) -> None:
         self.directory = Path(tempfile.mkdtemp(prefix="sealkeeper-e2e-")).resolve()
         self.addCleanup(shutil.rmtree, self.directory, ignore_errors=True)
-        # Some runs are another user's.
+        # Another user starts some of the runs.
         self.directory.chmod(0o755)
         self.game = self.directory / "game"
         self.game.mkdir()
@@ -91,14 +91,14 @@ class EndToEndTest(unittest.TestCase):
     # The game
 
     def write(self, name: str, content: bytes = b"") -> Path:
-        """Put a file into the game, with its directories; the name may hold bytes that are not UTF-8."""
+        """Add a file to the game, with its directories; the name may hold bytes that are not UTF-8."""
         path = self.game / os.fsdecode(console.to_bytes(name))
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(content)
         return path
 
     def write_sparse(self, name: str, size: int) -> Path:
-        """Put a file of so many zero bytes into the game that takes no room on the disk."""
+        """Add a file of so many zero bytes to the game that takes no disk space."""
         path = self.write(name)
         os.truncate(path, size)
         return path
@@ -111,20 +111,20 @@ class EndToEndTest(unittest.TestCase):
 
     @property
     def output(self) -> Path:
-        """The standard folder for what the program writes."""
+        """The standard folder for the program's output."""
         return self.game / OUTPUT_FOLDER
 
     @property
     def folder(self) -> str:
-        """The same as the console prints it when the game was given by its absolute path."""
+        """The same as the console prints it if the game is given by its absolute path."""
         return f"{self.output}/"
 
     # Runs
 
     def become_unprivileged(self) -> None:
-        """Make later runs those of a user whom permissions bind; root passes over them.
+        """Start later runs as a user to whom permissions apply, unlike root.
 
-        The game is given to that user; program and credentials are copied to where it can read them.
+        The game becomes that user's. The program and the credentials are copied to where that user can read them.
         """
         self.program = Path(shutil.copy(PROGRAM, self.directory / "sealkeeper"))
         self.program.chmod(0o755)
@@ -182,7 +182,7 @@ class EndToEndTest(unittest.TestCase):
         target: Optional[PathOrText] = None,
         product: str = PRODUCT,
     ) -> List[str]:
-        """The command line, without the program, of a generate run on the game."""
+        """The command line of a generate run on the game, without the program."""
         arguments = ["-productid", product, *credentials.arguments()]
         arguments += ["-target_game_dir", str(self.game if target is None else target)]
         arguments += [str(option) for option in options]
@@ -193,14 +193,14 @@ class EndToEndTest(unittest.TestCase):
     def assert_console(self, run: Run, status: int, text: str, *, parsed: bool = True) -> None:
         """Compare the exit status and the whole console output, from the banner to the end.
 
-        `text` is what follows the argument echo and, with `parsed`, the parser's lines on the options.
+        `text` is what follows the echo of the arguments and, with `parsed`, the parser's lines about options.
         """
         expected = console.opening(run.command_line) + (console.parsed_all(run.command_line) if parsed else "")
         self.assertMultiLineEqual(console.without_dots(run.output), console.without_dots(expected + text))
         self.assertEqual(run.status, status)
 
     def assert_files(self, *names: str, under: Optional[Path] = None) -> None:
-        """Compare what lies in the standard folder, or in another one, with these names."""
+        """Compare the names in the standard folder, or in another one, with these."""
         folder = under or self.output
         found = sorted(path.name for path in folder.iterdir()) if folder.exists() else []
         self.assertEqual(found, sorted(names))
@@ -215,9 +215,9 @@ class EndToEndTest(unittest.TestCase):
         credentials: Credentials = GOOD,
         base: Optional[Path] = None,
     ) -> None:
-        """Compare a catalogue byte for byte with the one that the independent writer and openssl make.
+        """Compare a catalogue byte for byte with one made by the independent writer and openssl.
 
-        `collected_paths` are taken from `base`, by default the game directory.
+        `collected_paths` are relative to `base`, by default the game directory.
         """
         entries = entries_of_directory(base or self.game, collected_paths, aliases)
         expected = catalogue_format.sign(catalogue_format.build(entries, crl), credentials.key)
@@ -238,7 +238,7 @@ class EndToEndTest(unittest.TestCase):
         *,
         credentials: Credentials = GOOD,
     ) -> None:
-        """Compare a runtime.conf byte for byte with the one that the independent writer and openssl make."""
+        """Compare a runtime.conf byte for byte with one made by the independent writer and openssl."""
         unsigned = runtime_conf_format.build(instances, name, solution)
         expected = runtime_conf_format.sign(unsigned, credentials.key)
         written = path.read_bytes()
@@ -253,7 +253,7 @@ class EndToEndTest(unittest.TestCase):
     # Runs with the usual texts
 
     def collected_text(self, lines: str, hashed: str, record: Optional[str] = None) -> str:
-        """The text after the parser's of a successful run on the game given by its absolute path.
+        """The text after the parser's lines, for a successful run on the game given by its absolute path.
 
         `lines` is what collection prints after the configuration version, `hashed` what hashing prints.
         """
@@ -285,7 +285,7 @@ class EndToEndTest(unittest.TestCase):
     ) -> None:
         """Generate, and compare the console, base.bin, base.cer and runtime.conf.
 
-        `paths` are the collected paths in catalogue order; empty ones are told from those with bytes.
+        `paths` are the collected paths in catalogue order. Empty files are recognised by their size.
         """
         run = self.collect(search_options, *options)
         hashed = "".join(self.hashed_line(path) for path in paths)
@@ -295,7 +295,7 @@ class EndToEndTest(unittest.TestCase):
         self.assert_runtime_conf(self.output / "runtime.conf")
 
     def hashed_line(self, path: str) -> str:
-        """What hashing a collected path prints, by the size that it has now."""
+        """The line that hashing prints for a collected path, by its current size."""
         file_path = self.game / path
         size = file_path.stat().st_size if file_path.exists() else 0
         return console.hashing(path) if size else console.empty_file(path)

@@ -30,7 +30,7 @@ class Inspection:
     errors: str
 
     def json(self) -> Dict[str, Any]:
-        """The report, which must be one document of JSON."""
+        """The report, which must be a single JSON document."""
         return json.loads(self.output)
 
 
@@ -42,7 +42,7 @@ class InspectTest(EndToEndTest):
         self.companion = INSPECT
 
     def become_unprivileged(self) -> None:
-        """For both programs, each of which is copied to where that user can run it."""
+        """For both programs, each copied to where that user can run it."""
         super().become_unprivileged()
         self.companion = Path(shutil.copy(INSPECT, self.directory / "sealkeeper-inspect"))
         self.companion.chmod(0o755)

@@ -1,4 +1,4 @@
-"""The same game over and over, with another file in the same place for each run."""
+"""Many runs on the same game, each with a different version of one file."""
 
 from __future__ import annotations
 
@@ -14,25 +14,25 @@ WORKERS = 2
 
 
 class Outcome(NamedTuple):
-    """How a run must end, and what it must print after its first lines."""
+    """The expected exit status of a run, and its output after the first lines."""
 
     status: int
     text: str
 
 
 class Case(NamedTuple):
-    """The content of the file, and what comes of it."""
+    """The content of the file, and the expected outcomes."""
 
     name: str
     content: bytes
     listed: Optional[Outcome]
-    """None when the content is only verified."""
+    """None if the content is only verified."""
     verified: Callable[[str], Outcome]
-    """Given the folder of the signed files; the text follows the line that names the game directory."""
+    """Takes the folder of the signed files; the text follows the line that names the game directory."""
 
 
 LISTED_EVERY = 16
-"""Of places that mean nothing to list, one in so many is listed."""
+"""Where a change means nothing to list, only every so many changes are listed."""
 
 
 def truncations(content: bytes) -> Iterable[Tuple[str, bytes]]:
@@ -41,7 +41,7 @@ def truncations(content: bytes) -> Iterable[Tuple[str, bytes]]:
 
 
 def single_changes(content: bytes) -> Iterable[Tuple[str, int, bytes]]:
-    """The content with one bit of every byte turned over in turn: name, offset, content."""
+    """The content with one bit of each byte flipped in turn: name, offset, content."""
     for offset in range(0, len(content), STEP):
         difference = 1 << offset % 8
         changed = bytearray(content)
@@ -50,10 +50,10 @@ def single_changes(content: bytes) -> Iterable[Tuple[str, int, bytes]]:
 
 
 class ManyRunsTest(EndToEndTest):
-    """Verifies and lists many contents of one file, two runs at a time, each in a game of its own."""
+    """Verifies and lists many versions of one file, two runs at a time, each in a game of its own."""
 
     def assert_cases(self, file_name: str, cases: Iterable[Case], others: Iterable[Tuple[str, bytes]] = ()) -> None:
-        """Verify each case, and list what is to be listed; `others` are the files that lie beside."""
+        """Verify each case, and list it if it has a listing; `others` are the files beside it."""
         all_cases = list(cases)
         beside = [("base.cer", GOOD.certificate.read_bytes()), *others]
         self.assertNotEqual(all_cases, [])

@@ -15,19 +15,19 @@ class OneFileTest(EndToEndTest):
         self.config_file = self.write_config(INCLUDE_BIN)
 
     def generate(self, *options, **choices) -> Run:
-        """Run with these options and the choices of `generate_arguments`."""
+        """Run with these options and the keyword arguments of `generate_arguments`."""
         choices.setdefault("config_file", self.config_file)
         return self.run_program(*self.generate_arguments(*options, **choices))
 
     def until_output(self) -> str:
-        """What is printed until the output folder is made."""
+        """The output until the output folder is created."""
         return console.started(str(self.game), str(self.game)) + console.main_catalogue()
 
     def until_collected(self) -> str:
-        """What is printed until the patterns are expanded."""
+        """The output until the patterns are expanded."""
         return self.until_output() + console.config_version() + console.matched("./bin")
 
     def until_hashing(self) -> str:
-        """What is printed until runtime.conf is written."""
+        """The output until runtime.conf is written."""
         written = console.runtime_record() + console.runtime_written(self.folder)
         return self.until_collected() + console.trusted() + written

@@ -1,6 +1,6 @@
-// Preloaded into the program: strikes at one of the calls that change files, counted from 0 by
-// SEALKEEPER_FAULT_AT. With SEALKEEPER_FAULT "kill" the process is killed there, in the middle of a
-// write; with a number the call fails with this error.
+// Preloaded into the program. Strikes at one of the calls that change files, number
+// SEALKEEPER_FAULT_AT, counted from 0. If SEALKEEPER_FAULT is "kill", it kills the process there,
+// in the middle of a write. Otherwise it is the errno with which the call fails.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/types.h>
@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 
-// glibc declares some of these functions as not throwing; a definition must repeat it.
+// glibc declares some of these functions noexcept, and a definition must repeat that.
 #ifdef __GLIBC__
 #define SEALKEEPER_NOTHROW noexcept
 #else
@@ -39,7 +39,7 @@ bool Kills() {
     return std::strcmp(Setting("SEALKEEPER_FAULT"), kKill) == 0;
 }
 
-// The result of the call that the fault strikes.
+// The result of the call that fails.
 int Fail() {
     if (Kills()) {
         std::raise(SIGKILL);

@@ -1,4 +1,4 @@
-"""Games and configuration files of no sense, from a seed."""
+"""Random games and configuration files, from a seed."""
 
 from __future__ import annotations
 
@@ -44,7 +44,7 @@ def lay_out(game: Path, source: random.Random) -> None:
 
 
 def existing_paths(game: Path, source: random.Random) -> List[str]:
-    """Some paths of the game, as a pattern would name them."""
+    """Some paths of the game in the form of patterns."""
     found = [os.path.relpath(os.path.join(folder, name), game)
              for folder, folders, files in os.walk(game) for name in folders + files]
     usable = [path for path in found if not set(path) & set('"\n]') and path.isprintable()]
@@ -52,7 +52,7 @@ def existing_paths(game: Path, source: random.Random) -> List[str]:
 
 
 def configuration(game: Path, source: random.Random) -> str:
-    """A configuration file that the tool takes, at times one that it refuses."""
+    """A configuration file that the tool accepts, or sometimes refuses."""
     candidates = PATTERNS + existing_paths(game, source) * 4
     patterns = [pattern for pattern in source.choices(candidates, k=source.randrange(0, 5)) if "]" not in pattern]
     key = source.choice(["include_paths", "exclude_paths"])

@@ -1,4 +1,4 @@
-"""A game whose signed files the independent writer and openssl made, and runs that read them back."""
+"""A game with signed files made by the independent writer and openssl, and runs that read them."""
 
 from __future__ import annotations
 
@@ -17,13 +17,13 @@ from e2e_read_back import Verdict
 from e2e_support import GOOD, PRODUCT, Credentials, EndToEndTest, PathOrText, Run
 
 STATUSES = range(0, 36)
-"""What a run can end with; a signal is none of them."""
+"""The possible exit statuses of a run; none is a signal."""
 
 Shape = Tuple[int, ...]
 
 
 class SignedGameTest(EndToEndTest):
-    """Puts signed files into the standard folder; lists and verifies them."""
+    """Puts signed files into the standard folder, lists and verifies them."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -45,7 +45,7 @@ class SignedGameTest(EndToEndTest):
         return self.put_image(catalogue_format.sign(image, credentials.key), name, credentials.certificate)
 
     def put_image(self, image: bytes, name: str = "base", certificate: Path = GOOD.certificate) -> Path:
-        """Write a catalogue as it stands and its certificate."""
+        """Write a catalogue unchanged, and its certificate."""
         path = self.output / f"{name}.bin"
         path.write_bytes(image)
         shutil.copyfile(certificate, self.output / f"{name}.cer")
@@ -61,11 +61,11 @@ class SignedGameTest(EndToEndTest):
         return path
 
     def entry_of(self, name: str) -> Entry:
-        """The entry that goes with a file as it is now."""
+        """The entry for a file as it is now."""
         return entry_of_bytes(name, (self.game / name).read_bytes())
 
     def put_files(self, contents: Mapping[str, bytes]) -> List[Entry]:
-        """Write files; return the entries that go with them, in the order given."""
+        """Write files; return their entries in the same order."""
         for name, content in contents.items():
             self.write(name, content)
         return [self.entry_of(name) for name in contents]
@@ -87,14 +87,14 @@ class SignedGameTest(EndToEndTest):
     # Verify
 
     def verify_game(self, *options: PathOrText, target: Optional[PathOrText] = None, product: str = PRODUCT) -> Run:
-        """Verify the game, and see that the run changed nothing in it."""
+        """Verify the game, and check that the run changed nothing in it."""
         before = self.shapes()
         run = self.run_program("-productid", product, *options, "verify", target or self.game)
         self.assertEqual(self.shapes(), before, "verify writes nothing")
         return Run(run.command_line, run.status, texts.without_verify_dots(run.output))
 
     def shapes(self) -> Dict[str, Shape]:
-        """What tells a file of the game that was written from one that was not."""
+        """The status of each file of the game, which tells whether it was written."""
         paths = [str(self.game)]
         for folder, subfolders, names in os.walk(self.game):
             paths += [os.path.join(folder, name) for name in subfolders + names]
@@ -102,11 +102,11 @@ class SignedGameTest(EndToEndTest):
 
     @staticmethod
     def _shape(found: os.stat_result) -> Shape:
-        # Reading moves the access time, writing and renaming the others.
+        # The access time is left out, since reading changes it.
         return (found.st_mode, found.st_ino, found.st_size, found.st_mtime_ns, found.st_ctime_ns)
 
     def begun(self) -> str:
-        """What a run prints before its first catalogue."""
+        """The output of a run before its first catalogue."""
         return texts.looking(self.folder) + texts.changed_folder(self.game)
 
     def assert_verified(
@@ -143,13 +143,13 @@ class SignedGameTest(EndToEndTest):
         self.assert_console(run, status, text + texts.verdicts(all_checked) + runtime)
 
     def runtime_text(self, *, trusted: bool = True) -> str:
-        """What a run says of a runtime.conf that is right; not `trusted` under -gamedev."""
+        """The output for a valid runtime.conf; not `trusted` under -gamedev."""
         trust = console.trusted() if trusted else ""
         return texts.runtime_begun(self.folder) + trust + texts.runtime_valid(self.folder)
 
 
 def passed(entries: Iterable[Union[Entry, str]]) -> List[Verdict]:
-    """The verdicts on entries or paths whose files are all right."""
+    """The verdicts for entries or paths whose files are all good."""
     return [(entry if isinstance(entry, str) else entry.path, 0) for entry in entries]
 
 

@@ -1,4 +1,4 @@
-"""Standard output that takes nothing: the action does its work, and its exit status is its own."""
+"""Standard output that cannot be written: the action does its work, and the exit status is its own."""
 
 import os
 import resource
@@ -14,7 +14,7 @@ HAS_FULL = os.path.exists("/dev/full")
 class BrokenConsole(OneFileTest):
     def setUp(self) -> None:
         super().setUp()
-        # More lines than the console is given at once.
+        # More lines than one write to the console holds.
         for number in range(300):
             self.write(f"bin/{number}", b"hello")
 
@@ -33,7 +33,7 @@ class BrokenConsole(OneFileTest):
         return finished.returncode
 
     def assert_does_its_work(self, console: int, **choices) -> None:
-        """Every action, with success and with a failure."""
+        """Every action, once successful and once failing."""
         verify = ("-productid", PRODUCT, "verify", self.game)
         generate = self.generate_arguments(config_file=self.config_file)
         self.assertEqual(self.status_with(console, generate, **choices), 0)
@@ -73,7 +73,7 @@ class BrokenConsole(OneFileTest):
             self.assert_does_its_work(console.fileno())
 
     def test_file_that_must_not_grow(self) -> None:
-        """The limit is above the outputs and below what is shown."""
+        """The limit is above the size of the outputs, and below that of the console text."""
         path = self.directory / "console"
         path.write_bytes(bytes(100_000))
         with path.open("ab") as console:

@@ -1,4 +1,4 @@
-"""Keys, certificates and revocation list files: which are taken, which are refused, and with which words."""
+"""Which keys, certificates and revocation lists are accepted or refused, and with which messages."""
 
 import os
 import subprocess
@@ -26,18 +26,18 @@ ISSUE = Path(__file__).resolve().parents[2] / "tools/issue-credentials.sh"
 
 
 def filled(message: str, path: object, code: int = 0) -> str:
-    """An error with its path and code put in."""
+    """An error with its path and code filled in."""
     return console.err(message.replace("%s", str(path)).replace("%i", str(code)))
 
 
 def not_trusted(certificate: object, code: int) -> str:
-    """What is said of a certificate that parses or verifies with this code."""
+    """The messages for a certificate that parses or verifies with this code."""
     text = filled(NOT_TRUSTED, certificate, code) + console.err(CHECK_PRODUCT)
     return text + (filled(CHECK_CHAIN, certificate) if code == 22 else "")
 
 
 class SigningMaterialTest(EndToEndTest):
-    """Nothing is written when the material is not right."""
+    """Nothing is written if the signing material is not good."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -60,14 +60,14 @@ class SigningMaterialTest(EndToEndTest):
         self.assert_catalogue(self.output / "base.bin", ["./bin/a.dat"], credentials=choices["credentials"])
 
     def unreadable(self):
-        """Name and path of what opens or reads as no file does."""
+        """Name and path of each thing that does not open or read like a file."""
         directory = self.directory / "a directory"
         directory.mkdir(exist_ok=True)
         return (("missing", "gone"), ("directory", directory), ("below a file", f"{self.config_file}/x"))
 
 
 class Files(SigningMaterialTest):
-    """Files that cannot be read, in the order in which they are looked for."""
+    """Unreadable files, in the order in which they are read."""
 
     def test_crl_is_read_first(self) -> None:
         nothing = Credentials(Path("gone.key"), Path("gone.cer"))

@@ -1,4 +1,4 @@
-"""Arguments: what is accepted, what is refused, and with which words."""
+"""Which arguments are accepted or refused, and with which messages."""
 
 import os
 import subprocess
@@ -141,7 +141,7 @@ class Accepted(EndToEndTest):
         self.write_config(INCLUDE_BIN)
 
     def assert_reached(self, arguments, parsed: str, target: str = "game", opened: str = "base_public.cer") -> None:
-        """The options were taken as told by `parsed`: generate starts and lacks its certificate."""
+        """The options were parsed as in `parsed`: generate starts, and fails for lack of a certificate."""
         with self.subTest(arguments=arguments):
             text = parsed + console.started(target, str(self.game))
             text += console.err(f"Failed to read certificate file {opened}\n")
@@ -216,7 +216,7 @@ class Accepted(EndToEndTest):
         self.assert_reached(("-productid", product) + TARGET, parsed)
 
     def test_long_messages_are_cut(self) -> None:
-        # "    arg[2]: " and the line feed make 13 bytes of the echo's message.
+        # "    arg[2]: " and the line feed take 13 bytes of the message.
         for length in (4081, 4082, 4083, 4084, 20_000):
             product = "p" * length
             parsed = console.parsed("-productid", product) + console.parsed(*TARGET)
@@ -229,12 +229,12 @@ class Accepted(EndToEndTest):
 
 
 class StandardOutput(EndToEndTest):
-    """Output that nobody can read does not disturb the work."""
+    """Output that cannot be written does not disturb the work."""
 
     def assert_generates(self, redirection: str) -> None:
         self.write("bin/a.dat", b"hello" * 1000)
         paths = ["./bin/a.dat"]
-        # More console text than any stream buffer holds.
+        # More text than any stream buffer holds.
         for number in range(200):
             paths.append(f"./bin/{number:03}{'x' * 150}")
             self.write(paths[-1], b"x")

@@ -1,9 +1,8 @@
-"""The compressed entry block, read by programs that are not the one under test.
+"""The compressed entry block, read by programs other than the one under test.
 
-The classic `uncompress` (and `gzip -d`, which reads its files) recognises the three bytes at the start of
-the block. It cannot read the codes after them: it begins with codes of 9 bits and lets them grow to the
-width that the header names, whereas all codes here have that width from the first. So the container is
-checked with the classic program and the content with the reader in tests/independent.
+The classic `uncompress`, and `gzip -d`, which reads its files, recognise the three bytes at the start of the block.
+They cannot read the codes: theirs begin at 9 bits and grow to the width in the header, while all codes here have that
+width. So the classic program checks the container, and the reader in tests/independent the content.
 """
 
 from __future__ import annotations

@@ -1,4 +1,4 @@
-"""The configuration file as seen from outside: its grammar, its rules, and the runtime settings."""
+"""The configuration file from the outside: its grammar, its rules, and the runtime settings."""
 
 import os
 import unittest
@@ -66,7 +66,7 @@ class ConfigTest(EndToEndTest):
 
 
 class Grammar(ConfigTest):
-    """What the reader makes of texts."""
+    """How the scanner reads texts."""
 
     BIN = (console.matched("./bin"), ["./bin/a.dat"])
     BOTH = (console.matched("./bin", "./lib"), ["./bin/a.dat", "./lib/b"])
@@ -136,7 +136,7 @@ class Grammar(ConfigTest):
     def test_texts_that_say_less_than_they_seem_to(self) -> None:
         unclosed = 'config_info { version = 2; } search_options { include_paths = ["bin" '
         self.assert_refused(unclosed, console.config_version() + console.err(NEITHER))
-        # A name runs to the next blank: this section is called "config_info{version".
+        # A name ends at the next blank, so this section is called "config_info{version".
         glued = "config_info{version = 2;}search_options {" + BIN + "}"
         self.assert_refused(glued, console.err(VERSION.replace("%i", "1")))
 
@@ -157,7 +157,7 @@ class Grammar(ConfigTest):
             with self.subTest(options=options):
                 lost = options + 'working_directory = "/"'
                 if options.endswith('"open '):
-                    # The quote is closed by the next one and the rest is no value.
+                    # The next quote closes it, and the rest is no value.
                     lost = options
                 self.assert_made(config(lost), *self.BIN)
 
@@ -256,7 +256,7 @@ class RuntimeSettings(ConfigTest):
             ('anti_tamper_solution_name = "GENERIC"', 1, "", 1),
             ('anti_tamper_solution_name = "Denuvo with Arxan"', 1, "", 2),
             ('anti_tamper_solution_name = "my steam drm"', 1, "", 7),
-            # Bytes that differ in the letter-case bit are equal, so zero bytes go for blanks.
+            # Bytes are equal if they differ only in the letter-case bit, so zero bytes match blanks.
             ('anti_tamper_solution_name = "Steam\0DRM"', 1, "", 7),
             ('anti_tamper_solution_name = "APPsIGN"', 1, "", 8),
             ('anti_tamper_solution_name = "Themida" crash_reporter_name = "c"', 1, "c", 4),

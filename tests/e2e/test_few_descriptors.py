@@ -1,5 +1,4 @@
-"""A process may be allowed few open files. The program opens files ahead only as far as that leaves room
-for what else it opens, so that nothing comes out differently."""
+"""A limit on open files: the program opens files ahead only as far as its other needs allow, so no result changes."""
 
 import resource
 import subprocess
@@ -8,9 +7,9 @@ import unittest
 import e2e_console as console
 from e2e_support import PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, EndToEndTest, Run, config
 
-# Standard streams, the file that is being checked, and its second reading or a table of the converter.
+# The standard streams, the file being checked, and its second reading or a converter table.
 LEAST = 6
-# One for a file at a time.
+# Leaves one descriptor: enough for one file at a time.
 TOO_FEW = 4
 CONVERTER_MISSING = "The system's character-set converter could not be used, so names would be wrong.\n"
 LIMITS = (LEAST, 7, 8, 12, 16, 24, 40, 64, 66, 68, 72, 80)
@@ -22,7 +21,7 @@ class FewDescriptors(EndToEndTest):
         self.write("a.pak", bytes(5 * 4194304))
         for number in range(90):
             self.write(f"f{number:02}", b"x" * 5000)
-        # Verify loads the converter for the first of them, late.
+        # Verify loads the converter only at the first of these names.
         self.write("g\u00e9.dat", b"hello")
         self.write("h\U0001f600.dat", b"hello")
         self.config_file = self.write_config(config("exclude_paths = [\"Quorvane\"];"))
@@ -63,7 +62,7 @@ class FewDescriptors(EndToEndTest):
 
     @unittest.skipIf(UNDER_SANITIZER, "the sanitizer wants a descriptor for its own checks")
     def test_verify_ends_where_there_are_too_few(self) -> None:
-        """A file whose name cannot be converted is not missing."""
+        """A file whose name cannot be converted does not count as missing."""
         self.generate(1024)
         run = self.verify(TOO_FEW)
         self.assertEqual(run.status, 7, run.output)
@@ -74,7 +73,7 @@ class FewDescriptors(EndToEndTest):
         self.generate(1024)
         sound = self.verify(1024)
         self.assertEqual(sound.status, 0)
-        # Both differ on two readings: the second one needs a descriptor of its own.
+        # Both differ on both readings. The second reading needs a descriptor of its own.
         self.write("a.pak", b"\x01" + bytes(5 * 4194304 - 1))
         self.write("f33", b"y" * 5000)
         damaged = self.verify(1024)

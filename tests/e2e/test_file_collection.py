@@ -1,4 +1,4 @@
-"""Which files the rules select, told by the console and by the catalogue's bytes."""
+"""Which files the rules select, as seen on the console and in the catalogue's bytes."""
 
 import unittest
 

@@ -1,4 +1,4 @@
-"""Runs that cannot do all of their work: the words, the exit status, and what is left on the disk."""
+"""Runs that fail in part: their messages, their exit status, and what they leave on disk."""
 
 import os
 import shutil
@@ -120,7 +120,7 @@ class OutputFiles(OneFileTest):
         self.assert_console(self.generate(**choices), status, self.expected(name, lines, copy))
 
     def cases(self, catalogue: str, conf: str, copy: str):
-        """Status and text by file name, for a fault with these messages."""
+        """The status and text for each output file if its fault has these messages."""
         failed = console.err(catalogue.replace("%s", f"{self.folder}base.bin"))
         failed += console.not_created(8, "CatalogueIOError") + console.copied(self.folder)
         return (

@@ -1,4 +1,4 @@
-"""Whole successful runs: every byte on the console and in every produced file."""
+"""Complete successful runs: every byte on the console and in the files produced."""
 
 import os
 import unittest

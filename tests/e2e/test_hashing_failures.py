@@ -74,14 +74,14 @@ class NothingToHash(OneFileTest):
 
 @unittest.skipUnless(HAS_PROC, "needs /proc to see when a file is open")
 class FilesInMotion(OneFileTest):
-    """Files that change while they are being hashed: the program is halted while it has one open."""
+    """Files that change while they are hashed: the program is stopped while it has one open."""
 
     SIZE = 256 * 1024 * 1024
-    # The first of the game: it is opened when its turn comes, and not ahead.
+    # The first file of the game, which is opened at its turn and not ahead.
     FIRST = "bin/0.pak"
 
     def run_halted(self, name: str, act: Callable[[Path], object]) -> Tuple[int, str]:
-        """Run; call `act` with the big file while the program, which has it open, is halted."""
+        """Run. While the program has the big file open, stop it and call `act` with that file."""
         big = self.write_sparse(name, self.SIZE)
         command_line = [str(PROGRAM), *self.generate_arguments(config_file=self.config_file)]
         with subprocess.Popen(command_line, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
@@ -98,7 +98,7 @@ class FilesInMotion(OneFileTest):
         return process.returncode, console.to_text(output)
 
     def assert_in_the_middle(self, process) -> None:
-        """A machine that has read the whole file by now would make the test mean nothing."""
+        """If the whole file has been read by now, the test proves nothing."""
         counters = Path(f"/proc/{process.pid}/io").read_text().split()
         self.assertEqual(counters[0], "rchar:")
         self.assertLess(int(counters[1]), self.SIZE)
@@ -133,7 +133,7 @@ class FilesInMotion(OneFileTest):
         self.assert_hashed_twice(lambda big: os.truncate(big, self.SIZE + 5))
 
     def test_file_that_is_rewritten_is_hashed_once_more(self) -> None:
-        """Its first chunk is hashed by then and its last one is not."""
+        """Its first chunk has been hashed by then, but not its last."""
 
         def rewrite(big: Path) -> None:
             with big.open("r+b") as file:

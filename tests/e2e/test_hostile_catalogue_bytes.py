@@ -1,9 +1,9 @@
-"""Every truncation and every single-byte change of a small signed catalogue.
+"""Every truncation of a small signed catalogue, and a bit flip in each of its bytes.
 
-All beginnings of the file are verified. One bit of every byte is turned over, another one from byte to
-byte, and each change is verified. All of this is listed too, save inside the signature area, which list passes over: there it is one place in sixteen. The exact
-console text and exit status are compared for both actions; for list, the independent reader says what
-can still be read.
+Each truncation is verified. In every byte one bit is flipped, a different one from byte to byte, and each change is
+verified. All of this is listed too, but in the signature area, which list ignores, only at every sixteenth offset. The
+exact console text and the exit status are compared for both actions. For list, the independent reader says what can
+still be read.
 """
 
 from __future__ import annotations
@@ -22,13 +22,13 @@ PATHS = ("gone/first.dat", "gone/second")
 
 
 def small_catalogue() -> bytes:
-    """A signed catalogue of two files that are not there, with a few bytes of revocation list."""
+    """A signed catalogue of two missing files, with a few bytes of revocation list."""
     entries = [entry_of_bytes(PATHS[0], b"hello"), entry_of_bytes(PATHS[1], b"")]
     return catalogue_format.sign(catalogue_format.build(entries, b"crl"), GOOD.key)
 
 
 def listing(content: bytes) -> Outcome:
-    """What list must say, by the independent reader."""
+    """The expected output of list, from the independent reader."""
     if len(content) < catalogue_format.HEADER_SIZE:
         return Outcome(9, "")
     if content[:4] != catalogue_format.MAGIC:
@@ -41,28 +41,28 @@ def listing(content: bytes) -> Outcome:
 
 
 def sampled_listing(offset: int, content: bytes) -> Optional[Outcome]:
-    """What list must say of a file cut or changed at that offset, None where it is not asked."""
+    """The expected output of list for a file cut or changed at that offset; None if it is not run."""
     return None if 8 <= offset < 1032 and offset % LISTED_EVERY != 0 else listing(content)
 
 
 def refused(code: int) -> Callable[[str], Outcome]:
-    """Verify does not take the catalogue."""
+    """Verify refuses the catalogue."""
     text = texts.reading("base.bin") + texts.not_read("base.bin", code)
     return lambda folder: Outcome(code, text)
 
 
 def accepted(folder: str) -> Outcome:
-    """Verify takes the catalogue and misses its files."""
+    """Verify accepts the catalogue and misses its files."""
     text = texts.reading("base.bin") + texts.added("base.bin", len(PATHS))
     return Outcome(23, text + texts.verdicts([(path, 23) for path in PATHS]))
 
 
 def verified(offset: int) -> Callable[[str], Outcome]:
-    """What verify must say when the byte at that offset is not as it was signed."""
+    """The expected outcome of verify if the byte at that offset differs from what was signed."""
     signature_end = 8 + 256
     if signature_end <= offset < 1032:
         return accepted
-    # Magic and version; then what moves the end of the file away from where it is.
+    # The magic and version, and the lengths that decide where the file ends.
     if offset < 6 or 1036 <= offset < 1044:
         return refused(9)
     return refused(11)

@@ -1,4 +1,4 @@
-"""Catalogues made to mislead a reader; they are signed wherever verify shall come to read them."""
+"""Catalogues meant to mislead a reader, signed wherever verify must get as far as reading them."""
 
 from __future__ import annotations
 
@@ -22,32 +22,32 @@ SIZES = struct.Struct("<IIIII")
 
 
 def with_sizes(image: bytes, *sizes: Optional[int]) -> bytes:
-    """The image with those of its five sizes replaced that are given."""
+    """The image with new values for the given ones of its five sizes."""
     present = SIZES.unpack_from(image, 1032)
     chosen = [old if new is None else new for old, new in zip_longest(present, sizes)]
     return image[:1032] + SIZES.pack(*chosen) + image[1052:]
 
 
 def of_raw(raw: bytes, count: int) -> bytes:
-    """A signed catalogue round an entry block before compression."""
+    """A signed catalogue with an entry block given before compression."""
     return catalogue_format.sign(catalogue_format.build_from_raw_block(raw, count), GOOD.key)
 
 
 def of_block(block: bytes, count: int, raw_length: int = len(RECORD), crl: bytes = b"") -> bytes:
-    """A signed catalogue round a compressed entry block."""
+    """A signed catalogue with a compressed entry block."""
     image = catalogue_format.build_from_compressed_block(block, raw_length, count, crl)
     return catalogue_format.sign(image, GOOD.key)
 
 
 class HostileTest(SignedGameTest):
-    """A game with the one file that the harmless parts of the catalogues name."""
+    """A game with the only file that the harmless parts of the catalogues name."""
 
     def setUp(self) -> None:
         super().setUp()
         self.write("a", b"a")
 
     def assert_refused(self, image: bytes) -> None:
-        """Neither action takes the catalogue."""
+        """Both actions refuse the catalogue."""
         path = self.put_image(image)
         self.assert_listed(path, 9, texts.not_listed(9))
         self.assert_not_read(9)
@@ -61,7 +61,7 @@ class HostileTest(SignedGameTest):
 
 
 class Headers(HostileTest):
-    """Numbers in the header that are not backed by bytes."""
+    """Header numbers without the bytes to match."""
 
     def test_header_alone(self) -> None:
         self.assert_taken(of_block(b"", 0, 0), [])
@@ -117,7 +117,7 @@ class Headers(HostileTest):
 
 
 class Records(HostileTest):
-    """Entry blocks that decompress, with records that are not all there."""
+    """Entry blocks that decompress, but hold incomplete records."""
 
     def test_digest_count(self) -> None:
         for count in (2, 3, 2**27, 2**27 + 1, 2**31, LARGEST):
@@ -147,7 +147,7 @@ class Records(HostileTest):
 
 
 class Blocks(HostileTest):
-    """Compressed blocks that no writer makes."""
+    """Compressed blocks that no writer produces."""
 
     def test_block_without_its_magic(self) -> None:
         good = fixed_width_lzw.compress(RECORD)
@@ -165,7 +165,7 @@ class Blocks(HostileTest):
                 self.assert_refused(of_block(good[:size], 1))
 
     def test_last_code_that_is_cut(self) -> None:
-        """Bits that are too few for a code stand for nothing, whatever they are."""
+        """Bits too few for a code are ignored, whatever they are."""
         raw = RECORD + b"z"
         good = fixed_width_lzw.compress(raw)
         whole_codes = (len(good) - 3) * 8 // 12

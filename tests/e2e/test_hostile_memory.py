@@ -1,7 +1,7 @@
-"""Files that ask for memory or time: how much the program takes, and what it says when memory runs out.
+"""Files that demand much memory or time: how much the program uses, and its messages when memory runs out.
 
-Under the address sanitizer the tests of memory are skipped: it reserves more address space than any limit
-leaves. The tests of time are run there as well.
+Memory tests are skipped under the address sanitizer, which reserves more address space than any limit leaves. Time
+tests run there too.
 """
 
 from __future__ import annotations
@@ -24,7 +24,7 @@ from signed_game import STATUSES, SignedGameTest
 RECORD = entry_of_bytes("a", b"a").record()
 LARGEST = 2**32 - 1
 BOMB_MEGABYTES = 64
-"""The program itself takes 20 of them."""
+"""The program itself uses 20 MB."""
 
 
 def signed(block: bytes, count: int, raw_length: int = 0) -> bytes:
@@ -33,7 +33,7 @@ def signed(block: bytes, count: int, raw_length: int = 0) -> bytes:
 
 
 class LimitedTest(SignedGameTest):
-    """Runs of a child that the system gives no more than so much of something."""
+    """Runs a child process under resource limits."""
 
     def run_within(self, limit: int, amount: int, *arguments) -> Run:
         command_line = [str(PROGRAM), *map(str, arguments)]
@@ -49,7 +49,7 @@ class LimitedTest(SignedGameTest):
 
 
 class Time(LimitedTest):
-    """What takes the processor for longer than this is killed by a signal."""
+    """A process that uses more processor time than this is killed by a signal."""
 
     SECONDS = 3
 
@@ -66,7 +66,7 @@ class Time(LimitedTest):
             self.assert_refused_in_time(signed(b"\x1f\x9d\x80" + body, 1))
 
     def test_many_entries_in_few_bytes(self) -> None:
-        """The last of them is not there."""
+        """The last one is missing."""
         count = 10 * MIB // 528
         block = bomb(bytes(4), 10)
         self.assert_refused_in_time(signed(block, 2 * count))
@@ -95,7 +95,7 @@ class Memory(LimitedTest):
         self.assert_console(self.verify_limited(megabytes), 9, text)
 
     def assert_out_of_memory(self, run: Run, begun: str) -> None:
-        """One error of a line, then nothing but what the action says of the code."""
+        """A one-line error, followed only by the action's line about the code."""
         self.assertIn(run.status, STATUSES)
         self.assertNotEqual(run.status, 0)
         expected = console.opening(run.command_line) + console.parsed_all(run.command_line) + begun
@@ -118,7 +118,7 @@ class Memory(LimitedTest):
         self.assert_console(run, 0, texts.list_begun(path) + texts.listed(["a"]))
 
     def test_bomb_takes_no_memory(self) -> None:
-        """The file has 1.7 MB, its block almost 4 GiB, of which a record or nothing is asked for."""
+        """The file has 1.7 MB and its block almost 4 GiB, but only one record of it, or none, is needed."""
         for name, count, listed in (("no entry", 0, []), ("one entry", 1, ["a"])):
             image = signed(bomb(entry_of_bytes("a", b"").record(), 4080), count)
             self.assertLess(len(image), 2 * MIB)
@@ -129,7 +129,7 @@ class Memory(LimitedTest):
                 run = self.verify_limited(BOMB_MEGABYTES)
                 self.assertIn(f"[Info] Added {count} file entries from 'base.bin'\n", run.output)
 
-    def test_bomb_behind_a_record_that_is_not_whole(self) -> None:
+    def test_bomb_after_an_incomplete_record(self) -> None:
         record = RECORD[:524] + LARGEST.to_bytes(4, "little")
         self.assert_refused(BOMB_MEGABYTES, signed(bomb(record, 4080), 1))
 
@@ -137,7 +137,7 @@ class Memory(LimitedTest):
         self.assert_refused(BOMB_MEGABYTES, signed(bomb(RECORD, 4097), 1))
 
     def test_digests_beyond_the_memory_there_is(self) -> None:
-        """An entry has the digests that its record has, however many they are."""
+        """An entry has all the digests of its record, however many."""
         digests = 300 * MIB // 32
         image = signed(bomb(RECORD[:524] + digests.to_bytes(4, "little"), 301), 1)
         self.assertLess(len(image), 200 * 1024)
@@ -146,7 +146,7 @@ class Memory(LimitedTest):
         self.assert_out_of_memory(self.verify_limited(200), self.begun() + texts.reading("base.bin"))
 
     def test_memory_that_ends_anywhere(self) -> None:
-        """Records of zero bytes are sound: empty files without a name."""
+        """Records of zero bytes are valid: they are empty files without a name."""
         count = 20 * MIB // 528
         path = self.put_image(signed(bomb(bytes(4), 20), count))
         begun = texts.list_begun(path)
@@ -162,7 +162,7 @@ class Memory(LimitedTest):
         self.assertEqual(len(ended), 2, f"one code when memory runs out, and 0 when it does not: {ended}")
 
     def test_a_stack_that_cannot_grow(self) -> None:
-        """It takes address space when it grows, and where there is none that ends a process."""
+        """A growing stack takes address space. If there is none left, the process is killed."""
         self.put_image(signed(block_of_codes(list(RECORD)), 1))
         step = 32 * 1024
         missing = self.game / "missing.bin"

@@ -1,10 +1,9 @@
-"""Every truncation and every single-byte change of a signed runtime.conf.
+"""Every truncation of a signed runtime.conf, and a bit flip in each of its bytes.
 
-All beginnings of the file are verified. One bit of every byte is turned over, another one from byte to
-byte, and each change is verified. That is done twice: to
-the file as it is stored, where a change spreads to all bytes before it, and to the bytes before they are
-scrambled. List is run on all of this around the settings at the end, and on one place in sixteen before
-them. The exact console text and exit status are compared for both actions.
+Each truncation is verified. In every byte one bit is flipped, a different one from byte to byte, and each change is
+verified. This is done twice: in the stored file, where a change spreads to all bytes before it, and in the bytes before
+scrambling. List is run on all changes around the settings at the end, and at every sixteenth offset before them. The
+exact console text and the exit status are compared for both actions.
 """
 
 from __future__ import annotations
@@ -29,7 +28,7 @@ def signed_conf() -> bytes:
 
 
 def after_empty_catalogue(code: int):
-    """What verify must say after a catalogue without entries."""
+    """The expected outcome of verify after a catalogue without entries."""
 
     def outcome(folder: str) -> Outcome:
         text = texts.reading("base.bin") + texts.added("base.bin", 0) + texts.verdicts([])
@@ -41,7 +40,7 @@ def after_empty_catalogue(code: int):
 
 
 def listing(content: bytes) -> Outcome:
-    """What list must say, by the independent reader."""
+    """The expected output of list, from the independent reader."""
     if len(content) < catalogue_format.HEADER_SIZE:
         return Outcome(9, "")
     if len(content) < runtime_conf_format.FILE_SIZE:
@@ -61,7 +60,7 @@ def listing(content: bytes) -> Outcome:
 
 
 def sampled_listing(offset: int, content: bytes) -> Optional[Outcome]:
-    """What list must say of a file cut or changed at that offset, None where it is not asked."""
+    """The expected output of list for a file cut or changed at that offset; None if it is not run."""
     return None if 4 <= offset < 1028 and offset % LISTED_EVERY != 0 else listing(content)
 
 

@@ -1,4 +1,5 @@
-"""`sealkeeper-inspect check`: the same status as verify for whatever became of a game, and what verify leaves unsaid."""
+"""`sealkeeper-inspect check`: the same status as verify whatever happened to a game, and what verify does not report.
+"""
 
 from __future__ import annotations
 
@@ -32,14 +33,14 @@ RUNTIME_CONF = "Quorvane/Certificates/runtime.conf"
 
 
 class CheckTest(InspectTest, SignedGameTest):
-    """A game that is as it was sealed, to begin with."""
+    """A game that starts out as it was sealed."""
 
     def setUp(self) -> None:
         super().setUp()
         self.seal()
 
     def seal(self) -> None:
-        """Put the game back into its first state."""
+        """Restore the game to its first state."""
         for path in self.game.iterdir():
             if path.is_dir() and not path.is_symlink():
                 shutil.rmtree(path)
@@ -56,7 +57,7 @@ class CheckTest(InspectTest, SignedGameTest):
         self.put_catalogue(entries, name, credentials=credentials)
 
     def check(self, *options: str) -> Inspection:
-        """Check the game, and see that nothing in it changed."""
+        """Check the game, and check that nothing in it changed."""
         before = self.shapes()
         run = self.inspect("check", self.game, "--product", PRODUCT, *options)
         self.assertEqual(self.shapes(), before, "check writes nothing")
@@ -72,7 +73,7 @@ class CheckTest(InspectTest, SignedGameTest):
 
 @dataclass(frozen=True)
 class Situation:
-    """What became of the game, what verify ends with, and what else there is to say: kinds and paths."""
+    """What happened to the game, the status of verify, and the other findings by kind and path."""
 
     name: str
     make: Callable[["Situations"], object]
@@ -85,7 +86,7 @@ def unlisted(*paths: str, kind: str = "unlisted file") -> List[Tuple[str, str]]:
 
 
 class Situations(CheckTest):
-    """Each is verified by the tool and checked in all formats."""
+    """Each is verified with the tool and checked in every format."""
 
     def at(self, name: str):
         return self.game / name
@@ -237,7 +238,7 @@ class Situations(CheckTest):
         self.assert_strict(situation, document)
 
     def assert_errors(self, run: Inspection, document: dict) -> None:
-        """What ended the verification is said on standard error, and nothing else is."""
+        """The reason for an early end is on standard error, and nothing else is."""
         runtime = document["runtimeConfiguration"] or {"code": 0}
         expected = [document["verification"].get("failure"), runtime.get("failure") if runtime["code"] else None]
         lines = [f"sealkeeper-inspect: {line}\n" for line in expected if line]
@@ -256,7 +257,7 @@ class Situations(CheckTest):
 
 
 class Formats(CheckTest):
-    """What the formats hold."""
+    """The contents of the formats."""
 
     def test_text(self) -> None:
         self.write("data/b.pak", b"other")
@@ -358,7 +359,7 @@ class Formats(CheckTest):
         for name in names:
             with open(os.path.join(os.fsencode(self.game), name), "wb"):
                 pass
-        # In the catalogue, too, as far as it takes them.
+        # In the catalogue as well, if it can hold them.
         listed = ["\x01listed\x1b", "\uFFFElisted"]
         self.put_catalogue([*self.entries, *self.put_files({name: b"x" for name in listed})])
         found = {name for suite, name in self.junit() if suite == "additions"}
@@ -396,7 +397,7 @@ class Formats(CheckTest):
 
 
 class Failures(CheckTest):
-    """Command lines that say no check, and games that cannot be looked at."""
+    """Wrong command lines, and games that cannot be examined."""
 
     def assert_usage(self, *arguments: str, says: str) -> None:
         run = self.inspect("check", *arguments)
@@ -482,7 +483,7 @@ class Failures(CheckTest):
         self.assertGreater(len(statuses), 1)
 
     def least_memory(self, *arguments: str) -> int:
-        """So much address space, in steps, lets a run succeed."""
+        """The least address space, in steps, with which a run succeeds."""
         step = 512 * 1024
         amount = step
         while self.run_within(amount, *arguments).returncode != 0:

@@ -1,4 +1,4 @@
-"""What `sealkeeper-inspect compare` says of two catalogues."""
+"""What `sealkeeper-inspect compare` reports about two catalogues."""
 
 from __future__ import annotations
 
@@ -20,13 +20,13 @@ TROUBLE = 2
 
 class Compare(InspectTest):
     def put(self, name: str, entries: Iterable[Entry], *, crl: bytes = b"", credentials: Credentials = GOOD) -> Path:
-        """Write a signed catalogue; it needs no certificate beside it."""
+        """Write a signed catalogue. It needs no certificate beside it."""
         path = self.directory / name
         path.write_bytes(catalogue_format.sign(catalogue_format.build(entries, crl), credentials.key))
         return path
 
     def compare(self, old: Path, new: Path, status: int) -> Dict[str, Any]:
-        """Compare two catalogues; text and JSON end with the same status."""
+        """Compare two catalogues. Text and JSON have the same status."""
         self.text = self.inspect("compare", old, new)
         run = self.inspect("compare", "--json", old, new)
         self.assertEqual((self.text.status, run.status), (status, status))

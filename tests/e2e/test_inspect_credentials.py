@@ -1,6 +1,6 @@
 """sealkeeper-inspect credentials: the real cause, and the exit status that generate really has.
 
-Each broken credential is also given to generate; the report must tell the status that this run had.
+Each broken credential is also given to generate, and the report must state the status of that run.
 """
 
 import os
@@ -62,7 +62,7 @@ class CredentialsTest(EndToEndTest):
 
 
 class StatusOfGenerate(CredentialsTest):
-    """The table of broken credentials: what is found, and the status, compared with a real run."""
+    """A table of broken credentials: the findings and the status, compared with a real run."""
 
     def test_each_broken_credential(self) -> None:
         good = self.own(GOOD.key)
@@ -133,7 +133,7 @@ class StatusOfGenerate(CredentialsTest):
                 for finding in report["findings"]:
                     self.assertTrue(finding["cure"])
                 seen.add(report["generate"]["code"])
-        # 12 and 34 are not the credentials' doing; 14 takes a key that openssl does not write.
+        # 12 and 34 do not come from credentials, and openssl writes no key that leads to 14.
         self.assertLessEqual({11, 13, 15, 16, 20, 22, 27, 30, 31, 32, 35}, seen)
 
     def test_good_ones(self) -> None:
@@ -172,11 +172,11 @@ class StatusOfGenerate(CredentialsTest):
 
 
 class Cures(CredentialsTest):
-    """The commands that the report tells, run as they stand; what they write is then taken."""
+    """Runs the commands in the report unchanged. What they write is then accepted."""
 
     def run_cure(self, report, name: str, typed: str = "") -> None:
         (command,) = [finding["command"] for finding in report["findings"] if finding["name"] == name]
-        # Of a session of its own, without a terminal, openssl asks standard input.
+        # In a session without a terminal, openssl reads answers from standard input.
         subprocess.run(
             ["sh", "-c", command],
             input=typed.encode(),
@@ -295,11 +295,11 @@ class Pages(unittest.TestCase):
         made = re.compile(r'Make(?:Error|Warning)\(\s*(?:is\w+ \? )?"([a-z-]+)"(?: : "([a-z-]+)")?')
         sources = "".join(path.read_text() for path in (ROOT / "src/inspect/credentials").glob("*_findings.cpp"))
         found = {name for names_of_one in made.findall(sources) for name in names_of_one if name}
-        # The one that is named by a constant.
+        # The only one named through a constant.
         found.add("wrong-product")
         pages = "".join((ROOT / f"docs/inspect/{page}.md").read_text() for page in ("credentials", "trust"))
         rows = "".join(line.split("|")[1] for line in pages.splitlines() if line.startswith("| `"))
-        # Members of the JSON report are no findings.
+        # Members of the JSON report are not names of findings.
         members = {"authority", "certificate", "findings", "generate", "status"}
         self.assertEqual(set(re.findall(r"`([a-z-]+)`", rows)) - members, found)
 

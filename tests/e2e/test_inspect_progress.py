@@ -1,4 +1,4 @@
-"""What `sealkeeper-inspect check` shows on a terminal while it works."""
+"""The progress bar of `sealkeeper-inspect check` on a terminal."""
 
 import fcntl
 import os
@@ -13,7 +13,7 @@ from e2e_support import PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, config
 from inspect_support import GOOD, INSPECT, InspectTest
 
 BYTES = 700_000_000
-"""Takes some tenths of a second; ten times in one, the bar is drawn."""
+"""Takes some tenths of a second, and the bar is drawn ten times a second."""
 LINE = re.compile(r"\r\x1b\[K\[=*>? *\] +(\d+) %(  \d+\.\d .?B/s  \d+:\d\d left)?")
 
 
@@ -25,7 +25,7 @@ class Progress(InspectTest):
         self.assertEqual(self.run_program(*self.generate_arguments(config_file=config_file)).status, 0)
 
     def shown(self, *arguments: str, columns: int = 80, terminal: str = "xterm") -> str:
-        """What a run writes to a terminal of that kind and width that its standard error is."""
+        """The output of a run on standard error if that is a terminal of this kind and width."""
         master, slave = pty.openpty()
         fcntl.ioctl(master, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
         environment = {**os.environ, "TERM": terminal}
@@ -34,7 +34,7 @@ class Progress(InspectTest):
                               stdout=subprocess.PIPE, stderr=slave, env=environment) as run:
             os.close(slave)
             written = b""
-            # The system ends the reading with an error once the other end is closed.
+            # Once the other end is closed, the system ends the reading with an error.
             try:
                 while piece := os.read(master, 65536):
                     written += piece

@@ -1,4 +1,4 @@
-"""`sealkeeper-inspect rules`: what generate would hash, why not the rest, and what is wrong with the rules."""
+"""`sealkeeper-inspect rules`: what generate would hash, why it leaves out the rest, and mistakes in the rules."""
 
 import os
 import random
@@ -20,18 +20,18 @@ class Rules(InspectTest):
     """One report."""
 
     def report(self, search_options: str, status: int, *options: str, game: Optional[Path] = None) -> Dict[str, Any]:
-        """The report of a configuration file, which must end with this status."""
+        """The report on a configuration file. It must have this status."""
         config_file = self.write_config(config(search_options))
         run = self.inspect("rules", config_file, "--game", game or self.game, "--json", *options)
         self.assertEqual((run.status, run.errors), (status, ""), run.output)
         return run.json()
 
     def states(self, report: Dict[str, Any]) -> Dict[str, str]:
-        """What became of each file, by its path."""
+        """The state of each file, by path."""
         return {file["path"]: file["reason"] or file["state"] for file in report["files"]}
 
     def assert_warned(self, search_options: str, message: str, cure: str, at: Optional[str] = None) -> None:
-        """One warning is this one, where the options hold `at`, or at no place."""
+        """Expects one warning to be this one, at the text `at` in the options or without a place."""
         report = self.report(search_options, WARNING)
         line, column = (None, None) if at is None else (2, config(search_options).splitlines()[1].index(at) + 1)
         expected = {"line": line, "column": column, "message": message, "cure": cure}
@@ -39,7 +39,7 @@ class Rules(InspectTest):
 
 
 class Reasons(Rules):
-    """Every file has a state, and what is left out the rule that left it out."""
+    """Every file has a state. A file left out has the rule as its state."""
 
     def test_each_reason_of_a_walk(self) -> None:
         for name in ("a.exe", ".hidden", ".cache/x", "out/y", "out/deep/z", "x.pdb", "bare"):
@@ -101,7 +101,7 @@ class Reasons(Rules):
 
 
 class Traps(Rules):
-    """What generate does in silence or what makes verify fail, each by name."""
+    """What generate does silently, or what makes verify fail."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -266,7 +266,7 @@ class Traps(Rules):
 
 
 class Refusals(Rules):
-    """Where generate would end without a catalogue, the report says so."""
+    """If generate would end without a catalogue, the report says so."""
 
     def assert_refused(self, text: str, code: int, message: str) -> None:
         config_file = self.write_config(text)
@@ -350,10 +350,10 @@ class Refusals(Rules):
 
 
 class SameAsGenerate(Rules):
-    """The sealed files of the report are those that generate catalogues."""
+    """The sealed files in the report are those that generate puts into the catalogue."""
 
     def listed(self) -> Optional[List[str]]:
-        """What a run of generate catalogues, in order; None where it refuses."""
+        """The paths in the catalogue that generate writes, in order; None if it refuses."""
         run = self.run_program(*self.generate_arguments(config_file=self.directory / "game.cfg"))
         if run.status != 0:
             return None
@@ -361,7 +361,7 @@ class SameAsGenerate(Rules):
         return sorted(entry.path for entry in catalogue_format.parse(image, strict=False).entries)
 
     def told(self) -> Optional[List[str]]:
-        """What the report says that generate catalogues."""
+        """The paths that generate would catalogue according to the report."""
         run = self.inspect("rules", "game.cfg", "--game", self.game, "--json")
         self.assertEqual(run.errors, "")
         report = run.json()
@@ -379,7 +379,7 @@ class SameAsGenerate(Rules):
                 self.game.mkdir(parents=True)
                 random_games.lay_out(self.game, source)
                 self.write_config(random_games.configuration(self.game, source))
-                # Before the first run, and before the second, which finds what the first has written.
+                # Before the first run, and before the second, which finds the output of the first.
                 for _ in range(2):
                     told = self.told()
                     self.assertEqual(told, self.listed(), (self.directory / "game.cfg").read_text())

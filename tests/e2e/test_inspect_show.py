@@ -1,4 +1,4 @@
-"""What `sealkeeper-inspect show` says of catalogues and of runtime.conf."""
+"""What `sealkeeper-inspect show` reports about catalogues and runtime.conf."""
 
 from __future__ import annotations
 
@@ -38,7 +38,7 @@ HEADER = [
 
 
 def crl() -> bytes:
-    """The revocation list of the development authority, which the tests' credentials come from."""
+    """The revocation list of the development authority, which issued the test credentials."""
     root = Path(__file__).resolve().parents[2]
     return (root / "trust/development/crl.der").read_bytes()
 
@@ -47,7 +47,7 @@ class ShowTest(SignedGameTest, InspectTest):
     """Shows signed files."""
 
     def show(self, path: Path, *options: str) -> Inspection:
-        """Show one file, which stays as it is."""
+        """Show a file, and check that it does not change."""
         before = path.read_bytes()
         run = self.inspect("show", path, *options)
         self.assertEqual(path.read_bytes(), before)
@@ -55,18 +55,18 @@ class ShowTest(SignedGameTest, InspectTest):
         return run
 
     def document(self, path: Path, status: int, *options: str) -> Dict[str, Any]:
-        """Show one file as JSON; the text has the same status."""
+        """Show a file as JSON. The text form has the same status."""
         self.assertEqual(self.show(path, *options).status, status)
         run = self.show(path, "--json", *options)
         self.assertEqual(run.status, status)
         return run.json()
 
     def fields_of(self, document: Dict[str, Any]) -> Dict[str, Any]:
-        """The values by the names of their fields."""
+        """The values of the fields, by name."""
         return {field["name"]: field["value"] for field in document["fields"]}
 
     def invalid(self, content: bytes) -> Dict[str, Any]:
-        """What is said of a file that is not valid."""
+        """The finding for a file that is not valid."""
         path = self.output / "base.bin"
         path.write_bytes(content)
         document = self.document(path, ERROR)
@@ -76,7 +76,7 @@ class ShowTest(SignedGameTest, InspectTest):
 
 
 class Catalogues(ShowTest):
-    """Catalogues that list takes."""
+    """Catalogues that list accepts."""
 
     def test_every_field(self) -> None:
         entries = [entry_of_bytes("bin/a.dat", b"hello"), entry_of_bytes("empty", b""), entry_of_bytes("c", THREE_CHUNKS)]
@@ -197,7 +197,7 @@ class Catalogues(ShowTest):
         self.assertNotIn("\x1b[31m", shown)
 
     def inspect_on_terminal(self, *arguments: object) -> str:
-        """Run with a terminal for standard output, and without colour."""
+        """Run with a terminal as standard output, without colour."""
         master, slave = pty.openpty()
         tty.setraw(slave)
         with subprocess.Popen(
@@ -332,7 +332,7 @@ class RuntimeConf(ShowTest):
 
 
 class NotValid(ShowTest):
-    """What makes a file invalid, and what likely became of it."""
+    """What makes a file invalid, and what probably happened to it."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -375,7 +375,7 @@ class NotValid(ShowTest):
     def test_transfer(self) -> None:
         self.assert_cause(self.image[:-5], "cut off: 5 bytes")
         self.assert_cause(self.image + b"12", "2 bytes were added")
-        # The area is as it was signed; the bytes that change are those of the revocation list.
+        # The signature area is intact. The bytes that change belong to the revocation list.
         image = self.put_catalogue([entry_of_bytes("a", b"")], crl=b"\n\n\n\n").read_bytes()
         self.assert_cause(image.replace(b"\n", b"\r\n"), "transferred as text")
         self.assert_cause(self.image.decode("utf-8", "replace").encode(), "as UTF-8 text")
@@ -394,12 +394,12 @@ class NotValid(ShowTest):
 
 @unittest.skipIf(UNDER_SANITIZER, "the address sanitizer reserves more address space than any limit leaves")
 class Memory(ShowTest):
-    """Few bytes that claim to be much; the program itself takes 20 MB."""
+    """Small files that claim to be large. The program itself uses 20 MB."""
 
     MEGABYTES = 400
 
     def run_limited(self, *arguments: object) -> subprocess.CompletedProcess:
-        """Run with 100 MB of address space, a quarter of what the blocks hold."""
+        """Run with 100 MB of address space, a quarter of the size of the blocks."""
         limit = 100 * MIB
         return subprocess.run(
             [str(INSPECT), *map(str, arguments)],
@@ -433,7 +433,7 @@ class Memory(ShowTest):
 
 
 class NotRead(InspectTest):
-    """What cannot be read at all."""
+    """Files that cannot be read at all."""
 
     def assert_unread(self, path: Path, reason: str) -> None:
         run = self.inspect("show", path)

@@ -1,8 +1,8 @@
-"""Every truncation and every single-byte change of a small catalogue and of a runtime.conf, shown.
+"""`show` on every truncation of a small catalogue and of a runtime.conf, and on a bit flip in each of their bytes.
 
-`show` has to take what `list` takes and nothing else. Of a file that it refuses it has to name the field that the
-independent reader stumbles over. One bit of every byte is turned over, another one from byte to byte; in the signature
-area, which no reader looks at but to check it, that is done at one place in sixteen.
+`show` must accept exactly what `list` accepts. For a file that it refuses it must name the field at which the
+independent reader fails. In every byte one bit is flipped, a different one from byte to byte. In the signature area,
+which matters only to the check of the signature, that is done at every sixteenth offset.
 """
 
 from __future__ import annotations
@@ -27,7 +27,7 @@ CRL = b"crl"
 
 
 class Field(NamedTuple):
-    """What has to be told of an invalid file, as far as the independent reader says it."""
+    """The expected finding for an invalid file, as far as the independent reader gives it."""
 
     name: str
     offset: Optional[int] = None
@@ -45,7 +45,7 @@ def number_at(image: bytes, offset: int) -> int:
 
 
 def field_of_lengths(image: bytes) -> Field:
-    """Which length is wrong shows by where the block stands."""
+    """The position of the block shows which length is wrong."""
     compressed = number_at(image, 1040)
     start = len(image) - compressed
     if start >= 1052 and image[start : start + 2] == fixed_width_lzw.MAGIC:
@@ -71,7 +71,7 @@ def field_of_records(image: bytes, error: str) -> Field:
 
 
 def field_of_catalogue(image: bytes) -> Optional[Field]:
-    """What the independent reader stumbles over; None for what it takes."""
+    """The field at which the independent reader fails; None if it does not."""
     if len(image) < catalogue_format.HEADER_SIZE:
         return Field("file length", len(image))
     if image[:4] != catalogue_format.MAGIC:
@@ -89,7 +89,7 @@ def field_of_catalogue(image: bytes) -> Optional[Field]:
 
 
 def field_of_settings(stored: bytes) -> Optional[Field]:
-    """The same for a runtime.conf."""
+    """As above, for a runtime.conf."""
     if len(stored) < runtime_conf_format.FILE_SIZE:
         return Field("file length", len(stored))
     if runtime_conf_format.unscramble(stored)[:4] != runtime_conf_format.MAGIC:
@@ -104,7 +104,7 @@ class Case(NamedTuple):
     content: bytes
     expected: Optional[Field]
     signature: bool
-    """Whether the signature of what is valid is good."""
+    """Whether a valid file's signature is good."""
 
 
 def differences(document: Dict[str, Any], expected: Field) -> bool:
@@ -118,7 +118,7 @@ def differences(document: Dict[str, Any], expected: Field) -> bool:
 
 
 class EveryByteTest(InspectTest):
-    """Shows many contents of one file, two at a time."""
+    """Shows many versions of one file, two runs at a time."""
 
     def assert_cases(self, file_name: str, cases: Iterable[Case]) -> None:
         all_cases = list(cases)

@@ -1,4 +1,4 @@
-"""sealkeeper-inspect trust: what is built in, as openssl tells it of the files that were built in."""
+"""sealkeeper-inspect trust: the built-in material, compared with openssl's output for the same files."""
 
 import time
 import unittest
@@ -8,7 +8,7 @@ from credentials_inspection import TRUST, inspect, inspect_json, names, openssl
 
 
 def value(line: str) -> str:
-    """What stands after the first "="."""
+    """The text after the first "="."""
     return line.partition("=")[2]
 
 

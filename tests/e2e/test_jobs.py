@@ -1,4 +1,4 @@
-"""Several jobs: the same files, console output, exit status and failures as one."""
+"""Several jobs give the same files, console output, exit status and failures as one."""
 
 import os
 import unittest
@@ -18,7 +18,7 @@ class SeveralJobs(EndToEndTest):
         self.config_file = self.write_config(config('exclude_paths = ["Quorvane"];'))
 
     def text_of(self, run: Run) -> str:
-        """The output without the echo of the arguments, which alone may differ."""
+        """The output without the echo of the arguments, the only part that may differ."""
         echo = console.opening(run.command_line)
         self.assertTrue(run.output.startswith(echo), run.output)
         return console.without_dots(run.output[len(echo):])
@@ -30,7 +30,7 @@ class SeveralJobs(EndToEndTest):
         return self.run_program("-productid", PRODUCT, *options, "verify", self.game)
 
     def assert_same(self, run_with) -> Run:
-        """Compare the runs of one job, without and with the option, and of several."""
+        """Compare runs with one job, with and without the option, to runs with several."""
         one = run_with()
         for jobs in ("1", *JOBS):
             with self.subTest(jobs=jobs):

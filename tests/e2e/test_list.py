@@ -1,4 +1,4 @@
-"""Listing: which files are taken for what, and what is printed of them."""
+"""Listing: how the kind of a file is told, and what is printed."""
 
 import errno
 import os
@@ -16,7 +16,7 @@ from signed_game import SignedGameTest, changed_at
 
 
 def with_path_field(field: bytes):
-    """An entry whose path field is this, filled with zero bytes."""
+    """An entry with this path field, padded with zero bytes."""
     return replace(entry_of_bytes("x", b""), path_field=field.ljust(PATH_FIELD_SIZE, b"\0"))
 
 
@@ -121,7 +121,7 @@ class Catalogues(SignedGameTest):
                 self.assert_listed(self.put_image(changed), 9, texts.not_listed(9))
 
     def test_lengths_are_only_summed(self) -> None:
-        """A block that begins elsewhere than the writer put it does not begin with its two bytes."""
+        """A block that does not begin where the writer put it does not begin with its magic."""
         image = self.put_catalogue([], crl=b"crl").read_bytes()
         lengths = struct.pack("<II", 1, len(image) - 1052 - 1)
         self.assert_catalogue_listed(self.put_image(image[:1036] + lengths + image[1044:]), [])
@@ -165,7 +165,7 @@ class RuntimeConf(SignedGameTest):
                 self.assert_listed(self.put_runtime_conf(1, name), 0, texts.listed_settings(1, shown))
 
     def test_name_of_64_bytes_before_a_solution(self) -> None:
-        """Nothing ends the name but the end of its field."""
+        """Only the end of its field ends the name."""
         path = self.put_runtime_conf(1, b"n" * 64, 0x01)
         self.assert_listed(path, 0, texts.listed_settings(1, "n" * 64, "Generic"))
 
@@ -240,7 +240,7 @@ class Sizes(SignedGameTest):
 
 
 class Unreadable(SignedGameTest):
-    """What opens or reads as no file does."""
+    """What does not open or read like a file."""
 
     def test_directory(self) -> None:
         self.assert_listed(self.game, 8, texts.unread_list(self.game))

@@ -1,7 +1,7 @@
-"""A root directory without the converter modules of the C library, as a small container is.
+"""A root directory without the C library's converter modules, like a small container.
 
-There the system cannot convert text, and an error text stands for each name that takes it. No such name is
-signed, looked for or shown. Names of ASCII characters take no converter.
+The system cannot convert text there, and an error text replaces each name that needs conversion. No such name is
+signed, looked up or shown. ASCII names need no converter.
 """
 
 import os
@@ -27,13 +27,13 @@ from e2e_support import (
     config,
 )
 
-# The companion, where it is built.
+# The companion, if it is built.
 INSPECT = Path(os.environ["SEALKEEPER_INSPECT"]).resolve() if "SEALKEEPER_INSPECT" in os.environ else None
 PROGRAMS = [PROGRAM] if INSPECT is None else [PROGRAM, INSPECT]
 MODULES = "gconv"
 MESSAGE_TEXT = "The system's character-set converter could not be used, so names would be wrong."
 MESSAGE = console.err(MESSAGE_TEXT + "\n")
-# By these names are the error texts, to be found where one is looked up as a path.
+# Files named like the error texts, which a look-up by such a text would find.
 DECOYS = ("U82W_ERROR", "W2U8_ERROR", "wchar_to_utf16 iconv_open ERROR )")
 
 
@@ -78,7 +78,7 @@ class RootWithoutModules(EndToEndTest):
     # Runs
 
     def change_of_root(self) -> List[str]:
-        """What to put before a command line so that it runs in the root."""
+        """The prefix that makes a command line run in the root."""
         change = ["chroot", str(self.root)]
         return change if os.geteuid() == 0 else ["unshare", "--user", "--map-root-user", *change]
 
@@ -96,7 +96,7 @@ class RootWithoutModules(EndToEndTest):
             probe = subprocess.run([*self.change_of_root(), str(PROGRAM), "--version"], capture_output=True, check=False)
         except FileNotFoundError as error:
             self.skipTest(f"{error.filename} is not there")
-        # 125 to 127 are those of chroot, 1 is that of unshare.
+        # chroot returns 125 to 127, unshare 1.
         if probe.returncode != 0 and not probe.stdout:
             self.skipTest(f"nobody may change the root here: {os.fsdecode(probe.stderr)}")
         self.assertEqual(probe.returncode, 0, probe)
@@ -121,7 +121,7 @@ class RootWithoutModules(EndToEndTest):
         (self.root / "game.cfg").write_bytes(console.to_bytes(config(search_options)))
 
     def seal_outside(self) -> None:
-        """Generate with the converters of the system that the tests run on."""
+        """Generate with the converters of the system that runs the tests."""
         config_file = self.write_config(config('exclude_paths = ["Quorvane", "*ERROR*"];'))
         run = self.run_program(*self.generate_arguments(config_file=config_file))
         self.assertEqual(run.status, 0, run.output)
@@ -129,14 +129,14 @@ class RootWithoutModules(EndToEndTest):
     # What a run must have done
 
     def assert_refused(self, run: Run) -> None:
-        """No output is there, and the run said why."""
+        """There is no output, and the run says why."""
         self.assertEqual(run.status, 7, run.output)
         self.assertEqual(run.output.count(MESSAGE), 1, run.output)
         self.assertNotIn("[Success]", run.output)
         self.assert_files()
 
     def assert_ended(self, run: Run) -> None:
-        """The run said why it ended, and nothing of a name that it could not convert."""
+        """The run says why it ended, and shows no name that it could not convert."""
         self.assertEqual(run.status, 7, run.output)
         self.assertTrue(run.output.endswith(MESSAGE), run.output)
         self.assertNotIn("ERROR", run.output)
@@ -159,7 +159,7 @@ class Tool(RootWithoutModules):
             self.skipTest("the C library has no modules to leave one of them out")
         for name in ("gconv-modules", "UTF-32.so"):
             self.put_into_root(folder / name)
-        # Where the list is in several files.
+        # Some systems split the list into several files.
         for path in (folder / "gconv-modules.d").glob("*.conf"):
             self.put_into_root(path)
         self.write("g\u00e9.dat", b"hello")

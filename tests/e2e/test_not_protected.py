@@ -1,7 +1,6 @@
-"""What verify cannot notice: each of these games is tampered with, and counts as intact.
+"""What verify cannot detect: each of these games has been tampered with and counts as intact.
 
-These are limits of what is signed, and the page on security names them. A test that fails here tells
-that the page is no longer true.
+These are the limits of what is signed, and SECURITY.md lists them. If a test fails here, that page is no longer true.
 """
 
 import os

@@ -1,4 +1,4 @@
-"""Games with names and entries that ordinary games do not have."""
+"""Games with unusual names and file types."""
 
 import fcntl
 import os
@@ -15,7 +15,7 @@ NOT_OPENED = "The following path couldn't be opened: '%s'. (%u)"
 UNABLE = "Unable to open '%s'.\n"
 TOO_LONG = "Path too long for the catalogue: '%s'.\n"
 F_SETPIPE_SZ = 1031
-"""Not named by the module fcntl before Python 3.10."""
+"""Missing from the module fcntl before Python 3.10."""
 
 UNCONVERTED = "U82W_ERROR"
 SEALKEEPER_INSIDE = (
@@ -56,7 +56,7 @@ class Names(EndToEndTest):
         for name in ("bin/\udcff", "bin/x\udcc3", "bin/\udced\udca0\udc80"):
             self.write(name, b"not empty")
         self.write("bin/ok", b"x")
-        # A text without a leading "./" sorts after those with one.
+        # A converted name without a leading "./" sorts after those with one.
         lines = console.hashing("./bin/ok") + console.empty_file(UNCONVERTED) * 3
         run = self.collect(BIN)
         self.assert_console(run, 0, self.collected_text(console.matched("./bin"), lines))
@@ -74,7 +74,7 @@ class Names(EndToEndTest):
                 self.assert_catalogue(self.output / "base.bin", ["./bin/a"])
 
     def test_game_directory_that_is_not_utf8_holds_no_catalogue(self) -> None:
-        # Catalogue paths are text; the certificate copy and runtime.conf go where the bytes say.
+        # Catalogue paths are text, but the certificate copy and runtime.conf are named by bytes.
         self.game = self.directory / "\udcff"
         self.write("bin/a", b"a")
         run = self.collect(BIN)
@@ -86,9 +86,9 @@ class Names(EndToEndTest):
 
 
 class Lengths(EndToEndTest):
-    """Paths at the room that the catalogue has for them: 255 UTF-16 units."""
+    """Paths around the limit of the catalogue: 255 UTF-16 units."""
 
-    # A file system's names have at most 255 bytes, so the units are spread over several.
+    # File systems limit names to 255 bytes, so the units are spread over several names.
     LONGEST = (
         "d" * 100 + "/" + "f" * 154,
         "d" * 100 + "/" + "\u00e9" * 77 + "/" + "\u00e9" * 76,
@@ -121,7 +121,7 @@ class Lengths(EndToEndTest):
                 shutil.rmtree(self.game)
 
     def test_single_file(self) -> None:
-        # Of all these "./", the one in front is not stored.
+        # Only the first "./" is not stored.
         longest = "./" * 100 + "f" * 55
         run = self.run_program(*self.generate_arguments("-target_file", f"./{longest}"))
         self.assertEqual((run.status, self.stored_paths()), (0, [longest]))
@@ -172,7 +172,7 @@ class Entries(EndToEndTest):
                 run = self.collect(f'include_paths = ["{pattern[2:]}"]')
                 text = self.collected_text(console.matched(pattern), console.empty_file(path))
                 self.assert_console(run, 0, text)
-                # Taken from a directory without it: the independent writer must not read a FIFO either.
+                # Read from a directory without it, since the independent writer must not open a FIFO either.
                 self.assert_catalogue(self.output / "base.bin", [path], base=self.directory)
 
     def test_dangling_link_matched_by_a_wildcard_cannot_be_opened(self) -> None:
@@ -215,7 +215,7 @@ class Directories(EndToEndTest):
         self.become_unprivileged()
         (self.game / "bin/half").chmod(0o444)
         run = self.run_program(*self.generate_arguments(config_file=config_file, credentials=credentials))
-        # The file's size cannot be asked for, so it counts as empty.
+        # The size of the file cannot be read, so the file counts as empty.
         hashed = console.empty_file("./bin/half/b")
         self.assert_console(run, 0, self.collected_text(console.matched("./bin"), hashed))
         self.assertEqual(self.stored_paths(), ["bin/half/b"])
@@ -234,7 +234,7 @@ class Directories(EndToEndTest):
 
 
 class ProgramInside(EndToEndTest):
-    """A file named like the program in the game directory is only warned of."""
+    """A file in the game directory with the name of the program leads to a warning only."""
 
     def assert_warned(self, first_argument, lines: str) -> None:
         config_file = self.write_config(config(BIN))
@@ -270,11 +270,11 @@ class ProgramInside(EndToEndTest):
 
 @unittest.skipUnless(sys.platform.startswith("linux"), "the size of a pipe can be set on Linux only")
 class FilesThatGo(EndToEndTest):
-    """Files that are there while the files are collected and gone when their turn to be hashed comes."""
+    """Files that exist when files are collected, but are gone at their turn."""
 
     def test_vanished_file_is_recorded_as_empty(self) -> None:
-        # The console is a pipe of one page that is not read beyond the first file's line: the program has
-        # collected everything by then, and cannot go on to the last file before the pipe is read.
+        # The console is a pipe of one page, read only up to the line about the first file. By then the program has
+        # collected everything, and it cannot reach the last file before the pipe is read.
         names = [f"{number:03}{'n' * 180}" for number in range(200)] + ["last"]
         for name in names:
             self.write(f"bin/{name}", b"x")

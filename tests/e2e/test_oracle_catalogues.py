@@ -1,4 +1,4 @@
-"""The program and the independent reader and writer, each on the other's files."""
+"""The program and the independent reader and writer, each with the files of the other."""
 
 from __future__ import annotations
 
@@ -19,7 +19,7 @@ from signed_game import THREE_CHUNKS, SignedGameTest, passed
 
 
 class WrittenIndependently(SignedGameTest):
-    """The program lists and verifies what the independent writer made and openssl signed."""
+    """The program lists and verifies what the independent writer wrote and openssl signed."""
 
     def assert_read(self, entries: List[Entry], **choices) -> None:
         path = self.put_catalogue(entries, **choices)
@@ -39,7 +39,7 @@ class WrittenIndependently(SignedGameTest):
         self.assert_read(self.put_files(contents))
 
     def test_dictionary_that_fills_up(self) -> None:
-        """Digests compress badly: these entries need far more strings than there are codes."""
+        """Digests compress badly, so these entries need more strings than there are codes."""
         contents = {f"data/{index:04}/文件.pak": str(index).encode() for index in range(600)}
         entries = self.put_files(contents)
         self.assertGreater(len(catalogue_format.build(entries)), 2 * 4096 * 12 // 8)
@@ -66,7 +66,7 @@ class WrittenIndependently(SignedGameTest):
 
 
 class WrittenByTheProgram(OneFileTest):
-    """The independent reader takes the program's files apart, and openssl checks their signatures."""
+    """The independent reader parses the program's files, and openssl checks their signatures."""
 
     def openssl_accepts(self, signed: bytes, signature: bytes, certificate: Path) -> bool:
         public_key = self.directory / "public.pem"
@@ -134,7 +134,7 @@ class WrittenByTheProgram(OneFileTest):
         self.assert_console(run, 0, begun + texts.listed_settings(7, "Reporter", "Arxan"))
 
     def test_aliased_path_reads_as_its_first_letter(self) -> None:
-        """The alias takes four bytes per character; a reader of UTF-16 stops at the first zero unit."""
+        """An alias takes four bytes per character, and a UTF-16 reader stops at the first zero unit."""
         text = config('include_paths = ["bin"] alias_paths = ( ["bin", "out"] )')
         run = self.generate(config_file=self.write_config(text))
         self.assertEqual(run.status, 0, run.output)

@@ -1,4 +1,4 @@
-"""The program is killed, or one call fails, at every call that changes a file: what was good stays good."""
+"""The program is killed, or a call fails, at every call that changes a file. Good outputs stay good."""
 
 import errno
 import os
@@ -12,17 +12,18 @@ from one_file_game import OneFileTest
 
 PRELOADED = os.environ.get("SEALKEEPER_OUTPUT_FAULTS", "")
 NAMES = ("base.bin", "base.cer", "runtime.conf")
-# Looking at the old file, a temporary one, its content, mode, flushing, closing, its place, the directory.
+# Checking the old file; opening, filling, setting the mode of, flushing and closing a temporary one; renaming it;
+# flushing the directory.
 LEAST_CALLS = 3 * 9
 
 MOST_CALLS = 2 * LEAST_CALLS
-"""Where a replacement is refused, the file is written in place by further calls."""
+"""If a replacement is refused, further calls write the file in place."""
 
 
 @unittest.skipUnless(PRELOADED, "needs a library that is preloaded, which this system has no way for")
 @unittest.skipIf(UNDER_SANITIZER, "the sanitizer wants to be loaded first")
 class OutputFaults(OneFileTest):
-    """Each run writes over the outputs of an earlier one, which differ in every byte that can."""
+    """Each run replaces the outputs of an earlier one, which differ in as many bytes as possible."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -33,7 +34,7 @@ class OutputFaults(OneFileTest):
         self.assertEqual(sorted(self.new), sorted(NAMES))
 
     def outputs(self) -> Dict[str, bytes]:
-        """What lies in the output folder under a name that is not hidden."""
+        """The files in the output folder whose names are not hidden."""
         return {path.name: path.read_bytes() for path in self.output.iterdir() if path not in self.hidden()}
 
     def hidden(self) -> List[Path]:
@@ -41,7 +42,7 @@ class OutputFaults(OneFileTest):
         return [path for path in self.output.iterdir() if path.name[0] == "."]
 
     def put_old(self) -> None:
-        """Leave the old outputs alone in their folder, with a mode that new files do not get."""
+        """Leave only the old outputs in their folder, with a mode that new files do not get."""
         for path in self.output.iterdir():
             path.unlink()
         for name, content in self.old.items():
@@ -49,7 +50,7 @@ class OutputFaults(OneFileTest):
             (self.output / name).chmod(0o606)
 
     def runs(self, fault: str) -> Iterator[Tuple[int, Run]]:
-        """Runs over the old outputs, with a fault at one call after the other until there is no more."""
+        """Runs over the old outputs, with a fault at each call in turn until there are no more."""
         call = 0
         while True:
             self.put_old()
@@ -92,7 +93,7 @@ class OutputFaults(OneFileTest):
                         failed += 1
                 if call == MOST_CALLS:
                     break
-            # Looking at each of the three, at least, must not fail.
+            # At least a failed check of each of the three files must end the run.
             self.assertGreaterEqual(failed, 3)
 
     def test_a_killed_run_does_not_hinder_the_next(self) -> None:

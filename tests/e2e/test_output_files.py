@@ -1,4 +1,4 @@
-"""How the three outputs are written: replaced as a whole where they are files, through links, with their modes."""
+"""How the three outputs are written: regular files are replaced, links followed, and modes kept."""
 
 import os
 import resource
@@ -21,7 +21,7 @@ class OutputFileTest(OneFileTest):
         self.clean = {name: (self.output / name).read_bytes() for name in NAMES}
 
     def set_mask(self, mask: int) -> None:
-        """The file mode mask of the runs from now on."""
+        """Set the file mode mask of later runs."""
         before = os.umask(mask)
         self.addCleanup(os.umask, before)
 
@@ -37,7 +37,7 @@ class OutputFileTest(OneFileTest):
         return [(self.output / name).stat().st_mode & 0o7777 for name in NAMES]
 
     def assert_clean(self) -> None:
-        """The outputs are those of any other run, and nothing lies beside them."""
+        """The outputs are those of any other run, and nothing else is there."""
         self.assert_files(*NAMES)
         for name in NAMES:
             self.assertEqual((self.output / name).read_bytes(), self.clean[name], name)
@@ -68,7 +68,7 @@ class Modes(OutputFileTest):
 
 class Links(OutputFileTest):
     def test_a_hard_link_to_a_file_of_the_game(self) -> None:
-        """Its other name keeps what it had: the game's file is not written over."""
+        """The game's file, which is the other name, is not overwritten."""
         game_file = self.game / "bin/a.dat"
         for name in NAMES:
             (self.output / name).unlink()
@@ -104,7 +104,7 @@ class Links(OutputFileTest):
 
 
 class InPlace(OutputFileTest):
-    """What is no regular file, and what may be written but not replaced."""
+    """What is no regular file, or may be written but not replaced."""
 
     def test_standard_output(self) -> None:
         (self.output / "base.cer").unlink()
@@ -115,7 +115,7 @@ class InPlace(OutputFileTest):
         self.assertTrue((self.output / "base.cer").is_symlink())
 
     def test_the_file_of_standard_output(self) -> None:
-        """What the console shows later must not go into a file that has lost its name."""
+        """Later console output must not go into a file that has lost its name."""
         (self.output / "runtime.conf").unlink()
         (self.output / "runtime.conf").symlink_to("/dev/stdout")
         path = self.directory / "console"
@@ -137,7 +137,7 @@ class InPlace(OutputFileTest):
                 path.unlink()
                 os.mkfifo(path)
                 received = []
-                # Open before the program runs, which does not wait.
+                # Opened before the program, which does not wait for a reader.
                 descriptor = os.open(path, os.O_RDONLY | os.O_NONBLOCK)
                 os.set_blocking(descriptor, True)
                 run = self.generate()
@@ -184,7 +184,7 @@ class Limits(OutputFileTest):
         self.assertEqual(self.generate("-outname", name + "n").status, 27)
 
     def test_files_larger_than_the_process_may_write(self) -> None:
-        """That keeps the old ones; the certificate, which is smaller than the limit, is copied."""
+        """The old ones are kept. The certificate, which is below the limit, is copied."""
         self.put_old()
         for limit, status, written in ((1107, 3, []), (1108, 8, ["base.cer", "runtime.conf"])):
             with self.subTest(limit=limit):

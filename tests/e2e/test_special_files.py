@@ -1,4 +1,4 @@
-"""What stands in the game that is no ordinary file: FIFOs with a waiting writer, and files under a lease."""
+"""Special files in the game: FIFOs with a waiting writer, and files under a lease."""
 
 import fcntl
 import os
@@ -13,7 +13,7 @@ from signed_game import SignedGameTest
 
 
 class WaitingWriter:
-    """Somebody who opened a FIFO to write to it and waits for a reader."""
+    """A process that opened a FIFO for writing and waits for a reader."""
 
     def __init__(self, path) -> None:
         os.mkfifo(path)
@@ -71,7 +71,7 @@ class Fifos(SignedGameTest):
 
 @unittest.skipUnless(hasattr(fcntl, "F_SETLEASE"), "this system has no leases")
 class Leases(SignedGameTest):
-    """A holder is asked to give its lease up when the file is opened; who does not wait is sent away."""
+    """Opening the file asks the holder to release the lease. An opener that does not wait gets an error."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -79,7 +79,7 @@ class Leases(SignedGameTest):
         self.descriptor = os.open(self.path, os.O_RDWR)
         self.addCleanup(os.close, self.descriptor)
         self.asked = 0
-        # What the holder has still to write when it is asked.
+        # What the holder still has to write at that moment.
         self.unwritten = b""
         before = signal.signal(signal.SIGIO, self.give_up)
         self.addCleanup(signal.signal, signal.SIGIO, before)

@@ -1,4 +1,4 @@
-"""What is shown on a terminal: a name may hold characters that a terminal obeys, and is shown without them."""
+"""Output on a terminal: names may hold control characters, which are escaped."""
 
 import os
 import pty
@@ -12,11 +12,11 @@ from catalogue_entry import entry_of_bytes
 from e2e_support import PRODUCT, TIMEOUT_SECONDS, Credentials, Run, config
 from signed_game import SignedGameTest
 
-# Ends the verdict and begins another one.
+# Ends the verdict and begins a forged one.
 FORGED = "a'.\n[Info] [Success] Successfully verified 'b"
 # Writes to the clipboard.
 CLIPBOARD = "\x1b]52;c;aGVsbG8=\x07"
-# Names with each kind of control character, and how they are shown.
+# Names with each kind of control character, and their escaped forms.
 SHOWN = {
     FORGED: "a'.\\x0a[Info] [Success] Successfully verified 'b",
     CLIPBOARD: "\\x1b]52;c;aGVsbG8=\\x07",
@@ -28,10 +28,10 @@ SHOWN = {
 
 class Terminal(SignedGameTest):
     def run_on_terminal(self, *arguments: object) -> Run:
-        """Run the program with a terminal for its output."""
+        """Run the program with a terminal as its output."""
         command_line = [str(self.program), *map(str, arguments)]
         master, slave = pty.openpty()
-        # Otherwise it puts a carriage return before each line feed.
+        # Otherwise the terminal puts a carriage return before each line feed.
         tty.setraw(slave)
         with subprocess.Popen(
             [console.to_bytes(argument) for argument in command_line],
@@ -54,14 +54,14 @@ class Terminal(SignedGameTest):
                 try:
                     read = terminal.read(65536)
                 except OSError:
-                    # How Linux tells that nobody has the other side open any more.
+                    # On Linux this means that the other side is closed.
                     return output
                 if not read:
                     return output
                 output += read
 
     def assert_shown_alone(self, run: Run) -> None:
-        """No byte came out that a terminal obeys, but for line feeds that begin a line of the program."""
+        """The output has no control characters except the program's own line feeds."""
         for line in run.output.split("\n"):
             self.assertRegex(line, r"^(\[(Err!|Warn|Info|Verb)\] |Anti-Cheat |Usage: |Run sealkeeper |\.*$)")
         self.assertNotRegex(run.output, "[\x00-\x09\x0b-\x1f\x7f-\x9f\udc80-\udc9f]")
@@ -73,7 +73,7 @@ class Terminal(SignedGameTest):
         self.put_all()
         path = self.output / "base.bin"
         run = self.run_on_terminal("list", path)
-        # The backslash of an escape is not shown as a slash, as one of a path is.
+        # Backslashes in paths are shown as slashes, but those of escapes are not.
         lines = "".join(f"[Info] {shown}\n" for shown in SHOWN.values())
         self.assert_console(run, 0, texts.list_begun(path) + f"[Info] {len(SHOWN)} files in catalogue:\n" + lines)
         self.assert_shown_alone(run)
@@ -127,12 +127,12 @@ class Terminal(SignedGameTest):
         self.assertEqual(run.status, 8, run.output)
         self.assertIn("[Info]     arg[2]: \\x1b[2J\\x9b\\x0a\n", run.output)
         self.assertIn("[Info] Parsed Nimbrel product id: '\\x1b[2J\\x9b\\x0a'.\n", run.output)
-        # A backslash that was given is a slash by then, so it is no escape's.
+        # A backslash in the argument has become a slash by then, so it cannot be part of an escape.
         self.assertIn("[Info]     arg[5]: a/x1b\n", run.output)
         self.assert_shown_alone(run)
 
     def test_message_of_several_lines(self) -> None:
-        """The line feeds of a message's own text stay, within it as well as at its end."""
+        """Line feeds in a message's own text stay, inside it and at its end."""
         config_file = self.write_config(config('include_paths = ["*"];'))
         credentials = Credentials.of("foreign")
         run = self.run_on_terminal(*self.generate_arguments(config_file=config_file, credentials=credentials))

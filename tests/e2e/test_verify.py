@@ -1,4 +1,4 @@
-"""Verifying games that are as their catalogues say, and how the catalogues are found."""
+"""Verifying intact games, and how catalogues are found."""
 
 import os
 import unittest
@@ -13,7 +13,7 @@ OTHER_KEY = Credentials.of("other-key")
 
 
 class Generated(SignedGameTest):
-    """The program's own files."""
+    """Files written by the program itself."""
 
     def generate(self) -> list:
         sizes = {"empty": 0, "one": 1, "below": CHUNK_SIZE - 1, "chunk": CHUNK_SIZE, "above": CHUNK_SIZE + 1}
@@ -47,7 +47,7 @@ class Generated(SignedGameTest):
 
 
 class Catalogues(SignedGameTest):
-    """How many there are, and what they hold."""
+    """The number of catalogues, and their contents."""
 
     def test_no_entry(self) -> None:
         self.put_catalogue([])
@@ -103,9 +103,9 @@ class Catalogues(SignedGameTest):
 
 
 class OlderLayout(SignedGameTest):
-    """Catalogues whose signature does not cover what stands before it."""
+    """Catalogues whose signature does not cover the bytes before it."""
 
-    def test_signed_from_behind_the_signature(self) -> None:
+    def test_signed_from_the_end_of_the_signature(self) -> None:
         entries = self.put_files({"a": b"a"})
         for layout in (0, 2, 0x0101, 0xFFFF):
             with self.subTest(layout=layout):
@@ -159,7 +159,7 @@ class Places(SignedGameTest):
         self.assert_console(self.verify_game(target=other), 3, texts.looking(folder) + texts.none_found(folder))
 
     def test_path_that_is_no_utf8(self) -> None:
-        """Its wide form is the error text of the conversion, and there is no such folder."""
+        """Its wide form is the converter's error text, and no such folder exists."""
         target = self.directory / "\udcff"
         (target / "Quorvane/Certificates").mkdir(parents=True)
         run = self.verify_game(target=target)
@@ -193,7 +193,7 @@ class Search(SignedGameTest):
         self.assert_console(self.verify_game(), 3, texts.no_folder(self.folder))
 
     def test_game_that_is_a_file(self) -> None:
-        """With a separator after its name it is no path any more."""
+        """A separator after the name of a file makes an invalid path."""
         path = self.write("file", b"")
         run = self.verify_game(target=path)
         self.assert_console(run, 1, texts.unresolved(f"{path}/") + console.USAGE)
@@ -241,7 +241,7 @@ class Search(SignedGameTest):
 
 
 class UnreadableCatalogues(SignedGameTest):
-    """Names that match and are no file that can be read."""
+    """Matching names that are no readable files."""
 
     def test_directory(self) -> None:
         (self.output / "x.bin").mkdir()
@@ -267,7 +267,7 @@ class UnreadableCatalogues(SignedGameTest):
         self.assert_not_read(8)
 
     def test_name_that_is_no_utf8(self) -> None:
-        """The name becomes the error text of its conversion, which has no "." before which it would end."""
+        """The name becomes the converter's error text, which has no "." to cut the extension at."""
         path = os.path.join(os.fsencode(self.output), b"\xff.bin")
         with open(path, "wb"):
             pass

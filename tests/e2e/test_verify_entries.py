@@ -13,7 +13,7 @@ NO_BYTES = hashlib.sha256(b"").digest()
 
 
 class Entries(SignedGameTest):
-    """Entries that no writer makes, in a catalogue that is signed all the same."""
+    """Entries that no writer makes, in a signed catalogue."""
 
     def assert_entry(self, entry: Entry, code: int, shown: str = "a") -> None:
         self.put_catalogue([entry])
@@ -81,7 +81,7 @@ class Entries(SignedGameTest):
                 self.assert_entry(entry_of_bytes(path, b"a"), 23, path)
 
     def test_path_with_backslash_is_shown_with_slash(self) -> None:
-        """The file is opened under the name as it stands, only the console turns the backslash."""
+        """The file is opened by its unchanged name. Only the console replaces the backslash."""
         self.write("d\\a", b"a")
         entry = self.with_field("d\\a".encode("utf-16-le"))
         self.assert_entry(entry, 0, "d/a")
@@ -105,8 +105,8 @@ class Entries(SignedGameTest):
         self.write("two\nlines", b"a")
         self.assert_entry(entry_of_bytes("two\nlines", b"a"), 0, "two\nlines")
 
-    def test_path_behind_an_alias(self) -> None:
-        """At four bytes per character only the first letter is before a zero unit."""
+    def test_path_put_in_by_an_alias(self) -> None:
+        """With four bytes per character, only the first one comes before a zero unit."""
         self.write("b", b"a")
         self.assert_entry(self.with_field("bin/a".encode("utf-32-le")), 0, "b")
 

@@ -1,4 +1,4 @@
-"""Verifying games that are not as their catalogues say, and catalogues that are not to be trusted."""
+"""Verifying games that differ from their catalogues, and catalogues that are not trustworthy."""
 
 import os
 import unittest
@@ -11,7 +11,7 @@ from signed_game import THREE_CHUNKS, SignedGameTest, changed_at
 
 
 class OneFile(SignedGameTest):
-    """A file of three chunks beside others that stay as they are."""
+    """A file of three chunks among others that do not change."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -84,7 +84,7 @@ class Directories(SignedGameTest):
     def test_directory_in_place_of_a_file(self) -> None:
         (self.game / "a").mkdir()
         self.put_catalogue([entry_of_bytes("a", b"a")])
-        """It opens; what it has for a size is not the file's."""
+        """It opens, but its size is not that of the file."""
         self.assert_verified(24, [("a", 24)])
 
     def test_directory_of_the_size_expected(self) -> None:
@@ -98,7 +98,7 @@ class Directories(SignedGameTest):
 
 
 class Statuses(SignedGameTest):
-    """Which of several codes a run ends with."""
+    """Which one of several codes a run returns."""
 
     def lay_out(self, codes: Sequence[int]) -> None:
         contents = {f"f{index}": b"content" for index in range(len(codes))}
@@ -141,7 +141,7 @@ class Statuses(SignedGameTest):
 
 
 class Trust(SignedGameTest):
-    """Catalogues with certificates and signatures that are not right."""
+    """Catalogues with wrong certificates or signatures."""
 
     def setUp(self) -> None:
         super().setUp()

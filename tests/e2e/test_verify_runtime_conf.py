@@ -1,4 +1,4 @@
-"""What verify makes of runtime.conf and base.cer after the files of the game."""
+"""How verify checks runtime.conf and base.cer, after the files of the game."""
 
 import os
 import unittest
@@ -14,7 +14,7 @@ UNTRUSTED = ("expired", "expired-revoked", "revoked", "other-name", "foreign", "
 
 
 class RuntimeConfTest(SignedGameTest):
-    """A game whose only catalogue has a certificate of its own, so that base.cer is for runtime.conf alone."""
+    """A game whose only catalogue has its own certificate, so that base.cer matters to runtime.conf alone."""
 
     def setUp(self) -> None:
         super().setUp()
@@ -25,12 +25,12 @@ class RuntimeConfTest(SignedGameTest):
         self.use(GOOD)
 
     def use(self, credentials: Credentials) -> None:
-        """Make base.cer the certificate of these, and runtime.conf signed by their key."""
+        """Use the certificate of these as base.cer, and their key to sign runtime.conf."""
         self.certificate.write_bytes(credentials.certificate.read_bytes())
         self.put_runtime_conf(2, b"Reporter", 3, credentials=credentials)
 
     def assert_runtime(self, status: int, text: str, *options: str) -> None:
-        """Verify; `text` follows the line that says that runtime.conf is looked at."""
+        """Verify; `text` follows the line that announces the check of runtime.conf."""
         begun = texts.runtime_begun(self.folder)
         self.assert_verified(status, passed(self.entries), begun + text, *options, name="mod1.bin")
 
@@ -53,7 +53,7 @@ class Signatures(RuntimeConfTest):
     """The file itself."""
 
     def sign_plain(self, plain: bytes) -> None:
-        """Write these bytes, of whatever length, with a signature that holds for them."""
+        """Write these bytes, of any length, with a valid signature."""
         self.conf.write_bytes(runtime_conf_format.sign(runtime_conf_format.scramble(plain), GOOD.key))
 
     def plain(self) -> bytes:
@@ -105,7 +105,7 @@ class Signatures(RuntimeConfTest):
                 self.assert_invalid()
 
     def test_longer_and_shorter_files_that_are_signed_as_they_are(self) -> None:
-        """Only the signature counts, over the real length; the settings need not be there."""
+        """Only the signature over the actual length counts; the settings may be missing."""
         plain = self.plain()
         for name, content in (("longer", plain + b"more"), ("no settings", plain[:1032]), ("part", plain[:1050])):
             with self.subTest(name=name):
@@ -137,7 +137,7 @@ class Signatures(RuntimeConfTest):
 
 
 class NotThere(RuntimeConfTest):
-    """A runtime.conf that cannot be read is passed over in silence."""
+    """An unreadable runtime.conf is silently skipped."""
 
     def test_missing(self) -> None:
         self.conf.unlink()
@@ -212,7 +212,7 @@ class Certificates(RuntimeConfTest):
 
 
 class Statuses(RuntimeConfTest):
-    """A failure here takes the place of the files' code; success does not."""
+    """A failure here replaces the code of the files; a success does not."""
 
     def setUp(self) -> None:
         super().setUp()
