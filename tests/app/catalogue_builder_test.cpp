@@ -23,7 +23,7 @@ constexpr const char* kMatched =
     "[Info] Using config version: 2.\n"
     "[Info] The following matched certain files in the target directory: './a.dat'.\n";
 
-// A whole run refuses some certificates before it comes here, so the builder is asked alone.
+// A complete run refuses some certificates earlier, so the builder is tested alone.
 class CatalogueBuilderTest : public testing::Test {
   protected:
     CatalogueBuilderTest() : restored_(game_.Path()) {
@@ -34,7 +34,7 @@ class CatalogueBuilderTest : public testing::Test {
         options_.targetGameDir = game_.Path();
     }
 
-    // Prepares by a configuration file that holds `config`, with the certificate of `kind`.
+    // Prepares with a configuration file of this content and the certificate of `kind`.
     ResultCode Prepare(const std::string& config, const std::string& kind = "good") {
         options_.configFile = game_.WriteFile("game.cfg", config);
         const SigningFiles files{test::PrivateKeyPath(kind), test::CertificatePath(kind), ""};

@@ -47,7 +47,7 @@ TEST_F(CatalogueOutputTest, NamesMayBeAnyText) {
     }
 }
 
-// Under the text that stands for it there could be another file.
+// There may be another file named like the error text.
 TEST_F(CatalogueOutputTest, WhatIsNoTextNamesNoFile) {
     EXPECT_EQ(CreateAs("m\xFF.bin"), ResultCode::CatalogueIOError);
     EXPECT_EQ(output_, "[Err!] Failed to open file: 'm\xFF.bin'.\n");

@@ -16,10 +16,10 @@
 namespace sealkeeper {
 namespace {
 
-// A test that waits that long has failed.
+// After this time the test has failed.
 constexpr int kMostMilliseconds = 30'000;
 
-// The side of a new terminal on which can be read what it shows; below 0 where there is none.
+// Opens a terminal and returns the side that reads what it shows; negative if there is none.
 int OpenTerminal() {
     const int master = posix_openpt(O_RDWR | O_NOCTTY);
     if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0) {
@@ -28,23 +28,23 @@ int OpenTerminal() {
     return master;
 }
 
-// Makes a terminal the standard output of this process, and shows it bytes as they are.
+// Makes a terminal the standard output of this process, with bytes passed unchanged.
 bool WriteTo(int master) {
-    // What the process printed at its start.
+    // Flushes what the process printed earlier.
     std::fflush(stdout);
     const int terminal = open(ptsname(master), O_RDWR | O_NOCTTY);
     termios mode{};
     if (tcgetattr(terminal, &mode) != 0) {
         return false;
     }
-    // Otherwise it puts a carriage return before each line feed.
+    // Otherwise the terminal puts a carriage return before each line feed.
     mode.c_oflag &= ~static_cast<tcflag_t>(OPOST);
     return tcsetattr(terminal, TCSANOW, &mode) == 0 &&
            dup2(terminal, STDOUT_FILENO) == STDOUT_FILENO;
 }
 
-// The first `bytes` that the terminal shows, which it may hand out in pieces; what came of them
-// when nothing more comes.
+// The first `bytes` bytes shown by the terminal, which may deliver them in pieces; fewer if no more
+// come.
 std::string Shown(int master, std::size_t bytes) {
     std::fflush(stdout);
     std::string shown;
@@ -60,7 +60,7 @@ std::string Shown(int master, std::size_t bytes) {
     return shown;
 }
 
-// What standard output is is asked once, so this runs in a process that begins anew, not in a copy.
+// Standard output is examined only once, so this needs a fresh process, not a fork.
 class ConsoleLogOnATerminal : public testing::Test {
   protected:
     ConsoleLogOnATerminal() : styleBefore_(GTEST_FLAG_GET(death_test_style)) {
@@ -78,7 +78,7 @@ TEST_F(ConsoleLogOnATerminal, ShowsControlCharactersOfArgumentsEscaped) {
         GTEST_SKIP() << "there are no terminals";
     }
     const std::string expected = "[Info] a/b\n\tc\\x0a\\x1b[2J/d \\xc2\\x9b\xC3\xA9.\n[Warn] \\x0d";
-    // Ends with what the terminal showed on standard error.
+    // Writes what the terminal showed to standard error at the end.
     const auto log = [master, &expected] {
         if (WriteTo(master)) {
             Log(LogLevel::Info, "a\\b\n\t%s.\n", "c\n\x1b[2J\\d \xC2\x9B\xC3\xA9");

@@ -62,7 +62,7 @@ TEST(ConsoleLog, EmptyMessagePrintsNothing) {
 }
 
 TEST(ConsoleLog, MessageThatCannotBeFormattedPrintsNothing) {
-    // No character of Unicode.
+    // Not a Unicode character.
     const std::wstring noText(1, static_cast<wchar_t>(0x110000));
     CapturedOutput output;
     Log(LogLevel::Error, "before %ls behind\n", noText.c_str());

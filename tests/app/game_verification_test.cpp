@@ -16,7 +16,7 @@ class GameVerificationTest : public testing::Test {
   protected:
     GameVerificationTest() { sealed_.VerifyBy(options_); }
 
-    // One line for each verdict.
+    // One line per verdict.
     static std::string VerifyFiles(GameVerification& game) {
         std::string lines;
         while (game.HasNextFile()) {

@@ -34,7 +34,7 @@ class GenerateActionTest : public testing::Test {
         options_.certificateFile = test::CertificatePath(kind);
     }
 
-    // A run loads into the options, so what an earlier one left there goes first.
+    // A run stores into the options, so they are reset first.
     ResultCode Run() {
         options_.signingMaterial.privateKey.Reset();
         options_.configDocument = {};

@@ -20,7 +20,7 @@ class ListActionTest : public test::ListFixture {
     }
 };
 
-// The command line refuses a path that does not resolve, so the action is asked alone.
+// The command line refuses paths that do not resolve, so the action is tested alone.
 TEST_F(ListActionTest, FileThatCannotBeRead) {
     for (const std::string& path : {directory_ / "missing", directory_.Path(), std::string()}) {
         EXPECT_EQ(List(path), ResultCode::CatalogueIOError);
@@ -61,7 +61,7 @@ TEST_F(ListActionTest, WithoutTheMagicItIsForTheOtherReader) {
               "expected: 1108.\n");
     EXPECT_EQ(ListBytes(Bytes(1108)), ResultCode::FileInvalid);
     EXPECT_EQ(output_, "[Err!] Unsupported file format.\n");
-    // Each byte of the magic counts.
+    // Every byte of the magic matters.
     for (std::size_t offset = 0; offset < 4; ++offset) {
         Bytes file = test::CatalogueOfCompressed({}, 0);
         file[offset] ^= 0x20U;

@@ -8,7 +8,7 @@
 namespace sealkeeper {
 namespace {
 
-// "" for a positional argument, "faulty" for a fault, otherwise the option's name.
+// The option's name, "" for a positional argument, or "faulty" for a fault.
 std::string Matched(const std::string& argument) {
     const MatchedArgument matched = MatchArgument(argument);
     switch (matched.kind) {

@@ -79,7 +79,7 @@ TEST(Program, RunsTheActionThatWasChosen) {
                   missing + "'.");
 }
 
-// Runs the program in a process whose signals act as they do by default, and then as they did.
+// Runs the program with default signal actions, and restores them afterwards.
 struct ProgramRun {
     explicit ProgramRun(const std::vector<const char*>& arguments) {
         auto* const brokenPipes = std::signal(SIGPIPE, SIG_DFL);
@@ -104,7 +104,7 @@ TEST(Program, WithoutArgumentsShowsTheUsage) {
                               ReadFile(SEALKEEPER_GOLDEN_DIR "/usage.txt"));
 }
 
-// POSIX lets a process begin with no arguments at all.
+// POSIX allows a process without any arguments.
 TEST(Program, WithoutEvenItsNameShowsTheUsage) {
     const ProgramRun run({});
     EXPECT_EQ(run.status, 1);

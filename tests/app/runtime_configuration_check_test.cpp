@@ -20,7 +20,7 @@ using test::kTestProductId;
 using test::ReadFile;
 using test::TempDirectory;
 
-// What an installed game has of its runtime.conf: the file and the certificate beside it.
+// An installed game's runtime.conf and the certificate beside it.
 class RuntimeConfigurationCheck : public testing::Test {
   protected:
     RuntimeConfigurationCheck() {
@@ -122,7 +122,7 @@ TEST_F(RuntimeConfigurationCheck, CertificateThatIsNotTrusted) {
                                "TestProduct42\n[Err!] Error verifying certificate file '" +
                                (directory_ / "base.cer") + "'.\n")
             << kind;
-        // A developer's game takes any certificate, but not any signature.
+        // Under -gamedev any certificate is accepted, but not any signature.
         options_.gameDevMode = true;
         EXPECT_EQ(Check(), ResultCode::Ok) << kind;
         EXPECT_EQ(output_, Begun() + Valid()) << kind;

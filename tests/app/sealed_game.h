@@ -18,8 +18,8 @@
 
 namespace sealkeeper::test {
 
-// Writes the three files to `game`, the current directory, seals them, and makes a runtime.conf,
-// which is no part of the game yet, in "settings".
+// Writes the three files into `game`, the current directory, and seals them. Also makes a
+// runtime.conf in "settings", which is not yet part of the game.
 inline void SealGame(const TempDirectory& game) {
     PrivateKey key;
     LoadKey("good", key);
@@ -45,7 +45,8 @@ inline void SealGame(const TempDirectory& game) {
               ResultCode::Ok);
 }
 
-// It is in the current directory. Sealed once and copied: to sign takes longer than most tests do.
+// A game in the current directory. It is sealed once and then copied, since signing takes longer
+// than most tests.
 class SealedGame {
   public:
     SealedGame() {
@@ -66,7 +67,7 @@ class SealedGame {
         std::filesystem::rename(settings_ / "runtime.conf", "Quorvane/Certificates/runtime.conf");
     }
 
-    // Sets the options with which it verifies.
+    // Sets the options for verifying it.
     void VerifyBy(CommandLineOptions& options) const {
         options.productId = kTestProductId;
         options.verifyDir = directory_ / "";
@@ -74,7 +75,7 @@ class SealedGame {
 
   private:
     TempDirectory directory_;
-    // Beside the game, where there is a runtime.conf until it is added.
+    // Outside the game: holds runtime.conf until it is added.
     TempDirectory settings_;
     ScopedCurrentDirectory here_{directory_.Path()};
 };

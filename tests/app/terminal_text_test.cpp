@@ -18,7 +18,7 @@ std::string Written(const std::string& text, const std::string& marked) {
     return output.Take();
 }
 
-// Nothing of the text is the program's own. As a string it is escaped alike.
+// Escapes a text that is wholly untrusted. A string gives the same result.
 std::string Shown(const std::string& text) {
     std::string written = Written(text, text);
     EXPECT_EQ(EscapeControls(text), written);
@@ -59,7 +59,7 @@ TEST(TerminalText, CharactersBeyondAscii) {
     }
 }
 
-// A lenient terminal takes these for control characters.
+// Lenient terminals take these for control characters.
 TEST(TerminalText, C1BytesOutsideOfWellFormedUtf8AreEscaped) {
     const std::vector<TextCase> cases = {
         {"alone", "\x9B", R"(\x9b)"},
@@ -96,7 +96,7 @@ TEST(TerminalText, TellsWhetherTextBeginsWithAControl) {
     EXPECT_FALSE(BeginsWithControl("\xC3\x9B"));
 }
 
-// As where a message is cut: what is past the end is nobody's own.
+// As for a message that was cut: whatever is past the marked text counts as untrusted.
 TEST(TerminalText, PastTheMarkedTextNothingIsTheProgramsOwn) {
     EXPECT_EQ(Written("a\nb\n", "a?b"), "a\nb\\x0a");
     EXPECT_EQ(Written("a\n", ""), "a\\x0a");

@@ -17,7 +17,7 @@ using test::CapturedOutput;
 using test::ReadFile;
 using test::TempDirectory;
 
-// The command line refuses a directory that does not resolve, so the action is asked alone.
+// The command line refuses directories that do not resolve, so the action is tested alone.
 TEST(VerifyAction, DirectoryThatDoesNotResolve) {
     const TempDirectory directory;
     for (const std::string& path : {std::string(), directory / "missing/"}) {
@@ -44,7 +44,8 @@ TEST(VerifyAction, ResolvesTheDirectoryAgain) {
                                  "' does not match with existing directories.\n");
 }
 
-// Its catalogues have paths in wide text, so it cannot be the text that stands for what is none.
+// Catalogues are opened by wide paths. A name that is not UTF-8 would become the error text, which
+// must not serve as a path.
 TEST(VerifyAction, DirectoryWhoseNameIsNoTextHasNoCatalogues) {
     const TempDirectory directory;
     std::error_code refused;
