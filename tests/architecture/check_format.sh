@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Checks that all C++ is formatted as .clang-format says. Exits with 77 (skipped) without clang-format
-# 14: other versions format differently.
+# Checks that all C++ follows .clang-format. Exits with 77 (skipped) without clang-format 14, since
+# other versions format differently.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 

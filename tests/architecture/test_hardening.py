@@ -1,4 +1,4 @@
-"""What each built program has against the exploitation of mistakes, read from its file."""
+"""The hardening of each built program, read from its file."""
 
 import os
 import platform
@@ -13,7 +13,7 @@ TOOLS = ("readelf", "objdump")
 
 
 class HardeningOf:
-    """The tests of one program, whose path is in the environment."""
+    """The tests for one program, whose path is in the environment."""
 
     variable = ""
 
@@ -49,13 +49,13 @@ class HardeningOf:
         self.assertRegex(self.dynamic_symbols, r"\sUND __\w+_chk\b")
 
     def test_assertions_of_the_cxx_library(self):
-        # Of libstdc++, or of libc++.
+        # The names of libstdc++ and of libc++.
         self.assertRegex(self.dynamic_symbols, r"\sUND \w*(?:__glibcxx_assert_fail|__libcpp_verbose_abort)")
 
     @unittest.skipUnless(IS_X86, "knows the instructions of x86-64")
     def test_functions_begin_where_calls_may_land(self):
         functions = re.findall(r"<(main|_ZN10sealkeeper\w+)>:\n.*\t(\w+)", self.instructions)
-        # What is called directly alone needs no such mark.
+        # Functions that are only called directly need no mark.
         marked = [name for name, instruction in functions if instruction == "endbr64"]
         self.assertIn("main", marked)
         self.assertGreater(len(marked), 100)
@@ -67,7 +67,7 @@ class HardeningOf:
 
 
 def reads_hardened_programs(tests):
-    """Skips them where there is nothing to find, or nothing to find it with."""
+    """Skips the tests if there is nothing to check or no tool to check it with."""
     for condition, reason in (
         (os.environ.get("SEALKEEPER_IS_HARDENED") == "1", "this build is not hardened"),
         (sys.platform == "linux", "reads ELF, and the names of the GNU C library"),

@@ -1,6 +1,6 @@
-"""Dependencies between the source folders run one way.
+"""Dependencies between the source folders go one way.
 
-The console log and the result codes are the exception: every folder may use them.
+The console log and the result codes are exceptions: every folder may use them.
 """
 
 import pathlib
@@ -9,7 +9,7 @@ import unittest
 
 SOURCES = pathlib.Path(__file__).resolve().parents[2] / "src"
 
-# Each folder with the folders that it may include from.
+# The folders that each folder may include from.
 ALLOWED = {
     "platform": {"platform"},
     "config": {"config", "platform"},
@@ -38,7 +38,7 @@ INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
 
 def folder_of(path):
-    """The folder of a file, written from src/."""
+    """The folder of a file, relative to src/."""
     return pathlib.PurePosixPath(path).parent.as_posix()
 
 
@@ -60,7 +60,7 @@ class IncludeDirections(unittest.TestCase):
                         self.assertIn(folder_of(included), ALLOWED[folder])
 
     def test_no_type_is_declared_in_two_headers(self):
-        """One namespace has them all, and the linker takes either of two that have one name."""
+        """All types are in one namespace. If two have the same name, the linker picks either."""
         declared = {}
         for path in source_files():
             if path.suffix == ".h":
@@ -76,7 +76,7 @@ class IncludeDirections(unittest.TestCase):
 
 class Tests(unittest.TestCase):
     def test_none_sleeps(self):
-        """They wait for what they want to see, or set the clock."""
+        """They wait for an event, or set the clock."""
         sleep = re.compile(r"(?:\b(?:u|nano)?sleep|sleep_for|sleep_until)\(|^\s*sleep ", re.MULTILINE)
         for path in sorted((SOURCES.parent / "tests").rglob("*")):
             if path.suffix in (".h", ".cpp", ".py", ".sh") and path != pathlib.Path(__file__).resolve():
@@ -86,7 +86,7 @@ class Tests(unittest.TestCase):
 
 class Documents(unittest.TestCase):
     def test_sources_that_they_name_exist(self):
-        """Those that are written from src/, with their folder; a star stands for several."""
+        """Paths relative to src/; a star stands for any text."""
         named = set(re.findall(r"`((?:app|catalogue|config|inspect|platform|runtime)/[\w/*.]+\.(?:h|cpp))`",
                                (SOURCES.parent / "ARCHITECTURE.md").read_text()))
         self.assertTrue(named)
@@ -95,7 +95,7 @@ class Documents(unittest.TestCase):
                 self.assertTrue(list(SOURCES.glob(path)), "ARCHITECTURE.md names it")
 
     def test_tests_that_the_page_on_security_names_exist(self):
-        """`Suite.Name` stands in a C++ source, `test_module.Class` in the module of that name."""
+        """`Suite.Name` must occur in a C++ source, `test_module.Class` in the module of that name."""
         tests = SOURCES.parent / "tests"
         cases = {f"{suite}.{name}" for path in tests.rglob("*.cpp")
                  for suite, name in re.findall(r"^TEST(?:_[FP])?\((\w+), (\w+)\)", path.read_text(), re.MULTILINE)}

@@ -1,4 +1,4 @@
-"""What `cmake --install` puts where, and that nothing installed tells where it was built."""
+"""Where `cmake --install` puts the files, and that no installed file contains the build path."""
 
 from __future__ import annotations
 
@@ -32,7 +32,7 @@ class Installation(unittest.TestCase):
             self.assertTrue(run.stdout.startswith(b"sealkeeper-inspect "))
 
     def test_both_have_one_version(self) -> None:
-        """That of the top-level CMakeLists.txt, where alone it is written."""
+        """Both have the version in the top-level CMakeLists.txt, the only place that sets it."""
         text = (ROOT / "CMakeLists.txt").read_text()
         version = re.search(r"^    VERSION ([0-9.]+)$", text, re.MULTILINE).group(1).encode()
         for program, option in (("sealkeeper", "-h"), ("sealkeeper-inspect", "--version")):
@@ -48,7 +48,7 @@ class Installation(unittest.TestCase):
                              (ROOT / ("NOTICES" if name == "copyright" else name)).read_bytes(), name)
 
     def test_nothing_tells_where_it_was_built(self) -> None:
-        """Builds in different folders are to give the same bytes."""
+        """Builds in different folders must give the same bytes."""
         for program in PROGRAMS:
             content = (self.prefix / "bin" / program).read_bytes()
             for place in (ROOT / "src", BUILD):

@@ -1,4 +1,4 @@
-"""What the companion is made with stays out of `sealkeeper`, read from the built files."""
+"""The companion's libraries are not in `sealkeeper`, as read from the built files."""
 
 import os
 import re
@@ -12,7 +12,7 @@ EXPECTED = re.compile(r"^(libmbed\w+|libstdc\+\+|libc\+\+(abi)?|libgcc_s|libunwi
 
 
 def needed_by(program):
-    """The shared libraries that the program names."""
+    """The shared libraries that the program needs."""
     run = subprocess.run(["readelf", "--dynamic", "--wide", program], capture_output=True, text=True, timeout=60,
                          check=True, env={**os.environ, "LC_ALL": "C"})
     return re.findall(r"\(NEEDED\).*\[(.+)\]", run.stdout)
@@ -34,7 +34,7 @@ class LinkedLibraries(unittest.TestCase):
 
     def test_no_code_of_the_companions_libraries_is_in_sealkeeper(self):
         names = symbols_of(os.environ["SEALKEEPER_PROGRAM"])
-        # Not by assertIn, which would print all names.
+        # Not assertIn, which would print all names.
         self.assertTrue("sealkeeper::RunProgram" in names, "these are the names of sealkeeper")
         for library in COMPANION_LIBRARIES:
             with self.subTest(library=library):
@@ -42,7 +42,7 @@ class LinkedLibraries(unittest.TestCase):
 
     @unittest.skipUnless("SEALKEEPER_INSPECT" in os.environ, "the companion is not built")
     def test_the_companion_has_them(self):
-        """Else the test above looks for the wrong names."""
+        """Otherwise the test above looks for the wrong names."""
         names = symbols_of(os.environ["SEALKEEPER_INSPECT"])
         for library in COMPANION_LIBRARIES:
             with self.subTest(library=library):

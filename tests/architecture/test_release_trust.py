@@ -1,4 +1,4 @@
-"""No release is built with the development trust material."""
+"""A release cannot be built with the development trust material."""
 
 import json
 import os
@@ -23,7 +23,7 @@ class ReleaseTrust(unittest.TestCase):
         self.crl.write_bytes(b"another revocation list")
 
     def check(self, ca, crl, is_required=True):
-        """Return whether the build goes on, and what is said."""
+        """Return whether configuring continues, and its output."""
         command = [os.environ["SEALKEEPER_CMAKE"], f"-DSEALKEEPER_TRUST_CA={ca}", f"-DSEALKEEPER_TRUST_CRL={crl}",
                    f"-DSEALKEEPER_REQUIRE_OWN_TRUST={is_required}", "-P", HERE / "check_trust_material.cmake"]
         run = subprocess.run(command, capture_output=True, text=True, timeout=60, check=False)
