@@ -42,7 +42,7 @@ struct Outcome {
     CatalogueConfig config;
 };
 
-// What the rules make of a section "search_options" that holds `entries`.
+// Reads a section "search_options" that holds `entries`.
 Outcome ReadRules(const std::string& entries) {
     ConfigDocument document;
     EXPECT_TRUE(document.ParseConfigText("search_options {" + entries + "\n}\n"));
@@ -173,7 +173,7 @@ TEST(CatalogueRules, AliasesHaveForwardSlashes) {
     const Outcome outcome = ReadRules(
         "include_paths=[\"a\"] alias_paths=(\"a\\b\",\"late\",\"a/b\",\"c\\\\d\\\",\"x\",\"\\e\")");
     EXPECT_EQ(outcome.code, kOk);
-    // Pairs are taken in byte order of their names, in which '/' comes before the backslash.
+    // Pairs are sorted by the bytes of their names, where '/' comes before the backslash.
     EXPECT_EQ(outcome.config.pathAliases,
               (std::map<std::string, std::string>{{"a/b", "c/d/"}, {"x", "/e"}}));
 }

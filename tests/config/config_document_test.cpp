@@ -21,7 +21,7 @@ using test::ParsedDump;
 using test::ParsedEntries;
 using test::TempDirectory;
 
-// No key stands twice in it, so that nothing read later replaces what was read before.
+// Each key occurs once, so that no later value replaces an earlier one.
 const std::string& RepresentativeText() {
     static const std::string text =
         "# a comment /* and a block */\n"
@@ -83,7 +83,7 @@ TEST(ConfigDocument, AChangedByteLeavesWhatStandsBeforeIt) {
             changed[position] = byte;
             EXPECT_TRUE(Contains(ParsedEntries(changed), before))
                 << position << ": " << static_cast<int>(byte);
-            // Only a line feed that gets into a list element makes the parse fail.
+            // Only a line feed inside a list element makes parsing fail.
             ConfigDocument document;
             if (!document.ParseConfigText(changed)) {
                 const bool opensElement = byte == '"' || byte == '[';

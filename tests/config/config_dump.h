@@ -1,4 +1,4 @@
-// Shows what a parsed configuration holds as one line of text, so that a test compares all of it.
+// Prints a parsed configuration on one line, so that a test compares all of it.
 #ifndef SEALKEEPER_TESTS_CONFIG_CONFIG_DUMP_H
 #define SEALKEEPER_TESTS_CONFIG_CONFIG_DUMP_H
 
@@ -10,7 +10,7 @@
 
 namespace sealkeeper::test {
 
-// The tables cannot be enumerated, so a dump looks for these names only.
+// The tables cannot be enumerated, so a dump looks for these names.
 inline const std::vector<std::string>& DumpedSections() {
     static const std::vector<std::string> names = {
         "s",  "t", "a", "a{", "s{", "}", "*/", "\vs", "\xC3\x84s", "config_info", "search_options",
@@ -80,14 +80,14 @@ inline std::string Dump(ConfigDocument& document) {
     return dump;
 }
 
-// What parsing `text` leaves in a fresh document, with "false: " in front when it returned false.
+// The dump after parsing `text`, with "false: " in front if parsing failed.
 inline std::string ParsedDump(const std::string& text) {
     ConfigDocument document;
     const bool parsed = document.ParseConfigText(text);
     return (parsed ? "" : "false: ") + Dump(document);
 }
 
-// Every entry with its section in front, for comparing what two texts have in common.
+// Every entry with its section, to compare what two texts have in common.
 inline std::set<std::string> ParsedEntries(const std::string& text) {
     ConfigDocument document;
     static_cast<void>(document.ParseConfigText(text));

@@ -51,7 +51,7 @@ TEST(ConfigOutline, TellsWhereSectionsStand) {
 
 struct ValueCase {
     const char* name;
-    // The value, with a '|' at its start and past its end.
+    // The value is between two '|'.
     std::string marked;
     ConfigValueKind kind;
     std::vector<std::string> texts;
@@ -125,7 +125,7 @@ struct CommentCase {
     std::string text;
     // The text of the only comment.
     std::string comment;
-    // How far in it the block begins.
+    // The offset in it at which the block begins.
     std::size_t block;
     bool isClosed;
 };
@@ -203,7 +203,7 @@ TEST(ConfigOutline, TellsWhatWasBegunAtTheEnd) {
     EXPECT_EQ(brace.pendingKey, kNoIndex);
 }
 
-// What a recorded place says must stand there.
+// The text at each recorded place must be what was recorded.
 void ExpectPlacesHold(std::string_view text, const ConfigOutline& outline) {
     const auto standsAt = [text](const std::string& name, std::size_t begin) {
         return LowerCasedAscii(text.substr(begin, name.size())) == name;

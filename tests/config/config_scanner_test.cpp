@@ -16,7 +16,7 @@ using test::ParsedDump;
 struct ScanCase {
     const char* name;
     std::string text;
-    // As `ParsedDump` shows it.
+    // In the format of `ParsedDump`.
     std::string expected;
 };
 
@@ -191,7 +191,7 @@ TEST(ConfigScanner, ScansTheDocumentedExample) {
 }
 
 TEST(ConfigScanner, LongInputsTakeLinearTime) {
-    // Each of these would run for minutes if a token looked at the whole text again.
+    // Each of these would take minutes if any token looked at the whole text again.
     constexpr std::size_t kRepetitions = 200'000;
     std::string sections;
     std::string comments = "s {k=1;";

@@ -17,7 +17,7 @@ using test::ParsedDump;
 struct ValueCase {
     const char* name;
     std::string text;
-    // As `ParsedDump` shows it.
+    // In the format of `ParsedDump`.
     std::string expected;
 };
 

@@ -1,4 +1,4 @@
-// The two modes of the collector: what it prints when it resolves its patterns, and what it takes
+// The two modes of the collector: what it prints when it resolves patterns, and what it collects
 // from included paths.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -44,12 +44,13 @@ constexpr const char* kNothingIncluded =
 struct Collected {
     bool resolved = false;
     std::string resolveOutput;
-    // In byte order, because included paths come in no particular order.
+    // In byte order, since the order of included paths is unspecified.
     Files files;
     std::string walkOutput;
 };
 
-// Runs a collector with `rules` in `game`. Resolving shows verbose messages, walking the trace.
+// Runs a collector with `rules` in `game`. Verbose messages are on while it resolves, the trace
+// while it walks.
 Collected CollectBy(const TempDirectory& game, const std::string& rules,
                     const std::string& removedBetween = "") {
     const ScopedCurrentDirectory inGame(game.Path());

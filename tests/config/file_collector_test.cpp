@@ -51,7 +51,7 @@ std::string SkippedWithoutExtension(const std::string& path) {
     return "[Verb] Skipping file by rule ignore_files_without_extensions '" + path + "'.\n";
 }
 
-// A collector in a game directory of its own, which is the current directory meanwhile.
+// A collector in a game directory, which is the current directory.
 class FileCollectorTest : public ::testing::Test {
   protected:
     void Write(const std::vector<std::string>& names) {
@@ -75,7 +75,7 @@ class FileCollectorTest : public ::testing::Test {
         return resolved;
     }
 
-    // Collects with the trace visible, as the generate action asks for it by default.
+    // Collects with the trace on, and by default with the arguments of the generate action.
     Files Collect(const std::string& start = kWholeDirectory,
                   const std::string& pattern = kEveryFilePattern) {
         const ScopedLogThreshold trace(LogLevel::Trace);
@@ -86,7 +86,7 @@ class FileCollectorTest : public ::testing::Test {
         return PathsOf(files);
     }
 
-    // What a walk over the game finds by these rules.
+    // The files that a walk over the game finds with these rules.
     std::vector<FoundFile> FindBy(const std::string& rules) {
         Apply(rules);
         std::vector<FoundFile> files;
@@ -159,7 +159,7 @@ TEST_F(FileCollectorTest, TracesADirectoryThatCannotBeRead) {
     EXPECT_EQ(trace.skipped[0].rule, SkipRule::Unlistable);
 }
 
-// Has one directory that is not there.
+// Pretends that a directory exists.
 class TreeWithNova : public FileTree {
   public:
     ResultCode ReadDirectory(const std::string& directory,

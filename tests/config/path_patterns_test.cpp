@@ -18,7 +18,7 @@ using test::ScopedCurrentDirectory;
 using test::ScopedLogThreshold;
 using test::TempDirectory;
 
-// The messages of one pattern, which is given as it is expanded.
+// The messages for one pattern, given in its expanded form.
 std::string Tried(const std::string& pattern) {
     return "[Verb] GlobPaths: " + pattern + ".\n";
 }
@@ -35,7 +35,7 @@ std::string NotMatched(const std::string& pattern) {
            "'.\n";
 }
 
-// A game directory with one entry of each kind; the current directory meanwhile.
+// A game directory with one entry of each kind. It is the current directory.
 class PathPatterns : public ::testing::Test {
   protected:
     PathPatterns() {
@@ -50,7 +50,7 @@ class PathPatterns : public ::testing::Test {
         EXPECT_EQ(mkfifo((game_ / "fifo").c_str(), 0600), 0);
     }
 
-    // Expands with the trace visible.
+    // Expands with the trace on.
     static bool Glob(const std::vector<std::string>& patterns, PathSet& paths, std::string& shown) {
         const ScopedLogThreshold trace(LogLevel::Trace);
         CapturedOutput output;
@@ -66,14 +66,14 @@ class PathPatterns : public ::testing::Test {
 
 struct PatternCase {
     const char* pattern;
-    // As it is expanded.
+    // In the expanded form.
     const char* expanded;
     PathSet paths;
 };
 
 TEST_F(PathPatterns, ExpandEachPattern) {
     const std::vector<PatternCase> cases = {
-        // Named without wildcards.
+        // Without wildcards.
         {"a.txt", "./a.txt", {"./a.txt"}},
         {"bin", "./bin", {"./bin"}},
         {"bin/", "./bin", {"./bin"}},
@@ -98,7 +98,7 @@ TEST_F(PathPatterns, ExpandEachPattern) {
         {"link_dangling", "./link_dangling", {}},
         {"a.txt/x", "./a.txt/x", {}},
         {"[ab].txt", "./[ab].txt", {}},
-        // Wildcards.
+        // With wildcards.
         {"?.txt", "./?.txt", {"./a.txt", "./b.txt"}},
         {"*.txt", "./*.txt", {"./a.txt", "./b.txt"}},
         {"b*", "./b*", {"./b.txt", "./bin"}},

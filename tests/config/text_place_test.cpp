@@ -25,7 +25,7 @@ TEST(TextPlace, CarriageReturnEndsNoLine) {
     EXPECT_EQ(TextLines("a\r\nb\rc").PlaceOf(5), (TextPlace{2, 3}));
 }
 
-// The same by going through the text byte by byte.
+// Compared with counting byte by byte.
 TEST(TextPlace, IsWhatCountingGives) {
     for (const std::string text : {"", "\n", "\n\n", "a", "a\n", "ab\n\nc\nd", "\na\r\n"}) {
         const TextLines lines(text);
