@@ -92,7 +92,7 @@ TEST(FileIo, ReadsOnInOneOpening) {
     auto file = OpenSizedFile(path);
     ASSERT_TRUE(file.has_value());
     EXPECT_EQ(file->sizeBytes, 7U);
-    // The file that is open is read, whatever has its name.
+    // The open file is read, whatever its name refers to by now.
     fs::remove(path);
     directory.WriteFile("a", "another file");
     Bytes bytes;
@@ -168,7 +168,7 @@ TEST(FileIo, LeavesNoDescriptorBehind) {
     const TempDirectory directory;
     ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
     directory.WriteFile("file", "content");
-    // The lowest free descriptor, which the next open takes.
+    // The lowest free descriptor, which the next open will get.
     const auto lowestFree = [] {
         const int descriptor = dup(STDIN_FILENO);
         close(descriptor);

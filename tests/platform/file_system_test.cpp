@@ -78,7 +78,7 @@ TEST_F(FileSystemTest, FollowsLinksToWhatIsNone) {
         {"link_dangling", "nowhere"},
         {"link_absolute", "file"},
         {"dir/link_up", "file"},
-        // Links among the directories stay.
+        // Links inside the path stay.
         {"link_dir/inner", "link_dir/inner"},
     };
     for (const auto& [path, end] : cases) {
@@ -175,7 +175,8 @@ TEST_F(FileSystemTest, CurrentDirectoryHasAtMost1023Bytes) {
     constexpr std::size_t kLongest = 1023;
     std::size_t length = directory_.Path().size();
     while (length < kLongest) {
-        // What is left must hold a separator and at least one byte, now and in the next round.
+        // The rest must leave space for a separator and at least one byte, in this round and the
+        // next.
         std::size_t name = std::min<std::size_t>(kLongest - length - 1, 200);
         if (kLongest - length - 1 - name == 1) {
             --name;
@@ -189,7 +190,7 @@ TEST_F(FileSystemTest, CurrentDirectoryHasAtMost1023Bytes) {
     ASSERT_TRUE(longest.has_value());
     EXPECT_EQ(longest->size(), kLongest);
 
-    // One byte more: the last directory under a longer name.
+    // One byte longer: the last directory has a longer name.
     const std::string last = longest->substr(longest->rfind('/') + 1);
     const std::string longer = "../" + std::string(last.size() + 1, 'e');
     ASSERT_EQ(mkdir(longer.c_str(), 0700), 0);

@@ -22,7 +22,7 @@ using test::TempDirectory;
 
 using Paths = std::vector<std::string>;
 
-// What the C library's own `glob` finds, without the mark of directories.
+// The matches of the C library's own `glob`, without the marks on directories.
 Paths FoundBySystem(const std::string& pattern) {
     glob_t found{};
     Paths paths;
@@ -49,7 +49,7 @@ class RandomTree {
   public:
     explicit RandomTree(unsigned seed) : random_(seed) {}
 
-    // Makes files, directories, links and FIFOs with names that patterns could stumble over.
+    // Creates files, directories, links and FIFOs with names that are hard for patterns.
     void Make() {
         std::vector<std::string> directories = {"."};
         for (int made = 0; made < 25; ++made) {

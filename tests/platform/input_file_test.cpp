@@ -46,7 +46,7 @@ TEST(InputFile, ReadsBeyondPositionsOf32Bits) {
     const TempDirectory directory;
     for (const std::uint64_t offset : {0x7FFFFFFCU, 0xFFFFFFFCU}) {
         const std::string path = directory.WriteFile("f", "");
-        // The bytes before are a hole, which takes no room.
+        // The bytes before it are a hole, which takes no disk space.
         std::filesystem::resize_file(path, offset);
         std::ofstream(path, std::ios::app) << "abcdefgh";
         InputFile file;

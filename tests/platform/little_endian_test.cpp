@@ -14,7 +14,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 template <typename Unsigned>
 void ExpectStoredAs(Unsigned number, const Bytes& expected) {
-    // One byte more, which nothing may touch.
+    // One extra byte, which must stay untouched.
     Bytes bytes(sizeof(Unsigned) + 1, 0xEE);
     StoreLittleEndian(number, bytes);
     Bytes whole = expected;

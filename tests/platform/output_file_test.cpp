@@ -41,7 +41,7 @@ std::size_t CountNames(const std::string& directory) {
     return static_cast<std::size_t>(std::distance(begin(names), end(names)));
 }
 
-// Sets the process's file mode mask for the time of one scope.
+// Sets the file mode mask of the process while it exists.
 class ScopedMask {
   public:
     explicit ScopedMask(mode_t mask) : before_(umask(mask)) {}
@@ -53,7 +53,7 @@ class ScopedMask {
     mode_t before_;
 };
 
-// A pipe, whose ends are closed when it goes.
+// A pipe. Closes its ends when it is destroyed.
 class Pipe {
   public:
     Pipe() { EXPECT_EQ(pipe(ends_.data()), 0); }
@@ -177,7 +177,7 @@ TEST(OutputFile, ReplacedFilesKeepTheirMode) {
     for (const mode_t mode :
          {mode_t{0600}, mode_t{0644}, mode_t{0666}, mode_t{0777}, mode_t{02750}, mode_t{01200}}) {
         ASSERT_EQ(chmod(path.c_str(), mode), 0);
-        // A system may not let everybody have every bit.
+        // Some systems do not allow every bit to every user.
         const mode_t had = ModeOf(path);
         EXPECT_EQ(WriteWholeFile(path, kNew), WriteOutcome::Written);
         EXPECT_EQ(ModeOf(path), had);
@@ -309,7 +309,8 @@ TEST(OutputFile, AnOpenPipeIsWritten) {
     EXPECT_EQ(pipe.Read(), "new");
 }
 
-// The process that this runs in has the file of `console`, and what leads to it, elsewhere.
+// Whether writing to `path` goes into the file of the descriptor `console`. The calling process
+// keeps that descriptor elsewhere.
 bool WritesIntoTheFileOf(int console, const std::string& path) {
     const int descriptor = open(path.c_str(), O_WRONLY | O_APPEND);
     return dup2(descriptor, console) == console &&
@@ -341,10 +342,10 @@ TEST(OutputFile, WithoutAConsoleNoFileIsTakenForIt) {
     EXPECT_EQ(ReadFile(directory / "link"), "old") << "replaced, not written in place";
 }
 
-// The system follows a link step by step; its path as a whole may be longer than any that it takes.
+// The system follows a link step by step. The resolved path may be longer than any path it accepts.
 TEST(OutputFile, LinksWhoseTargetHasNoPathOfItsOwn) {
     const TempDirectory directory;
-    // Each half is a path that the system takes, both together are none.
+    // The system accepts each half as a path, but not the two together.
     std::string half;
     while (half.size() <= PATH_MAX / 2) {
         half += std::string(180, 'd') + "/";
@@ -361,7 +362,7 @@ TEST(OutputFile, LinksWhoseTargetHasNoPathOfItsOwn) {
     close(created);
     EXPECT_EQ(WriteWholeFile(link, kNew), WriteOutcome::Written) << "in place";
     EXPECT_EQ(ReadFile(half + "a"), "new");
-    // From here its path is short enough.
+    // From here its path is short enough to remove it.
     fs::remove_all(half.substr(0, half.find('/')));
 }
 
@@ -371,7 +372,7 @@ TEST(OutputFile, AnOpenFileWithoutANameIsWrittenInPlace) {
     const int descriptor = open(path.c_str(), O_RDWR);
     ASSERT_GE(descriptor, 0);
     fs::remove(path);
-    // What Linux says that the open file is called.
+    // Linux names the open file like this.
     const std::string namesake = directory.WriteFile("a (deleted)", "other content");
     EXPECT_EQ(WriteWholeFile("/dev/fd/" + std::to_string(descriptor), kNew), WriteOutcome::Written);
     std::array<char, 8> read{};
@@ -385,7 +386,7 @@ TEST(OutputFile, LeavesNoDescriptorBehind) {
     const TempDirectory directory;
     ASSERT_EQ(mkfifo((directory / "fifo").c_str(), 0600), 0);
     directory.WriteFile("file", "old");
-    // The lowest free descriptor, which the next open takes.
+    // The lowest free descriptor, which the next open will get.
     const auto lowestFree = [] {
         const int descriptor = dup(STDIN_FILENO);
         close(descriptor);

@@ -17,7 +17,7 @@ namespace {
 
 using test::TempDirectory;
 
-// The error number of a write to a pipe that nobody reads.
+// The errno of a write to a pipe without a reader.
 int ErrorOfBrokenPipe() {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0 || close(ends[0]) != 0) {
@@ -26,7 +26,7 @@ int ErrorOfBrokenPipe() {
     return write(ends[1], "a", 1) < 0 ? errno : 0;
 }
 
-// The error number of a write past the limit of file sizes.
+// The errno of a write past the file size limit.
 int ErrorOfTooLargeFile(const std::string& path) {
     rlimit before{};
     const int descriptor = open(path.c_str(), O_WRONLY);
@@ -41,7 +41,7 @@ int ErrorOfTooLargeFile(const std::string& path) {
     return setrlimit(RLIMIT_FSIZE, &before) == 0 ? error : 0;
 }
 
-// Each in a process of its own: the whole test run would ignore the signals.
+// Each in its own process, since the test run itself would ignore the signals.
 TEST(OutputSignals, EndTheProcessOtherwise) {
     const TempDirectory directory;
     const std::string path = directory.WriteFile("a", "");

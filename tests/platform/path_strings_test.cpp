@@ -43,7 +43,7 @@ TEST(PathStrings, EnsureTrailingSlash) {
 }
 
 TEST(PathStrings, WidePathThatEndsInACharacterBeyondAscii) {
-    // Its low byte is that of '/'.
+    // Its low byte is '/'.
     std::wstring path = L"a\u012F";
     EnsureTrailingSeparatorWide(path);
     EXPECT_EQ(path, L"a\u012F/");

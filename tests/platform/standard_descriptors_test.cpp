@@ -26,8 +26,8 @@ bool IsNullDevice(int descriptor) {
            S_ISCHR(opened.st_mode) && opened.st_rdev == nullDevice.st_rdev;
 }
 
-// Whether those of the standard descriptors that the process is started without, and they alone,
-// lead nowhere afterwards. The others write into the file `path`.
+// Starts without the `missing` descriptors, the others open on the file `path`. Returns whether
+// exactly the missing ones lead to the null device afterwards.
 bool OpensJustThose(const std::vector<int>& missing, const std::string& path) {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (dup2(open(path.c_str(), O_RDWR | O_APPEND), descriptor) != descriptor) {
@@ -51,7 +51,7 @@ bool OpensJustThose(const std::vector<int>& missing, const std::string& path) {
     return true;
 }
 
-// Each in a process of its own, which has nothing to lose in them.
+// Each in its own process, whose descriptors do not matter.
 TEST(StandardDescriptors, ThoseThatAreMissingLeadNowhere) {
     const TempDirectory directory;
     const std::vector<std::vector<int>> cases = {{},
@@ -67,7 +67,7 @@ TEST(StandardDescriptors, ThoseThatAreMissingLeadNowhere) {
     }
 }
 
-// What is printed would be written into it.
+// Otherwise console output would be written into it.
 TEST(StandardDescriptors, NoFileOfTheRunTakesTheirPlace) {
     const auto isPastThem = [] {
         for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -1,4 +1,4 @@
-// Plain ASCII is converted without the system's converter: the results must be the same.
+// ASCII is converted without the system's converter. The results must be the same.
 #include <gtest/gtest.h>
 #include <iconv.h>
 
@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// What the system's converter makes of the text; nothing when it refuses it.
+// The text as the system's converter converts it; empty if it refuses.
 template <typename Output, typename Input>
 std::optional<Output> ByConverter(const char* to, const char* from, Input input) {
     const iconv_t converter = iconv_open(to, from);
@@ -48,15 +48,15 @@ void ExpectAsTheConverter(const std::u16string& utf16) {
     }
 }
 
-// The given texts with ASCII before, behind and between them; lengths on both sides of the words
-// in which ASCII may be looked at.
+// The given texts with ASCII before, between and after them. Lengths vary around the word sizes in
+// which ASCII may be examined.
 template <typename Text>
 void ExpectMixesAsTheConverter(const std::vector<Text>& texts) {
     using Unit = typename Text::value_type;
     for (const std::size_t before : std::vector<std::size_t>{0, 1, 3, 7, 8, 15, 16, 17, 33}) {
-        for (const std::size_t behind : std::vector<std::size_t>{0, 1, 2, 7, 8, 16, 31}) {
+        for (const std::size_t after : std::vector<std::size_t>{0, 1, 2, 7, 8, 16, 31}) {
             for (const Text& text : texts) {
-                const Text mixed = Text(before, Unit{'a'}) + text + Text(behind, Unit{0x7F});
+                const Text mixed = Text(before, Unit{'a'}) + text + Text(after, Unit{0x7F});
                 ExpectAsTheConverter(mixed);
                 for (const Text& other : texts) {
                     ExpectAsTheConverter(mixed + other);

@@ -12,7 +12,7 @@
 namespace sealkeeper {
 namespace {
 
-// The encodings as the Unicode Standard defines them, for comparison with the system's converter.
+// The encodings by definition of the Unicode Standard, to compare with the system's converter.
 void AppendUtf8(std::uint32_t point, std::string& utf8) {
     const auto append = [&utf8](std::uint32_t byte) { utf8.push_back(static_cast<char>(byte)); };
     if (point < 0x80) {
@@ -192,7 +192,7 @@ TEST(TextEncoding, BadWideTextGivesTheErrorTexts) {
     EXPECT_EQ(WideToUtf16(pair), u"wchar_to_utf16 iconv ERROR ");
 }
 
-// The error text with the system's description of `error` after it.
+// The error text, followed by the system's description of `error`.
 std::wstring Utf16Error(int error) {
     const std::string description = std::strerror(error);
     return L"utf16_to_wchar iconv ERROR " + std::wstring(description.begin(), description.end());
@@ -201,8 +201,8 @@ std::wstring Utf16Error(int error) {
 TEST(TextEncoding, UnpairedSurrogatesGiveTheErrorTextAndTheSystemsDescription) {
     constexpr char16_t kHigh = 0xD83D;
     constexpr char16_t kLow = 0xDE00;
-    // POSIX iconv: EINVAL for a sequence that the end of the input cuts, EILSEQ for one that is
-    // wrong.
+    // POSIX iconv: EINVAL for a sequence cut off at the end of the input, EILSEQ for an invalid
+    // one.
     EXPECT_EQ(Utf16ToWide(std::u16string{kHigh}), Utf16Error(EINVAL));
     EXPECT_EQ(Utf16ToWide(std::u16string{u'a', kHigh}), Utf16Error(EINVAL));
     EXPECT_EQ(Utf16ToWide(std::u16string{kHigh, kLow, kHigh}), Utf16Error(EINVAL));
@@ -226,7 +226,7 @@ TEST(TextEncoding, NarrowTextThatTheLocaleCannotConvertIsNothing) {
     }
     const std::wstring converted = NarrowToWide("\xC3\xA9");
     const std::wstring notConverted = NarrowToWide("a\xFF");
-    // That of the program.
+    // The locale that the program runs in.
     std::setlocale(LC_CTYPE, "C");
     EXPECT_EQ(converted, L"\u00E9");
     EXPECT_EQ(notConverted, L"");
