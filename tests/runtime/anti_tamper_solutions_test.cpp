@@ -51,7 +51,7 @@ TEST(AntiTamperSolutions, NumberOfAName) {
         {"xxAppSignxx", 8},
         {"DDenuvo", 3},
         {"SteSteam DRM", 7},
-        // Bytes that differ in the bit of the letter case only are equal, letters or not.
+        // Bytes that differ only in the letter-case bit are equal, letters or not.
         {std::string("Steam\0DRM", 9), 7},
     };
     for (const NameCase& named : cases) {
@@ -72,7 +72,7 @@ TEST(AntiTamperSolutions, UnknownNameListsTheTable) {
     }
 }
 
-// The solutions found in a text, each with the place of its name: "3@0 6@11".
+// The solutions found in a text, each with its offset: "3@0 6@11".
 std::string FoundIn(const std::string& text) {
     std::string found;
     for (const NamedSolution& named : FindAntiTamperSolutions(text)) {

@@ -27,7 +27,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 const Bytes kGarbage = {0x00};
 
-// Nothing is left of whatever the object held.
+// Whether the object has been cleared.
 bool IsEmpty(const Certificate& certificate) {
     return certificate.Get()->raw.p == nullptr && certificate.Get()->raw.len == 0;
 }
@@ -46,7 +46,7 @@ struct Attempt {
     std::string productId = kTestProductId;
 };
 
-// Also checks that the object holds the subject after a success and nothing after a failure.
+// Also checks that the object holds the subject after a success and is empty after a failure.
 void ExpectVerified(const TrustMaterial& trust, const Attempt& attempt) {
     Certificate certificate;
     // The object may hold an earlier certificate.
@@ -79,7 +79,7 @@ TEST(CertificateTrust, ReadsCertificateFiles) {
     EXPECT_EQ(ReadCertificateBytes(test::CertificatePath("good")), CertificateBytes("good"));
     const std::string path = directory.WriteFile("a", mebibyte);
     EXPECT_TRUE(ReadCertificateBytes(path) == Bytes(mebibyte.begin(), mebibyte.end()));
-    // What is longer than any certificate is cut.
+    // A file longer than any certificate is cut.
     directory.WriteFile("a", mebibyte + "y");
     EXPECT_TRUE(ReadCertificateBytes(path) == Bytes(mebibyte.begin(), mebibyte.end()));
     EXPECT_EQ(ReadCertificateBytes(directory / "missing"), std::nullopt);
@@ -139,7 +139,7 @@ TEST(CertificateTrust, DirectAttempt) {
         {"PEM", DamagedFile("pem.cer"), {}, {}, ResultCode::MbedTlsX509FormatError},
         {"no bytes", {}, {}, {}, ResultCode::MbedTlsX509FormatError},
         {"truncated", DamagedFile("truncated.cer"), {}, {}, ResultCode::MbedTlsX509FormatError},
-        // The tag of the signed part: the library composes its error with the ASN.1 error.
+        // The tag of the signed part. The library adds the ASN.1 error to its own.
         {"wrong inner tag", WithByteChanged(good, 4), {}, {}, ResultCode::MbedTlsGenericError},
     };
     for (const Attempt& attempt : attempts) {
@@ -180,7 +180,7 @@ TEST(CertificateTrust, AttemptsWithAParent) {
         {"garbage parent", mod, kGarbage, {}, ResultCode::MbedTlsX509FormatError},
         {"garbage parent list", mod, good, kGarbage, ResultCode::MbedTlsX509FormatError},
         {"garbage subject", kGarbage, good, {}, ResultCode::MbedTlsX509FormatError},
-        // The codes of the last attempt count, and that one expects no name.
+        // The code of the last attempt counts, and that one expects no name.
         {"expired subject", CertificateBytes("expired"), good, {}, ResultCode::CertificateExpired},
         {"subject of another name",
          CertificateBytes("other-name"),
@@ -201,7 +201,7 @@ TEST(CertificateTrust, ModWithoutItsGameIsNotTrusted) {
     EXPECT_TRUE(IsEmpty(certificate));
 }
 
-// The library passes over a list whose issuer has another name than the parent.
+// The library ignores a list whose issuer is not the parent by name.
 TEST(CertificateTrust, ParentListOfAnotherIssuerIsPassedOver) {
     const TrustMaterial trust = BuiltInTrustMaterial();
     const Bytes list(trust.revocationListDer.begin(), trust.revocationListDer.end());
@@ -209,7 +209,7 @@ TEST(CertificateTrust, ParentListOfAnotherIssuerIsPassedOver) {
                            CertificateBytes("good"), list, ResultCode::Ok});
 }
 
-// A list of the game's own, issued by its key with openssl, with `serial` in it.
+// A list issued by the game's key with openssl, which revokes `serial`.
 Bytes ListOfTheGame(const std::string& serial) {
     const TempDirectory directory;
     directory.WriteFile("index.txt",

@@ -17,7 +17,7 @@ using Keys = std::vector<EncodedKey>;
 constexpr const char* kPkcs1Label = "RSA PRIVATE KEY";
 constexpr const char* kPkcs8Label = "PRIVATE KEY";
 
-// An octet or an integer of one.
+// One octet, or an integer of one octet.
 std::string Byte(int value) {
     return {static_cast<char>(value)};
 }
@@ -39,7 +39,7 @@ Keys Joined(const std::vector<Keys>& lists) {
     return all;
 }
 
-// An RSA key, also within PKCS#8.
+// An RSA key, bare and within PKCS#8.
 Keys Rsa(const std::string& name, const std::string& key) {
     return {{name, kPkcs1Label, key}, {name + ", within PKCS#8", kPkcs8Label, Pkcs8(key)}};
 }
@@ -50,8 +50,7 @@ Keys WithPart(const std::string& name, RsaPart part, const std::string& element)
 
 using Edit = std::function<std::string(const std::string& content)>;
 
-// A key for each of `parts`, with the integer of the good key there replaced by what `edit` makes
-// of its content.
+// A key for each of `parts`: the good key with the content of that integer edited by `edit`.
 Keys WithEach(const std::string& name, const std::vector<RsaPart>& parts, const Edit& edit) {
     constexpr const char* kNames[] = {"version", "n", "e", "d", "p", "q", "dp", "dq", "qp"};
     Keys all;
@@ -74,12 +73,12 @@ std::string Even(const std::string& content) {
     return DerInteger(WithBitFlipped(content, content.size() - 1, 1));
 }
 
-// Says that more bytes follow than any file has.
+// An integer whose length says more bytes than any file has.
 std::string EndlessInteger(const std::string& content) {
     return "\x02\x84\x7F\xFF\xFF\xFF" + content;
 }
 
-// Has a length of five bytes, more than the library looks at.
+// An integer with a length of five bytes, more than the library reads.
 std::string LongLengthInteger(const std::string& content) {
     return "\x02\x85" + std::string(4, '\0') + "\x01" + content;
 }
@@ -135,7 +134,7 @@ Keys CutOff() {
     return all;
 }
 
-// A sequence whose length is wrong by `difference`.
+// A sequence whose length is off by `difference`.
 std::string WithWrongLength(int difference) {
     std::string key = GoodKey();
     const std::size_t bytes = DerContent(key).size() + static_cast<std::size_t>(difference);
@@ -170,13 +169,13 @@ Keys OtherPkcs8Version() {
     return {
         {"with the version of RFC 5958", kPkcs8Label, WithElement(good, 0, DerInteger(Byte(1)))},
         {"unknown version", kPkcs8Label, WithElement(good, 0, DerInteger(Byte(2)))},
-        // Keys of curves have a version of their own.
+        // Keys on curves have another version number.
         {"said to be of a curve", kPkcs8Label,
          Pkcs8(GoodKey(), Algorithm("\x2A\x86\x48\xCE\x3D\x02\x01",
                                     "\x06\x08\x2A\x86\x48\xCE\x3D\x03\x01\x07"))}};
 }
 
-// The keys of RFC 8410, 10.3, Ed25519 and, with another identifier, X25519.
+// The keys of RFC 8410, 10.3: Ed25519 and, with another identifier, X25519.
 std::string Curve25519Key(int identifier) {
     return "\x30\x2E" + DerInteger(Byte(0)) + Algorithm("\x2B\x65" + Byte(identifier), "") +
            "\x04\x22\x04\x20"

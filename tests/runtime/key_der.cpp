@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kLongForm = 0x80;
 
-// The tag and the length at the start of an element.
+// The tag and length at the start of an element.
 struct Header {
     std::size_t bytes = 0;
     std::size_t contentBytes = 0;
@@ -108,7 +108,7 @@ std::string Pem(const std::string& label, const std::string& der) {
                                        ("-----END " + label + "-----\n").c_str(), bytes.data(),
                                        bytes.size(), text.data(), text.size(), &textBytes),
               0);
-    // The size counts the zero after the text.
+    // The size includes the zero after the text.
     return {text.begin(), text.begin() + static_cast<std::ptrdiff_t>(textBytes) - 1};
 }
 

@@ -1,5 +1,5 @@
-// Private keys put together byte by byte, to be wrong in one place: RSA keys (RFC 8017, A.1.2) and
-// what PKCS#8 (RFC 5208) and PEM (RFC 7468) have around them. The bytes are held in strings.
+// Builds private keys byte by byte, so that one place can be wrong: RSA keys (RFC 8017, A.1.2),
+// wrapped in PKCS#8 (RFC 5208) and PEM (RFC 7468). The bytes are held in strings.
 #ifndef SEALKEEPER_TESTS_RUNTIME_KEY_DER_H
 #define SEALKEEPER_TESTS_RUNTIME_KEY_DER_H
 
@@ -16,7 +16,7 @@ inline constexpr std::uint8_t kSequenceTag = 0x30;
 // The attributes at the end of a PKCS#8 key.
 inline constexpr std::uint8_t kAttributesTag = 0xA0;
 
-// What stands in an RSA key, in its order.
+// The elements of an RSA key, in order.
 enum RsaPart : std::size_t {
     kVersion,
     kModulus,
@@ -35,11 +35,11 @@ enum RsaPart : std::size_t {
 
 [[nodiscard]] std::string DerInteger(const std::string& content);
 
-// What follows the tag and the length at the start of `element`.
+// The content of `element`, after its tag and length.
 [[nodiscard]] std::string DerContent(const std::string& element);
 
-// The elements that `sequence` holds, each with its tag and length. The test fails when it is not a
-// sequence that holds elements alone.
+// The elements in `sequence`, each with its tag and length. The test fails if it is no sequence of
+// elements.
 [[nodiscard]] std::vector<std::string> DerElements(const std::string& sequence);
 
 // A sequence that holds these elements.
@@ -49,19 +49,19 @@ enum RsaPart : std::size_t {
 [[nodiscard]] std::string WithElement(const std::string& sequence, std::size_t index,
                                       const std::string& element);
 
-// What the object identifiers of RSA's algorithms begin with (RFC 8017, appendix C), as bytes.
+// The first bytes of the object identifiers of the RSA algorithms (RFC 8017, appendix C).
 inline constexpr const char* kRsaIdentifiers = "\x2A\x86\x48\x86\xF7\x0D\x01\x01";
 
 // The algorithm of a PKCS#8 key: its object identifier as bytes, and its parameters.
 [[nodiscard]] std::string Algorithm(const std::string& identifier, const std::string& parameters);
 [[nodiscard]] std::string RsaAlgorithm();
 
-// A PKCS#8 key around `key`. `attributes` are an element, or nothing.
+// A PKCS#8 key around `key`. `attributes` is one element, or empty.
 [[nodiscard]] std::string Pkcs8(const std::string& key,
                                 const std::string& algorithm = RsaAlgorithm(),
                                 const std::string& attributes = "");
 
-// PEM with this label around `der`, its lines ending in a line feed.
+// PEM with this label around `der`. Lines end in line feeds.
 [[nodiscard]] std::string Pem(const std::string& label, const std::string& der);
 
 }  // namespace sealkeeper::test

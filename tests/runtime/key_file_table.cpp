@@ -28,7 +28,7 @@ KeyFile FormAsItIs(const std::string& name) {
     return {name, Form(name)};
 }
 
-// A key that has a certificate of its own.
+// A key that comes with its own certificate.
 KeyFile WithItsCertificate(const std::string& kind) {
     return {kind, ReadFile(PrivateKeyPath(kind)), CertificatePath(kind)};
 }
@@ -45,7 +45,7 @@ std::string WithLineEnds(const std::string& end) {
     return Replaced(GoodPem(), "\n", end);
 }
 
-// The good key with `inserted` at the start of a line of base64, in place of `replacedBytes`.
+// The good key with `inserted` at the start of a line of base64, replacing `replacedBytes` bytes.
 std::string WithinBase64(const std::string& inserted, std::size_t replacedBytes) {
     std::string text = GoodPem();
     return text.replace(kBegin.size() + kBase64LineBytes, replacedBytes, inserted);
@@ -60,7 +60,7 @@ std::string InUtf16() {
     return text;
 }
 
-// All base64 in one line.
+// All of the base64 on one line.
 std::string InOneLine() {
     const std::size_t end = GoodPem().find("-----END");
     const std::string base64 = GoodPem().substr(kBegin.size(), end - kBegin.size());

@@ -1,5 +1,5 @@
-// Key files, good, odd and damaged, and what becomes of each with both versions of mbed TLS. The
-// tables of docs/private-keys.md are these, row for row.
+// Key files, good, odd and damaged, and their outcome with both versions of mbed TLS. The tables in
+// docs/private-keys.md are these, row by row.
 #ifndef SEALKEEPER_TESTS_RUNTIME_KEY_FILE_TABLES_H
 #define SEALKEEPER_TESTS_RUNTIME_KEY_FILE_TABLES_H
 
@@ -10,8 +10,8 @@
 
 namespace sealkeeper::test {
 
-// What becomes of a file, as the page has it: "taken", a result code, or "no pair" where the key is
-// read and then found not to belong to the certificate.
+// The outcome as the page has it: "taken", a result code, or "no pair" if the key is read but does
+// not belong to the certificate.
 struct KeyOutcome {
     std::string with228;
     std::string with3;
@@ -23,21 +23,21 @@ struct KeyFile {
     std::string certificatePath = CertificatePath("good");
 };
 
-// Files of which the same becomes.
+// Files with the same outcome.
 struct KeyFileRow {
     std::string file;
     KeyOutcome outcome;
     std::vector<KeyFile> files;
 };
 
-// What a file holds in DER, and the label that it has in PEM.
+// The DER content of a file, and its label in PEM form.
 struct EncodedKey {
     std::string name;
     std::string pemLabel;
     std::string der;
 };
 
-// Keys of which the same becomes, each tried in a DER file and in a PEM file.
+// Keys with the same outcome, each tried as a DER file and as a PEM file.
 struct EncodedKeyRow {
     std::string key;
     KeyOutcome asDer;

@@ -33,7 +33,7 @@ const std::string& Expected(const KeyOutcome& outcome) {
     return MBEDTLS_VERSION_MAJOR < 3 ? outcome.with228 : outcome.with3;
 }
 
-// Whether the key makes signatures that its certificate verifies.
+// Whether the key's signatures verify with its certificate.
 bool Signs(SigningMaterial& material) {
     const std::vector<std::uint8_t> data = {1, 2, 3};
     StoredSignature signature;
@@ -43,8 +43,8 @@ bool Signs(SigningMaterial& material) {
            VerifySignature(&material.certificate.Get()->pk, data, signature) == 0;
 }
 
-// What became of the key file, as the tables have it; the code and the text when they tell no story
-// of the tables.
+// The outcome of a key file in the words of the tables; the code and the text if the tables have no
+// words for it.
 std::string Outcome(const SigningFiles& files) {
     SigningMaterial material;
     CapturedOutput output;
@@ -69,7 +69,7 @@ std::string Outcome(const SigningFiles& files) {
 class KeyFiles : public testing::Test {
   protected:
     void Expect(const KeyOutcome& outcome, const KeyFile& file) {
-        // A file of its own: some file systems wait for the disk where one is written again.
+        // A new file each time, since some file systems wait for the disk when one is rewritten.
         const std::string path = directory_.WriteFile(std::to_string(files_++), file.content);
         EXPECT_EQ(Outcome({path, file.certificatePath, ""}), Expected(outcome)) << file.name;
     }
@@ -105,7 +105,7 @@ TEST_F(KeyFiles, KeysInPemAreTakenOrRefusedAsThePageSays) {
     }
 }
 
-// The last byte of a PEM file is a line feed that nobody needs.
+// Except for the last byte of a PEM file, an optional line feed.
 TEST_F(KeyFiles, CutOffAnywhereNoneIsTaken) {
     for (const std::string name : {"pkcs1.der", "pkcs8.der", "pkcs1.pem", "pkcs8.pem"}) {
         const std::string whole = test::ReadFile(test::CredentialPath("key-forms", name));
@@ -121,7 +121,7 @@ TEST_F(KeyFiles, CutOffAnywhereNoneIsTaken) {
     }
 }
 
-// The rows of the page's tables, without their headings.
+// The rows of the page's tables, without headings.
 std::string RowsOfThePage() {
     std::istringstream page(test::ReadFile(SEALKEEPER_PRIVATE_KEYS_PAGE));
     std::string rows;

@@ -39,7 +39,7 @@ TEST(MbedTlsCompat, WhatASignatureLeavesOfItsRoomIsZero) {
 
 #ifdef MBEDTLS_PK_RSA_ALT_SUPPORT
 
-// A key whose modulus has as many bytes as the number behind its pointer says.
+// A key whose signatures have as many bytes as the number its context points to.
 std::size_t g_signings = 0;
 
 std::size_t KeyBytes(void* key) {

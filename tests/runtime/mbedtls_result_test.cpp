@@ -8,7 +8,7 @@
 namespace sealkeeper {
 namespace {
 
-// Numbers and not the library's names, because the numbers are what is promised.
+// Numbers instead of the library's names, since the mapping of the numbers is promised.
 const std::map<int, int>& KeyErrors() {
     static const std::map<int, int> codes = {
         {-0x3E00, 13}, {-0x3D80, 14}, {-0x3D00, 15}, {-0x3C00, 16},
@@ -26,7 +26,7 @@ const std::map<int, int>& X509Errors() {
 }
 
 constexpr int kGenericError = 11;
-// Beyond every number that the library has.
+// Past every number in the library.
 constexpr int kLowestNumber = -0x8000;
 
 TEST(MbedTlsResult, EveryNegativeKeyError) {
@@ -52,7 +52,7 @@ TEST(MbedTlsResult, EveryX509Error) {
 }
 
 TEST(MbedTlsResult, ComposedErrorsAreGeneric) {
-    // An invalid format whose ASN.1 tag was unexpected, a key of invalid format likewise.
+    // An invalid format with an unexpected ASN.1 tag; a key of invalid format with the same.
     EXPECT_EQ(MapX509Error(-0x2180 - 0x0062, 0), ResultCode::MbedTlsGenericError);
     EXPECT_EQ(MapX509Error(-0x2700 - 0x0060, 0x01), ResultCode::MbedTlsGenericError);
     EXPECT_EQ(MapKeyError(-0x3D00 - 0x0062), ResultCode::MbedTlsGenericError);
@@ -73,7 +73,7 @@ TEST(MbedTlsResult, FirstFlagWins) {
         int code;
     };
     const std::vector<Flag> inOrder = {{0x01, 30}, {0x02, 32}, {0x04, 31}, {0x10, 33}, {0x20, 34}};
-    // Every combination of the low ten bits, whether they have a code or not.
+    // Every combination of the low ten bits, with or without a code.
     for (std::uint32_t flags = 0; flags < 0x400; ++flags) {
         int expected = 22;
         for (auto flag = inOrder.rbegin(); flag != inOrder.rend(); ++flag) {

@@ -28,7 +28,7 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr std::size_t kFileBytes = 1108;
 constexpr std::size_t kSignatureBytes = 256;
 
-// The stored bytes, found by the rule of the format, not by the code that is tested here.
+// Scrambles by the definition of the format, independently of the code under test.
 Bytes Scrambled(const Bytes& plain) {
     Bytes scrambled = plain;
     for (std::size_t i = 0; i < plain.size(); ++i) {
@@ -51,7 +51,7 @@ Bytes PlainFile(const std::string& name = "CrashReporter", std::uint32_t solutio
     return plain;
 }
 
-// Signs all of `plain`, whatever its size, with the key in good/.
+// Signs all of `plain`, of any size, with the key in good/.
 Bytes Signed(Bytes plain) {
     PrivateKey key;
     LoadKey("good", key);
@@ -210,7 +210,7 @@ TEST(RuntimeConfigurationReader, NoSignatureIsLookedAtToList) {
     EXPECT_EQ(List(Scrambled(plain)).code, ResultCode::Ok);
 }
 
-// The change runs through to the first byte.
+// The change spreads to the first byte.
 TEST(RuntimeConfigurationReader, EverySingleByteChangeSpoilsTheMagic) {
     const Bytes whole = Scrambled(Signed(PlainFile()));
     for (std::size_t offset = 0; offset < whole.size(); ++offset) {
@@ -281,7 +281,7 @@ TEST(RuntimeConfigurationReader, AllOfTheFileIsSignedWhateverItsSize) {
     for (const std::size_t size : std::vector<std::size_t>{1032, 1033, 1107, 1109, 5000}) {
         EXPECT_TRUE(IsValid(Scrambled(Signed(Bytes(size, 0))))) << size;
     }
-    // Without the signature's length there is no signature.
+    // Without a signature length there is no signature.
     for (const std::size_t size : std::vector<std::size_t>{0, 1, 2, 1031}) {
         EXPECT_FALSE(IsValid(Bytes(size, 0xA5))) << size;
     }

@@ -48,7 +48,7 @@ TEST(RuntimeConfiguration, PrintsDefaults) {
 
 TEST(RuntimeConfiguration, NameWithoutATerminatorEndsWithItsField) {
     const std::string name(64, 'n');
-    // What lies past the field would print as letters.
+    // Bytes past the field would be printed as letters.
     EXPECT_NE(Printed(ConfigurationOf(1, name, 1)).find("name: " + name + "\n"), std::string::npos);
 }
 

@@ -52,7 +52,7 @@ std::string Created(const std::string& path) {
            "'.\n";
 }
 
-// The plain bytes, found by the rule of the format, not by the code that is tested here.
+// Unscrambles by the definition of the format, independently of the code under test.
 Bytes PlainBytes(const Bytes& scrambled) {
     Bytes plain = scrambled;
     for (std::size_t i = scrambled.size(); i-- > 0;) {

@@ -65,7 +65,7 @@ TEST(RuntimeSettings, EveryKey) {
     EXPECT_EQ(NameField(outcome.configuration), Padded("CrashReporter"));
 }
 
-// Set here directly, because the configuration file's grammar need not be known for it.
+// Set directly, so that the test does not depend on the grammar of the configuration file.
 TEST(RuntimeSettings, InstancesAreTheLow32Bits) {
     struct Case {
         std::int64_t stored;
@@ -96,7 +96,7 @@ TEST(RuntimeSettings, NoneCannotBeChosenByName) {
             "[Info] Please provide name of a supported anti-tamper solution, if the one being "
             "used is not specifically listed, use 'Generic'.\n")
             << name;
-        // Not read any more.
+        // No longer read.
         EXPECT_EQ(NameField(outcome.configuration), Padded("")) << name;
     }
 }

@@ -85,7 +85,7 @@ TEST(SigningMaterial, EmptyRevocationListFileIsFine) {
     ExpectLoaded({files, 0, ""});
 }
 
-// Each file is missing together with all that come after it, so the order shows.
+// Each file is removed together with all later ones, which reveals the order.
 TEST(SigningMaterial, FilesAreReadInOrder) {
     ExpectLoaded(
         {{"no.key", "no.cer", "no.crl"}, 27, "[Err!] Could not locate the CRL file 'no.crl'\n"});

@@ -1,4 +1,4 @@
-// What tests of signatures share: the keys and certificates of the test credentials.
+// Shared by tests of signatures: the keys and certificates of the test credentials.
 #ifndef SEALKEEPER_TESTS_RUNTIME_SIGNING_TEST_SUPPORT_H
 #define SEALKEEPER_TESTS_RUNTIME_SIGNING_TEST_SUPPORT_H
 
@@ -21,7 +21,7 @@
 
 namespace sealkeeper::test {
 
-// The room for a signature in both file formats.
+// The signature area in both file formats.
 using SignatureArea = std::array<std::uint8_t, 1024>;
 
 [[nodiscard]] inline std::vector<std::uint8_t> FileBytes(const std::string& path) {
@@ -38,13 +38,13 @@ inline void LoadKey(const std::string& kind, PrivateKey& key) {
     ASSERT_EQ(ParsePrivateKeyFile(key.Get(), PrivateKeyPath(kind).c_str()), 0) << kind;
 }
 
-// An object that was set up for keys of a curve but holds none: a private key that signs nothing.
+// An object set up for elliptic curve keys, without a key: it cannot sign.
 inline void MakeUnusableKey(PrivateKey& key) {
     ASSERT_EQ(mbedtls_pk_setup(key.Get(), mbedtls_pk_info_from_type(MBEDTLS_PK_ECKEY)), 0);
 }
 
-// What the library says of `signature` over the SHA-256 digest of `data` and the public key in the
-// certificate of `kind`.
+// The library's result of verifying `signature` over the SHA-256 digest of `data`, with the public
+// key in the certificate of `kind`.
 [[nodiscard]] inline int VerifySignature(const std::string& kind,
                                          std::span<const std::uint8_t> data,
                                          std::span<const std::uint8_t> signature) {

@@ -33,7 +33,7 @@ TEST(StoredSignature, IsTakenOutAndLeavesZeros) {
     EXPECT_EQ(Bytes(file.end() - 2, file.end()), Bytes(2, 0xEE));
 }
 
-TEST(StoredSignature, FileMayEndBehindTheLength) {
+TEST(StoredSignature, FileMayEndAfterTheLength) {
     Bytes file(kAreaBytes + 4, 0xEE);
     EXPECT_EQ(TakeSignature(file, 0).lengthBytes, 0xEEEEEEEEU);
     EXPECT_TRUE(IsAllZero(file));
@@ -74,7 +74,7 @@ TEST_F(StoredSignatureTest, VerifiesWithTheKeyOfTheSignerAlone) {
 
 TEST_F(StoredSignatureTest, EveryPartOfItCounts) {
     Sign("good");
-    // What the signature leaves of its area does not.
+    // The rest of the signature area does not count.
     signature_.area[256] = 1;
     signature_.area[1023] = 1;
     EXPECT_EQ(Verify(), 0);
@@ -97,7 +97,7 @@ TEST_F(StoredSignatureTest, LengthMustBeThatOfTheKey) {
         signature_.lengthBytes = length;
         EXPECT_LT(Verify(), 0) << length;
     }
-    // Nothing outside the area is looked at, and not the signature either.
+    // Neither the bytes outside the area nor the signature are looked at.
     signature_.area[0] ^= 1U;
     for (const std::uint32_t length : {1025U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         signature_.lengthBytes = length;

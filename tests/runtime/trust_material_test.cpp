@@ -13,7 +13,7 @@
 namespace sealkeeper {
 namespace {
 
-// Another pair than the development pair may be built in, so nothing here knows its bytes.
+// The build may use other trust material than the development one, so nothing here knows its bytes.
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -21,8 +21,8 @@ Bytes BytesOf(const mbedtls_x509_buf& buffer) {
     return {buffer.p, buffer.p + buffer.len};
 }
 
-// The signature at the end of a signed structure of RFC 5280, after the signed part and the name
-// of the algorithm. The library's own field for it is private since 3.0.
+// The signature, which follows the signed part and the algorithm in a signed structure of RFC 5280.
+// The library's own field for it is private since 3.0.
 Bytes SignatureOf(const mbedtls_x509_buf& whole, const mbedtls_x509_buf& signedPart) {
     unsigned char* position = signedPart.p + signedPart.len;
     const unsigned char* end = whole.p + whole.len;
@@ -58,7 +58,7 @@ class TrustMaterialTest : public testing::Test {
     RevocationList list_;
 };
 
-TEST_F(TrustMaterialTest, IsOneCertificateAndOneListWithNothingBehindThem) {
+TEST_F(TrustMaterialTest, IsOneCertificateAndOneListWithNothingAfterThem) {
     EXPECT_EQ(authority_.Get()->raw.len, BuiltInTrustMaterial().authorityDer.size());
     EXPECT_EQ(list_.Get()->raw.len, BuiltInTrustMaterial().revocationListDer.size());
     EXPECT_EQ(authority_.Get()->next, nullptr);
@@ -70,7 +70,7 @@ TEST_F(TrustMaterialTest, AuthoritySignedItself) {
     EXPECT_EQ(VerifyWith(authority_.Get()->pk, authority_.Get()->raw, authority_.Get()->tbs), 0);
 }
 
-// The library silently passes over a list whose issuer has another name than the authority.
+// The library silently ignores a list whose issuer is not the authority by name.
 TEST_F(TrustMaterialTest, ListBearsTheNameOfTheAuthority) {
     EXPECT_EQ(BytesOf(list_.Get()->issuer_raw), BytesOf(authority_.Get()->subject_raw));
 }
