@@ -1,7 +1,7 @@
-"""One entry of a hash catalogue: its record, its path field, and how it comes from a game file.
+"""One entry of a hash catalogue: its record, its path field, and how a game file becomes one.
 
-A record is the file size (8 bytes), the name position (4), the path field (512) and the digest count
-(4), then one SHA-256 digest of 32 bytes for each 4 MiB chunk of the file. Integers are little-endian.
+A record is the file size (8 bytes), the name position (4), the path field (512) and the digest count (4), then one
+SHA-256 digest of 32 bytes for each 4 MiB chunk of the file. Integers are little-endian.
 """
 
 from __future__ import annotations
@@ -46,10 +46,10 @@ class Entry:
 
     @property
     def aliased_path(self) -> Optional[str]:
-        """The path if an alias put it in, otherwise None.
+        """The path if an alias changed it, otherwise None.
 
-        Such a path takes four bytes per character instead of UTF-16. It shows by a zero unit inside the
-        text, so a path of one character, or one wholly of characters above U+FFFF, goes unnoticed.
+        Such a path takes four bytes per character instead of UTF-16. It is recognised by a zero unit inside the text. A
+        path of one character, or only of characters above U+FFFF, is not recognised.
         """
         text = self.path_field.rstrip(b"\0")
         if _ZERO_UNIT not in units_of(text):
@@ -61,7 +61,7 @@ class Entry:
         return None if "\0" in path else path
 
     def record(self) -> bytes:
-        """Return the entry as it stands in the entry block before compression."""
+        """Return the entry as stored in the entry block before compression."""
         fixed = _FIXED_PART.pack(self.size, self.name_position, self.path_field, len(self.digests))
         return fixed + b"".join(self.digests)
 
@@ -98,13 +98,13 @@ def chunk_count(size: int) -> int:
 
 
 def chunk_digests(content: bytes) -> Tuple[bytes, ...]:
-    """Return the SHA-256 digests of the consecutive chunks of `content`."""
+    """Return the SHA-256 digests of the chunks of `content`."""
     starts = range(0, len(content), CHUNK_SIZE)
     return tuple(hashlib.sha256(content[start : start + CHUNK_SIZE]).digest() for start in starts)
 
 
 def units_of(field: bytes) -> List[bytes]:
-    """Return the 16-bit units of `field`; an odd last byte makes a unit of its own."""
+    """Return the 16-bit units of `field`; an odd last byte is a unit of its own."""
     return [field[start : start + UNIT_SIZE] for start in range(0, len(field), UNIT_SIZE)]
 
 
@@ -133,9 +133,9 @@ def plain_path_field(path: str) -> bytes:
 
 
 def aliased_path_field(path: str) -> bytes:
-    """Return the field for a path put in by an alias, at four bytes per character.
+    """Return the field for an aliased path, with four bytes per character.
 
-    ValueError if the characters take more than the field; a path that just fills it is let through.
+    ValueError if the characters do not fit into the field; a path that exactly fills it is accepted.
     """
     text = path.encode("utf-32-le")
     if len(text) > PATH_FIELD_SIZE:

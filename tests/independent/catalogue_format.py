@@ -98,7 +98,7 @@ def build_from_raw_block(
     format_version: int = FORMAT_VERSION,
     signature_layout: int = WHOLE_FILE_LAYOUT,
 ) -> bytes:
-    """Return an unsigned catalogue round any raw entry block, sound or not, with any entry count."""
+    """Return an unsigned catalogue with any raw entry block, sound or not, and any entry count."""
     compressed_block = fixed_width_lzw.compress(raw_block)
     return build_from_compressed_block(
         compressed_block,
@@ -119,7 +119,7 @@ def build_from_compressed_block(
     format_version: int = FORMAT_VERSION,
     signature_layout: int = WHOLE_FILE_LAYOUT,
 ) -> bytes:
-    """Return an unsigned catalogue round any compressed block, sound or not, with any lengths claimed."""
+    """Return an unsigned catalogue with any compressed block, sound or not, and any claimed lengths."""
     header = _HEADER.pack(
         MAGIC,
         format_version,

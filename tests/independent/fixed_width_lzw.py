@@ -102,7 +102,7 @@ def _strings_of(codes: Iterable[int]) -> Iterator[bytes]:
 
 
 def _pack(codes: Iterable[int]) -> bytes:
-    """Pack 12-bit codes, low bits first; a last byte that is only part full is filled with zero bits."""
+    """Pack 12-bit codes, low bits first; the last byte is padded with zero bits."""
     packed: List[int] = []
     pending = 0
     pending_bits = 0
@@ -119,7 +119,7 @@ def _pack(codes: Iterable[int]) -> bytes:
 
 
 def _unpack(packed: bytes, width: int) -> Iterator[int]:
-    """Yield the codes of `width` bits in `packed`; bits at the end too few for a code are filling."""
+    """Yield the codes of `width` bits in `packed`; bits too few for a code are padding."""
     mask = (1 << width) - 1
     pending = 0
     pending_bits = 0

@@ -1,4 +1,4 @@
-"""What the tests in this directory share: throw-away keys, a record worked out by hand, code packing."""
+"""Shared by the tests in this directory: throw-away keys, a hand-made record, packing of codes."""
 
 from __future__ import annotations
 
@@ -19,7 +19,7 @@ HELLO_RECORD = (
 
 
 class SigningMaterial:
-    """A throw-away RSA key with its self-signed certificate, and another certificate of no relation."""
+    """A throw-away RSA key with its self-signed certificate, and an unrelated certificate."""
 
     def __init__(self) -> None:
         self._directory = tempfile.TemporaryDirectory()
@@ -43,7 +43,7 @@ class SigningMaterial:
 
 
 def twelve_bit_codes(block: bytes) -> List[int]:
-    """Read the codes of a block by taking its body as one large number."""
+    """Read the codes of a block by treating its body as one large number."""
     body = block[3:]
     number = int.from_bytes(body, "little")
     return [(number >> (12 * index)) & 0xFFF for index in range(len(body) * 8 // 12)]
@@ -56,5 +56,5 @@ def block_of_codes(codes: List[int], width: int = 12, flags: int = 0x80) -> byte
 
 
 def flipped(data: bytes, offset: int) -> bytes:
-    """Return `data` with the lowest bit of one byte turned over."""
+    """Return `data` with the lowest bit of one byte flipped."""
     return data[:offset] + bytes([data[offset] ^ 1]) + data[offset + 1 :]

@@ -48,7 +48,7 @@ def is_runtime_conf(file_bytes: bytes) -> bool:
 
 
 def text_of(description: Dict[str, Any]) -> str:
-    """Return a description as lines of text: the plain fields, then one block for each entry."""
+    """Return a description as text: the plain fields, then a block for each entry."""
     entries = description.get("entries", [])
     lines = [f"{name}: {value}" for name, value in description.items() if name != "entries"]
     for index, entry in enumerate(entries):

@@ -61,11 +61,11 @@ class FixedWidthLzwTest(unittest.TestCase):
         self.assertEqual(max(codes), 4094)
         self.assertNotIn(256, codes)
         self.assertEqual(fixed_width_lzw.decompress(block), data)
-        # The long run came too late to be learnt, so it costs a code for every few bytes to the end.
+        # The long run came too late to be learned, so every few bytes of it cost a code to the end.
         self.assertGreater(len(block), len(start))
 
     def test_last_code_names_the_string_learnt_last(self) -> None:
-        # A run of zeros learns one string more for each code sent: code c stands for c - 255 zeros.
+        # In a run of zeros each code sent adds one string: code c stands for c - 255 zeros.
         sent = [0] + list(range(257, 4095))
         zeros = sum(1 if code == 0 else code - 255 for code in sent)
         block = fixed_width_lzw.compress(bytes(zeros))

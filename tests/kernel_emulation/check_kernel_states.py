@@ -36,7 +36,7 @@ def encoded(job: Job) -> bytes:
 
 
 def make_jobs(max_lanes: int) -> List[Job]:
-    """Every number of lanes, of one length and of different lengths."""
+    """Every number of lanes, with equal and with different lengths."""
     generator = random.Random(4)
     jobs: List[Job] = []
 
@@ -60,7 +60,7 @@ def make_jobs(max_lanes: int) -> List[Job]:
 
 
 def run(command: List[str], jobs: List[Job]) -> Tuple[int, List[str]]:
-    """The exit status, and the lines of output."""
+    """The exit status and the output lines."""
     result = subprocess.run(
         command, input=b"".join(map(encoded, jobs)), stdout=subprocess.PIPE, check=False)
     return result.returncode, result.stdout.decode("ascii", "replace").splitlines()

@@ -15,7 +15,7 @@
 namespace sealkeeper {
 namespace {
 
-// What the driver takes as the processor's lack of the instructions.
+// Tells the driver that the processor lacks the instructions.
 constexpr int kUnsupported = 77;
 constexpr std::uint32_t kGuard = 0xA5C3F00D;
 
@@ -50,7 +50,7 @@ bool ReadMessage(Message& message, std::size_t offset) {
     return Read(message.storage.data() + offset, byteCount);
 }
 
-// Calls the kernel with all messages that have blocks left, until none has.
+// Calls the kernel with all messages that have blocks left until none has.
 void Compress(std::vector<Message>& messages, std::size_t mostBlocks) {
     for (;;) {
         std::array<Sha256Lane, kMaxSha256Lanes> lanes{};

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #ifdef SEALKEEPER_MEASURES_COVERAGE
-// Declares C functions; not every version of the header says so.
+// Declares C functions, which not every version of the header says.
 extern "C" {
 #include <gcov.h>
 }

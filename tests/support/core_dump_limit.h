@@ -1,4 +1,4 @@
-// The core file limit of the process, for tests of what turns core files off.
+// Sets the core file limit of the process, for tests of code that turns core files off.
 #ifndef SEALKEEPER_TESTS_SUPPORT_CORE_DUMP_LIMIT_H
 #define SEALKEEPER_TESTS_SUPPORT_CORE_DUMP_LIMIT_H
 

@@ -9,7 +9,7 @@ issued=${1:?usage: issue_test_credentials.sh OUT_DIR}
 product=TestProduct42
 issue() { bash "$repository/tools/issue-credentials.sh" "$@" >/dev/null; }
 
-# A digest of everything that decides what is issued. If it changes, all credentials are issued again.
+# A digest of everything that affects the credentials. If it changes, all of them are issued again.
 stamp=$(cat "$0" "$repository/tools/issue-credentials.sh" \
     "$repository/trust/development/ca.der" "$repository/trust/development/crl.der" | openssl sha256)
 is_there() { [ -f "$issued/stamp" ] && [ "$(cat "$issued/stamp")" = "$stamp" ]; }

@@ -9,7 +9,7 @@
 
 namespace sealkeeper {
 
-// Writes the code's text and number to `stream`. GoogleTest finds it by its name.
+// Writes the code's text and number to `stream`. GoogleTest finds the function by its name.
 void PrintTo(ResultCode code, std::ostream* stream);
 
 }  // namespace sealkeeper

@@ -14,7 +14,7 @@ namespace sealkeeper::test {
 namespace fs = std::filesystem;
 
 TempDirectory::TempDirectory() {
-    // Resolved, because the system's own temporary directory may be a link.
+    // Resolved, since the system's temporary directory may be a link.
     std::string pattern = fs::canonical(fs::temp_directory_path()) / "sealkeeper_test_XXXXXX";
     if (mkdtemp(pattern.data()) == nullptr) {
         throw std::runtime_error("no temporary directory");

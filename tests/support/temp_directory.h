@@ -1,4 +1,4 @@
-// A fresh directory for one test, removed with its content when the test ends.
+// A fresh directory for one test, removed with its contents at the end.
 #ifndef SEALKEEPER_TESTS_SUPPORT_TEMP_DIRECTORY_H
 #define SEALKEEPER_TESTS_SUPPORT_TEMP_DIRECTORY_H
 
@@ -13,7 +13,7 @@ class TempDirectory {
     TempDirectory& operator=(const TempDirectory&) = delete;
     ~TempDirectory();
 
-    // Absolute, without a separator at its end.
+    // Absolute, without a trailing separator.
     [[nodiscard]] const std::string& Path() const { return path_; }
     // The path of `name` in the directory.
     [[nodiscard]] std::string operator/(const std::string& name) const {
@@ -39,7 +39,7 @@ class ScopedCurrentDirectory {
     std::string previous_;
 };
 
-// The content of the file at `path`; the test fails when it cannot be read.
+// The content of the file at `path`. The test fails if it cannot be read.
 [[nodiscard]] std::string ReadFile(const std::string& path);
 
 }  // namespace sealkeeper::test

@@ -51,7 +51,7 @@ class ChunkHasherJobs : public testing::TestWithParam<test::HashingVariant> {
 };
 
 TEST_P(ChunkHasherJobs, DigestsComeInTheOrderOfTheChunks) {
-    // Around blocks, around where pieces may end, and long beside short.
+    // Lengths around blocks and around possible ends of pieces, and a long one among short ones.
     std::vector<std::size_t> lengths = {0, 1, 55, 56, 63, 64, 65, 119, 120, 128, 200'000, 3};
     for (std::size_t length = 16'384; length <= 262'144; length *= 2) {
         lengths.insert(lengths.end(), {length - 1, length, length + 1, length + 64, 7});

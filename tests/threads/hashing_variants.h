@@ -1,4 +1,4 @@
-// Every way in which chunks can be hashed on this machine.
+// Every way to hash chunks on this machine.
 #ifndef SEALKEEPER_TESTS_THREADS_HASHING_VARIANTS_H
 #define SEALKEEPER_TESTS_THREADS_HASHING_VARIANTS_H
 
@@ -18,7 +18,7 @@ namespace sealkeeper::test {
 
 struct HashingVariant {
     std::string name;
-    // On one kernel alone, or on all that there are.
+    // With a single kernel or with all of them.
     std::shared_ptr<const Sha256Engine> engine;
     std::size_t jobs;
 
@@ -27,7 +27,7 @@ struct HashingVariant {
     }
 };
 
-// How the names of the tests show it.
+// As it appears in test names.
 inline void PrintTo(const HashingVariant& variant, std::ostream* out) {
     *out << variant.name;
 }
@@ -42,7 +42,7 @@ inline void PrintTo(const HashingVariant& variant, std::ostream* out) {
     return kept;
 }
 
-// Of a number of lanes that divides nothing evenly.
+// With a number of lanes that divides nothing evenly.
 inline constexpr Sha256Kernel kThreeLanesKernel = {
     "three lanes", 3, [] { return true; },
     [](const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
@@ -51,7 +51,7 @@ inline constexpr Sha256Kernel kThreeLanesKernel = {
         }
     }};
 
-// Each kernel that this processor supports alone, then all together; each with one job and more.
+// Each supported kernel alone, then all together, each with one job and with several.
 [[nodiscard]] inline std::vector<HashingVariant> HashingVariants() {
     std::vector<HashingVariant> variants;
     const auto add = [&variants](const std::string& name,

@@ -1,5 +1,5 @@
-// Whatever hashes, and in however many threads: the same entry block, the same verdicts and the
-// same console output.
+// Whatever hashes, in however many threads: the entry block, the verdicts and the console output
+// are the same.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -41,7 +41,8 @@ struct NamedContent {
     std::string content;
 };
 
-// Most of one chunk, one of several, some empty. Made once: the sanitizers make that slow.
+// Most have one chunk, one has several, some are empty. Made once, since the sanitizers make that
+// slow.
 const std::vector<NamedContent>& Contents() {
     static const std::vector<NamedContent> contents = [] {
         std::vector<NamedContent> made;
@@ -69,7 +70,7 @@ const std::vector<std::shared_ptr<const StoredEntry>>& Entries() {
     return entries;
 }
 
-// The files in a fresh current directory.
+// The files, in a fresh current directory.
 class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
   protected:
     SameResultsJobs() : here_(directory_.Path()) {
@@ -86,7 +87,7 @@ class SameResultsJobs : public testing::TestWithParam<test::HashingVariant> {
         return {code, block.compressed, test::WithoutProgressDots(output.Take())};
     }
 
-    // The codes of all files, checked against the entries of what was written.
+    // The codes of all files, checked against the entries that were written.
     [[nodiscard]] std::vector<ResultCode> Verify(std::unique_ptr<ChunkHasher> chunks) const {
         const CapturedOutput quiet;
         const auto& entries = Entries();
@@ -132,7 +133,8 @@ TEST_P(SameResultsJobs, OfDamagedFiles) {
     }
 }
 
-// A directory can be opened and not read: the first such file ends it, with its line left open.
+// A directory can be opened but not read. The first such file ends the run, with its line
+// unfinished.
 TEST_P(SameResultsJobs, OfAFileThatCannotBeRead) {
     for (const char* const name : {"small60", "small61"}) {
         std::filesystem::remove(name);

@@ -57,7 +57,7 @@ void CompressAndCount(const Sha256Lane* lanes, std::size_t laneCount, std::size_
 
 constexpr Sha256Kernel kCountingKernel = {"counting", 1, [] { return true; }, CompressAndCount};
 
-// Calls of the kernel that the engine makes for one lane of one block. The proof comes before.
+// The number of kernel calls for one lane of one block. The self-test has run before.
 std::size_t CallsForOneLane(const Sha256Engine& engine) {
     const Bytes block(kSha256BlockBytes);
     std::array<std::uint32_t, kSha256StateWords> state{};
@@ -68,7 +68,7 @@ std::size_t CallsForOneLane(const Sha256Engine& engine) {
     return countedCalls - before;
 }
 
-// The parameter is the only kernel of the engine.
+// The parameter is the engine's only kernel.
 class SingleKernelEngineTest : public testing::TestWithParam<const Sha256Kernel*> {};
 
 TEST_P(SingleKernelEngineTest, GivesRightDigestsForEveryNumberOfLanes) {
@@ -132,7 +132,7 @@ TEST(Sha256Engine, ProvesAndTimesNothingBeforeItIsUsedAndNotForOneLane) {
     EXPECT_GT(countedCalls, 0U);
 }
 
-// It counts, and never gives a right digest.
+// Counts its calls, and never gives a correct digest.
 constexpr Sha256Kernel kWrongKernel = {
     "wrong", kMaxSha256Lanes, [] { return true; },
     [](const Sha256Lane*, std::size_t, std::size_t) { ++countedCalls; }, true};
