@@ -1,5 +1,5 @@
-# Puts what Debian's policy wants into the files of a package (Debian Policy 12): compressed manual
-# pages and a changelog, and no second copy of a license that every system has. CPack runs it.
+# Prepares the documents in a package as Debian requires (Debian Policy 12): compressed manual pages
+# and a changelog, and no second copy of a licence that every system has. CPack runs it.
 set(shared "${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share")
 set(documents "${shared}/doc")
 file(REMOVE "${documents}/sealkeeper/LICENSE")
@@ -7,7 +7,7 @@ if(NOT CPACK_PACKAGE_NAME STREQUAL "sealkeeper")
     file(RENAME "${documents}/sealkeeper" "${documents}/${CPACK_PACKAGE_NAME}")
 endif()
 
-# The same bytes for the same sources, whenever they are packed.
+# The same bytes for the same sources, whenever they are packaged.
 if(DEFINED ENV{SOURCE_DATE_EPOCH})
     set(date_of "@$ENV{SOURCE_DATE_EPOCH}")
 else()
@@ -20,7 +20,7 @@ file(WRITE "${documents}/${CPACK_PACKAGE_NAME}/changelog"
     "  * Release ${CPACK_PACKAGE_VERSION}; CHANGELOG.md says what is new.\n\n"
     " -- ${CPACK_PACKAGE_CONTACT}  ${date}\n")
 
-# Where zsh of Debian looks for the completions of packages.
+# The directory in which Debian's zsh looks for completions from packages.
 file(RENAME "${shared}/zsh/site-functions" "${shared}/zsh/vendor-completions")
 
 file(GLOB pages "${shared}/man/man*/*.[0-9]")

@@ -1,6 +1,6 @@
-# Options that make a mistake in the program harder to exploit, as far as compiler, linker and C++
-# library have them. For the program and its library alone: tests put functions of their own in place
-# of the C library's, which _FORTIFY_SOURCE goes round.
+# Options that make bugs in the program harder to exploit, as far as the compiler, the linker and
+# the C++ library support them. Only for the program and its library: tests interpose functions of
+# the C library, which _FORTIFY_SOURCE would bypass.
 
 include(CheckCXXCompilerFlag)
 include(CheckCXXSourceCompiles)
@@ -11,7 +11,7 @@ set(SEALKEEPER_HARDENING_COMPILE_OPTIONS "")
 set(SEALKEEPER_HARDENING_LINK_OPTIONS "")
 
 function(sealkeeper_find_hardening_option option)
-    # clang++ only warns of an option that it does not use for the processor.
+    # clang++ only warns about options that it ignores for the processor.
     set(CMAKE_REQUIRED_FLAGS -Werror)
     string(MAKE_C_IDENTIFIER "SEALKEEPER_HAS${option}" is_there)
     check_cxx_compiler_flag(${option} ${is_there})
@@ -21,7 +21,8 @@ function(sealkeeper_find_hardening_option option)
     endif()
 endfunction()
 
-# A warning or an error without optimisation, and a warning where the C library knows no level 3.
+# _FORTIFY_SOURCE gives a warning or an error without optimisation, and a warning if the C library
+# does not know level 3.
 function(sealkeeper_find_fortify_level)
     set(CMAKE_REQUIRED_FLAGS "-O2 -Werror -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3")
     check_cxx_source_compiles("#include <cstdio>\nint main() {}" SEALKEEPER_HAS_FORTIFY_SOURCE_3)
@@ -40,7 +41,7 @@ if(SEALKEEPER_HARDENING)
     sealkeeper_find_hardening_option(-fPIE)
     sealkeeper_find_hardening_option(-fstack-protector-strong)
     sealkeeper_find_hardening_option(-fstack-clash-protection)
-    # Of x86-64, and of ARMv8.
+    # For x86-64 and for ARMv8.
     sealkeeper_find_hardening_option(-fcf-protection=full)
     sealkeeper_find_hardening_option(-mbranch-protection=standard)
     sealkeeper_find_fortify_level()
@@ -55,7 +56,7 @@ function(sealkeeper_harden_target target)
         return()
     endif()
     target_compile_options(${target} PRIVATE ${SEALKEEPER_HARDENING_COMPILE_OPTIONS})
-    # The assertions of libstdc++ and of libc++ that take no time to speak of.
+    # Assertions in libstdc++ and libc++ that take hardly any time.
     target_compile_definitions(${target} PRIVATE
         _GLIBCXX_ASSERTIONS _LIBCPP_HARDENING_MODE=_LIBCPP_HARDENING_MODE_FAST)
     get_target_property(type ${target} TYPE)

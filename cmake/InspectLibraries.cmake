@@ -1,5 +1,5 @@
-# Finds what sealkeeper-inspect is made with, CLI11, nlohmann-json and pugixml, and makes the target
-# Sealkeeper::InspectLibraries of them.
+# Finds the libraries of sealkeeper-inspect (CLI11, nlohmann-json and pugixml) and defines the
+# target Sealkeeper::InspectLibraries.
 
 find_package(CLI11 CONFIG QUIET)
 find_package(nlohmann_json CONFIG QUIET)

@@ -1,4 +1,4 @@
-# What `cmake --install` puts where (GNU's directories).
+# The files that `cmake --install` installs, in GNU's directories.
 include(GNUInstallDirs)
 
 function(sealkeeper_install_programs)
@@ -12,10 +12,10 @@ function(sealkeeper_install_documents)
     set(root "${PROJECT_SOURCE_DIR}")
     install(FILES "${root}/README.md" "${root}/SECURITY.md" "${root}/CHANGELOG.md" "${root}/LICENSE"
         DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-    # The name that Debian looks for.
+    # The file name that Debian expects.
     install(FILES "${root}/NOTICES" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
-    # Neither the sources of the manual nor the test vectors with their keys. What the pages name of the
-    # source tree stays there.
+    # Without the sources of the manual, and without the test vectors and their keys. Other files of
+    # the source tree that the pages mention are not installed either.
     install(DIRECTORY "${root}/docs/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
         PATTERN man EXCLUDE
         PATTERN vectors EXCLUDE)

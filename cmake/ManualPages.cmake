@@ -1,13 +1,13 @@
-# Manual pages, which scdoc makes, and completions for the shells bash, zsh and fish.
+# Manual pages, made with scdoc, and completions for bash, zsh and fish.
 
 include(GNUInstallDirs)
 
 find_program(SEALKEEPER_SCDOC scdoc)
-# Where zsh looks depends on the system.
+# zsh's search path depends on the system.
 set(SEALKEEPER_ZSH_COMPLETIONS_DIR "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
     CACHE STRING "Where completions for zsh are installed")
 
-# Has the build make `page` and installs it.
+# Adds `page` to the build and installs it.
 function(sealkeeper_install_manual_page page)
     set(script "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/WriteManualPage.cmake")
     set(source "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../docs/man/${page}.scd")
@@ -29,7 +29,7 @@ endfunction()
 
 function(sealkeeper_install_completions program)
     set(directory "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../completions")
-    # bash loads a completion by the name of the command; one file has those of both programs.
+    # bash loads a completion by the name of the command. One file serves both programs.
     install(FILES "${directory}/sealkeeper.bash" RENAME "${program}"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions")
     install(FILES "${directory}/_${program}" DESTINATION "${SEALKEEPER_ZSH_COMPLETIONS_DIR}")
@@ -37,8 +37,8 @@ function(sealkeeper_install_completions program)
         DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d")
 endfunction()
 
-# Has the default build make the manual pages of the programs that are built, where scdoc is there,
-# and installs them with the completions.
+# Adds the manual pages of the built programs to the default build if scdoc is found, and installs
+# them with the completions.
 function(sealkeeper_install_manual)
     set(programs sealkeeper)
     set(pages sealkeeper.1 sealkeeper.cfg.5)

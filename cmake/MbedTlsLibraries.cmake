@@ -1,7 +1,6 @@
-# Finds mbed TLS 2.28 or 3.x and makes the target Sealkeeper::MbedTls of it.
-#
-# Newer packages bring a CMake configuration of their own. Debian 12's 2.28 brings neither that nor a
-# pkg-config file, so there its headers and libraries are looked for directly.
+# Finds mbed TLS 2.28 or 3.x and defines the target Sealkeeper::MbedTls.
+# Newer packages have a CMake configuration. Debian 12's 2.28 has neither that nor a pkg-config
+# file, so its headers and libraries are searched for directly.
 
 set(SEALKEEPER_MBEDTLS_CURE
     "Install mbed TLS 2.28 or 3.6: 'apt-get install libmbedtls-dev' on Debian 12 or 13, "

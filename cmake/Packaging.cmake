@@ -3,7 +3,7 @@
 sealkeeper_has_development_trust(is_development)
 set(CPACK_PACKAGE_NAME sealkeeper)
 if(is_development)
-    # Nobody shall take it for a release.
+    # Nobody should take it for a release.
     set(CPACK_PACKAGE_NAME sealkeeper-development)
 endif()
 set(CPACK_PACKAGE_VENDOR "The Sealkeeper developers")

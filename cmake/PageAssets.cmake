@@ -1,9 +1,9 @@
-# Embeds the files that a page is made of.
+# Embeds the files of a page into the program.
 
 set(SEALKEEPER_WRITE_PAGE_ASSETS "${CMAKE_CURRENT_LIST_DIR}/WritePageAssets.cmake")
 
-# Has the build make the C++ source `output` of `name`.html, `name`.css and the scripts named after
-# `output`, all in `directory`.
+# Adds a build step that makes the C++ source `output` from `name`.html, `name`.css and the scripts
+# listed after `output`, all in `directory`.
 function(sealkeeper_add_page_assets directory name template output)
     list(TRANSFORM ARGN PREPEND "${directory}/" OUTPUT_VARIABLE scripts)
     add_custom_command(OUTPUT "${output}"

@@ -1,4 +1,4 @@
-# Settings that every target of this project shares. They are private to it.
+# Settings shared by all targets of this project, and private to them.
 
 function(sealkeeper_configure_target target)
     target_compile_features(${target} PRIVATE cxx_std_20)
@@ -9,7 +9,8 @@ function(sealkeeper_configure_target target)
         $<$<BOOL:${SEALKEEPER_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
 
-# Compiles the sources of `target` in large pieces, one for each folder: its files share no names.
+# Makes a unity build of `target`, one unit per folder: the files of a folder have no names in
+# common.
 function(sealkeeper_unite_folders target)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
@@ -20,7 +21,7 @@ function(sealkeeper_unite_folders target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
 endfunction()
 
-# Runs clang-tidy on the sources of `target` as they are compiled, where that is asked for.
+# Runs clang-tidy on the sources of `target` while they are compiled, if enabled.
 function(sealkeeper_tidy_target target)
     if(SEALKEEPER_CLANG_TIDY)
         find_program(SEALKEEPER_CLANG_TIDY_PROGRAM clang-tidy REQUIRED)

@@ -1,8 +1,9 @@
-# Turns the DER files of the trust material into a C++ source file, with nothing but CMake.
+# Turns the DER files of the trust material into a C++ source file, using only CMake.
 
 set(SEALKEEPER_DEVELOPMENT_TRUST_DIR "${CMAKE_CURRENT_LIST_DIR}/../trust/development")
 
-# Configures anew when the file changes. Ninja takes no file by two names, so that each has its real one.
+# Configures again when the file changes. Ninja accepts only one name per file, so the real path is
+# used.
 function(sealkeeper_configure_depends path)
     file(REAL_PATH "${path}" real)
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${real}")
@@ -16,8 +17,8 @@ function(sealkeeper_read_der variable path result)
     endif()
     sealkeeper_configure_depends("${path}")
     file(READ "${path}" hex HEX)
-    # A certificate and a revocation list are a SEQUENCE (0x30) whose length takes two bytes (0x82) or
-    # three (0x83), and nothing follows it (X.690).
+    # A certificate or revocation list is a SEQUENCE (0x30) with a length of two (0x82) or three
+    # (0x83) bytes, and nothing follows it (X.690).
     set(is_der FALSE)
     set(byte "[0-9a-f][0-9a-f]")
     if(hex MATCHES "^30(82${byte}${byte}|83${byte}${byte}${byte})")
@@ -38,7 +39,8 @@ function(sealkeeper_read_der variable path result)
     set(${result} "${bytes}" PARENT_SCOPE)
 endfunction()
 
-# Sets `result` to whether any of the trust material is the development authority's, be it a copy.
+# Sets `result` to whether any of the trust material is the development authority's, or a copy of
+# it.
 function(sealkeeper_has_development_trust result)
     file(REAL_PATH "${SEALKEEPER_DEVELOPMENT_TRUST_DIR}" development)
     file(SHA256 "${development}/ca.der" development_ca)
@@ -80,7 +82,7 @@ function(sealkeeper_generate_trust_material template output)
     configure_file("${template}" "${output}" @ONLY)
 endfunction()
 
-# Writes the source file that knows the development trust material to `output`.
+# Writes the source file that recognises the development trust material to `output`.
 function(sealkeeper_generate_development_trust template output)
     foreach(name IN ITEMS ca crl)
         string(TOUPPER "${name}" upper)

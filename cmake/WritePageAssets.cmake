@@ -7,8 +7,9 @@ cmake_minimum_required(VERSION 3.21)
 function(sha256_base64 text result)
     set(alphabet "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/")
     string(SHA256 hex "${text}")
-    # 32 bytes are ten groups of three and two more, which one zero byte completes. Three hexadecimal
-    # digits are two characters; the last one of all is that of the zero byte, and becomes padding.
+    # 32 bytes are ten groups of three bytes, and two bytes that a zero byte completes. Each three
+    # hexadecimal digits become two characters. The last character stands for the zero byte and
+    # becomes padding.
     string(REGEX MATCHALL "..." groups "${hex}00")
     set(base64 "")
     foreach(group IN LISTS groups)
@@ -22,7 +23,7 @@ function(sha256_base64 text result)
     set(${result} "${base64}" PARENT_SCOPE)
 endfunction()
 
-# `text` as the inside of a C++ string literal.
+# `text` as the content of a C++ string literal.
 function(string_literal text result)
     string(HEX "${text}" hex)
     string(REGEX REPLACE "(..)" "\\\\x\\1" literal "${hex}")
@@ -37,7 +38,7 @@ foreach(script IN LISTS SCRIPTS)
     string(APPEND script_text "${text}")
 endforeach()
 
-# Either would end the element, or change how the browser reads it.
+# Either would end the element or change how the browser parses it.
 if("${script_text}${style_text}" MATCHES "</|<!--")
     message(FATAL_ERROR "The page's script and style must not hold '</' or '<!--'.")
 endif()

@@ -5,6 +5,6 @@ set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)
 set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
 set(CMAKE_LIBRARY_ARCHITECTURE aarch64-linux-gnu)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-# With every instruction of ARMv8, the SHA ones among them, and the system's own libraries for ARM64: with
-# the C library of the cross compiler in their place, threads never end.
+# All instructions of ARMv8, including SHA, and the system's own ARM64 libraries. With the cross
+# compiler's C library instead, threads never end.
 set(CMAKE_CROSSCOMPILING_EMULATOR "qemu-aarch64-static;-cpu;max;-L;/")
