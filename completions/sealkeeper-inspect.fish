@@ -1,4 +1,4 @@
-# Completion of sealkeeper-inspect for fish. Files of the right kind come first, the others after them.
+# Completions of sealkeeper-inspect for fish. Files of the right kind come first.
 
 complete -c sealkeeper-inspect -f
 complete -c sealkeeper-inspect -s h -l help -d 'Show the help'

@@ -1,7 +1,7 @@
-# Completion of sealkeeper and sealkeeper-inspect for bash, from the version 3.2 of macOS on.
+# Completions of sealkeeper and sealkeeper-inspect for bash 3.2 (macOS) and later.
 
-# Adds to the reply the directories that complete $1, and the files that match one of the patterns
-# after it.
+# Adds the directories that complete $1, and the files that complete it and match one of the
+# following patterns.
 _sealkeeper_add_paths() {
     local typed=$1 pattern found
     shift
@@ -19,7 +19,7 @@ _sealkeeper_add_paths() {
     )
 }
 
-# Adds to the reply the words after $1 that complete it.
+# Adds those of the words after $1 that complete it.
 _sealkeeper_add_words() {
     local typed=$1 word
     shift
@@ -30,8 +30,8 @@ _sealkeeper_add_words() {
     done
 }
 
-# Sets `current`, the word to complete, and `option`, the one before it. bash takes the equals sign
-# between an option and its value for a word.
+# Sets `current` to the word to complete, and `option` to the one before it. bash treats an equals
+# sign between option and value as a word of its own.
 _sealkeeper_look_at_words() {
     COMPREPLY=()
     current=${COMP_WORDS[COMP_CWORD]}
@@ -64,7 +64,7 @@ _sealkeeper() {
     esac
 }
 
-# What follows the command $1 of sealkeeper-inspect: its options and operands.
+# Adds the options and operands of the sealkeeper-inspect command $1.
 _sealkeeper_inspect_add_arguments() {
     case $1 in
         rules)

@@ -1,4 +1,4 @@
-# Completion of sealkeeper for fish. Files of the right kind come first, the others after them.
+# Completions of sealkeeper for fish. Files of the right kind come first.
 
 set -l takes_path '__fish_prev_arg_in verify list'
 
