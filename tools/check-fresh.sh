@@ -36,7 +36,7 @@ step() {
     fi
 }
 
-# Runs a command in the system that has the sources.
+# Runs a command in the system with the sources.
 in_source() {
     tools/fresh-root.sh run "$scratch/$1" bash -c "cd /sealkeeper && $2"
 }
@@ -47,7 +47,7 @@ make_package() {
         cp "$scratch/$1"/sealkeeper/build/demo/*.deb "$scratch/$1-installed/root/"
 }
 
-# In a second system, so that the programs run with nothing but the dependencies of the package.
+# Uses a second system, so that only the dependencies of the package are there.
 install_package() {
     tools/fresh-root.sh run "$scratch/$1-installed" bash -c "apt-get update -qq && apt-get install -y /root/*.deb &&
         sealkeeper-inspect --version && sealkeeper -h | head -n 1 && test -e /usr/share/man/man1/sealkeeper.1.gz"

@@ -12,7 +12,7 @@ mkdir -p "$build"
 
 tools/configure.sh coverage "$@" > "$build/configure.log" 2>&1 || { cat "$build/configure.log"; exit 1; }
 cmake --build --preset coverage --target sealkeeper_unit_tests sealkeeper_thread_tests -- -j "$jobs"
-# Data of earlier runs would count as well.
+# Data from earlier runs would be counted too.
 find "$build" -name '*.gcda' -delete
 ctest --preset coverage -j "$jobs" --no-tests=error
 gcovr --root . --object-directory "$build" --filter src/ --exclude-throw-branches --exclude-unreachable-branches \

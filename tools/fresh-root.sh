@@ -21,7 +21,7 @@ make_root() {
     cp /etc/resolv.conf "$root/etc/resolv.conf" 2> /dev/null || true
 }
 
-# What is mounted and started here ends with the command.
+# Mounts and processes made here end with the command.
 run_in_root() {
     local root=$1
     shift
@@ -32,7 +32,7 @@ run_in_root() {
             root=$1
             shift
             mount -t proc proc "$root/proc"
-            # Terminals of its own, which tests open.
+            # Its own terminals, which tests open.
             mkdir -p "$root/dev/pts"
             mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
             ln -sf pts/ptmx "$root/dev/ptmx"

@@ -1,8 +1,8 @@
 """Prints which lines and branches of each file were run, from gcovr's JSON, and judges them.
 
-gcovr leaves out the branches that only an exception takes. Over all files as many lines and branches must have been run
-as LEAST_LINES and LEAST_BRANCHES say. In the files that decide whom and what is trusted it is every one of them, but for those that unreached.txt names,
-one a line, by the text of its line, which outlives a change of the lines above it.
+gcovr leaves out branches that only exceptions take. LEAST_LINES and LEAST_BRANCHES are the minimum over all files. In
+the files that decide what is trusted, everything must be run except what unreached.txt names, one entry per line. An
+entry holds the text of a source line, which stays valid when the lines above it change.
 """
 
 from __future__ import annotations
@@ -34,13 +34,13 @@ TRUST_PATH = (
     "src/runtime/stored_signature.cpp",
 )
 
-# A file and the text of one of its lines.
+# A path and the text of one of its lines.
 Place = Tuple[str, str]
 
 
 @dataclass
 class Tally:
-    """How many of something there are, and how many of them were run."""
+    """How many there are, and how many of them were run."""
 
     reached: int = 0
     total: int = 0
@@ -59,7 +59,7 @@ class Tally:
 
 @dataclass
 class File:
-    """What was run of one file. `unreached` holds the numbers of lines of which a part was not."""
+    """The coverage of one file. `unreached` holds the numbers of lines that were not run in full."""
 
     path: str
     lines: Tally = field(default_factory=Tally)
@@ -85,7 +85,7 @@ def read_file(entry: dict) -> File:
 
 
 def named_places() -> Dict[Place, List[str]]:
-    """The reasons of unreached.txt, whose lines hold a path, the text of a line and the reason, with " | " between."""
+    """The reasons in unreached.txt. Its lines hold a path, the text of a line and the reason, separated by " | "."""
     reasons: Dict[Place, List[str]] = {}
     for line in (HERE / "unreached.txt").read_text(encoding="utf-8").splitlines():
         if line and not line.startswith("#"):
@@ -95,7 +95,7 @@ def named_places() -> Dict[Place, List[str]]:
 
 
 def judge_trust_path(files: List[File]) -> bool:
-    """Prints what was not run of the trust path. False where something is that has no reason. Each excuses one line."""
+    """Prints what was not run in the trust path. False if some of it has no reason. A reason covers one line."""
     reasons = named_places()
     is_whole = True
     for file in files:

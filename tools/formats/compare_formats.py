@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""Compare what the compiled definitions read with what sealkeeper-inspect shows:
-compare_formats.py BUILD_DIR READERS_DIR
+"""Compares what the compiled definitions read with what sealkeeper-inspect shows.
 
-The files are those of a game that is sealed here, and the test vectors. A file that one of the two takes
-and the other refuses is a difference, too.
+    compare_formats.py BUILD_DIR READERS_DIR
+
+The files are those of a game sealed here, and the test vectors. A file that only one of the two accepts is a difference
+too.
 """
 
 from __future__ import annotations
@@ -63,7 +64,7 @@ class Comparison:
         return sealed
 
     def differences(self, file: Path) -> List[str]:
-        """What the two say differently about one file."""
+        """The differences between the two for one file."""
         shown = self.shown(file)
         self.valid_files += shown["isValid"]
         kind = shown["kind"] if shown["kind"] != "unknown" else self.kind_by_name(file)
@@ -73,12 +74,12 @@ class Comparison:
         return self.differing(self.expected(shown, file.read_bytes()), read)
 
     def shown(self, file: Path) -> Fields:
-        """What sealkeeper-inspect shows."""
+        """The output of sealkeeper-inspect."""
         command = [self.build / "sealkeeper-inspect", "show", file, "--digests", "--json"]
         return json.loads(subprocess.run(command, check=False, stdout=subprocess.PIPE).stdout)
 
     def read(self, file: Path, kind: str) -> Optional[Fields]:
-        """What the compiled reader reads; None where it refuses the file."""
+        """The output of the compiled reader; None if it refuses the file."""
         command = ["node", ROOT / "tools" / "formats" / "print_fields.js", self.readers, kind, file]
         if kind == "catalogue":
             raw = self.raw_entry_block(file)
@@ -88,13 +89,13 @@ class Comparison:
         run = subprocess.run(command, check=False, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         if run.returncode == 0:
             return json.loads(run.stdout)
-        # A mistake of the readers or of their caller must not pass for a refusal.
+        # A bug in the readers or their caller must not count as a refusal.
         if "ValidationNotEqualError" in run.stderr or "ValidationExprError" in run.stderr or "EOFError" in run.stderr:
             return None
         raise RuntimeError(f"{file}: {run.stderr}")
 
     def raw_entry_block(self, file: Path) -> Optional[Path]:
-        """A file with the decompressed entry block; None where that cannot be decompressed."""
+        """A file with the decompressed entry block; None if it cannot be decompressed."""
         content = file.read_bytes()
         crl_length = int.from_bytes(content[1036:1040], "little")
         raw = self.scratch / "raw"
@@ -106,12 +107,12 @@ class Comparison:
 
     @staticmethod
     def kind_by_name(file: Path) -> str:
-        """For a file that is neither."""
+        """For a file that is neither by its content."""
         return "catalogue" if file.suffix == ".bin" else "runtime.conf"
 
     @staticmethod
     def expected(shown: Fields, content: bytes) -> Fields:
-        """What the compiled reader should print."""
+        """The output that the compiled reader should give."""
         fields = {field["name"]: field["value"] for field in shown["fields"]}
         entries = [
             {
@@ -134,7 +135,7 @@ class Comparison:
 
     @staticmethod
     def differing(expected: Fields, read: Fields) -> List[str]:
-        """The parts that differ."""
+        """The fields that differ."""
         return [
             f"{part}: {json.dumps(expected[part])} is shown, {json.dumps(read[part])} is read"
             for part in expected
@@ -143,13 +144,13 @@ class Comparison:
 
 
 def vector_files() -> List[Path]:
-    """The signed files of all test vectors that are kept."""
+    """The signed files of all stored test vectors."""
     folders = "sets/*/Quorvane/Certificates"
     return sorted(VECTORS.glob(f"{folders}/*.bin")) + sorted(VECTORS.glob(f"{folders}/*.conf"))
 
 
 def main(arguments: List[str]) -> int:
-    """Compare; return 1 where something differs."""
+    """Compare; return 1 if anything differs."""
     build, readers = (Path(argument).resolve() for argument in arguments)
     with tempfile.TemporaryDirectory() as scratch:
         comparison = Comparison(build, readers, Path(scratch))

@@ -5,12 +5,12 @@ const fs = require("fs");
 const path = require("path");
 const KaitaiStream = require("kaitai-struct/KaitaiStream");
 
-// Null of what is not there.
+// Null if there are no bytes.
 function hex(bytes, between = "") {
     return bytes === undefined ? null : Array.from(bytes, (byte) => byte.toString(16).padStart(2, "0")).join(between);
 }
 
-// What stands before the first zero.
+// The text before the first zero.
 function text(bytes) {
     const end = bytes.indexOf(0);
     return Buffer.from(end < 0 ? bytes : bytes.subarray(0, end)).toString("utf8");

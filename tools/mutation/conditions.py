@@ -1,4 +1,4 @@
-"""Finds the conditions of a C++ source and lets each of them pass through a function."""
+"""Finds the conditions of a C++ source and passes each of them through a function."""
 
 from __future__ import annotations
 
@@ -15,19 +15,19 @@ COMMENT = re.compile(rb"//[^\n]*|/\*.*?\*/", re.DOTALL)
 
 @dataclass(frozen=True)
 class Condition:
-    """A condition by its place in the source, from the first byte to the one past the last."""
+    """A condition and its place in the source: from its first byte to the one past its last."""
 
     begin: int
     end: int
     line: int
     text: str
     is_loop: bool
-    # The variable that the condition declares, whose value is what decides; or empty.
+    # The variable that the condition declares, if any; its value decides.
     declared: str = ""
 
     @property
     def changes(self) -> Tuple[str, ...]:
-        """What can become of it. A loop that is never left would show nothing but a timeout."""
+        """The possible changes. A loop that never ends would only show as a timeout."""
         return (FALSE,) if self.is_loop else (INVERT, TRUE, FALSE)
 
 
@@ -42,7 +42,7 @@ class Unchanged:
 
 @dataclass(frozen=True)
 class Branches:
-    """Those of one source, in the order in which they begin; the outer ones first."""
+    """The branches of one source in the order of their beginnings; outer ones first."""
 
     conditions: List[Condition]
     unchanged: List[Unchanged]
@@ -73,10 +73,10 @@ def instrumented(source: Path, conditions: List[Condition], first_number: int) -
     for number, condition in enumerate(conditions, first_number):
         opening = f"::sealkeeper::mutation::Decide({number}, static_cast<bool>("
         if condition.declared:
-            # What declares the variable becomes what goes before the condition.
+            # The declaration becomes the init statement, in front of the condition.
             insertions.append((condition.end, 0, -condition.begin, f"; {opening}{condition.declared}))".encode()))
             continue
-        # At one place, what is around comes before what is inside at the beginning, and after it at the end.
+        # At the same offset, outer conditions open first and close last.
         insertions.append((condition.begin, 1, -condition.end, opening.encode()))
         insertions.append((condition.end, 0, -condition.begin, b"))"))
     insertions.sort(key=lambda insertion: insertion[:3])
@@ -96,7 +96,7 @@ def _own_cursors(root: Cursor, source: Path) -> Iterator[Cursor]:
 
 
 class _Search:
-    """Gathers the branches of one source."""
+    """Collects the branches of one source."""
 
     def __init__(self, source: Path) -> None:
         self._source = source
@@ -129,7 +129,7 @@ class _Search:
         if self._text_of(cursor).startswith(b"if constexpr"):
             self._leave(cursor, "decided while compiling")
             return
-        # A variable that the condition declares comes first, wherever it stands; the other parts follow in order.
+        # A declared variable comes first wherever it stands. The other parts keep their order.
         declaration = children[0] if children[0].kind == CursorKind.VAR_DECL else None
         parts = children[1:] if declaration else children
         init = parts[0] if self._is_before_semicolon(parts[0]) else None
@@ -142,7 +142,7 @@ class _Search:
             self._leave(cursor, "a condition that declares a variable, after another declaration")
 
     def _add_for(self, cursor: Cursor, children: List[Cursor]) -> None:
-        """The one of its parts that stands between the two semicolons."""
+        """The part between the two semicolons."""
         begin = cursor.extent.start.offset
         for child in children[:-1]:
             if self._text[begin : child.extent.start.offset].count(b";") != 1 or not self._is_before_semicolon(child):

@@ -1,9 +1,8 @@
 """Changes each conditional branch of one unit in turn and runs the unit tests against it.
 
-The sources of the unit are compiled once, with every condition passing through a function that an
-environment variable makes invert it, or take it for true or false. A mutant that no test notices is a
-survivor. Survivors that are known are explained in survivors.txt, one a line; any other, or fewer than 95 %
-caught, fails the run.
+The sources of the unit are compiled once. Every condition passes through a function that can invert it, or make it true
+or false, as an environment variable says. A mutant that no test notices is a survivor. Known survivors are explained in
+survivors.txt, one per line. Any other survivor, or fewer than 95 % caught, fails the run.
 """
 
 from __future__ import annotations
@@ -30,7 +29,7 @@ LEAST_CAUGHT = 0.95
 
 @dataclass(frozen=True)
 class Unit:
-    """What is changed, and the tests that are asked first, in turn. All are, where those notice nothing."""
+    """What is changed, and the tests to run first, in turn. If they notice nothing, all tests run."""
 
     files: Tuple[str, ...]
     own_tests: Tuple[str, ...]
@@ -71,7 +70,7 @@ UNITS: Dict[str, Unit] = {
             "catalogue/hashing/sequential_chunk_hasher.cpp",
             "catalogue/progress.cpp",
         ),
-        # Those of single calls take next to no time.
+        # Tests of single calls take almost no time.
         ("CatalogueEntry*:CatalogueWriterC*:Chunked*:FileHasherFaults*:FileStatusFaults*:GameFile*:HashCatalogueTest*:"
          "JobsFaults*:Progress*:ReaderFallback*:SequentialChunkHasher*",
          "*Changing*:AppearingFile*:*FileHasher*:FileHashing*:HashCatalogueRead*:CatalogueWriterMemory*"),
@@ -82,7 +81,7 @@ UNITS: Dict[str, Unit] = {
     ),
 }
 ALL_TESTS = "*"
-# What takes seconds is asked with all the others, of the mutants that nothing else notices.
+# Tests that take seconds run only with all the others, for mutants that nothing else notices.
 SLOW_TESTS = ":".join((
     "*ConverterFaults.GenerateWrites*",
     "HostileCatalogue.EverySingleBit*",
@@ -90,24 +89,24 @@ SLOW_TESTS = ":".join((
     "SignedCatalogue.Every*",
 ))
 MOST_DATA_BYTES = 4 << 30
-# On the clock, before a run counts as one that waits for ever: a busy machine stretches any other by tens of seconds.
+# Before a run counts as hanging: on a busy machine any run may take tens of seconds longer.
 LEAST_WAIT_SECONDS = 60
 
 
 @dataclass(frozen=True)
 class Mutant:
-    """A condition of a file and what becomes of it."""
+    """A condition in a file, and the change to it."""
 
     number: int
     file: str
     condition: Condition
-    # Which of the conditions of that file that read the same, counted from 1.
+    # Counted from 1 among the conditions in the file with the same text.
     occurrence: int
     change: str
 
     @property
     def choice(self) -> str:
-        """What the environment has to say for it."""
+        """The value of the environment variable."""
         return f"{self.number}:{self.change}"
 
     def __str__(self) -> str:
@@ -117,14 +116,14 @@ class Mutant:
 
 @dataclass(frozen=True)
 class Limit:
-    """How many seconds a run of tests may take, on the clock and of the processor."""
+    """The seconds that a test run may take, of elapsed and of processor time."""
 
     wall: float
     processor: int
 
 
 class Mutation:
-    """One unit, its mutants, and the program that holds them all."""
+    """One unit, its mutants, and the program that contains them all."""
 
     def __init__(self, unit: str, build: Path, jobs: int) -> None:
         self.tree = build / "tree"
@@ -138,7 +137,7 @@ class Mutation:
         self.own_tests = UNITS[unit].own_tests
         self.mutants: List[Mutant] = []
         self.unchanged: List[Tuple[str, Unchanged]] = []
-        # The choices whose tests did not end in time, which counts as noticed.
+        # The mutants whose tests did not end in time. They count as caught.
         self.out_of_time: List[str] = []
 
     def compile(self) -> None:
@@ -154,7 +153,7 @@ class Mutation:
             self.unchanged += [(name, branch) for branch in found.unchanged]
             numbered += len(found.conditions)
         write_changed(self.tree / "src" / "mutation.h", (HERE / "mutation.h").read_bytes())
-        # What compiles fast is worth more than what runs fast.
+        # Fast compilation matters more here than fast code.
         self._run_quietly(
             [str(self.tree / "tools/configure.sh"), "dev", "-B", str(self.build),
              "-DSEALKEEPER_WARNINGS_AS_ERRORS=OFF", "-DSEALKEEPER_BUILD_BENCHMARKS=OFF",
@@ -172,12 +171,12 @@ class Mutation:
 
     def pass_with(self, mutant: str, tests: str, limit: Limit) -> bool:
         """Whether these unit tests pass with that mutant."""
-        # What a test that crashes or hangs leaves behind goes with the directory.
+        # The directory takes along what a test that crashes or hangs leaves behind.
         with tempfile.TemporaryDirectory(prefix="sealkeeper_mutant_") as temporary:
             environment = {**os.environ, "SEALKEEPER_MUTANT": mutant, "TMPDIR": temporary,
                            "GTEST_FAIL_FAST": "1", "GTEST_BRIEF": "1"}
             try:
-                # A loop without end is told by the processor's time, which a busy machine does not stretch.
+                # The processor time stops an endless loop. Unlike elapsed time it does not depend on the load.
                 done = subprocess.run(["bash", "-c", 'ulimit -t "$1" && exec "${@:2}"', "bash", str(limit.processor),
                                        str(self.build / "tests" / "sealkeeper_unit_tests"), f"--gtest_filter={tests}"],
                                       env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
@@ -188,7 +187,7 @@ class Mutation:
         return done.returncode == 0
 
     def limit_of(self, tests: str) -> Limit:
-        """What these tests may take with a mutant: several run at a time."""
+        """The limit for these tests with a mutant. Several of them run at a time."""
         begun, used = time.monotonic(), processor_time_of_children()
         if not self.pass_with("", tests, Limit(600, 600)):
             raise SystemExit(f"the unit tests {tests} fail without any mutant")
@@ -196,7 +195,7 @@ class Mutation:
                      5 + 3 * round(processor_time_of_children() - used))
 
     def left_by(self, tests: str, mutants: List[Mutant], runs: int = 1) -> List[Mutant]:
-        """Those of the mutants that these tests do not notice in each of so many runs."""
+        """The mutants that these tests do not notice in every one of `runs` runs."""
         begun, limit = time.monotonic(), self.limit_of(tests)
 
         def passes(mutant: Mutant) -> bool:
@@ -210,7 +209,7 @@ class Mutation:
 
     def survivors(self, own_tests_alone: bool) -> List[Mutant]:
         """Run the tests of the unit against every mutant, and all tests against those left."""
-        # A mutant may ask for memory without end, or crash by the hundred.
+        # A mutant may allocate without end, or crash hundreds of times.
         resource.setrlimit(resource.RLIMIT_DATA, (MOST_DATA_BYTES, resource.getrlimit(resource.RLIMIT_DATA)[1]))
         resource.setrlimit(resource.RLIMIT_CORE, (0, resource.getrlimit(resource.RLIMIT_CORE)[1]))
         stages = [f"{tests}-{SLOW_TESTS}" for tests in self.own_tests]
@@ -218,19 +217,19 @@ class Mutation:
         for tests in stages:
             left = self.left_by(tests, left) if left else left
         if left and not own_tests_alone:
-            # Among so many tests, one that fails for another reason must not pass for one that notices.
+            # Among so many tests one may fail for another reason, which must not count as noticing the mutant.
             left = self.left_by(ALL_TESTS, left, runs=2)
         return left
 
 
 def processor_time_of_children() -> float:
-    """In seconds, of all that have ended."""
+    """In seconds, for all that have ended."""
     usage = resource.getrusage(resource.RUSAGE_CHILDREN)
     return usage.ru_utime + usage.ru_stime
 
 
 def mutants_of(file: str, conditions: List[Condition], first_number: int) -> List[Mutant]:
-    """All mutants of the conditions of a file, which are numbered from `first_number`."""
+    """All mutants of the conditions in a file. The conditions are numbered from `first_number`."""
     mutants = []
     seen: Dict[str, int] = {}
     for number, condition in enumerate(conditions, first_number):
@@ -240,14 +239,14 @@ def mutants_of(file: str, conditions: List[Condition], first_number: int) -> Lis
 
 
 def write_changed(path: Path, content: bytes) -> None:
-    """Write a file, unless that is what it holds: it would be compiled again."""
+    """Write a file only if its content changes, since it would be compiled again."""
     if not path.exists() or path.read_bytes() != content:
         path.parent.mkdir(parents=True, exist_ok=True)
         path.write_bytes(content)
 
 
 def copy_changed(source: Path, target: Path) -> None:
-    """Copy what is under version control."""
+    """Copy the files under version control."""
     listed = subprocess.run(["git", "ls-files", "-z"], cwd=source, stdout=subprocess.PIPE, check=True).stdout
     for name in listed.decode().split("\0"):
         path = source / name
@@ -257,7 +256,7 @@ def copy_changed(source: Path, target: Path) -> None:
 
 
 def explained() -> Set[str]:
-    """The survivors that survivors.txt explains: what stands before ' # ' in each line."""
+    """The survivors explained in survivors.txt: the text before ' # ' in each line."""
     lines = (HERE / "survivors.txt").read_text().splitlines()
     return {line.split(" # ")[0].strip() for line in lines if line.strip() and not line.startswith("#")}
 
@@ -281,7 +280,7 @@ def main() -> int:
 
 
 def report(unit: str, mutation: Mutation, begun: float, own_tests_alone: bool) -> int:
-    """Try the mutants and print what came of it."""
+    """Run the mutants and print the result."""
     known = explained()
     survivors = mutation.survivors(own_tests_alone)
     for mutant in survivors:

@@ -1,5 +1,5 @@
-// Put before every source of the unit under mutation. Each of its conditions passes through
-// `Decide`, which gives it back unless the environment chooses that one to be changed.
+// Inserted before every source of the unit under mutation. Each condition passes through `Decide`,
+// which returns it unchanged unless the environment chooses it.
 #ifndef SEALKEEPER_TOOLS_MUTATION_H
 #define SEALKEEPER_TOOLS_MUTATION_H
 
@@ -9,7 +9,7 @@
 
 namespace sealkeeper::mutation {
 
-// SEALKEEPER_MUTANT is the number of a condition and what becomes of it: "12:invert", "12:true",
+// SEALKEEPER_MUTANT is the number of a condition and the change to it: "12:invert", "12:true",
 // "12:false".
 struct Mutant {
     int condition = -1;

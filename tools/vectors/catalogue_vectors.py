@@ -33,7 +33,7 @@ ENTRY_COUNT_OFFSET = 1048
 
 
 def vectors() -> Vectors:
-    """All of them."""
+    """All vectors of this module."""
     return good() + layouts() + bad_signatures() + bad_layouts() + entry_blocks() + older_layout()
 
 
@@ -50,7 +50,7 @@ def _vector(
     paths: Optional[Sequence[str]] = None,
     **choices: Any,
 ) -> Vector:
-    """A game with one catalogue; by default it lists `a.txt`, which is there."""
+    """A game with one catalogue. By default it lists `a.txt`, which exists."""
     placed = in_certificates({"base.bin": image, "base.cer": certificate_of(certificate)})
     listed = None if list_status != 0 else list(PATHS if paths is None else paths)
     return Vector(
@@ -65,7 +65,7 @@ def _vector(
 
 
 def good() -> Vectors:
-    """What generate writes."""
+    """Files as generate writes them."""
     game = {"bin/game.exe": b"hello", "data/empty.dat": b"", "data/level.pak": b"level\n" * 20}
     files = {
         **game,
@@ -116,11 +116,11 @@ def good() -> Vectors:
 
 
 def layouts() -> Vectors:
-    """What generate does not write, and readers take."""
+    """Files that generate does not write, but readers accept."""
     image = catalogue_format.build(entries_of(ONE_FILE))
     raw = catalogue_format.parse(image).raw_block
     entry = entry_of_bytes("a.txt", b"a\n")
-    # Of an empty file no digest is compared, so these may be anything. They fill the dictionary.
+    # The digests of an empty file are not compared, so they may be anything. These fill the dictionary.
     digests = tuple(hashlib.sha256(bytes([number])).digest() for number in range(200))
     full = [replace(entry_of_bytes("empty.dat", b""), digests=digests), entry]
     return [
@@ -183,7 +183,7 @@ def layouts() -> Vectors:
 
 
 def bad_signatures() -> Vectors:
-    """The signature is not that of the file and the certificate."""
+    """The signature does not belong to the file and the certificate."""
     image = catalogue(ONE_FILE)
     signature = catalogue_format.signature(image)
     other = {"a.txt": b"b\n"}
@@ -226,7 +226,7 @@ def bad_signatures() -> Vectors:
 
 
 def bad_layouts() -> Vectors:
-    """The header is wrong. The signature is good where that can be."""
+    """The header is wrong. The signature is good if that is possible."""
     image = catalogue_format.build(entries_of(ONE_FILE))
     whole = signed(image)
     lengths = replaced(image, 1036, struct.pack("<I", 1))
@@ -311,7 +311,7 @@ def entry_blocks() -> Vectors:
 
 
 def older_layout() -> Vectors:
-    """The signature covers the file from offset 1036 on, and nothing before."""
+    """The signature covers only the file from offset 1036."""
     image = catalogue(ONE_FILE, signature_layout=0)
     return [
         _vector("older-layout", "Signature layout 0, with its signature.", image, 0),
@@ -344,8 +344,9 @@ def older_layout() -> Vectors:
 
 
 def _older_header_before_current_file() -> bytes:
-    """What is signed of the current file becomes lengths and blocks of the older one: its magic and
-    versions are the two lengths, so the file takes five megabytes."""
+    """The signed bytes of a current file are read as lengths and blocks of an older one. Its magic and versions are the
+    two lengths, so the file has five megabytes.
+    """
     crl_length, compressed_length = struct.unpack("<II", b"QVR\0\x04\x00\x01\x00")
     length = catalogue_format.HEADER_SIZE + crl_length + compressed_length - catalogue_format.OLDER_LAYOUT_SIGNED_FROM
     empty = len(catalogue_format.build([]))
@@ -356,7 +357,7 @@ def _older_header_before_current_file() -> bytes:
 
 
 def _block_of_bytes(raw: bytes, width: int) -> bytes:
-    """A block in which each byte is a code of its own."""
+    """A block with a separate code for each byte."""
     return _packed(list(raw), width)
 
 

@@ -12,7 +12,7 @@ LISTINGS = [Listing("base.bin", 0, ["a.txt"])]
 
 
 def vectors() -> Vectors:
-    """All of them."""
+    """All vectors of this module."""
     return untrusted() + products() + unusable()
 
 
@@ -24,7 +24,7 @@ def _vector(name: str, about: str, image: bytes, certificate: Optional[bytes], s
 
 
 def untrusted() -> Vectors:
-    """The signature is good, its certificate is not to be trusted."""
+    """The signature is good, but its certificate is not trusted."""
 
     def vector(owner: str, about: str, status: int) -> Vector:
         return _vector(f"certificate-{owner}", about, catalogue(ONE_FILE, owner), certificate_of(owner), status)
@@ -48,7 +48,7 @@ def untrusted() -> Vectors:
 
 
 def products() -> Vectors:
-    """The product id that is asked for is not that of the certificate, or is written otherwise."""
+    """The requested product id is not that of the certificate, or is written differently."""
 
     def asking(name: str, about: str, product: str, status: int) -> Vector:
         verdicts = [("a.txt", 0)] if status == 0 else None
@@ -69,7 +69,7 @@ def products() -> Vectors:
 
 
 def unusable() -> Vectors:
-    """There is no certificate that can be read."""
+    """There is no readable certificate."""
     image = catalogue(ONE_FILE)
     der = certificate_of("game")
     pem = b"-----BEGIN CERTIFICATE-----\n" + base64.encodebytes(der) + b"-----END CERTIFICATE-----\n"

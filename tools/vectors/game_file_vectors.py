@@ -11,7 +11,7 @@ SEALED = {"a.txt": b"a\n", "b.txt": b"bb\n", "c.txt": b"ccc\n"}
 
 
 def vectors() -> Vectors:
-    """All of them."""
+    """All vectors of this module."""
     return single_files() + statuses() + catalogues()
 
 
@@ -29,7 +29,7 @@ def _vector(
 
 
 def single_files() -> Vectors:
-    """The second of three files is not as it was."""
+    """The second of three files has changed."""
 
     def second(name: str, about: str, content: Optional[bytes], status: int, path: str = "b.txt") -> Vector:
         found = {**SEALED, path: content} if content is not None else dict(SEALED)
@@ -57,7 +57,7 @@ def single_files() -> Vectors:
 
 
 def statuses() -> Vectors:
-    """Several files fail: the last file's code where that failed, else the smallest of a failure."""
+    """Several files fail. The code is that of the last file if that failed, else the smallest failure."""
     changed = b"CCC\n"
     return [
         _vector(

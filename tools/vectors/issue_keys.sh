@@ -6,7 +6,7 @@ repository=$(cd "$(dirname "$0")/../.." && pwd)
 out=${1:?"usage: issue_keys.sh OUT_DIR"}
 
 readonly product=VectorProduct
-# As long as the development authority lasts.
+# As long as the development authority is valid.
 readonly first_day=20260101000000Z
 readonly second_day=20260102000000Z
 readonly last_year=20750101000000Z
@@ -25,7 +25,7 @@ issue game-second-key "$product" "$first_day" "$last_day"
 issue game-4096-bits "$product" "$first_day" "$last_day" --bits 4096
 issue expired "$product" "$first_day" "$second_day"
 issue not-yet-valid "$product" "$last_year" "$last_day"
-# The development authority's list has these two serial numbers.
+# These two serial numbers are in the development authority's list.
 issue revoked "$product" "$first_day" "$last_day" --serial 0DEAD001
 issue expired-and-revoked "$product" "$first_day" "$second_day" --serial 0DEAD002
 issue other-product OtherProduct "$first_day" "$last_day"

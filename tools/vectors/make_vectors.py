@@ -38,7 +38,7 @@ def all_vectors() -> Vectors:
 
 
 def table_of(vectors: Vectors) -> Dict[str, Any]:
-    """What vectors.json holds."""
+    """The content of vectors.json."""
     return {
         "goodFrom": "2026-01-02T00:00:00Z",
         "goodUntil": "2075-01-01T00:00:00Z",
@@ -56,7 +56,7 @@ def write(vectors: Vectors, directory: Path) -> None:
 
 
 def write_files(vector: Vector, directory: Path) -> None:
-    """Write the files of one vector; a vector that shares another's has none."""
+    """Write the files of one vector. A vector that shares the set of another has none."""
     for name, content in vector.files.items():
         path = directory / vector.directory / name
         path.parent.mkdir(parents=True, exist_ok=True)
@@ -64,7 +64,7 @@ def write_files(vector: Vector, directory: Path) -> None:
 
 
 def main(arguments: List[str]) -> int:
-    """Write them all, or those that are kept."""
+    """Write all of them, or only those that are stored."""
     if len(arguments) > 1:
         print("usage: make_vectors.py [OUT_DIR]", file=sys.stderr)
         return 1

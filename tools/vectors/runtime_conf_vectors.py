@@ -15,12 +15,12 @@ INSTANCES_OFFSET = 1036
 
 
 def vectors() -> Vectors:
-    """All of them."""
+    """All vectors of this module."""
     return tampered() + signed_oddly() + certificates()
 
 
 def _signed_plain(plain: bytes) -> bytes:
-    """These bytes, of whatever length, with a signature that is good."""
+    """These bytes, of any length, with a good signature."""
     return runtime_conf_format.sign(runtime_conf_format.scramble(plain), key_of("game"))
 
 
@@ -42,7 +42,7 @@ def _vector(
     settings: Optional[Mapping[str, Any]] = None,
     base_certificate: Optional[bytes] = None,
 ) -> Vector:
-    """The catalogue is mod1.bin where base.cer is given, so that base.cer is for runtime.conf alone."""
+    """If base.cer is given, the catalogue is mod1.bin, so that base.cer matters to runtime.conf alone."""
     stem = "base" if base_certificate is None else "mod1"
     files = {f"{stem}.bin": catalogue(ONE_FILE), f"{stem}.cer": certificate_of("game"), "runtime.conf": conf}
     if base_certificate:
@@ -53,7 +53,7 @@ def _vector(
 
 
 def tampered() -> Vectors:
-    """The signature is not good. Listing checks none."""
+    """The signature is not good. List does not check it."""
     conf = runtime_conf()
     plain = _plain()
     instances = runtime_conf_format.scramble(replaced(plain, INSTANCES_OFFSET, struct.pack("<I", 99)))
@@ -108,7 +108,7 @@ def tampered() -> Vectors:
 
 
 def signed_oddly() -> Vectors:
-    """The signature is good. Verifying looks at nothing else."""
+    """The signature is good. Verify checks nothing else."""
     plain = _plain()
     name = b"N" * 64
     built = runtime_conf_format.build(2, name, 3)
@@ -155,7 +155,7 @@ def signed_oddly() -> Vectors:
 
 
 def certificates() -> Vectors:
-    """base.cer is not good. The catalogue has another certificate, which is."""
+    """base.cer is not good. The catalogue has another certificate, which is good."""
 
     def vector(owner: str, about: str) -> Vector:
         name = f"runtime-conf-certificate-{owner}"

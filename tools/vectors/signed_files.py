@@ -1,4 +1,4 @@
-"""Signed files out of the independent writer, and the credentials that they are signed with."""
+"""Signed files made by the independent writer, and the credentials that sign them."""
 
 from __future__ import annotations
 
@@ -18,7 +18,7 @@ ONE_FILE = {"a.txt": b"a\n"}
 """The game of every vector that is not about its files."""
 
 SETTINGS = {"version": 1, "maxActiveInstances": 2, "crashReporterName": "CrashReporter", "antiTamperSolution": 3}
-"""What `runtime_conf` holds."""
+"""The settings in `runtime_conf`."""
 
 
 def key_of(owner: str) -> Path:
@@ -32,14 +32,14 @@ def certificate_of(owner: str) -> bytes:
 
 
 def entries_of(files: Mapping[str, bytes]) -> List[Entry]:
-    """The entries of these files, in their order."""
+    """The entries of these files, in order."""
     return [entry_of_bytes(path, content) for path, content in files.items()]
 
 
-# The same few files are in most of the sets.
+# Most sets contain the same few files.
 @lru_cache(maxsize=None)
 def signed(image: bytes, owner: str = "game") -> bytes:
-    """The catalogue with a signature that is good."""
+    """The catalogue with a good signature."""
     return catalogue_format.sign(image, key_of(owner))
 
 
@@ -49,7 +49,7 @@ def catalogue(files: Mapping[str, bytes], owner: str = "game", **choices: Any) -
 
 
 def catalogue_of_entries(entries: Iterable[Entry]) -> bytes:
-    """A catalogue whose signature is good, of any entries."""
+    """A catalogue of any entries, with a good signature."""
     return signed(catalogue_format.build(entries))
 
 
@@ -63,7 +63,7 @@ def runtime_conf(owner: str = "game") -> bytes:
 
 
 def in_certificates(files: Mapping[str, bytes]) -> Dict[str, bytes]:
-    """These files under their paths in the game."""
+    """These files with their paths in the game."""
     return {f"{CERTIFICATES}/{name}": content for name, content in files.items()}
 
 
@@ -73,5 +73,5 @@ def flipped(content: bytes, offset: int) -> bytes:
 
 
 def replaced(content: bytes, offset: int, new: bytes) -> bytes:
-    """The content with the bytes from an offset on replaced by as many others."""
+    """The content with the bytes from `offset` replaced by `new`."""
     return content[:offset] + new + content[offset + len(new) :]

@@ -1,4 +1,4 @@
-"""A test vector: a game's files, and what a reader should make of them."""
+"""A test vector: the files of a game, and the results that a reader should give."""
 
 from __future__ import annotations
 
@@ -14,7 +14,7 @@ Verdict = Tuple[str, int]
 
 @dataclass(frozen=True)
 class Listing:
-    """What listing one file gives: its paths or its settings where the code is 0."""
+    """The result of listing one file: its paths or its settings if the code is 0."""
 
     name: str
     status: int
@@ -22,7 +22,7 @@ class Listing:
     settings: Optional[Mapping[str, Any]] = None
 
     def described(self) -> Dict[str, Any]:
-        """As the table has it."""
+        """In the form of the table."""
         description: Dict[str, Any] = {"file": f"{CERTIFICATES}/{self.name}", "status": self.status}
         if self.paths is not None:
             description["paths"] = list(self.paths)
@@ -51,11 +51,11 @@ class Vector:
 
     @property
     def directory(self) -> str:
-        """Where its files are, seen from the table."""
+        """The directory of its files, relative to the table."""
         return f"sets/{self.shares_files_of or self.name}"
 
     def described(self) -> Dict[str, Any]:
-        """As the table has it."""
+        """In the form of the table."""
         verify: Dict[str, Any] = {"productId": self.product, "status": self.status}
         if self.verdicts is not None:
             verify["files"] = [{"path": path, "status": status} for path, status in self.verdicts]
