@@ -37,7 +37,7 @@ bool IsEqual(const Bytes& content, const Bytes& changed) {
 
 // The rest of the signature area after the signature is not sealed. The signature itself counts,
 // because only one is valid for given bytes.
-bool IsEqualButBehindSignature(Bytes content, const Bytes& changed, std::size_t areaOffset) {
+bool IsEqualExceptAfterSignature(Bytes content, const Bytes& changed, std::size_t areaOffset) {
     if (content.size() != changed.size()) {
         return false;
     }
@@ -52,7 +52,7 @@ bool IsEqualButBehindSignature(Bytes content, const Bytes& changed, std::size_t 
 }
 
 bool IsCatalogueAsSealed(const Bytes& content, const Bytes& changed) {
-    return IsEqualButBehindSignature(content, changed, catalogue_header::kSignatureOffset);
+    return IsEqualExceptAfterSignature(content, changed, catalogue_header::kSignatureOffset);
 }
 
 bool IsRuntimeConfigurationAsSealed(const Bytes& content, const Bytes& changed) {
@@ -60,7 +60,7 @@ bool IsRuntimeConfigurationAsSealed(const Bytes& content, const Bytes& changed) 
     Bytes plainChanged = changed;
     Unscramble(plain);
     Unscramble(plainChanged);
-    return IsEqualButBehindSignature(plain, plainChanged, runtime_file::kSignatureOffset);
+    return IsEqualExceptAfterSignature(plain, plainChanged, runtime_file::kSignatureOffset);
 }
 
 // In a certificate, the signature and what it covers are sealed, but not the encoding of the
