@@ -128,7 +128,7 @@ std::string WrongCode(const InvalidReason& reason) {
                                  : " and " + GroupedNumber(lzw::kFirstFreeCode) + " to " +
                                        GroupedNumber(reason.expected);
     return "number " + GroupedNumber(reason.index) + " is " + GroupedNumber(reason.found) +
-           ", where 0 to 255" + more + " stand for something";
+           ", where only 0 to 255" + more + " are assigned";
 }
 
 // "of entry 3 of 4".

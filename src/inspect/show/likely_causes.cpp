@@ -210,20 +210,20 @@ std::optional<std::string> CauseByDamagedStart(const FileStart& file) {
         ReadCatalogueHeader(mended, file.fileSizeBytes, header) != ResultCode::Ok) {
         return std::nullopt;
     }
-    return "the lengths in the header add up to that of the file, so that it likely is a catalogue with a damaged beginning";
+    return "the lengths in the header add up to the size of the file, so it is probably a catalogue with a damaged beginning";
 }
 
 }  // namespace
 
 std::vector<std::string> LikelyCausesOf(const FileStart& file) {
     if (file.fileSizeBytes == 0) {
-        return {"the file is empty: a copy that did not come to its end, or a full disk"};
+        return {"the file is empty: a copy that was interrupted, or a full disk"};
     }
     if (file.bytes.empty()) {
         return {};
     }
     if (std::all_of(file.bytes.begin(), file.bytes.end(), [](std::uint8_t b) { return b == 0; })) {
-        return {"it holds zeros alone, as a file does whose content was lost with the power"};
+        return {"it contains only zeros, as after a power failure that lost its content"};
     }
     std::vector<std::string> causes;
     for (const auto& cause : {CauseByKind(file.bytes), CauseByScrambling(file.bytes),

@@ -135,9 +135,9 @@ TEST(InvalidFinding, PlacesInTheCompressedBlockAreThoseOfTheFile) {
     const InvalidFinding first = in(InvalidField::Code, 3, 256, 255);
     EXPECT_EQ(first.field, "code");
     EXPECT_EQ(first.offset, 1058U);
-    EXPECT_EQ(first.message, "number 0 is 256, where 0 to 255 stand for something");
+    EXPECT_EQ(first.message, "number 0 is 256, where only 0 to 255 are assigned");
     EXPECT_EQ(in(InvalidField::Code, 4, 300, 257, 1).message,
-              "number 1 is 300, where 0 to 255 and 257 to 257 stand for something");
+              "number 1 is 300, where only 0 to 255 and 257 to 257 are assigned");
     EXPECT_EQ(in(InvalidField::UncompressedLength, 90, 0, 4'294'967'295, 58).message,
               "number 58 takes the entry block over 4,294,967,295 bytes, the most that raw_length "
               "can tell");

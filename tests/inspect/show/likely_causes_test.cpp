@@ -63,7 +63,7 @@ Bytes Catalogue() {
 
 TEST(LikelyCauses, NothingIsTold) {
     EXPECT_EQ(LikelyCausesOf({}),
-              Texts{"the file is empty: a copy that did not come to its end, or a full disk"});
+              Texts{"the file is empty: a copy that was interrupted, or a full disk"});
     EXPECT_EQ(LikelyCausesOf({{}, 5}), Texts{});
     EXPECT_EQ(CausesOf("hello"), Texts{});
     EXPECT_EQ(CausesOf(Catalogue()), Texts{});
@@ -72,7 +72,7 @@ TEST(LikelyCauses, NothingIsTold) {
 
 TEST(LikelyCauses, Zeros) {
     EXPECT_EQ(CausesOf(Bytes(2000)),
-              Texts{"it holds zeros alone, as a file does whose content was lost with the power"});
+              Texts{"it contains only zeros, as after a power failure that lost its content"});
     Bytes almost(2000);
     almost.back() = 1;
     EXPECT_EQ(CausesOf(almost), Texts{});
@@ -157,8 +157,8 @@ TEST(LikelyCauses, TransferAsText) {
 
 TEST(LikelyCauses, DamagedBeginningOfACatalogue) {
     const Texts expected = {
-        "the lengths in the header add up to that of the file, so that it "
-        "likely is a catalogue with a damaged beginning"};
+        "the lengths in the header add up to the size of the file, so it is "
+        "probably a catalogue with a damaged beginning"};
     for (const std::size_t offset : {0U, 3U, 4U, 5U}) {
         Bytes image = Catalogue();
         image[offset] ^= 0x80;

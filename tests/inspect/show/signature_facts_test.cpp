@@ -100,8 +100,9 @@ TEST_F(SignatureFactsTest, Trust) {
     EXPECT_EQ(TrustOf("good", "Another").reason, "the certificate names another product id");
     EXPECT_EQ(TrustOf("expired", test::kTestProductId).reason, "the certificate has expired");
     EXPECT_EQ(TrustOf("revoked", test::kTestProductId).reason, "the certificate was revoked");
-    EXPECT_EQ(TrustOf("mod", test::kTestProductId).reason,
-              "the certificate was issued by another than the built-in authority, as a mod's is");
+    EXPECT_EQ(
+        TrustOf("mod", test::kTestProductId).reason,
+        "the certificate was issued by another certificate than the built-in authority, as a mod's is");
 }
 
 }  // namespace
