@@ -38,7 +38,7 @@ def put_programs() -> None:
 
 
 def main() -> int:
-    """Run CMake. A build is replaced as described at the top."""
+    """Run CMake. A build is replaced as the module says."""
     if sys.argv[1:] != ["--build", "--preset", "release"]:
         return subprocess.run([os.environ["SEALKEEPER_CMAKE"], *sys.argv[1:]], check=False).returncode
     configured = subprocess.run(["ninja", "-C", BUILD, "build.ninja"], check=False)

@@ -39,8 +39,7 @@ std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
 std::optional<std::string> LinkOutOfGame(std::string_view path) {
     const std::string game = ResolvePath(".").value_or("");
     std::optional<std::string> link;
-    // A directory is inside the game unless a link on its way leads out. The last link found is the
-    // one nearest the game.
+    // Goes up until a directory resolves inside the game. The component below that is the link.
     for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
         const auto resolved = ResolvePath(std::string(way));
         if (!resolved || *resolved == game || IsBelow(*resolved, game)) {

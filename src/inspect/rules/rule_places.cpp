@@ -6,7 +6,7 @@
 namespace sealkeeper {
 namespace {
 
-// The list that the tool uses, if there are both.
+// The key of the list in use: include_paths, unless the file has a list exclude_paths.
 std::string_view ListInUse(const ConfigOutline& outline) {
     for (const OutlinedValue* const value : ValuesOf(outline, kSearchSection, kExcludePathsKey)) {
         if (value->kind == ConfigValueKind::List) {
