@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <limits>
 #include <span>
 #include <string>
 #include <utility>
@@ -32,7 +31,6 @@ using test::StoreAt;
 using test::TempDirectory;
 using test::ThreeRecords;
 
-constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
 std::vector<std::wstring> PathsOf(const EntryList& entries) {
     std::vector<std::wstring> paths;
     for (const auto& entry : entries) {
@@ -62,7 +60,7 @@ TEST(CatalogueReader, HeaderAlone) {
     EXPECT_TRUE(parsed.entries.empty());
     EXPECT_TRUE(parsed.crlBlock.empty());
     EXPECT_EQ(Parse(CatalogueOfCompressed({}, 1)).code, ResultCode::FileInvalid);
-    EXPECT_EQ(Parse(CatalogueOfCompressed({}, kMax32)).code, ResultCode::FileInvalid);
+    EXPECT_EQ(Parse(CatalogueOfCompressed({}, test::kMax32)).code, ResultCode::FileInvalid);
 }
 
 TEST(CatalogueReader, EveryTruncationIsInvalid) {
@@ -192,7 +190,7 @@ TEST(CatalogueReader, EntryCounts) {
         EXPECT_EQ(parsed.code, ResultCode::Ok) << count;
         EXPECT_EQ(parsed.entries.size(), count);
     }
-    for (const std::uint32_t count : {4U, 0x80000000U, kMax32}) {
+    for (const std::uint32_t count : {4U, 0x80000000U, test::kMax32}) {
         EXPECT_EQ(Parse(CatalogueOf(raw, count)).code, ResultCode::FileInvalid) << count;
     }
 }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -20,8 +19,6 @@ using test::Compressed;
 using test::DigestOf;
 using test::PackedCodes;
 using test::RecordOf;
-
-constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
 
 // All fields of a reason, so that a failed comparison shows each.
 using Told = std::vector<std::uint64_t>;
@@ -118,10 +115,11 @@ TEST(EntryRecordReader, TellsWhichCodeStandsForNothing) {
 }
 
 TEST(EntryRecordReader, TellsOfMoreBytesThanTheFormatHas) {
-    const auto codes = test::CodesOfRun(std::uint64_t{kMax32} + 1);
+    const auto codes = test::CodesOfRun(std::uint64_t{test::kMax32} + 1);
     const std::uint64_t last = codes.size() - 1;
-    EXPECT_EQ(ReasonOf(PackedCodes(codes), 0),
-              InCompressed(InvalidField::UncompressedLength, {3 + last * 12 / 8, 0, kMax32, last}));
+    EXPECT_EQ(
+        ReasonOf(PackedCodes(codes), 0),
+        InCompressed(InvalidField::UncompressedLength, {3 + last * 12 / 8, 0, test::kMax32, last}));
 }
 
 TEST(EntryRecordReader, TellsOfACountWithoutRoom) {
@@ -130,7 +128,7 @@ TEST(EntryRecordReader, TellsOfACountWithoutRoom) {
     };
     EXPECT_EQ(ReasonOf(Compressed(Bytes(527)), 1), expected(1, 0));
     EXPECT_EQ(ReasonOf(Compressed(Bytes(1056)), 3), expected(3, 2));
-    EXPECT_EQ(ReasonOf(Compressed(Bytes(1056)), kMax32), expected(kMax32, 2));
+    EXPECT_EQ(ReasonOf(Compressed(Bytes(1056)), test::kMax32), expected(test::kMax32, 2));
 }
 
 TEST(EntryRecordReader, TellsWhichRecordIsNotWhole) {
@@ -148,9 +146,10 @@ TEST(EntryRecordReader, TellsWhoseDigestsAreMissing) {
     test::StoreAt<std::uint32_t>(raw, 560 + 524, 2);
     EXPECT_EQ(ReasonOf(Compressed(raw), 2),
               Expected(InvalidField::DigestCount, InvalidPlace::EntryBlock, {1084, 2, 1, 1}));
-    test::StoreAt<std::uint32_t>(raw, 560 + 524, kMax32);
-    EXPECT_EQ(ReasonOf(Compressed(raw), 2),
-              Expected(InvalidField::DigestCount, InvalidPlace::EntryBlock, {1084, kMax32, 1, 1}));
+    test::StoreAt<std::uint32_t>(raw, 560 + 524, test::kMax32);
+    EXPECT_EQ(
+        ReasonOf(Compressed(raw), 2),
+        Expected(InvalidField::DigestCount, InvalidPlace::EntryBlock, {1084, test::kMax32, 1, 1}));
 }
 
 }  // namespace

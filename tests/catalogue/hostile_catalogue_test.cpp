@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -25,15 +24,19 @@ using test::RecordOfFile;
 using test::StoreAt;
 using test::ThreeRecords;
 
-constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
-
 TEST(HostileCatalogue, LengthsAreAddedIn64Bits) {
     const Bytes file = CatalogueOf(ThreeRecords(), 3, {1, 2, 3});
     const auto body = static_cast<std::uint32_t>(file.size() - 1052);
     const std::vector<std::pair<std::uint32_t, std::uint32_t>> sums = {
-        {kMax32, body + 1}, {body + 1, kMax32}, {0x80000000U, 0x80000000U + body},
-        {kMax32, kMax32},   {0, body + 1},      {body + 1, 0},
-        {0, body - 1},      {kMax32, 0},        {0, kMax32},
+        {test::kMax32, body + 1},
+        {body + 1, test::kMax32},
+        {0x80000000U, 0x80000000U + body},
+        {test::kMax32, test::kMax32},
+        {0, body + 1},
+        {body + 1, 0},
+        {0, body - 1},
+        {test::kMax32, 0},
+        {0, test::kMax32},
     };
     for (const auto& [crlLength, compressedLength] : sums) {
         Bytes changed = file;
@@ -45,7 +48,8 @@ TEST(HostileCatalogue, LengthsAreAddedIn64Bits) {
 }
 
 TEST(HostileCatalogue, DigestCounts) {
-    for (const std::uint32_t count : {2U, 3U, 0x08000000U, 0x07FFFFFFU, 0x80000000U, kMax32}) {
+    for (const std::uint32_t count :
+         {2U, 3U, 0x08000000U, 0x07FFFFFFU, 0x80000000U, test::kMax32}) {
         Bytes raw = RecordOfFile(u"a", "hello");
         StoreAt(raw, test::kDigestCountOffset, count);
         EXPECT_EQ(Parse(CatalogueOf(raw, 1)).code, ResultCode::FileInvalid) << count;

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <span>
 #include <string>
@@ -36,6 +37,9 @@ inline constexpr std::size_t kEntryCountOffset = 1048;
 inline constexpr std::size_t kDigestCountOffset = 524;
 inline constexpr std::size_t kRecordBytes = 528;
 inline constexpr std::size_t kStoredChunkBytes = 4'194'304;
+
+// The largest number that a field holds.
+inline constexpr std::uint32_t kMax32 = std::numeric_limits<std::uint32_t>::max();
 
 template <typename Unsigned>
 void StoreAt(Bytes& bytes, std::size_t offset, Unsigned number) {

@@ -49,7 +49,7 @@ TEST(ConfigOutline, TellsWhereSectionsStand) {
     EXPECT_FALSE(outline.stop);
 }
 
-struct ValueCase {
+struct OutlineValueCase {
     const char* name;
     // The value is between two '|'.
     std::string marked;
@@ -59,7 +59,7 @@ struct ValueCase {
 };
 
 TEST(ConfigOutline, TellsWhereValuesStand) {
-    const std::vector<ValueCase> cases = {
+    const std::vector<OutlineValueCase> cases = {
         {"list", R"(|["a", "", "b\\c"]| ;)", ConfigValueKind::List, {"a", "b\\c"}, 0},
         {"table",
          R"(|(["a", "1"], ["a" "2"])| ;)",
@@ -78,7 +78,7 @@ TEST(ConfigOutline, TellsWhereValuesStand) {
         {"true", "|TRUE|;", ConfigValueKind::Flag, {}, 1},
         {"false", "|false|}", ConfigValueKind::Flag, {}, 0},
     };
-    for (const ValueCase& value : cases) {
+    for (const OutlineValueCase& value : cases) {
         std::string text = "s { Key = " + value.marked + " } \n";
         const std::size_t begin = text.find('|');
         text.erase(begin, 1);

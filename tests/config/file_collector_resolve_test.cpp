@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "config/file_collector.h"
+#include "config/pattern_messages.h"
 #include "support/captured_output.h"
 #include "support/found_files.h"
 #include "support/temp_directory.h"
@@ -19,22 +20,14 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::CapturedOutput;
+using test::Matched;
+using test::NotMatched;
 using test::ScopedCurrentDirectory;
 using test::ScopedLogThreshold;
 using test::TempDirectory;
 
 using Files = std::vector<std::wstring>;
 using test::PathsOf;
-
-std::string Matched(const std::string& pattern) {
-    return "[Info] The following matched certain files in the target directory: '" + pattern +
-           "'.\n";
-}
-
-std::string NotMatched(const std::string& pattern) {
-    return "[Warn] The following did not match any files, consider removing it: '" + pattern +
-           "'.\n";
-}
 
 constexpr const char* kNothingExcluded =
     "[Warn] exclude_paths was specified but did not match any files.\n";

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "config/pattern_messages.h"
 #include "support/captured_output.h"
 #include "support/temp_directory.h"
 
@@ -18,21 +19,17 @@ using test::ScopedCurrentDirectory;
 using test::ScopedLogThreshold;
 using test::TempDirectory;
 
-// The messages for one pattern, given in its expanded form.
+// The messages for one pattern, given in its expanded form, at the level "Verbose".
 std::string Tried(const std::string& pattern) {
     return "[Verb] GlobPaths: " + pattern + ".\n";
 }
 
-std::string Matched(const std::string& pattern) {
-    return Tried(pattern) +
-           "[Info] The following matched certain files in the target directory: '" + pattern +
-           "'.\n";
+std::string TriedAndMatched(const std::string& pattern) {
+    return Tried(pattern) + test::Matched(pattern);
 }
 
-std::string NotMatched(const std::string& pattern) {
-    return Tried(pattern) +
-           "[Warn] The following did not match any files, consider removing it: '" + pattern +
-           "'.\n";
+std::string TriedInVain(const std::string& pattern) {
+    return Tried(pattern) + test::NotMatched(pattern);
 }
 
 // A game directory with one entry of each kind. It is the current directory.
@@ -120,8 +117,8 @@ TEST_F(PathPatterns, ExpandEachPattern) {
         std::string shown;
         EXPECT_EQ(Glob({pattern.pattern}, paths, shown), !pattern.paths.empty()) << pattern.pattern;
         EXPECT_EQ(paths, pattern.paths) << pattern.pattern;
-        EXPECT_EQ(shown,
-                  pattern.paths.empty() ? NotMatched(pattern.expanded) : Matched(pattern.expanded))
+        EXPECT_EQ(shown, pattern.paths.empty() ? TriedInVain(pattern.expanded)
+                                               : TriedAndMatched(pattern.expanded))
             << pattern.pattern;
     }
 }
@@ -130,7 +127,7 @@ TEST_F(PathPatterns, AStarLeavesHiddenFilesOut) {
     PathSet paths;
     std::string shown;
     EXPECT_TRUE(Glob({"*"}, paths, shown));
-    EXPECT_EQ(shown, Matched("./*"));
+    EXPECT_EQ(shown, TriedAndMatched("./*"));
     EXPECT_FALSE(paths.contains("./.hidden"));
     EXPECT_FALSE(paths.contains("./."));
     EXPECT_TRUE(paths.contains("./fifo"));
@@ -149,8 +146,9 @@ TEST_F(PathPatterns, NoFailureStopsTheLoop) {
     PathSet paths;
     std::string shown;
     EXPECT_TRUE(Glob({"missing", "b.txt", "*.none", "?.txt", "a.txt"}, paths, shown));
-    EXPECT_EQ(shown, NotMatched("./missing") + Matched("./b.txt") + NotMatched("./*.none") +
-                         Matched("./?.txt") + Matched("./a.txt"));
+    EXPECT_EQ(shown, TriedInVain("./missing") + TriedAndMatched("./b.txt") +
+                         TriedInVain("./*.none") + TriedAndMatched("./?.txt") +
+                         TriedAndMatched("./a.txt"));
     EXPECT_EQ(paths, (PathSet{"./a.txt", "./b.txt"}));
 }
 

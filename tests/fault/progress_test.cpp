@@ -27,8 +27,6 @@ using test::TempDirectory;
 
 constexpr nanoseconds kDotInterval = milliseconds(500);
 constexpr nanoseconds kShortest{1};
-constexpr std::size_t kChunk = test::kStoredChunkBytes;
-
 std::string Tick(bool final) {
     CapturedOutput output;
     ProgressTick(final);
@@ -80,7 +78,7 @@ TEST_F(Progress, FinalTickMayCarryADotToo) {
 }
 
 TEST_F(Progress, HashingTicksAfterEachChunkAndAtItsEnd) {
-    const std::string content = PatternText(2 * kChunk + 1);
+    const std::string content = PatternText(2 * test::kStoredChunkBytes + 1);
     directory_.WriteFile("a", content);
     std::vector<Sha256Digest> digests;
     CapturedOutput output;
@@ -94,7 +92,7 @@ bool Accept(const StoredEntry& /*entry*/, std::uint64_t /*positionBytes*/, void*
 }
 
 TEST_F(Progress, VerifyingTicksAfterEachChunkThatMatches) {
-    const std::string content = PatternText(2 * kChunk + 1);
+    const std::string content = PatternText(2 * test::kStoredChunkBytes + 1);
     directory_.WriteFile("a", content);
     const auto entry = test::EntryOf(test::RecordOfFile(u"a", content));
     CapturedOutput output;
@@ -104,7 +102,7 @@ TEST_F(Progress, VerifyingTicksAfterEachChunkThatMatches) {
 }
 
 TEST_F(Progress, VerifyingDoesNotTickAfterAChunkThatIsAcceptedOrNotCompared) {
-    const std::string listed = PatternText(kChunk + 1);
+    const std::string listed = PatternText(test::kStoredChunkBytes + 1);
     directory_.WriteFile("a", "x" + listed.substr(1));
     const auto entry = test::EntryOf(test::RecordOfFile(u"a", listed));
     CapturedOutput output;

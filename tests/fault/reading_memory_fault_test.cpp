@@ -37,7 +37,7 @@ Bytes SmallImage() {
     return test::CatalogueOf(raw, 2, {1, 2, 3});
 }
 
-struct Attempt {
+struct ReadingAttempt {
     ResultCode code;
     bool struck;
     std::string output;
@@ -45,7 +45,7 @@ struct Attempt {
 
 // Calls `read` while allocation number `allocation` fails.
 template <typename Read>
-Attempt ReadWithFault(std::size_t allocation, Read read) {
+ReadingAttempt ReadWithFault(std::size_t allocation, Read read) {
     CapturedOutput output;
     ScopedFault fault(Call::Allocation, allocation, ScopedFault::Reach::Once);
     const ResultCode code = read();
@@ -61,7 +61,7 @@ TEST(ReadingMemoryFaults, EveryAllocationOfAListedCatalogueMayFail) {
         ASSERT_LT(allocation, 1000U);
         Bytes given = image;
         EntryList entries = {test::EntryOf(test::RecordOf(0, u"old", {}))};
-        const Attempt attempt = ReadWithFault(
+        const ReadingAttempt attempt = ReadWithFault(
             allocation, [&] { return catalogue.ReadCatalogue(std::move(given), entries); });
         struck = attempt.struck;
         EXPECT_EQ(attempt.code, struck ? ResultCode::CatalogueError : ResultCode::Ok) << allocation;
@@ -88,7 +88,7 @@ TEST(ReadingMemoryFaults, EveryAllocationOfAVerifiedCatalogueMayFail) {
     for (std::size_t allocation = 0; struck; ++allocation) {
         ASSERT_LT(allocation, 1000U);
         CatalogueContents contents;
-        const Attempt attempt = ReadWithFault(
+        const ReadingAttempt attempt = ReadWithFault(
             allocation, [&] { return catalogue.ReadAndVerifyCatalogue(path, {}, {}, contents); });
         struck = attempt.struck;
         EXPECT_EQ(attempt.code, struck ? ResultCode::CatalogueError : ResultCode::Ok) << allocation;

@@ -23,7 +23,7 @@ using test::ReadFile;
 using test::ScopedCurrentDirectory;
 using test::TempDirectory;
 
-constexpr std::array<std::uint8_t, 2> kContent = {'h', 'i'};
+constexpr std::array<std::uint8_t, 2> kWritten = {'h', 'i'};
 
 std::vector<std::string> NamesIn(const TempDirectory& directory) {
     std::vector<std::string> names;
@@ -71,7 +71,7 @@ TEST(TemporaryFile, TakesThePlaceOfAnotherOne) {
     {
         TemporaryFile file;
         ASSERT_TRUE(file.CreateIn(directory / "", 0600));
-        ASSERT_TRUE(file.Descriptor().Write(kContent));
+        ASSERT_TRUE(file.Descriptor().Write(kWritten));
         ASSERT_TRUE(file.RenameTo(directory / "a"));
     }
     EXPECT_EQ(NamesIn(directory), std::vector<std::string>{"a"});

@@ -29,7 +29,7 @@ constexpr std::size_t kFileBytes = 1108;
 constexpr std::size_t kSignatureBytes = 256;
 
 // Scrambles by the definition of the format, independently of the code under test.
-Bytes Scrambled(const Bytes& plain) {
+Bytes ScrambledFile(const Bytes& plain) {
     Bytes scrambled = plain;
     for (std::size_t i = 0; i < plain.size(); ++i) {
         const unsigned successor = i + 1 < plain.size() ? plain[i + 1] : 0U;
@@ -90,7 +90,7 @@ std::string TooSmall(std::size_t sizeBytes) {
 }
 
 TEST(RuntimeConfigurationReader, ListsEveryField) {
-    const Listed listed = List(Scrambled(PlainFile()));
+    const Listed listed = List(ScrambledFile(PlainFile()));
     EXPECT_EQ(listed.code, ResultCode::Ok);
     EXPECT_EQ(listed.output, Shown("CrashReporter", "Generic"));
     EXPECT_EQ(listed.configuration.version, 1U);
@@ -110,8 +110,10 @@ TEST(RuntimeConfigurationReader, TellsWhatIsWrong) {
     };
     const std::vector<Case> cases = {
         {Bytes(1107), {InvalidField::FileLength, InvalidPlace::File, 1107, 1107, 1108}},
-        {Scrambled(magic), {InvalidField::Magic, InvalidPlace::File, 0, 0x00535651, 0x00525651}},
-        {Scrambled(version), {InvalidField::SettingsVersion, InvalidPlace::File, 1032, 0x201, 1}},
+        {ScrambledFile(magic),
+         {InvalidField::Magic, InvalidPlace::File, 0, 0x00535651, 0x00525651}},
+        {ScrambledFile(version),
+         {InvalidField::SettingsVersion, InvalidPlace::File, 1032, 0x201, 1}},
     };
     for (Case wrong : cases) {
         RuntimeConfiguration configuration;
@@ -128,10 +130,10 @@ TEST(RuntimeConfigurationReader, TellsWhatIsWrong) {
 }
 
 TEST(RuntimeConfigurationReader, NamesAndSolutions) {
-    EXPECT_EQ(List(Scrambled(PlainFile("", 0))).output, Shown("N/A", "None"));
+    EXPECT_EQ(List(ScrambledFile(PlainFile("", 0))).output, Shown("N/A", "None"));
     const std::string longest(64, 'n');
-    EXPECT_EQ(List(Scrambled(PlainFile(longest, 7))).output, Shown(longest, "Steam DRM"));
-    const Listed unknown = List(Scrambled(PlainFile("x", 0x01020309)));
+    EXPECT_EQ(List(ScrambledFile(PlainFile(longest, 7))).output, Shown(longest, "Steam DRM"));
+    const Listed unknown = List(ScrambledFile(PlainFile("x", 0x01020309)));
     EXPECT_EQ(unknown.code, ResultCode::Ok);
     EXPECT_NE(unknown.output.find("[Err!] Called with invalid value: 16909065.\n"
                                   "[Info]     Game binary anti tamper solution: N/A\n"),
@@ -163,7 +165,7 @@ TEST(RuntimeConfigurationReader, OtherVersions) {
     for (const std::uint32_t version : {0U, 2U, 257U, 0xFFFFFFFFU}) {
         Bytes plain = PlainFile();
         StoreLittleEndian(version, std::span(plain).subspan(1032));
-        const Listed listed = List(Scrambled(plain));
+        const Listed listed = List(ScrambledFile(plain));
         EXPECT_EQ(listed.code, ResultCode::CatalogueFileVersionUnsupported);
         EXPECT_EQ(listed.output, "[Info] Anti-cheat client configuration:\n[Info]     Version: " +
                                      std::to_string(version) +
@@ -172,7 +174,7 @@ TEST(RuntimeConfigurationReader, OtherVersions) {
 }
 
 TEST(RuntimeConfigurationReader, EveryTruncationIsTooSmall) {
-    const Bytes whole = Scrambled(PlainFile());
+    const Bytes whole = ScrambledFile(PlainFile());
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const Listed listed = List(Bytes(whole.begin(), whole.begin() + static_cast<int>(size)));
         EXPECT_EQ(listed.code, ResultCode::FileInvalid) << size;
@@ -185,7 +187,7 @@ TEST(RuntimeConfigurationReader, MagicMustBeThere) {
     for (std::size_t offset = 0; offset < 4; ++offset) {
         Bytes plain = PlainFile();
         plain[offset] ^= 0x80U;
-        const Listed listed = List(Scrambled(plain));
+        const Listed listed = List(ScrambledFile(plain));
         EXPECT_EQ(listed.code, ResultCode::FileInvalid) << offset;
         EXPECT_EQ(listed.output, "[Err!] Unsupported file format.\n");
         EXPECT_EQ(listed.configuration.maxActiveInstances, 77U);
@@ -193,26 +195,26 @@ TEST(RuntimeConfigurationReader, MagicMustBeThere) {
 }
 
 TEST(RuntimeConfigurationReader, LongerFileIsUnscrambledFromItsRealEnd) {
-    Bytes stored = Scrambled(PlainFile());
+    Bytes stored = ScrambledFile(PlainFile());
     stored.push_back(1);
     const Listed listed = List(stored);
     EXPECT_EQ(listed.code, ResultCode::FileInvalid);
     EXPECT_EQ(listed.output, "[Err!] Unsupported file format.\n");
     Bytes plain = PlainFile();
     plain.resize(2000, 9);
-    EXPECT_EQ(List(Scrambled(plain)).output, Shown("CrashReporter", "Generic"));
+    EXPECT_EQ(List(ScrambledFile(plain)).output, Shown("CrashReporter", "Generic"));
 }
 
 TEST(RuntimeConfigurationReader, NoSignatureIsLookedAtToList) {
     Bytes plain = Signed(PlainFile());
     plain[4] ^= 1U;
     plain[1031] = 0xFF;
-    EXPECT_EQ(List(Scrambled(plain)).code, ResultCode::Ok);
+    EXPECT_EQ(List(ScrambledFile(plain)).code, ResultCode::Ok);
 }
 
 // The change spreads to the first byte.
 TEST(RuntimeConfigurationReader, EverySingleByteChangeSpoilsTheMagic) {
-    const Bytes whole = Scrambled(Signed(PlainFile()));
+    const Bytes whole = ScrambledFile(Signed(PlainFile()));
     for (std::size_t offset = 0; offset < whole.size(); ++offset) {
         Bytes changed = whole;
         changed[offset] ^= static_cast<std::uint8_t>(1U << (offset % 8));
@@ -233,22 +235,22 @@ bool IsValid(Bytes stored, const std::string& kind = "good") {
 }
 
 TEST(RuntimeConfigurationReader, ValidatesWithTheSignersCertificate) {
-    const Bytes stored = Scrambled(Signed(PlainFile()));
+    const Bytes stored = ScrambledFile(Signed(PlainFile()));
     EXPECT_TRUE(IsValid(stored));
     EXPECT_FALSE(IsValid(stored, "other-key"));
     EXPECT_FALSE(IsValid(stored, "big-key"));
-    EXPECT_FALSE(IsValid(Scrambled(PlainFile())));
+    EXPECT_FALSE(IsValid(ScrambledFile(PlainFile())));
 }
 
 TEST(RuntimeConfigurationReader, EveryTruncationIsInvalid) {
-    const Bytes whole = Scrambled(Signed(PlainFile()));
+    const Bytes whole = ScrambledFile(Signed(PlainFile()));
     for (std::size_t size = 0; size < whole.size(); ++size) {
         EXPECT_FALSE(IsValid(Bytes(whole.begin(), whole.begin() + static_cast<int>(size)))) << size;
     }
 }
 
 TEST(RuntimeConfigurationReader, EverySingleByteChangeIsInvalid) {
-    const Bytes whole = Scrambled(Signed(PlainFile()));
+    const Bytes whole = ScrambledFile(Signed(PlainFile()));
     for (std::size_t offset = 0; offset < whole.size(); ++offset) {
         Bytes changed = whole;
         changed[offset] ^= static_cast<std::uint8_t>(1U << (offset % 8));
@@ -262,7 +264,7 @@ TEST(RuntimeConfigurationReader, EveryPlainByteButTheTailOfTheAreaIsSigned) {
         Bytes changed = whole;
         changed[offset] ^= 1U;
         const bool isTail = offset >= 4 + kSignatureBytes && offset < 1028;
-        EXPECT_EQ(IsValid(Scrambled(changed)), isTail) << offset;
+        EXPECT_EQ(IsValid(ScrambledFile(changed)), isTail) << offset;
     }
 }
 
@@ -270,16 +272,16 @@ TEST(RuntimeConfigurationReader, SignatureLengths) {
     for (const std::uint32_t length : {0U, 255U, 257U, 1024U, 1025U, 0xFFFFFFFFU}) {
         Bytes plain = Signed(PlainFile());
         StoreLittleEndian(length, std::span(plain).subspan(1028));
-        EXPECT_FALSE(IsValid(Scrambled(plain))) << length;
+        EXPECT_FALSE(IsValid(ScrambledFile(plain))) << length;
     }
 }
 
 TEST(RuntimeConfigurationReader, AllOfTheFileIsSignedWhateverItsSize) {
-    Bytes longer = Scrambled(Signed(PlainFile()));
+    Bytes longer = ScrambledFile(Signed(PlainFile()));
     longer.push_back(0);
     EXPECT_FALSE(IsValid(longer));
     for (const std::size_t size : std::vector<std::size_t>{1032, 1033, 1107, 1109, 5000}) {
-        EXPECT_TRUE(IsValid(Scrambled(Signed(Bytes(size, 0))))) << size;
+        EXPECT_TRUE(IsValid(ScrambledFile(Signed(Bytes(size, 0))))) << size;
     }
     // Without a signature length there is no signature.
     for (const std::size_t size : std::vector<std::size_t>{0, 1, 2, 1031}) {
@@ -289,7 +291,7 @@ TEST(RuntimeConfigurationReader, AllOfTheFileIsSignedWhateverItsSize) {
 
 TEST(RuntimeConfigurationReader, UnscramblesInPlace) {
     const Bytes plain = Signed(PlainFile());
-    Bytes listed = Scrambled(plain);
+    Bytes listed = ScrambledFile(plain);
     RuntimeConfiguration configuration;
     CapturedOutput output;
     EXPECT_EQ(ListRuntimeConfiguration(listed, configuration), ResultCode::Ok);

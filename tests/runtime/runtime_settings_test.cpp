@@ -131,14 +131,14 @@ TEST(RuntimeSettings, EmptySolutionNameFails) {
     EXPECT_NE(output.Take().find("solution name: ''. The following"), std::string::npos);
 }
 
-struct NameCase {
+struct ReporterNameCase {
     const char* description;
     std::string name;
     std::string field;
 };
 
 TEST(RuntimeSettings, CrashReporterNameFillsItsFieldAndIsCutToIt) {
-    const std::vector<NameCase> cases = {
+    const std::vector<ReporterNameCase> cases = {
         {"empty", "", Padded("")},
         {"63 bytes", std::string(63, 'a'), Padded(std::string(63, 'a'))},
         {"64 bytes", std::string(64, 'a'), std::string(64, 'a')},
@@ -147,7 +147,7 @@ TEST(RuntimeSettings, CrashReporterNameFillsItsFieldAndIsCutToIt) {
          std::string(63, 'a') + "\xC3"},
         {"ends at a zero byte", std::string("ab\0cd", 5), Padded("ab")},
     };
-    for (const NameCase& named : cases) {
+    for (const ReporterNameCase& named : cases) {
         ConfigDocument document;
         document.OpenSection("runtime_configuration").strings.Get("crash_reporter_name") =
             named.name;

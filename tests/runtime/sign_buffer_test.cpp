@@ -22,13 +22,13 @@ using test::VerifySignature;
 
 const std::vector<std::uint8_t> kData = {1, 2, 3};
 
-struct KeyCase {
+struct KeySizeCase {
     const char* kind;
     std::uint64_t signatureBytes;
 };
 
 TEST(SignBuffer, SignsWithKeysOfEverySize) {
-    for (const KeyCase& used : std::vector<KeyCase>{{"good", 256}, {"big-key", 512}}) {
+    for (const KeySizeCase& used : std::vector<KeySizeCase>{{"good", 256}, {"big-key", 512}}) {
         PrivateKey key;
         LoadKey(used.kind, key);
         SignatureArea area{};

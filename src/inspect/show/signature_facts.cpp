@@ -41,7 +41,7 @@ std::string CertificateOfRuntimeConfiguration(const std::string& path) {
 std::string TrustRefusal(ResultCode code, Certificate& certificate) {
     if (code == ResultCode::MbedTlsX509VerifyFailed &&
         IsFromAnotherIssuer(BuiltInTrustMaterial(), certificate)) {
-        return "the certificate was issued by another certificate than the built-in authority, as a mod's is";
+        return "the certificate was issued by a certificate other than the built-in authority, as a mod's is";
     }
     const std::string refusal = CertificateRefusal(code, "the certificate");
     return refusal.empty() ? std::string("the certificate is not good: ") + ResultFailureText(code)

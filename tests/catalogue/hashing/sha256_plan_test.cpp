@@ -10,7 +10,7 @@ namespace sealkeeper {
 namespace {
 
 // Never called.
-constexpr Sha256Kernel kSha = {"sha", 4, nullptr, nullptr};
+constexpr Sha256Kernel kShaKernel = {"sha", 4, nullptr, nullptr};
 constexpr Sha256Kernel kWide16 = {"wide16", 16, nullptr, nullptr, true};
 constexpr Sha256Kernel kWide8 = {"wide8", 8, nullptr, nullptr, true};
 constexpr Sha256Kernel kPlain = {"plain", 1, nullptr, nullptr};
@@ -62,7 +62,7 @@ void ExpectPlan(const std::vector<Sha256CallCosts>& costs,
 
 // On this processor the SHA extensions are nearly as fast as AVX-512.
 TEST(Sha256Plan, OnAnAmdProcessorWithAvx512GoesWideWhenMostLanesAreBusy) {
-    ExpectPlan({Costs(kSha, {581, 781, 1001, 1282}), Costs(kPlain, {2393}),
+    ExpectPlan({Costs(kShaKernel, {581, 781, 1001, 1282}), Costs(kPlain, {2393}),
                 WideCosts(kWide16, 3795), WideCosts(kWide8, 5538)},
                {{1, "sha 1"},
                 {2, "sha 2"},
@@ -76,7 +76,7 @@ TEST(Sha256Plan, OnAnAmdProcessorWithAvx512GoesWideWhenMostLanesAreBusy) {
 
 // On this one they gain little from more lanes, and reach two thirds of the speed of AVX-512.
 TEST(Sha256Plan, OnAnIntelProcessorWithAvx512GoesWideEarlier) {
-    ExpectPlan({Costs(kSha, {806, 1400, 2060, 2730}), Costs(kPlain, {3400}),
+    ExpectPlan({Costs(kShaKernel, {806, 1400, 2060, 2730}), Costs(kPlain, {3400}),
                 WideCosts(kWide16, 7447), WideCosts(kWide8, 10922)},
                {{1, "sha 1"},
                 {4, "sha 4"},
@@ -105,12 +105,12 @@ TEST(Sha256Plan, OfOneKernelUsesNothingElse) {
 }
 
 TEST(Sha256Plan, TakesCostsOfNothing) {
-    ExpectPlan({Costs(kSha, {0, 0, 0, 0})}, {{1, "sha 1"}, {2, "sha 1 + sha 1"}});
+    ExpectPlan({Costs(kShaKernel, {0, 0, 0, 0})}, {{1, "sha 1"}, {2, "sha 1 + sha 1"}});
 }
 
 // Costs as a disturbed measurement reports them: fewer lanes are slower than more.
 TEST(Sha256Plan, SplitsAroundACallThatIsTooDear) {
-    ExpectPlan({Costs(kSha, {100, 900, 250, 280})},
+    ExpectPlan({Costs(kShaKernel, {100, 900, 250, 280})},
                {{2, "sha 1 + sha 1"}, {4, "sha 4"}, {6, "sha 1 + sha 1 + sha 4"}});
 }
 

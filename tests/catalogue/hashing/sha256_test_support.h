@@ -63,7 +63,7 @@ class MessageInBlocks {
         blocksLeft_ -= blockCount;
     }
 
-    [[nodiscard]] std::string Digest() const { return Hex(DigestOf(state_)); }
+    [[nodiscard]] std::string Digest() const { return Hex(sealkeeper::DigestOf(state_)); }
 
   private:
     std::array<std::uint32_t, kSha256StateWords> state_ = std::to_array(kSha256InitialState);

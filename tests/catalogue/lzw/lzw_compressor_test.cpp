@@ -22,17 +22,6 @@ using test::Sha256Hex;
 
 // Every expected value here was made with tests/independent/fixed_width_lzw.py.
 
-// The high bytes of a linear congruential generator: ANSI C's example of `rand`.
-Bytes PseudoRandom(std::size_t count, std::uint32_t mask) {
-    Bytes bytes;
-    std::uint32_t state = 1;
-    for (std::size_t i = 0; i < count; ++i) {
-        state = (state * 1103515245U + 12345U) & 0x7FFFFFFFU;
-        bytes.push_back(static_cast<std::uint8_t>((state >> 16U) & mask));
-    }
-    return bytes;
-}
-
 struct SmallCase {
     const char* name;
     std::string input;
@@ -68,7 +57,7 @@ TEST(LzwCompressor, SmallInputs) {
 TEST(LzwCompressor, AsksForRoomInFewPieces) {
     Bytes output;
     LzwCompressor compressor(output);
-    compressor.Append(PseudoRandom(1000, 0xFF));
+    compressor.Append(test::PseudoRandom(1000, 0xFF));
     compressor.Finish();
     EXPECT_GT(output.size(), 1000U);
     EXPECT_LT(output.capacity(), 200'000U);
@@ -99,12 +88,12 @@ Bytes Repeated(const Bytes& head, const Bytes& tail, int times) {
 
 // `count` pseudo-random bytes, then the last 40 of them thirty times.
 Bytes EndingInRepetition(std::size_t count) {
-    const Bytes head = PseudoRandom(count, 0xFF);
+    const Bytes head = test::PseudoRandom(count, 0xFF);
     return Repeated(head, Bytes(head.end() - 40, head.end()), 30);
 }
 
 TEST(LzwCompressor, LargeInputs) {
-    const Bytes random = PseudoRandom(20000, 0xFF);
+    const Bytes random = test::PseudoRandom(20000, 0xFF);
     const std::vector<LargeCase> cases = {
         {"every byte", EveryByte(), 387,
          "1b0e28d8db6d5e5d045885be6c22f62541dd9a325fa33c35e8cf398dc2243a1d"},
@@ -112,7 +101,7 @@ TEST(LzwCompressor, LargeInputs) {
          "924cbe1281b13b9924ca87bbe2ae0d4bf08b03bfbadc7292da0a8abea4c71fc5"},
         {"full dictionary stays frozen", Repeated(random, random, 1), 54294,
          "bac769ac5f31e201cf96ebc252ca66797998feb1f83ac703b651d032278a1e8a"},
-        {"full dictionary of long strings", PseudoRandom(300000, 3), 83349,
+        {"full dictionary of long strings", test::PseudoRandom(300000, 3), 83349,
          "67ad7eed12a3f926c4dba99298e42d3425d8b9f9ddeba89b55e03013ba6ead16"},
         // After 3940 bytes the highest code is 4093. After 3941 it is 4094, the last.
         {"repetition with one code left", EndingInRepetition(3940), 6705,
@@ -164,7 +153,7 @@ TEST(LzwCompressor, BytesAsAnEntryBlockHasThem) {
 
 TEST(LzwCompressor, BytesThatGrow) {
     // Larger than the input, so the output buffer cannot have been sized after it.
-    const Bytes input = PseudoRandom(1'000'000, 0xFF);
+    const Bytes input = test::PseudoRandom(1'000'000, 0xFF);
     EXPECT_GT(Compressed(input).size(), input.size());
     ExpectPlainlyFoundCodes(input, "random");
 }

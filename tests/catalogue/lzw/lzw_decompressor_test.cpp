@@ -39,17 +39,6 @@ Bytes FromHex(const std::string& hex) {
     return bytes;
 }
 
-// Bytes of a linear congruential generator. `mask` limits their values.
-Bytes PseudoRandom(std::size_t count, std::uint32_t mask) {
-    Bytes bytes;
-    std::uint32_t state = 7;
-    for (std::size_t i = 0; i < count; ++i) {
-        state = state * 1664525U + 1013904223U;
-        bytes.push_back(static_cast<std::uint8_t>((state >> 24U) & mask));
-    }
-    return bytes;
-}
-
 struct RoundTrip {
     std::string name;
     Bytes bytes;
@@ -59,13 +48,13 @@ TEST(LzwDecompressor, GivesBackWhatWasCompressed) {
     std::vector<RoundTrip> cases;
     for (const std::size_t size :
          std::vector<std::size_t>{1, 2, 3, 255, 256, 257, 3837, 3838, 3839, 3840, 3841, 20'000}) {
-        cases.push_back({"random of " + std::to_string(size), PseudoRandom(size, 0xFF)});
-        cases.push_back({"few values of " + std::to_string(size), PseudoRandom(size, 3)});
+        cases.push_back({"random of " + std::to_string(size), test::PseudoRandom(size, 0xFF)});
+        cases.push_back({"few values of " + std::to_string(size), test::PseudoRandom(size, 3)});
         cases.push_back({"zeros of " + std::to_string(size), Bytes(size, 0)});
     }
     cases.push_back({"1 MiB of zeros", Bytes(1'048'576, 0)});
-    cases.push_back({"1 MiB of few values", PseudoRandom(1'048'576, 1)});
-    cases.push_back({"1 MiB at random", PseudoRandom(1'048'576, 0xFF)});
+    cases.push_back({"1 MiB of few values", test::PseudoRandom(1'048'576, 1)});
+    cases.push_back({"1 MiB at random", test::PseudoRandom(1'048'576, 0xFF)});
     for (std::size_t size = 300'000; size < 300'040; ++size) {
         cases.push_back({"records of " + std::to_string(size), test::RecordLikeBytes(size)});
     }

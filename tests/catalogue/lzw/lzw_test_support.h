@@ -104,6 +104,18 @@ inline constexpr std::uint32_t kLastCode = 4094;
     return codes;
 }
 
+// The high bytes of a linear congruential generator: ANSI C's example of `rand`. `mask` limits
+// their values.
+[[nodiscard]] inline std::vector<std::uint8_t> PseudoRandom(std::size_t count, std::uint32_t mask) {
+    std::vector<std::uint8_t> bytes;
+    std::uint32_t state = 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        state = (state * 1103515245U + 12345U) & 0x7FFFFFFFU;
+        bytes.push_back(static_cast<std::uint8_t>((state >> 16U) & mask));
+    }
+    return bytes;
+}
+
 // Bytes like those of an entry block: short text interleaved with zeros, a run of zeros, and random
 // bytes.
 [[nodiscard]] inline std::vector<std::uint8_t> RecordLikeBytes(std::size_t count) {

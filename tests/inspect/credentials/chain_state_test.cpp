@@ -18,7 +18,7 @@ CertificateFacts Checked(std::uint32_t flags) {
 }
 
 // With a list whose issuer has the authority's name.
-TrustFacts Trust() {
+TrustFacts BuiltInTrust() {
     TrustFacts facts;
     facts.revocationList.namesAuthority = true;
     return facts;
@@ -48,21 +48,21 @@ TEST(ChainState, OfACertificateThatWasNotCheckedNothingIsKnown) {
     CertificateFacts facts = Checked(0);
     facts.check.reset();
     EXPECT_EQ(ChainOf(facts), ChainState::NotChecked);
-    EXPECT_EQ(RevocationOf(facts, Trust()), RevocationState::NotChecked);
+    EXPECT_EQ(RevocationOf(facts, BuiltInTrust()), RevocationState::NotChecked);
 }
 
 TEST(RevocationState, IsToldByTheAuthoritysList) {
-    EXPECT_EQ(RevocationOf(Checked(0), Trust()), RevocationState::NotRevoked);
-    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCERT_EXPIRED), Trust()),
+    EXPECT_EQ(RevocationOf(Checked(0), BuiltInTrust()), RevocationState::NotRevoked);
+    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCERT_EXPIRED), BuiltInTrust()),
               RevocationState::NotRevoked);
-    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCERT_REVOKED), Trust()),
+    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCERT_REVOKED), BuiltInTrust()),
               RevocationState::Revoked);
 }
 
 TEST(RevocationState, IsNotKnownOfAnotherIssuerOrList) {
-    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCERT_NOT_TRUSTED), Trust()),
+    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCERT_NOT_TRUSTED), BuiltInTrust()),
               RevocationState::NotChecked);
-    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCRL_NOT_TRUSTED), Trust()),
+    EXPECT_EQ(RevocationOf(Checked(MBEDTLS_X509_BADCRL_NOT_TRUSTED), BuiltInTrust()),
               RevocationState::NotChecked);
     EXPECT_EQ(RevocationOf(Checked(0), TrustFacts()), RevocationState::NotChecked);
 }

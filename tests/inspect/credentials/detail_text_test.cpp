@@ -10,7 +10,7 @@ namespace {
 
 using std::chrono::seconds;
 
-constexpr UtcTime kNow{seconds(1'800'000'000)};
+constexpr UtcTime kToday{seconds(1'800'000'000)};
 constexpr std::int64_t kDay = 86400;
 
 TEST(DetailText, DaysLeft) {
@@ -21,14 +21,14 @@ TEST(DetailText, DaysLeft) {
         {seconds(-12 * kDay - 1), "ended 12 days ago"},
     };
     for (const auto& [left, text] : spans) {
-        EXPECT_EQ(DaysLeftText(kNow + left, kNow), text);
+        EXPECT_EQ(DaysLeftText(kToday + left, kToday), text);
     }
 }
 
 TEST(DetailText, ASpanThatHasNotBegunHasNoDaysLeft) {
-    EXPECT_EQ(SpanText(kNow + seconds(1), kNow + seconds(kDay), kNow),
+    EXPECT_EQ(SpanText(kToday + seconds(1), kToday + seconds(kDay), kToday),
               "2027-01-15 08:00:01 UTC to 2027-01-16 08:00:00 UTC, not begun");
-    EXPECT_EQ(SpanText(kNow, kNow + seconds(kDay), kNow),
+    EXPECT_EQ(SpanText(kToday, kToday + seconds(kDay), kToday),
               "2027-01-15 08:00:00 UTC to 2027-01-16 08:00:00 UTC, 1 day left");
 }
 

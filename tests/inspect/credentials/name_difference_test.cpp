@@ -5,14 +5,14 @@
 namespace sealkeeper {
 namespace {
 
-struct Pair {
+struct NamePair {
     const char* left;
     const char* right;
     NameDifference difference;
 };
 
 TEST(NameDifference, IsTheLeastThatExplainsIt) {
-    const std::vector<Pair> pairs = {
+    const std::vector<NamePair> pairs = {
         {"Game", "Game", NameDifference::None},
         {"Game", "gAME", NameDifference::LetterCase},
         {"Game", " Game", NameDifference::WhiteSpace},
@@ -25,7 +25,7 @@ TEST(NameDifference, IsTheLeastThatExplainsIt) {
         {"Game", "Games", NameDifference::Other},
         {"Game", "", NameDifference::Other},
     };
-    for (const Pair& pair : pairs) {
+    for (const NamePair& pair : pairs) {
         EXPECT_EQ(DifferenceOf(pair.left, pair.right), pair.difference)
             << pair.left << " and " << pair.right;
         EXPECT_EQ(DifferenceOf(pair.right, pair.left), pair.difference)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "inspect/credentials/finding_names.h"
 #include "inspect/report/command_status.h"
 
 namespace sealkeeper {
@@ -10,19 +11,19 @@ namespace {
 using std::chrono::days;
 using std::chrono::seconds;
 
-constexpr UtcTime kNow{seconds(1'800'000'000)};
-constexpr JudgingTime kTime{kNow, 30};
+constexpr UtcTime kJudged{seconds(1'800'000'000)};
+constexpr JudgingTime kTime{kJudged, 30};
 
 // Good for years.
 TrustFacts GoodTrust() {
     CertificateDetails authority;
     authority.subject = "CN=Authority";
-    authority.notBefore = kNow - days(1000);
-    authority.notAfter = kNow + days(1000);
+    authority.notBefore = kJudged - days(1000);
+    authority.notAfter = kJudged + days(1000);
     ListDetails list;
     list.issuer = "CN=Authority";
-    list.thisUpdate = kNow - days(10);
-    list.nextUpdate = kNow + days(100);
+    list.thisUpdate = kJudged - days(10);
+    list.nextUpdate = kJudged + days(100);
     TrustFacts facts;
     facts.authority.file.fingerprint = "AB:CD";
     facts.authority.certificate = authority;
@@ -35,43 +36,35 @@ TrustFacts GoodTrust() {
     return facts;
 }
 
-std::string Names(const CredentialFindings& findings) {
-    std::string names;
-    for (const CredentialFinding& finding : findings) {
-        names += std::string(names.empty() ? "" : " ") + finding.name;
-    }
-    return names;
-}
-
 // Expects exactly this finding.
 void ExpectFinding(const TrustFacts& facts, const char* name, std::optional<ResultCode> code,
                    int status) {
     const CredentialFindings findings = JudgeTrust(facts, kTime);
-    ASSERT_EQ(Names(findings), name);
+    ASSERT_EQ(test::NamesOf(findings), name);
     EXPECT_EQ(findings[0].code, code) << name;
     EXPECT_EQ(StatusOf(findings), status) << name;
     EXPECT_FALSE(findings[0].cure.text.empty()) << name;
 }
 
 TEST(TrustFindings, NothingIsWrong) {
-    EXPECT_EQ(Names(JudgeTrust(GoodTrust(), kTime)), "");
+    EXPECT_EQ(test::NamesOf(JudgeTrust(GoodTrust(), kTime)), "");
     EXPECT_EQ(StatusOf({}), kStatusGood);
 }
 
 TEST(TrustFindings, DatesOfTheAuthority) {
     TrustFacts facts = GoodTrust();
     UtcTime& end = facts.authority.certificate->notAfter;
-    end = kNow - seconds(1);
+    end = kJudged - seconds(1);
     ExpectFinding(facts, "authority-expired", ResultCode::CertificateExpired, kStatusError);
-    end = kNow;
+    end = kJudged;
     ExpectFinding(facts, "authority-expires-soon", std::nullopt, kStatusWarning);
-    end = kNow + days(30);
+    end = kJudged + days(30);
     ExpectFinding(facts, "authority-expires-soon", std::nullopt, kStatusWarning);
-    end = kNow + days(30) + seconds(1);
-    EXPECT_EQ(Names(JudgeTrust(facts, kTime)), "");
-    facts.authority.certificate->notBefore = kNow;
-    EXPECT_EQ(Names(JudgeTrust(facts, kTime)), "");
-    facts.authority.certificate->notBefore = kNow + seconds(1);
+    end = kJudged + days(30) + seconds(1);
+    EXPECT_EQ(test::NamesOf(JudgeTrust(facts, kTime)), "");
+    facts.authority.certificate->notBefore = kJudged;
+    EXPECT_EQ(test::NamesOf(JudgeTrust(facts, kTime)), "");
+    facts.authority.certificate->notBefore = kJudged + seconds(1);
     ExpectFinding(facts, "authority-not-yet-valid", ResultCode::MbedTlsX509VerifyFailed,
                   kStatusError);
 }
@@ -79,14 +72,14 @@ TEST(TrustFindings, DatesOfTheAuthority) {
 TEST(TrustFindings, DatesOfTheList) {
     TrustFacts facts = GoodTrust();
     std::optional<UtcTime>& end = facts.revocationList.list->nextUpdate;
-    end = kNow - seconds(1);
+    end = kJudged - seconds(1);
     ExpectFinding(facts, "list-expired", ResultCode::CertificateRLExpired, kStatusError);
     end.reset();
     ExpectFinding(facts, "list-expired", ResultCode::CertificateRLExpired, kStatusError);
-    end = kNow + days(30);
+    end = kJudged + days(30);
     ExpectFinding(facts, "list-expires-soon", std::nullopt, kStatusWarning);
-    end = kNow + days(31);
-    facts.revocationList.list->thisUpdate = kNow + seconds(1);
+    end = kJudged + days(31);
+    facts.revocationList.list->thisUpdate = kJudged + seconds(1);
     ExpectFinding(facts, "list-not-yet-valid", ResultCode::MbedTlsX509VerifyFailed, kStatusError);
 }
 
@@ -95,7 +88,7 @@ TEST(TrustFindings, WhoseListItIs) {
     facts.revocationList.isSignedByAuthority = false;
     ExpectFinding(facts, "list-signature", ResultCode::CertificateRLInvalid, kStatusError);
     facts.revocationList.isSignedByAuthority.reset();
-    EXPECT_EQ(Names(JudgeTrust(facts, kTime)), "");
+    EXPECT_EQ(test::NamesOf(JudgeTrust(facts, kTime)), "");
     facts.revocationList.namesAuthority = false;
     ExpectFinding(facts, "list-of-another-issuer", std::nullopt, kStatusError);
 }
@@ -130,23 +123,23 @@ TEST(TrustFindings, AMissingFingerprintIsAWarning) {
 
 TEST(TrustFindings, DevelopmentMaterialIsAWarning) {
     TrustFacts facts = GoodTrust();
-    EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "");
+    EXPECT_EQ(test::NamesOf(JudgeDevelopmentTrust(facts)), "");
     facts.authority.file.isDevelopment = true;
-    EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "development-trust");
+    EXPECT_EQ(test::NamesOf(JudgeDevelopmentTrust(facts)), "development-trust");
     EXPECT_EQ(StatusOf(JudgeDevelopmentTrust(facts)), kStatusWarning);
     facts = GoodTrust();
     facts.revocationList.file.isDevelopment = true;
-    EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "development-trust");
+    EXPECT_EQ(test::NamesOf(JudgeDevelopmentTrust(facts)), "development-trust");
 }
 
 TEST(TrustFindings, ErrorsComeFirst) {
     TrustFacts facts = GoodTrust();
-    facts.authority.certificate->notAfter = kNow + days(1);
-    facts.revocationList.list->nextUpdate = kNow - days(1);
+    facts.authority.certificate->notAfter = kJudged + days(1);
+    facts.revocationList.list->nextUpdate = kJudged - days(1);
     CredentialFindings findings = JudgeTrust(facts, kTime);
-    EXPECT_EQ(Names(findings), "authority-expires-soon list-expired");
+    EXPECT_EQ(test::NamesOf(findings), "authority-expires-soon list-expired");
     PutErrorsFirst(findings);
-    EXPECT_EQ(Names(findings), "list-expired authority-expires-soon");
+    EXPECT_EQ(test::NamesOf(findings), "list-expired authority-expires-soon");
     EXPECT_EQ(StatusOf(findings), kStatusError);
 }
 

@@ -5,7 +5,7 @@
 namespace sealkeeper {
 namespace {
 
-std::string ConfigOf(const std::string& searchOptions) {
+std::string ConfigWith(const std::string& searchOptions) {
     return "config_info { version = 2; }\nsearch_options {\n" + searchOptions + "\n}\n";
 }
 
@@ -22,7 +22,7 @@ RulePlaces PlacesIn(const std::string& text) {
 
 TEST(RulePlacesOfAText, ArePatternsOfTheListInUseInTheirOrder) {
     const RulePlaces places = PlacesIn(
-        ConfigOf("include_paths = [\"a\",\n\"b\"]\nother = [\"x\"]\ninclude_paths = [\"c\"]"));
+        ConfigWith("include_paths = [\"a\",\n\"b\"]\nother = [\"x\"]\ninclude_paths = [\"c\"]"));
     EXPECT_EQ(places.patternKey, "include_paths");
     EXPECT_EQ(PlaceText(places.patternList), "3:17");
     ASSERT_EQ(places.patterns.size(), 3U);
@@ -33,11 +33,11 @@ TEST(RulePlacesOfAText, ArePatternsOfTheListInUseInTheirOrder) {
 
 TEST(RulePlacesOfAText, AreOfTheExcludesWhereThatIsAList) {
     const RulePlaces excludes =
-        PlacesIn(ConfigOf("include_paths = \"a\"\nexclude_paths = [\"b\"]"));
+        PlacesIn(ConfigWith("include_paths = \"a\"\nexclude_paths = [\"b\"]"));
     EXPECT_EQ(excludes.patternKey, "exclude_paths");
     EXPECT_EQ(PlaceText(excludes.patternList), "4:17");
     EXPECT_EQ(excludes.patterns.size(), 1U);
-    EXPECT_EQ(PlacesIn(ConfigOf("exclude_paths = 1;\ninclude_paths = [\"b\"]")).patternKey,
+    EXPECT_EQ(PlacesIn(ConfigWith("exclude_paths = 1;\ninclude_paths = [\"b\"]")).patternKey,
               "include_paths");
 }
 
@@ -47,9 +47,9 @@ TEST(RulePlacesOfAText, AreOfOtherSectionsNever) {
 
 TEST(RulePlacesOfAText, AreThoseOfExtensionsAliasesAndThreshold) {
     const RulePlaces places =
-        PlacesIn(ConfigOf("exclude_extensions = [\".a\", \".b\", \".a\"]\n"
-                          "alias_paths = ( [\"x\\y\", \"z\"], [\"w\", \"v\"] )\n"
-                          "exclude_size_threshold = 1;\nexclude_size_threshold = 2;"));
+        PlacesIn(ConfigWith("exclude_extensions = [\".a\", \".b\", \".a\"]\n"
+                            "alias_paths = ( [\"x\\y\", \"z\"], [\"w\", \"v\"] )\n"
+                            "exclude_size_threshold = 1;\nexclude_size_threshold = 2;"));
     ASSERT_EQ(places.extensions.size(), 2U);
     EXPECT_EQ(PlaceText(places.extensions.at(".a")), "3:24") << "the first of two";
     ASSERT_EQ(places.aliases.size(), 2U);
@@ -57,7 +57,7 @@ TEST(RulePlacesOfAText, AreThoseOfExtensionsAliasesAndThreshold) {
     EXPECT_EQ(PlaceText(places.aliases.at("w")), "4:33");
     ASSERT_TRUE(places.sizeThreshold.has_value());
     EXPECT_EQ(PlaceText(*places.sizeThreshold), "6:26") << "the last, which holds";
-    EXPECT_EQ(PlacesIn(ConfigOf("exclude_size_threshold = \"1\"")).sizeThreshold, std::nullopt);
+    EXPECT_EQ(PlacesIn(ConfigWith("exclude_size_threshold = \"1\"")).sizeThreshold, std::nullopt);
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ TEST_F(SignatureFactsTest, Trust) {
     EXPECT_EQ(TrustOf("revoked", test::kTestProductId).reason, "the certificate was revoked");
     EXPECT_EQ(
         TrustOf("mod", test::kTestProductId).reason,
-        "the certificate was issued by another certificate than the built-in authority, as a mod's is");
+        "the certificate was issued by a certificate other than the built-in authority, as a mod's is");
 }
 
 }  // namespace
