@@ -14,6 +14,7 @@ from typing import Callable, Dict, List, Tuple
 
 PRODUCT = "harbortale-demo"
 NOW = ("20260101000000Z", "20750101000000Z")
+LATER = ("20260201000000Z", "20760101000000Z")
 PAST = ("20200101000000Z", "20210101000000Z")
 FUTURE = ("20700101000000Z", "20750101000000Z")
 AUTHORITY = "basicConstraints = critical, CA:TRUE\nkeyUsage = critical, "
@@ -79,11 +80,13 @@ class Case:
     key: Path
     sealed: Path
     """A catalogue signed with the key."""
+    product: str = PRODUCT
+    """The product id of the command lines."""
 
     def _run(self, *arguments: object) -> int:
         environment = {**os.environ, "SEALKEEPER_TEST_TRUST_CA": str(self.authority),
                        "SEALKEEPER_TEST_TRUST_CRL": str(self.revocation_list)}
-        command = [os.environ["SEALKEEPER_TRUSTING_FILES"], "-productid", PRODUCT, *map(str, arguments)]
+        command = [os.environ["SEALKEEPER_TRUSTING_FILES"], "-productid", self.product, *map(str, arguments)]
         return subprocess.run(command, env=environment, stdout=subprocess.DEVNULL, check=False).returncode
 
     def generate(self, *options: str) -> int:
