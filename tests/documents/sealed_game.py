@@ -49,8 +49,8 @@ class SealedGameTest(unittest.TestCase):
         self.assertEqual(finished.stderr, "")
         return finished
 
-    def seal(self, config: PathOrText, *options: str, credentials: str = "good") -> "Finished[str]":
-        """Generate with one of the test credentials."""
+    def seal(self, config: PathOrText, *options: str, credentials: PathOrText = "good") -> "Finished[str]":
+        """Generate with one of the test credentials, or with those in a directory."""
         pair = CREDENTIALS / credentials
         return self.run_program(
             PROGRAM, *options, "-productid", PRODUCT, "-inkey", pair / "base_private.key",

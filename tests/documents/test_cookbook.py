@@ -6,13 +6,14 @@ import json
 import os
 import re
 import shutil
+import subprocess
 import unittest
 from dataclasses import dataclass
 from pathlib import Path
 from typing import List
 
 from document_blocks import ROOT, Section, page, sections_of
-from sealed_game import INSPECT, SealedGameTest
+from sealed_game import CREDENTIALS, INSPECT, PathOrText, SealedGameTest
 
 RECIPES = ROOT / "docs/cookbook"
 SEALED = "sealed"
@@ -20,6 +21,7 @@ SEALED = "sealed"
 LAID_OUT = re.compile(r"^(\S+)(?: -> (\S+))?(?: \((\d+) MB\))? +(\S.*)$")
 MEGABYTE = 1_000_000
 NOTHING_WRONG, WARNED = 0, 1
+OTHER_PRODUCT = 31
 UNTRUSTED = 22
 FILE_MISSING = 23
 
@@ -52,6 +54,10 @@ class Cookbook(SealedGameTest):
     def setUp(self) -> None:
         super().setUp()
         self.sections = sections_of(page("COOKBOOK.md"))
+
+    def mods(self) -> Section:
+        """The section on mods."""
+        return next(section for section in self.sections if section.title == "A game with mods")
 
     def lay_out(self, section: Section) -> List[Laid]:
         """Create the game of a section, replacing the previous one."""
@@ -118,30 +124,55 @@ class Cookbook(SealedGameTest):
                 with self.subTest(section.title, rule=rule):
                     self.assertIn(f"`{rule[0] or rule[1]}`", section.text)
 
-    def put_mod(self, credentials: str, *options: str) -> int:
-        """Seal a mod and put its catalogue beside the game's; return the exit status of generate."""
+    def issue_for_mod(self) -> Path:
+        """Have the game's certificate issue one of a mod, which has a name of its own."""
+        issued = self.directory / "mymod"
+        subprocess.run(["bash", ROOT / "tools/issue-credentials.sh", "mymod", issued, "--mod", CREDENTIALS / "good"],
+                       check=True, stdout=subprocess.DEVNULL)
+        return issued
+
+    def seal_mod(self, credentials: PathOrText, *options: str) -> int:
+        """Seal a mod; return the exit status of generate."""
         mod = self.directory / "mod.cfg"
         mod.write_text('config_info { version = 2; }\nsearch_options { include_paths = ["Mods/BiggerShips"] }\n')
-        run = self.seal(mod.name, "-outname", "mymod", *options, credentials=credentials)
+        return self.seal(mod.name, *options, credentials=credentials).returncode
+
+    def put_mod(self, credentials: PathOrText, *options: str) -> int:
+        """Seal a mod and put its catalogue beside the game's; return the exit status of generate."""
+        status = self.seal_mod(credentials, "-outname", "mymod", *options)
         for made in self.game.glob("mymod.*"):
             made.replace(self.game / "Quorvane/Certificates" / made.name)
-        return run.returncode
+        return status
 
     def test_the_certificate_of_a_mod_decides_whether_verify_can_check_it(self) -> None:
-        section = next(section for section in self.sections if section.title == "A game with mods")
+        section = self.mods()
         self.lay_out(section)
         self.assertEqual(self.seal(self.put_recipe(section)).returncode, 0)
         self.assertEqual(self.put_mod("good"), 0)
         run = self.verify()
         self.assertEqual(run.returncode, 0)
         self.assertIn("Successfully verified 'Mods/BiggerShips/ships.pak'", run.stdout)
-        self.assertEqual(self.put_mod("mod"), UNTRUSTED)
-        self.assertEqual(self.put_mod("mod", "-gamedev"), 0)
+        credentials = self.issue_for_mod()
+        self.assertEqual(self.put_mod(credentials), OTHER_PRODUCT)
+        self.assertEqual(self.put_mod(credentials, "-gamedev"), 0)
         for options in ((), ("-gamedev",)):
             run = self.verify(*options)
-            self.assertEqual(run.returncode, UNTRUSTED)
+            self.assertEqual(run.returncode, OTHER_PRODUCT)
             self.assertNotIn("Successfully verified 'HarborTale'", run.stdout)
-        self.assertIn(f"verify ends with {UNTRUSTED} before it looks at any file", section.text)
+        self.assertIn(f"verify ends with {OTHER_PRODUCT} before it looks at any file", section.text)
+        # The credentials of the tests have one of a mod that bears the product's name.
+        bears_the_name = "mod"
+        self.assertEqual(self.put_mod(bears_the_name, "-gamedev"), 0)
+        self.assertEqual(self.verify().returncode, UNTRUSTED)
+        self.assertIn(f"({UNTRUSTED} if the mod bears the\n  name of the game's product.)", section.text)
+
+    def test_a_mod_without_its_name_replaces_the_game(self) -> None:
+        self.lay_out(self.mods())
+        self.assertEqual(self.seal(self.put_recipe(self.mods())).returncode, 0)
+        self.assertEqual(self.seal_mod(self.issue_for_mod(), "-gamedev"), 0)
+        self.assertEqual(self.listed(), ["Mods/BiggerShips/ships.pak"])
+        self.assertEqual(self.verify().returncode, OTHER_PRODUCT)
+        self.assertIn("Give `-outname` each time.", self.mods().text)
 
     def test_the_alias_is_the_trap_that_it_is_said_to_be(self) -> None:
         section = next(section for section in self.sections if section.blocks("alias"))
