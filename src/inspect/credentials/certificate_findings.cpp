@@ -13,6 +13,8 @@ namespace sealkeeper {
 namespace {
 
 constexpr const char* kAskForNew = "Have the authority issue a new certificate.";
+constexpr const char* kReplaceCopies =
+    " If it is for the same key, put it in place of the old one in installed games; nothing is sealed anew.";
 
 constexpr const char* kConvert = "Convert it, and name the new file by --cert (-incert).";
 constexpr const char* kTakeOut =
@@ -75,15 +77,14 @@ CredentialFindings JudgeDates(const CertificateDetails& certificate, const Judgi
             MakeError("certificate-expired", CodeOfFlag(MBEDTLS_X509_BADCERT_EXPIRED),
                       "The certificate expired on " + TimeText(certificate.notAfter) +
                           "; this machine's clock says " + TimeText(time.now) + ".",
-                      {std::string(kAskForNew) +
-                       " Catalogues that were signed with this one cannot be verified any more."}));
+                      {std::string(kAskForNew) + kReplaceCopies}));
     }
     if (EndsSoon(certificate.notAfter, time)) {
         findings.push_back(MakeWarning(
             "certificate-expires-soon",
             "The certificate expires on " + TimeText(certificate.notAfter) + ": " +
                 DaysLeftText(certificate.notAfter, time.now) + ".",
-            {"Have the authority issue a new certificate in time, and sign the game anew."}));
+            {std::string("Have the authority issue a new certificate in time.") + kReplaceCopies}));
     }
     if (certificate.notBefore > time.now) {
         findings.push_back(

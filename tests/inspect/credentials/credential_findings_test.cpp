@@ -20,6 +20,7 @@ using test::CertificatePath;
 using test::CredentialPath;
 using test::FileBytes;
 using test::kTestProductId;
+using test::Names;
 using test::PrivateKeyPath;
 using test::TempDirectory;
 
@@ -36,7 +37,7 @@ const CredentialFinding& Find(const CredentialFindings& findings, const std::str
             return finding;
         }
     }
-    ADD_FAILURE() << name << " is not among: " << test::NamesOf(findings);
+    ADD_FAILURE() << name << " is not among: " << Names(findings);
     return kNone;
 }
 
@@ -72,14 +73,12 @@ CredentialFiles Pair(const std::string& certificate, const std::string& key) {
 }
 
 TEST_F(CredentialFindingsTest, NothingIsWrongWithAGoodPair) {
-    EXPECT_EQ(test::NamesOf(Judge(Pair(CertificatePath("good"), OwnKey(PrivateKeyPath("good"))))),
-              "");
+    EXPECT_EQ(Names(Judge(Pair(CertificatePath("good"), OwnKey(PrivateKeyPath("good"))))), "");
     EXPECT_EQ(Code(), ResultCode::Ok);
-    EXPECT_EQ(
-        test::NamesOf(Judge(Pair(CertificatePath("big-key"), OwnKey(PrivateKeyPath("big-key"))))),
-        "");
+    EXPECT_EQ(Names(Judge(Pair(CertificatePath("big-key"), OwnKey(PrivateKeyPath("big-key"))))),
+              "");
     EXPECT_EQ(facts_.certificate.details->key.bits, 4096U);
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, {}})), "");
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, {}})), "");
 }
 
 struct IssuedKind {
@@ -104,7 +103,7 @@ TEST_F(CredentialFindingsTest, CertificatesOfIssuedKinds) {
     for (const IssuedKind& certificate : certificates) {
         const CredentialFindings findings = Judge(
             Pair(CertificatePath(certificate.kind), OwnKey(PrivateKeyPath(certificate.kind))));
-        EXPECT_EQ(test::NamesOf(findings), certificate.names);
+        EXPECT_EQ(Names(findings), certificate.names);
         EXPECT_EQ(Code(), certificate.code) << certificate.kind;
         EXPECT_EQ(findings.at(0).code, certificate.code) << certificate.kind;
         EXPECT_EQ(StatusOf(findings), kStatusError);
@@ -116,13 +115,18 @@ TEST_F(CredentialFindingsTest, DatesAreJudgedByTheGivenTime) {
     Judge(files);
     const UtcTime begin = facts_.certificate.details->notBefore;
     const UtcTime end = facts_.certificate.details->notAfter;
-    EXPECT_EQ(test::NamesOf(Judge(files, begin)), "");
-    EXPECT_EQ(test::NamesOf(Judge(files, end - days(30))), "certificate-expires-soon");
+    EXPECT_EQ(Names(Judge(files, begin)), "");
+    EXPECT_EQ(Names(Judge(files, end - days(30))), "certificate-expires-soon");
     EXPECT_EQ(StatusOf(Judge(files, end - days(30))), kStatusWarning);
-    EXPECT_EQ(test::NamesOf(Judge(files, end - days(30) - std::chrono::seconds(1))), "");
-    EXPECT_EQ(test::NamesOf(Judge(files, end + std::chrono::seconds(1))), "certificate-expired");
+    EXPECT_EQ(Names(Judge(files, end - days(30) - std::chrono::seconds(1))), "");
+    EXPECT_EQ(Names(Judge(files, end + std::chrono::seconds(1))), "certificate-expired");
+    for (const UtcTime time : {end - days(30), end + std::chrono::seconds(1)}) {
+        const std::string cure = Judge(files, time).at(0).cure.text;
+        EXPECT_NE(cure.find("for the same key, put it in place of the old one"), std::string::npos)
+            << cure;
+    }
     const CredentialFindings early = Judge(files, begin - std::chrono::seconds(1));
-    EXPECT_EQ(test::NamesOf(early), "certificate-not-yet-valid");
+    EXPECT_EQ(Names(early), "certificate-not-yet-valid");
     EXPECT_EQ(early.at(0).code, ResultCode::MbedTlsX509VerifyFailed);
 }
 
@@ -136,33 +140,31 @@ TEST_F(CredentialFindingsTest, TellsHowTheNameDiffers) {
     EXPECT_EQ(
         message("Other"),
         "The certificate is for 'TestProduct42', --product says 'Other'. They differ in more than white space and letter case.");
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, "tESTpRODUCT42"})), "");
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, "tESTpRODUCT42"})), "");
 }
 
 TEST_F(CredentialFindingsTest, FilesThatAreNoCertificate) {
     const std::string pem = CredentialPath("damaged", "pem.cer");
     const CredentialFindings findings = Judge({pem, {}, {}, kTestProductId});
-    EXPECT_EQ(test::NamesOf(findings), "certificate-pem");
+    EXPECT_EQ(Names(findings), "certificate-pem");
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
     EXPECT_EQ(findings.at(0).cure.command,
               "openssl x509 -in " + pem + " -outform DER -out " + pem + ".der");
     // Its content is judged as well.
-    EXPECT_EQ(test::NamesOf(Judge({pem, {}, {}, "Other"})), "certificate-pem wrong-product");
+    EXPECT_EQ(Names(Judge({pem, {}, {}, "Other"})), "certificate-pem wrong-product");
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
-    EXPECT_EQ(test::NamesOf(Judge({CredentialPath("damaged", "empty.cer"), {}, {}, {}})),
+    EXPECT_EQ(Names(Judge({CredentialPath("damaged", "empty.cer"), {}, {}, {}})),
               "not-a-certificate");
-    EXPECT_EQ(test::NamesOf(Judge({directory_ / "gone", {}, {}, {}})), "certificate-unread");
+    EXPECT_EQ(Names(Judge({directory_ / "gone", {}, {}, {}})), "certificate-unread");
     EXPECT_EQ(Code(), ResultCode::CertIOError);
-    EXPECT_EQ(test::NamesOf(Judge({PrivateKeyPath("good"), CertificatePath("good"), {}, {}})),
-              "swapped");
+    EXPECT_EQ(Names(Judge({PrivateKeyPath("good"), CertificatePath("good"), {}, {}})), "swapped");
     EXPECT_EQ(Code(), ResultCode::MbedTlsKeyFormatError);
 }
 
 TEST_F(CredentialFindingsTest, TheFirstCertificateInPemFormIsJudgedAlone) {
     for (const int authorities : {1, 12}) {
         const std::string chain = test::IssueChain(directory_.Path(), kTestProductId, authorities);
-        EXPECT_EQ(test::NamesOf(Judge({chain, {}, {}, kTestProductId})),
-                  "certificate-pem other-issuer")
+        EXPECT_EQ(Names(Judge({chain, {}, {}, kTestProductId})), "certificate-pem other-issuer")
             << authorities;
     }
 }
@@ -193,7 +195,7 @@ TEST_F(CredentialFindingsTest, Keys) {
     };
     for (const Key& key : keys) {
         const CredentialFindings findings = Judge(Pair(CertificatePath("good"), key.path));
-        EXPECT_EQ(test::NamesOf(findings), key.names) << key.path;
+        EXPECT_EQ(Names(findings), key.names) << key.path;
         EXPECT_EQ(Code(), key.code) << key.path;
     }
 }
@@ -209,20 +211,19 @@ TEST_F(CredentialFindingsTest, AKeyThatOthersMayReadIsAWarning) {
     for (const auto& [mode, message] : modes) {
         ASSERT_EQ(chmod(key.c_str(), mode), 0);
         const CredentialFindings findings = Judge(Pair(CertificatePath("good"), key));
-        EXPECT_EQ(test::NamesOf(findings), "key-mode");
+        EXPECT_EQ(Names(findings), "key-mode");
         EXPECT_EQ(findings.at(0).message, message);
         EXPECT_EQ(findings.at(0).cure.command, "chmod 600 " + key);
         EXPECT_EQ(StatusOf(findings), kStatusWarning);
         EXPECT_EQ(Code(), ResultCode::Ok);
     }
     ASSERT_EQ(chmod(key.c_str(), 0700), 0);
-    EXPECT_EQ(test::NamesOf(Judge(Pair(CertificatePath("good"), key))), "");
+    EXPECT_EQ(Names(Judge(Pair(CertificatePath("good"), key))), "");
 }
 
 TEST_F(CredentialFindingsTest, ThePairIsCheckedOfARefusedCertificateToo) {
-    EXPECT_EQ(
-        test::NamesOf(Judge(Pair(CertificatePath("expired"), OwnKey(PrivateKeyPath("good"))))),
-        "certificate-expired no-pair");
+    EXPECT_EQ(Names(Judge(Pair(CertificatePath("expired"), OwnKey(PrivateKeyPath("good"))))),
+              "certificate-expired no-pair");
     EXPECT_EQ(Code(), ResultCode::CertificateExpired);
 }
 
@@ -233,29 +234,28 @@ TEST_F(CredentialFindingsTest, GivenLists) {
     Judge({CertificatePath("good"), {}, {}, {}});
     const std::string serial = facts_.certificate.details->serial;
     const UtcTime now = Now();
-    EXPECT_EQ(test::NamesOf(judge(AuthorityPath("crl.der"), now)), "");
+    EXPECT_EQ(Names(judge(AuthorityPath("crl.der"), now)), "");
     EXPECT_EQ(facts_.revocationList->list->revoked.size(), 2U);
-    EXPECT_EQ(test::NamesOf(judge(CertificatePath("good"), now)), "not-a-list");
+    EXPECT_EQ(Names(judge(CertificatePath("good"), now)), "not-a-list");
     EXPECT_EQ(Code(), ResultCode::Ok);
-    EXPECT_EQ(test::NamesOf(judge(directory_ / "gone", now)), "list-unread");
+    EXPECT_EQ(Names(judge(directory_ / "gone", now)), "list-unread");
     EXPECT_EQ(Code(), ResultCode::CertIOError);
 
     static_cast<void>(test::IssueList(directory_.Path(),
                                       {.nextUpdate = "20280101000000Z", .revokedSerial = serial}));
-    EXPECT_EQ(test::NamesOf(judge(directory_ / "list.pem", now)), "list-pem");
+    EXPECT_EQ(Names(judge(directory_ / "list.pem", now)), "list-pem");
     const std::string list = directory_ / "list.der";
-    EXPECT_EQ(test::NamesOf(judge(list, now)), "given-list-revokes");
+    EXPECT_EQ(Names(judge(list, now)), "given-list-revokes");
     const UtcTime end = std::chrono::sys_days(std::chrono::year(2028) / 1 / 1);
-    EXPECT_EQ(test::NamesOf(judge(list, end)), "given-list-revokes given-list-expires-soon");
-    EXPECT_EQ(test::NamesOf(judge(list, end + days(1))), "given-list-revokes given-list-expired");
+    EXPECT_EQ(Names(judge(list, end)), "given-list-revokes given-list-expires-soon");
+    EXPECT_EQ(Names(judge(list, end + days(1))), "given-list-revokes given-list-expired");
 }
 
 TEST_F(CredentialFindingsTest, AnExpiredBuiltInListRefusesEverything) {
     const Bytes list = test::IssueList(
         directory_.Path(), {.lastUpdate = "20010101000000Z", .nextUpdate = "20020101000000Z"});
     trust_.revocationListDer = list;
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
-              "list-expired");
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, kTestProductId})), "list-expired");
     EXPECT_EQ(Code(), ResultCode::CertificateRLExpired);
 }
 
@@ -263,7 +263,7 @@ TEST_F(CredentialFindingsTest, ABuiltInListOfTheFutureRefusesEverything) {
     const Bytes list = test::IssueList(
         directory_.Path(), {.lastUpdate = "20900101000000Z", .nextUpdate = "20910101000000Z"});
     trust_.revocationListDer = list;
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
               "list-not-yet-valid");
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509VerifyFailed);
 }
@@ -272,8 +272,7 @@ TEST_F(CredentialFindingsTest, AForgedBuiltInListRefusesEverything) {
     Bytes list = FileBytes(AuthorityPath("crl.der"));
     list.back() ^= 0x01U;
     trust_.revocationListDer = list;
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
-              "list-signature");
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, kTestProductId})), "list-signature");
     EXPECT_EQ(Code(), ResultCode::CertificateRLInvalid);
 }
 
@@ -281,15 +280,14 @@ TEST_F(CredentialFindingsTest, AnExpiredAuthorityRefusesEverything) {
     const Bytes authority =
         test::IssueAuthority(directory_.Path(), "20010101000000Z", "20020101000000Z");
     trust_.authorityDer = authority;
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
-              "authority-expired");
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, kTestProductId})), "authority-expired");
     EXPECT_EQ(Code(), ResultCode::CertificateExpired);
 }
 
 TEST_F(CredentialFindingsTest, MaterialThatCannotBeReadRefusesEverything) {
     const Bytes garbage = {0x00};
     trust_.authorityDer = garbage;
-    EXPECT_EQ(test::NamesOf(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, kTestProductId})),
               "authority-unreadable");
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
 }
@@ -313,7 +311,7 @@ class IssuedCertificateTest : public CredentialFindingsTest {
 TEST_F(IssuedCertificateTest, AWeakDigestIsNamed) {
     const std::string certificate = Issue("-sha1");
     const CredentialFindings findings = Judge({certificate, {}, {}, kTestProductId});
-    EXPECT_EQ(test::NamesOf(findings), "weak-digest");
+    EXPECT_EQ(Names(findings), "weak-digest");
     EXPECT_EQ(
         findings.at(0).message,
         "The certificate is signed by RSA with SHA1, which the cryptographic library does not trust.");
@@ -324,19 +322,19 @@ TEST_F(IssuedCertificateTest, DnsNamesStandInForTheCommonName) {
     const std::string certificate =
         Issue("-sha256", "subjectAltName = DNS:one.example, DNS:two.example");
     const CredentialFindings findings = Judge({certificate, {}, {}, kTestProductId});
-    EXPECT_EQ(test::NamesOf(findings), "wrong-product");
+    EXPECT_EQ(Names(findings), "wrong-product");
     EXPECT_EQ(
         findings.at(0).message,
         "The certificate has the product id 'TestProduct42' as its common name, but DNS names too ('one.example' and 'two.example'), and the cryptographic library compares those in its place.");
-    EXPECT_EQ(test::NamesOf(Judge({certificate, {}, {}, "TWO.example"})), "");
-    EXPECT_EQ(test::NamesOf(Judge({certificate, {}, {}, {}})), "");
+    EXPECT_EQ(Names(Judge({certificate, {}, {}, "TWO.example"})), "");
+    EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "");
 }
 
 TEST_F(IssuedCertificateTest, AlternativeNamesWithoutDnsNamesStandInAsWell) {
     const std::string certificate = Issue("-sha256", "subjectAltName = email:me@example.org");
-    EXPECT_EQ(test::NamesOf(Judge({certificate, {}, {}, kTestProductId})), "wrong-product");
+    EXPECT_EQ(Names(Judge({certificate, {}, {}, kTestProductId})), "wrong-product");
     EXPECT_EQ(Code(), ResultCode::CertificateCNMismatch);
-    EXPECT_EQ(test::NamesOf(Judge({certificate, {}, {}, {}})), "wrong-product");
+    EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "wrong-product");
 }
 
 // Serial numbers of 40 bytes that differ only in the last.
@@ -345,7 +343,7 @@ TEST_F(IssuedCertificateTest, LongSerialsAreComparedToTheirEnd) {
     const std::string certificate = Issue("-sha256", "", "0x" + begin + "11");
     const auto judge = [&](const std::string& serial) {
         static_cast<void>(test::IssueList(directory_.Path(), {.revokedSerial = serial}));
-        return test::NamesOf(Judge({certificate, {}, directory_ / "list.der", kTestProductId}));
+        return Names(Judge({certificate, {}, directory_ / "list.der", kTestProductId}));
     };
     EXPECT_EQ(judge(begin + "12"), "");
     EXPECT_EQ(judge(begin + "11"), "given-list-revokes");
@@ -365,8 +363,8 @@ TEST_F(IssuedCertificateTest, IssuersOutsideAsciiAreToldApart) {
                        key +
                        "' -subj /CN=$name -out $name.pem || exit 1; done\n"
                        "openssl x509 -in Ä.pem -outform DER -out Ä.cer");
-    EXPECT_EQ(test::NamesOf(Judge({directory_ / "Ä.cer", {}, listOf("Ö.pem"), {}})), "self-signed");
-    EXPECT_EQ(test::NamesOf(Judge({directory_ / "Ä.cer", {}, listOf("Ä.pem"), {}})),
+    EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ö.pem"), {}})), "self-signed");
+    EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ä.pem"), {}})),
               "self-signed given-list-revokes");
 }
 

@@ -8,7 +8,7 @@
 namespace sealkeeper::test {
 
 // The names of the findings, in their order, with a blank between two.
-[[nodiscard]] inline std::string NamesOf(const CredentialFindings& findings) {
+[[nodiscard]] inline std::string Names(const CredentialFindings& findings) {
     std::string names;
     for (const CredentialFinding& finding : findings) {
         names += std::string(names.empty() ? "" : " ") + finding.name;

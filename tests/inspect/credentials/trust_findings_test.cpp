@@ -10,6 +10,7 @@ namespace {
 
 using std::chrono::days;
 using std::chrono::seconds;
+using test::Names;
 
 constexpr UtcTime kJudged{seconds(1'800'000'000)};
 constexpr JudgingTime kTime{kJudged, 30};
@@ -40,14 +41,14 @@ TrustFacts GoodTrust() {
 void ExpectFinding(const TrustFacts& facts, const char* name, std::optional<ResultCode> code,
                    int status) {
     const CredentialFindings findings = JudgeTrust(facts, kTime);
-    ASSERT_EQ(test::NamesOf(findings), name);
+    ASSERT_EQ(Names(findings), name);
     EXPECT_EQ(findings[0].code, code) << name;
     EXPECT_EQ(StatusOf(findings), status) << name;
     EXPECT_FALSE(findings[0].cure.text.empty()) << name;
 }
 
 TEST(TrustFindings, NothingIsWrong) {
-    EXPECT_EQ(test::NamesOf(JudgeTrust(GoodTrust(), kTime)), "");
+    EXPECT_EQ(Names(JudgeTrust(GoodTrust(), kTime)), "");
     EXPECT_EQ(StatusOf({}), kStatusGood);
 }
 
@@ -61,9 +62,9 @@ TEST(TrustFindings, DatesOfTheAuthority) {
     end = kJudged + days(30);
     ExpectFinding(facts, "authority-expires-soon", std::nullopt, kStatusWarning);
     end = kJudged + days(30) + seconds(1);
-    EXPECT_EQ(test::NamesOf(JudgeTrust(facts, kTime)), "");
+    EXPECT_EQ(Names(JudgeTrust(facts, kTime)), "");
     facts.authority.certificate->notBefore = kJudged;
-    EXPECT_EQ(test::NamesOf(JudgeTrust(facts, kTime)), "");
+    EXPECT_EQ(Names(JudgeTrust(facts, kTime)), "");
     facts.authority.certificate->notBefore = kJudged + seconds(1);
     ExpectFinding(facts, "authority-not-yet-valid", ResultCode::MbedTlsX509VerifyFailed,
                   kStatusError);
@@ -88,7 +89,7 @@ TEST(TrustFindings, WhoseListItIs) {
     facts.revocationList.isSignedByAuthority = false;
     ExpectFinding(facts, "list-signature", ResultCode::CertificateRLInvalid, kStatusError);
     facts.revocationList.isSignedByAuthority.reset();
-    EXPECT_EQ(test::NamesOf(JudgeTrust(facts, kTime)), "");
+    EXPECT_EQ(Names(JudgeTrust(facts, kTime)), "");
     facts.revocationList.namesAuthority = false;
     ExpectFinding(facts, "list-of-another-issuer", std::nullopt, kStatusError);
 }
@@ -123,13 +124,13 @@ TEST(TrustFindings, AMissingFingerprintIsAWarning) {
 
 TEST(TrustFindings, DevelopmentMaterialIsAWarning) {
     TrustFacts facts = GoodTrust();
-    EXPECT_EQ(test::NamesOf(JudgeDevelopmentTrust(facts)), "");
+    EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "");
     facts.authority.file.isDevelopment = true;
-    EXPECT_EQ(test::NamesOf(JudgeDevelopmentTrust(facts)), "development-trust");
+    EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "development-trust");
     EXPECT_EQ(StatusOf(JudgeDevelopmentTrust(facts)), kStatusWarning);
     facts = GoodTrust();
     facts.revocationList.file.isDevelopment = true;
-    EXPECT_EQ(test::NamesOf(JudgeDevelopmentTrust(facts)), "development-trust");
+    EXPECT_EQ(Names(JudgeDevelopmentTrust(facts)), "development-trust");
 }
 
 TEST(TrustFindings, ErrorsComeFirst) {
@@ -137,9 +138,9 @@ TEST(TrustFindings, ErrorsComeFirst) {
     facts.authority.certificate->notAfter = kJudged + days(1);
     facts.revocationList.list->nextUpdate = kJudged - days(1);
     CredentialFindings findings = JudgeTrust(facts, kTime);
-    EXPECT_EQ(test::NamesOf(findings), "authority-expires-soon list-expired");
+    EXPECT_EQ(Names(findings), "authority-expires-soon list-expired");
     PutErrorsFirst(findings);
-    EXPECT_EQ(test::NamesOf(findings), "list-expired authority-expires-soon");
+    EXPECT_EQ(Names(findings), "list-expired authority-expires-soon");
     EXPECT_EQ(StatusOf(findings), kStatusError);
 }
 
