@@ -197,6 +197,7 @@ class Authority:
             ((32, 31), self.case(other, revocation_list=self.revocation_list(self.own, other))),
             ((32, 34), self.case(revocation_list=old_list)),
             ((31, 33), self.case(other, revocation_list=foreign_list)),
+            ((31, 22), self.case(self.issue(self.foreign(), "other"))),
             ((33, 34), self.case(revocation_list=foreign_list)),
             ((34, 22), self.case(weak, revocation_list=old_list)),
         ]
