@@ -93,7 +93,9 @@ types:
         type: u8
       - id: name_position
         type: u4
-        doc: Index of the first UTF-16 unit after the last slash of the path, 0 without one.
+        doc: |
+          Index of the first 16-bit unit of the path field after the last unit that is a slash, 0 without
+          one. Of a path at four bytes per character it counts two units to a character.
       - id: path
         size: 512
         type: path_field
