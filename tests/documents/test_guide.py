@@ -19,6 +19,7 @@ CONTINUED = "\\\n"
 MARK = "\x01"
 HOME_IN_GUIDE = "/home/you"
 ELISION = re.escape("...\n")
+INDENTED = re.compile(r"^    (.*)$", re.MULTILINE)
 SAVED_AS = re.compile(r"[Ss]ave this as `([^`]+)`")
 # Progress dots, which a slow machine appends: after a hashed file, after a verdict, or on an empty line.
 DOTTED = re.compile(r"^(\[Info\] Hashing .*?\.\.\.|\[\w+!?\] \[(?:Success|Failure)\] .*['\)]\.|)\.+$", re.MULTILINE)
@@ -101,6 +102,17 @@ class Guide(unittest.TestCase):
             with self.subTest(typed.command):
                 if not typed.is_shown(output):
                     self.assertMultiLineEqual(output, typed.shown)
+
+    def test_scripts_of_the_first_step_are_there(self) -> None:
+        typed = INDENTED.findall(page("GUIDE.md").split("## 2. ")[0])
+        scripts = [shlex.split(line) for line in typed if re.match(r"(\./|tools/)", line)]
+        self.assertEqual([script[0] for script in scripts], ["./demo.sh", "tools/install-packages.sh"])
+        for path, *options in scripts:
+            self.assertTrue(os.access(ROOT / path, os.X_OK), path)
+            for option in options:
+                self.assertIn(f"        {option}) ", (ROOT / path).read_text(encoding="utf-8"))
+        # What cpack needs is installed before it is called.
+        self.assertLess(typed.index("tools/install-packages.sh --package"), typed.index("(cd build/demo && cpack)"))
 
     def test_every_block_is_typed_or_saved(self) -> None:
         for block in blocks_of(page("GUIDE.md")):
