@@ -13,6 +13,7 @@ from pathlib import Path
 from typing import List
 
 from document_blocks import ROOT, Block, blocks_of, page
+from page_commands import without_progress
 
 CONTINUED = "\\\n"
 # Printed after each command, whose own output may lack a line end.
@@ -21,8 +22,6 @@ HOME_IN_GUIDE = "/home/you"
 ELISION = re.escape("...\n")
 INDENTED = re.compile(r"^    (.*)$", re.MULTILINE)
 SAVED_AS = re.compile(r"[Ss]ave this as `([^`]+)`")
-# Progress dots, which a slow machine appends: after a hashed file, after a verdict, or on an empty line.
-DOTTED = re.compile(r"^(\[Info\] Hashing .*?\.\.\.|\[\w+!?\] \[(?:Success|Failure)\] .*['\)]\.|)\.+$", re.MULTILINE)
 TIMEOUT_SECONDS = 120
 
 
@@ -90,7 +89,7 @@ class Guide(unittest.TestCase):
             check=False,
         )
         printed = finished.stdout.replace(str(self.home), HOME_IN_GUIDE)
-        return [DOTTED.sub(r"\1", output) for output in printed.split(MARK)[:-1]]
+        return [without_progress(output) for output in printed.split(MARK)[:-1]]
 
     def test_every_command_prints_what_is_shown(self) -> None:
         blocks = blocks_of(page("GUIDE.md"))
