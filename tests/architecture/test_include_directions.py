@@ -106,6 +106,9 @@ class Documents(unittest.TestCase):
         named = {name for row in rows for name in re.findall(r"`([\w.]+)`", row.split("|")[3])}
         self.assertTrue(named)
         self.assertEqual(named - cases, set())
+        attempts = [row.split("|")[1:4] for row in rows if not row.startswith(("| attempt ", "|---"))]
+        without = [attempt.strip() for attempt, _, shown in attempts if not shown.strip()]
+        self.assertEqual([attempt.split(",")[0] for attempt in without], ["change the program"])
 
     def test_no_merge_is_left_unfinished(self):
         for path in sorted(SOURCES.parent.glob("*.md")):

@@ -7,6 +7,7 @@ import os
 import shutil
 import unittest
 
+from catalogue_entry import with_alias
 from e2e_support import GOOD, PRODUCT, Credentials
 from signed_game import SignedGameTest
 
@@ -62,6 +63,24 @@ class NotProtected(SignedGameTest):
         self.assert_intact(product="OtherProduct")
         self.assertEqual(self.verify_game().status, 31)
         shutil.copyfile(GOOD.certificate, self.output / "base.cer")
+        self.assert_intact()
+
+    def test_file_whose_path_an_alias_changed(self) -> None:
+        plain, other = self.entries
+        self.put_catalogue([plain, with_alias(other, {"data": "content"})])
+        self.assertEqual(self.verify_game().status, 23)
+        # Where verify looks for it: the first character of what the alias put in.
+        self.write("c", b"b")
+        self.assert_intact()
+        self.write("data/b", b"changed")
+        self.assert_intact()
+
+    def test_mod_of_the_product(self) -> None:
+        self.put_catalogue(self.put_files({"mod/x": b"x"}), "mod1", credentials=Credentials.of("mod"))
+        self.assertEqual(self.verify_game().status, 22)
+        for name in ("mod1.bin", "mod1.cer"):
+            (self.output / name).replace(self.game / name)
+        self.write("mod/x", b"changed")
         self.assert_intact()
 
     def test_change_back_before_the_run(self) -> None:
