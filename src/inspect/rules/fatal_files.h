@@ -17,9 +17,11 @@ namespace sealkeeper {
 [[nodiscard]] bool IsTooLongByAlias(const SelectedFile& file, const AliasMap& aliases);
 
 // Whether the file, which is below the current directory, has content that this user may not read.
+// Never one whose name is no UTF-8, which generate does not read.
 [[nodiscard]] bool IsForbidden(const SelectedFile& file);
 
-// Why generate would fail at a file of `selection`; empty if it would not.
+// Why generate would fail at a file of `selection`, the first in the order in which it reads them;
+// empty if it would not. The current directory is the game directory.
 [[nodiscard]] std::optional<Refusal> FindFatalFile(const Selection& selection);
 
 }  // namespace sealkeeper

@@ -6,11 +6,12 @@
 #include "catalogue/catalogue_format.h"
 #include "inspect/report/name_list.h"
 #include "inspect/rules/fatal_files.h"
+#include "inspect/rules/no_utf8_names.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
 #include "platform/ascii_case.h"
-#include "platform/text_encoding.h"
+#include "platform/file_system.h"
 
 namespace sealkeeper {
 namespace {
@@ -29,10 +30,6 @@ std::vector<std::string> SelectedPaths(const Selection& selection, IsWanted isWa
     return {paths.begin(), paths.end()};
 }
 
-bool IsUtf8(const std::string& text) {
-    return WideToUtf8(Utf8ToWide(text)) == text;
-}
-
 void WarnOf(const std::vector<std::string>& paths, const std::string& singular,
             const std::string& plural, const char* cure, RuleWarnings& warnings) {
     if (!paths.empty()) {
@@ -43,15 +40,37 @@ void WarnOf(const std::vector<std::string>& paths, const std::string& singular,
     }
 }
 
+struct StandInWords {
+    const char* singular;
+    const char* plural;
+};
+
+StandInWords WordsOfStandIn() {
+    if (RefusalOfStandIn()) {
+        return {
+            "is no UTF-8: generate reads 'U82W_ERROR' in its place, and fails at that.",
+            "are no UTF-8: generate reads 'U82W_ERROR' in their place, and fails at that.",
+        };
+    }
+    if (GetFileType(kNoUtf8StandIn) == FileType::Regular) {
+        return {
+            "is no UTF-8: the catalogue lists the file 'U82W_ERROR' in its place, so it is not sealed.",
+            "are no UTF-8: the catalogue lists the file 'U82W_ERROR' in their place, so they are not sealed.",
+        };
+    }
+    return {
+        "is no UTF-8: the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails.",
+        "are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in their place, and verify fails.",
+    };
+}
+
 }  // namespace
 
 void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
-    WarnOf(
-        SelectedPaths(subject.selection,
-                      [](const SelectedFile& file) { return !IsUtf8(file.path); }),
-        "is no UTF-8: the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails.",
-        "are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in their place, and verify fails.",
-        "Rename it, or leave it out.", warnings);
+    const StandInWords words = WordsOfStandIn();
+    WarnOf(SelectedPaths(subject.selection,
+                         [](const SelectedFile& file) { return !IsUtf8(file.path); }),
+           words.singular, words.plural, "Rename it, or leave it out.", warnings);
     const std::string room = std::to_string(entry_record::kMaxPathUnits);
     WarnOf(SelectedPaths(subject.selection, IsTooLong),
            "is longer than the " + room +

@@ -32,10 +32,10 @@ TEST(FatalFiles, AreNoneInAGoodSelection) {
     EXPECT_EQ(FindFatalFile(selection), std::nullopt);
 }
 
-TEST(FatalFiles, AreToldByTheFirst) {
+TEST(FatalFiles, AreToldByTheFirstThatIsRead) {
     Selection selection;
     const std::string first(256, 'x');
-    selection.files = {{"./a"}, {"./" + first}, {"./" + std::string(256, 'y')}};
+    selection.files = {{"./a"}, {"./" + std::string(256, 'y')}, {"./" + first}};
     const auto refusal = FindFatalFile(selection);
     ASSERT_TRUE(refusal.has_value());
     EXPECT_EQ(refusal->code, ResultCode::CatalogueError);
@@ -71,6 +71,18 @@ TEST(FatalFiles, PathsMayBeTooLongByTheirAlias) {
     EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).code, ResultCode::CatalogueError);
     selection.files = {{"./lib/" + std::string(123, 'x')}};
     EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "no alias is in it";
+}
+
+TEST(FatalFiles, MayBeWhatIsReadInPlaceOfNamesThatAreNoUtf8) {
+    const test::TempDirectory game;
+    const test::ScopedCurrentDirectory inGame(game.Path());
+    Selection selection;
+    selection.files = {{"./\xFF", 1}};
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "missing";
+    game.WriteFile("U82W_ERROR/x", "1");
+    EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).code, ResultCode::CatalogueIOError);
+    selection.files = {{"./a", 1}};
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "not read";
 }
 
 }  // namespace

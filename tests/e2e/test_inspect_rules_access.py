@@ -1,0 +1,87 @@
+"""`sealkeeper-inspect rules` where this user may not read all of the game, or names are no UTF-8: as generate."""
+
+import os
+import unittest
+from typing import Any, Dict
+
+from e2e_support import config
+from inspect_support import ERROR, GOOD, WARNING
+from test_inspect_rules import Rules
+
+NO_UTF8 = "bin/\udcff"
+STAND_IN = "U82W_ERROR"
+
+
+class AccessTest(Rules):
+    """A game of which a user that permissions bind makes a report and then a catalogue."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.write("bin/a", b"1")
+
+    def report_and_generate(self, search_options: str, status: int, code: int) -> Dict[str, Any]:
+        """The report, which must tell the code with which generate ends."""
+        report = self.report(search_options, status)
+        refused = report["refusal"]["code"] if report["refusal"] else 0
+        generated = self.run_program(*self.generate_arguments(
+            config_file=self.directory / "game.cfg", credentials=self.readable_credentials()))
+        self.assertEqual((generated.status, refused), (code, code), generated.output)
+        return report
+
+
+class StandIns(AccessTest):
+    """What is read and listed in place of a file whose name is no UTF-8."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.file = self.write(NO_UTF8, b"x")
+
+    def test_a_file_that_may_not_be_read_is_not_read_either(self) -> None:
+        self.become_unprivileged()
+        self.file.chmod(0)
+        report = self.report_and_generate('include_paths = ["bin"]', WARNING, 0)
+        self.assertEqual(self.warnings_of(report), [
+            f"'bin/\ufffd' is no UTF-8: the catalogue lists an empty file '{STAND_IN}' in its place, and verify fails."])
+
+    def test_a_file_of_that_name_is_listed(self) -> None:
+        self.write(STAND_IN, b"y")
+        self.become_unprivileged()
+        report = self.report_and_generate('include_paths = ["bin"]', WARNING, 0)
+        self.assertEqual(self.warnings_of(report), [
+            f"'bin/\ufffd' is no UTF-8: the catalogue lists the file '{STAND_IN}' in its place, so it is not sealed."])
+
+    def assert_fatal(self, code: int, what: str) -> None:
+        report = self.report_and_generate('include_paths = ["bin"]', ERROR, code)
+        self.assertEqual(report["refusal"]["message"],
+                         f"'{STAND_IN}', which is read in place of a name that is no UTF-8, {what}.")
+        self.assertEqual(self.warnings_of(report), [
+            f"'bin/\ufffd' is no UTF-8: generate reads '{STAND_IN}' in its place, and fails at that."])
+
+    def test_a_file_of_that_name_that_may_not_be_read_is_fatal(self) -> None:
+        stand_in = self.write(STAND_IN, b"y")
+        self.become_unprivileged()
+        stand_in.chmod(0)
+        self.assert_fatal(7, "cannot be read by this user")
+
+    def test_a_directory_of_that_name_is_fatal(self) -> None:
+        self.write(f"{STAND_IN}/y", b"y")
+        self.become_unprivileged()
+        self.assert_fatal(8, "is a directory")
+
+    def test_a_directory_of_that_name_that_may_not_be_read_is_fatal(self) -> None:
+        self.write(f"{STAND_IN}/y", b"y")
+        self.become_unprivileged()
+        (self.game / STAND_IN).chmod(0)
+        self.assert_fatal(7, "cannot be read by this user")
+
+    def test_the_first_fatal_file_in_the_order_of_reading_is_told(self) -> None:
+        self.write(f"{STAND_IN}/y", b"y")
+        closed = self.write("bin/z", b"z")
+        self.become_unprivileged()
+        closed.chmod(0)
+        report = self.report_and_generate('include_paths = ["bin"]', ERROR, 7)
+        self.assertEqual(report["refusal"]["message"], "'./bin/z' cannot be read by this user.")
+
+
+if __name__ == "__main__":
+    unittest.main()
