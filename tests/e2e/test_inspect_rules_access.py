@@ -4,8 +4,9 @@ import os
 import unittest
 from typing import Any, Dict
 
+import catalogue_format
 from e2e_support import config
-from inspect_support import ERROR, GOOD, WARNING
+from inspect_support import ERROR, WARNING
 from test_inspect_rules import Rules
 
 NO_UTF8 = "bin/\udcff"
@@ -81,6 +82,52 @@ class StandIns(AccessTest):
         closed.chmod(0)
         report = self.report_and_generate('include_paths = ["bin"]', ERROR, 7)
         self.assertEqual(report["refusal"]["message"], "'./bin/z' cannot be read by this user.")
+
+
+class Closed(AccessTest):
+    """Directories that may be listed but not searched, and empty files that may not be read."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.write("bin/closed/s", b"1")
+        self.write("bin/closed/deep/t", b"1")
+        self.write("bin/locked", b"").chmod(0)
+        os.mkfifo(self.game / "bin/closed/fifo")
+        self.become_unprivileged()
+        (self.game / "bin/closed").chmod(0o444)
+
+    def listed(self) -> Dict[str, int]:
+        """The sizes that generate has catalogued, by path."""
+        image = (self.output / "base.bin").read_bytes()
+        return {entry.path: entry.size for entry in catalogue_format.parse(image).entries}
+
+    def test_a_walk_seals_what_cannot_be_looked_at_as_empty(self) -> None:
+        for rules in ('include_paths = ["bin"]', 'exclude_paths = ["Quorvane"]',
+                      'exclude_paths = ["Quorvane"] exclude_size_threshold = 0;'):
+            with self.subTest(rules=rules):
+                report = self.report_and_generate(rules, WARNING, 0)
+                sealed = {"bin/a": 1, "bin/closed/s": 0, "bin/locked": 0}
+                self.assertEqual(self.listed(), sealed)
+                self.assertEqual({file["path"]: file["bytes"] for file in report["files"] if file["state"] == "sealed"},
+                                 sealed)
+                self.assertEqual(self.states(report)["bin/closed/deep"], "unlistable")
+                self.assertEqual(self.states(report)["bin/closed/fifo"], "not a regular file")
+                told = self.warnings_of(report)
+                self.assertIn("'bin/closed/s' lies in a directory that this user may not search: the catalogue lists "
+                              "it as an empty file, and verify fails.", told)
+                self.assertIn("'bin/locked' is empty and cannot be read by this user: generate seals it all the same, "
+                              "but verify fails where it cannot be read.", told)
+                self.assertIn("'bin/closed/deep' cannot be read, so nothing in it is sealed.", told)
+
+    def test_a_pattern_leaves_out_what_cannot_be_looked_at(self) -> None:
+        report = self.report_and_generate('include_paths = ["bin/a", "bin/closed/*"]', WARNING, 0)
+        self.assertEqual(self.listed(), {"bin/a": 1})
+        states = self.states(report)
+        self.assertEqual(states, {
+            "bin/a": "sealed", "bin/closed/s": "unreachable", "bin/closed/deep": "unlistable",
+            "bin/closed/fifo": "not a regular file", "bin/locked": "not included"})
+        self.assertIn("'bin/closed/s' lies in a directory that this user may not search, and is not sealed.",
+                      self.warnings_of(report))
 
 
 if __name__ == "__main__":

@@ -14,6 +14,11 @@
 namespace sealkeeper {
 namespace {
 
+bool IsLocked(const SelectedFile& file) {
+    return file.type == FileType::Regular && IsUtf8(file.path) &&
+           access(file.path.c_str(), R_OK) != 0 && errno == EACCES;
+}
+
 Refusal TooLong(const SelectedFile& file) {
     return {ResultCode::CatalogueError, "Path too long for the catalogue: '" + file.path + "'."};
 }
@@ -50,8 +55,11 @@ bool IsTooLongByAlias(const SelectedFile& file, const AliasMap& aliases) {
 }
 
 bool IsForbidden(const SelectedFile& file) {
-    return file.isRegular && file.sizeBytes > 0 && IsUtf8(file.path) &&
-           access(file.path.c_str(), R_OK) != 0 && errno == EACCES;
+    return file.sizeBytes > 0 && IsLocked(file);
+}
+
+bool IsForbiddenButEmpty(const SelectedFile& file) {
+    return file.sizeBytes == 0 && IsLocked(file);
 }
 
 std::optional<Refusal> FindFatalFile(const Selection& selection) {

@@ -20,6 +20,10 @@ namespace sealkeeper {
 // Never one whose name is no UTF-8, which generate does not read.
 [[nodiscard]] bool IsForbidden(const SelectedFile& file);
 
+// Whether it is one that this user may not read, but that has no content: generate reads nothing of
+// it.
+[[nodiscard]] bool IsForbiddenButEmpty(const SelectedFile& file);
+
 // Why generate would fail at a file of `selection`, the first in the order in which it reads them;
 // empty if it would not. The current directory is the game directory.
 [[nodiscard]] std::optional<Refusal> FindFatalFile(const Selection& selection);

@@ -79,4 +79,18 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
         "Give this user the right to read it, or exclude it if that is meant."));
 }
 
+void LintUnreachableFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto files = LeftOutBy(LeftOutReason::Unreachable, subject.files);
+    if (files.empty()) {
+        return;
+    }
+    warnings.push_back(WarningAt(
+        kNoPlace,
+        QuotedNameList(PathsOf(files), kMostNamed) +
+            ByNumber(files.size(),
+                     " lies in a directory that this user may not search, and is not sealed.",
+                     " lie in directories that this user may not search, and are not sealed."),
+        "Give this user the right to search the directory, or write patterns that do not lead into it."));
+}
+
 }  // namespace sealkeeper

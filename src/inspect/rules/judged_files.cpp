@@ -23,12 +23,14 @@ LeftOutReason ReasonOfKind(ItemKind kind) {
             return LeftOutReason::Link;
         case ItemKind::DanglingLink:
             return LeftOutReason::DanglingLink;
-        case ItemKind::RegularFile:
         case ItemKind::SpecialFile:
+            return LeftOutReason::NotRegularFile;
         case ItemKind::UnlistableDirectory:
+            return LeftOutReason::Unlistable;
+        case ItemKind::RegularFile:
             break;
     }
-    return LeftOutReason::NotRegularFile;
+    return LeftOutReason::Unreachable;
 }
 
 LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {

@@ -40,6 +40,14 @@ void WarnOf(const std::vector<std::string>& paths, const std::string& singular,
     }
 }
 
+bool IsOutOfReach(const SelectedFile& file) {
+    return file.type == FileType::Missing && IsUtf8(file.path);
+}
+
+bool IsSpecialFile(const SelectedFile& file) {
+    return file.type != FileType::Regular && file.type != FileType::Missing && IsUtf8(file.path);
+}
+
 struct StandInWords {
     const char* singular;
     const char* plural;
@@ -113,15 +121,24 @@ void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    WarnOf(
-        SelectedPaths(subject.selection, [](const SelectedFile& file) { return !file.isRegular; }),
-        "is no regular file: the catalogue lists it as an empty one, and verify fails.",
-        "are no regular files: the catalogue lists them as empty ones, and verify fails.",
-        "Write a pattern that does not take it in.", warnings);
+    WarnOf(SelectedPaths(subject.selection, IsSpecialFile),
+           "is no regular file: the catalogue lists it as an empty one, and verify fails.",
+           "are no regular files: the catalogue lists them as empty ones, and verify fails.",
+           "Write a pattern that does not take it in.", warnings);
     WarnOf(SelectedPaths(subject.selection, IsForbidden),
            "cannot be read by this user: generate fails at it.",
            "cannot be read by this user: generate fails at them.",
            "Give this user the right to read it.", warnings);
+    WarnOf(
+        SelectedPaths(subject.selection, IsForbiddenButEmpty),
+        "is empty and cannot be read by this user: generate seals it all the same, but verify fails where it cannot be read.",
+        "are empty and cannot be read by this user: generate seals them all the same, but verify fails where they cannot be read.",
+        "Give this user the right to read it.", warnings);
+    WarnOf(
+        SelectedPaths(subject.selection, IsOutOfReach),
+        "lies in a directory that this user may not search: the catalogue lists it as an empty file, and verify fails.",
+        "lie in directories that this user may not search: the catalogue lists them as empty files, and verify fails.",
+        "Give this user the right to search the directory.", warnings);
 }
 
 }  // namespace sealkeeper

@@ -32,6 +32,8 @@ const char* LeftOutReasonText(LeftOutReason reason) {
             return "unlistable";
         case LeftOutReason::NotRegularFile:
             return "not a regular file";
+        case LeftOutReason::Unreachable:
+            return "unreachable";
         case LeftOutReason::NotIncluded:
             return "not included";
     }

@@ -26,6 +26,8 @@ enum class LeftOutReason {
     // A directory that is missing or cannot be read. Its contents are unknown.
     Unlistable,
     NotRegularFile,
+    // A pattern matches it, but this user may not search the directory that it is in.
+    Unreachable,
     // No include pattern matches it or a directory above it.
     NotIncluded,
 };

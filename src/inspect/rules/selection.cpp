@@ -70,8 +70,7 @@ ResultCode LookAtSelected(const FileTree& game, const std::string& path, const F
             return code;
         }
     }
-    files.push_back(
-        {path, static_cast<std::uint64_t>(status.sizeBytes), status.type == FileType::Regular});
+    files.push_back({path, static_cast<std::uint64_t>(status.sizeBytes), status.type});
     return ResultCode::Ok;
 }
 

@@ -15,6 +15,7 @@
 #include "inspect/rules/game_with_outputs.h"
 #include "inspect/rules/planned_outputs.h"
 #include "inspect/rules/rules_report.h"
+#include "platform/file_system.h"
 
 namespace sealkeeper {
 
@@ -23,7 +24,8 @@ struct SelectedFile {
     // In the form that the walk uses.
     std::string path;
     std::uint64_t sizeBytes = 0;
-    bool isRegular = true;
+    // `Missing` where this user may not look at it: a walk finds its name and its type alone.
+    FileType type = FileType::Regular;
 };
 
 // Whether files are selected by include patterns instead of a walk over the whole game.

@@ -21,6 +21,7 @@ RuleWarnings LintSelection(const LintSubject& subject) {
     LintLargeFiles(subject, warnings);
     LintLinks(subject, warnings);
     LintUnlistableDirectories(subject, warnings);
+    LintUnreachableFiles(subject, warnings);
     return warnings;
 }
 

@@ -54,7 +54,8 @@ void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names that differ only in letter case.
 void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
-// Files that are selected but cannot be hashed: not regular, or not readable by this user.
+// Files that are selected but cannot be hashed: not regular, or not to be read or reached by this
+// user.
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings);
 
 // alias_lint.cpp
@@ -70,6 +71,8 @@ void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings);
 void LintLinks(const LintSubject& subject, RuleWarnings& warnings);
 // Directories that cannot be read.
 void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings);
+// Files that a pattern leads to in directories that cannot be searched.
+void LintUnreachableFiles(const LintSubject& subject, RuleWarnings& warnings);
 
 // Runs all of them, in the order above.
 [[nodiscard]] RuleWarnings LintSelection(const LintSubject& subject);

@@ -53,7 +53,9 @@ TEST(ForbiddenFiles, HaveContentThatThisUserMayNotRead) {
     fs::permissions("closed", fs::perms::none);
     EXPECT_TRUE(IsForbidden({"./closed", 1}));
     EXPECT_FALSE(IsForbidden({"./closed", 0})) << "nothing is read of an empty one";
-    EXPECT_FALSE(IsForbidden({"./closed", 1, false})) << "only regular files are read";
+    EXPECT_TRUE(IsForbiddenButEmpty({"./closed", 0}));
+    EXPECT_FALSE(IsForbiddenButEmpty({"./closed", 1}));
+    EXPECT_FALSE(IsForbidden({"./closed", 1, FileType::Fifo})) << "only regular files are read";
     EXPECT_FALSE(IsForbidden({"./open", 1}));
     EXPECT_FALSE(IsForbidden({"./missing", 1}));
     Selection selection;

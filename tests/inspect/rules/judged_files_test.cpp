@@ -35,6 +35,8 @@ TEST(JudgedFiles, EachRuleHasItsReason) {
         {SkipRule::OtherType, ItemKind::Link, LeftOutReason::Link},
         {SkipRule::OtherType, ItemKind::DanglingLink, LeftOutReason::DanglingLink},
         {SkipRule::OtherType, ItemKind::SpecialFile, LeftOutReason::NotRegularFile},
+        {SkipRule::OtherType, ItemKind::RegularFile, LeftOutReason::Unreachable},
+        {SkipRule::OtherType, ItemKind::UnlistableDirectory, LeftOutReason::Unlistable},
         {SkipRule::Unlistable, ItemKind::UnlistableDirectory, LeftOutReason::Unlistable},
     };
     for (const Case& one : cases) {

@@ -151,7 +151,7 @@ TEST_F(Selecting, TellsWhatIsNoRegularFile) {
     ASSERT_EQ(mkfifo("fifo", 0600), 0);
     const Selection selection = Select(ConfigOf(R"(include_paths = ["fifo*"])"));
     ASSERT_EQ(selection.files.size(), 1U);
-    EXPECT_FALSE(selection.files[0].isRegular);
+    EXPECT_EQ(selection.files[0].type, FileType::Fifo);
 }
 
 TEST_F(Selecting, TellsByWhichRulesPathsWereSkipped) {

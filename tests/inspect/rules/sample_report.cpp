@@ -105,6 +105,7 @@ RulesReport SampleReport(std::size_t fileCount) {
     RulesReport report{"game.cfg", "/home/studio/castle", {}, {}};
     AddFile(report, "locked", 0, LeftOutReason::Unlistable);
     AddFile(report, "pipe", 0, LeftOutReason::NotRegularFile);
+    AddFile(report, "closed/tool", 0, LeftOutReason::Unreachable);
     Random random;
     while (report.files.size() < fileCount) {
         report.files.push_back(MakeFile(report.files.size(), random));

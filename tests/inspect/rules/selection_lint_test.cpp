@@ -240,10 +240,25 @@ TEST(LetterCase, IsToldOfEachGroup) {
 
 TEST(UnhashableFiles, AreNoRegularOnes) {
     Subject subject;
-    subject.selection.files = {{"./a"}, {"./fifo", 0, false}};
+    subject.selection.files = {{"./a"}, {"./fifo", 0, FileType::Fifo}};
     EXPECT_EQ(Told(LintUnhashableFiles, subject),
               Paths{"'fifo' is no regular file: the catalogue lists it as an empty one, and verify "
                     "fails. / Write a pattern that does not take it in."});
+}
+
+TEST(UnhashableFiles, AreThoseInDirectoriesThatCannotBeSearched) {
+    Subject subject;
+    subject.selection.files = {{"./d/a", 0, FileType::Missing}, {"./d/b", 0, FileType::Missing}};
+    EXPECT_EQ(Told(LintUnhashableFiles, subject),
+              Paths{"'d/a' and 'd/b' lie in directories that this user may not search: the "
+                    "catalogue lists them as empty files, and verify fails. / Give this user the "
+                    "right to search the directory."});
+}
+
+TEST(UnhashableFiles, AreNotReadWhereTheirNamesAreNoUtf8) {
+    Subject subject;
+    subject.selection.files = {{"./\xFF", 0, FileType::Fifo}, {"./\xFE", 0, FileType::Missing}};
+    EXPECT_EQ(Told(LintUnhashableFiles, subject), Paths{});
 }
 
 TEST(Aliases, AreToldWithHowManyPathsTheyChange) {
@@ -300,6 +315,15 @@ TEST(UnlistableDirectories, AreTold) {
                     "the right to read it, or exclude it if that is meant."});
 }
 
+TEST(UnreachableFiles, AreTold) {
+    Subject subject;
+    subject.LeaveOut(LeftOutReason::Unreachable, "d/a");
+    EXPECT_EQ(Told(LintUnreachableFiles, subject),
+              Paths{"'d/a' lies in a directory that this user may not search, and is not sealed. / "
+                    "Give this user the right to search the directory, or write patterns that do "
+                    "not lead into it."});
+}
+
 TEST(SelectionLint, AsksEveryRule) {
     const test::TempDirectory directory;
     fs::create_directory(directory / "game");
@@ -309,14 +333,15 @@ TEST(SelectionLint, AsksEveryRule) {
     Subject subject = OutputsSelected({"Q/base.bin"});
     subject.Match({{"b", {}}, {"../x", {"../x"}}, {"out", {"out"}}});
     subject.Select({"a", "a", "A", "c\\d", "\xFF"});
-    subject.selection.files.push_back({"./fifo", 0, false});
+    subject.selection.files.push_back({"./fifo", 0, FileType::Fifo});
     subject.selection.config.excludedExtensions = {".LOG"};
     subject.selection.config.pathAliases = {{"n", "m"}};
     subject.Seal("a.log");
     subject.LeaveOut(LeftOutReason::TooLarge, "big", 1);
     subject.LeaveOut(LeftOutReason::Link, "link");
     subject.LeaveOut(LeftOutReason::Unlistable, "closed");
-    constexpr std::size_t kRules = 14;
+    subject.LeaveOut(LeftOutReason::Unreachable, "listed/a");
+    constexpr std::size_t kRules = 15;
     EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.outputs,
                              subject.places, subject.files})
                   .size(),

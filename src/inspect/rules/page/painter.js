@@ -14,6 +14,7 @@ const PATTERNS = {
   'size': [[HALF, 0, HALF, PATTERN_SIZE]],
   'unlistable': [[0, HALF, PATTERN_SIZE, HALF], [HALF, 0, HALF, PATTERN_SIZE]],
   'not a regular file': [[0, 1, HALF, 1], [HALF, HALF + 1, PATTERN_SIZE, HALF + 1]],
+  'unreachable': [[0, 0, HALF, HALF], [HALF, PATTERN_SIZE, PATTERN_SIZE, HALF]],
   'not included': [[1, 1, 2, 1], [HALF + 1, HALF + 1, HALF + 2, HALF + 1]],
 };
 
