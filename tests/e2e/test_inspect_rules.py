@@ -223,6 +223,14 @@ class Traps(Rules):
             "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails "
             "for the other.")
 
+    def test_names_equal_but_for_case_beyond_ascii(self) -> None:
+        for name in ("bin/École", "bin/école", "bin/Жук", "bin/жук", "bin/\udcc9", "bin/\udce9"):
+            self.write(name, b"x")
+        told = self.warnings_of(self.report('include_paths = ["bin"]', WARNING))
+        self.assertEqual([message for message in told if "letter case" in message], [
+            "'bin/École' and 'bin/école' differ in letter case alone.",
+            "'bin/Жук' and 'bin/жук' differ in letter case alone."])
+
     def test_aliases_and_what_they_do_to_verify(self) -> None:
         self.assert_warned(
             'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',

@@ -5,12 +5,12 @@
 
 #include "catalogue/catalogue_format.h"
 #include "inspect/report/name_list.h"
+#include "inspect/rules/case_folding.h"
 #include "inspect/rules/fatal_files.h"
 #include "inspect/rules/no_utf8_names.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
-#include "platform/ascii_case.h"
 #include "platform/file_system.h"
 
 namespace sealkeeper {
@@ -106,12 +106,12 @@ void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
-    std::map<std::string, std::vector<std::string>> byLowerCase;
+    std::map<std::string, std::vector<std::string>> byFoldedCase;
     for (const std::string& path :
          SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; })) {
-        byLowerCase[LowerCasedAscii(path)].push_back(path);
+        byFoldedCase[CaseFolded(path)].push_back(path);
     }
-    for (const auto& [lowered, paths] : byLowerCase) {
+    for (const auto& [folded, paths] : byFoldedCase) {
         if (paths.size() > 1) {
             warnings.push_back(WarningAt(
                 kNoPlace, QuotedNameList(paths, kMostNamed) + " differ in letter case alone.",

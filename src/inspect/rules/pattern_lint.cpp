@@ -8,11 +8,11 @@
 #include <utility>
 
 #include "inspect/report/name_list.h"
+#include "inspect/rules/case_folding.h"
 #include "inspect/rules/path_way.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
-#include "platform/ascii_case.h"
 #include "platform/path_strings.h"
 
 namespace sealkeeper {
@@ -164,19 +164,19 @@ void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
     const auto& excluded = subject.selection.config.excludedExtensions;
     std::set<std::string, std::less<>> leftOut;
-    std::map<std::string, std::string> sealedByLowerCase;
+    std::map<std::string, std::string> sealedByFoldedCase;
     for (const JudgedFile& file : subject.files) {
         std::string extension(ExtensionIn(file.path));
         if (file.leftOut) {
             leftOut.insert(std::move(extension));
             // Excluded extensions do not apply to a file that a pattern names.
         } else if (!excluded.contains(extension)) {
-            sealedByLowerCase.emplace(LowerCasedAscii(extension), extension);
+            sealedByFoldedCase.emplace(CaseFolded(extension), extension);
         }
     }
     for (const std::string& extension : excluded) {
-        const auto sealed = sealedByLowerCase.find(LowerCasedAscii(extension));
-        if (leftOut.contains(extension) || sealed == sealedByLowerCase.end()) {
+        const auto sealed = sealedByFoldedCase.find(CaseFolded(extension));
+        if (leftOut.contains(extension) || sealed == sealedByFoldedCase.end()) {
             continue;
         }
         const auto place = subject.places.extensions.find(extension);
