@@ -154,6 +154,22 @@ class Traps(Rules):
             "'bin/a.exe' is sealed more than once, because several paths lead there: by 'bin' and 'bin/a.exe'.",
             "Keep one of the patterns: each listing is hashed and verified for itself.", "bin/a.exe")
 
+    def test_a_file_sealed_under_two_names(self) -> None:
+        cure = "Write patterns that lead to each file by one name: each listing is hashed and verified for itself."
+        (self.game / "tool.exe").symlink_to("bin/a.exe")
+        self.assert_warned(
+            'include_paths = ["bin/a.exe", "tool.exe"]',
+            "'bin/a.exe' and 'tool.exe' are one file by a link, which is sealed under each name: by 'bin/a.exe' and "
+            "'tool.exe'.", cure, 'tool.exe"')
+        self.write("bin/b.exe", b"2")
+        (self.game / "old").symlink_to("bin")
+        self.assert_warned(
+            'include_paths = ["old", "bin"]',
+            "'bin/a.exe' and 'old/a.exe' are one file by a link, which is sealed under each name, as is 1 more file: by "
+            "'old' and 'bin'.", cure, 'bin"')
+        self.assertEqual(self.report('include_paths = ["old"]', GOOD)["warnings"], [])
+        self.assertEqual(self.report('include_paths = ["bin/a.exe", "old/b.exe"]', GOOD)["warnings"], [])
+
     def test_own_output_is_foreseen_before_the_first_run(self) -> None:
         message = (f"A second run seals '{OUTPUT_FOLDER}/base.bin' and '{OUTPUT_FOLDER}/base.cer' as the first has "
                    "written them, and then replaces them: verify fails.")

@@ -4,7 +4,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 
 #include "inspect/report/name_list.h"
@@ -17,60 +16,6 @@
 
 namespace sealkeeper {
 namespace {
-
-using LexicalPaths = std::set<std::string, std::less<>>;
-
-LexicalPaths LexicalMatches(const PathSet& matches) {
-    LexicalPaths paths;
-    for (const std::string& match : matches) {
-        paths.insert(LexicalPath(match));
-    }
-    return paths;
-}
-
-// Whether `matches` holds `path` or a directory above it.
-bool IsLedTo(std::string_view path, const LexicalPaths& matches) {
-    while (!path.empty()) {
-        if (matches.contains(path)) {
-            return true;
-        }
-        path = ParentOf(path);
-    }
-    return matches.contains("");
-}
-
-// The indices of the patterns that lead to `path`.
-std::vector<std::size_t> PatternsLeadingTo(const std::string& path,
-                                           const std::vector<LexicalPaths>& matches) {
-    std::vector<std::size_t> numbers;
-    for (std::size_t i = 0; i < matches.size(); ++i) {
-        if (IsLedTo(path, matches[i])) {
-            numbers.push_back(i);
-        }
-    }
-    return numbers;
-}
-
-// Paths that are sealed more than once, keyed by the patterns that lead to them.
-using RepeatedFiles = std::map<std::vector<std::size_t>, std::vector<std::string>>;
-
-RepeatedFiles FindRepeatedFiles(const Selection& selection) {
-    std::unordered_map<std::string, std::size_t> counts;
-    for (const SelectedFile& file : selection.files) {
-        ++counts[LexicalPath(file.path)];
-    }
-    std::vector<LexicalPaths> matches;
-    for (const PathSet& paths : selection.matches) {
-        matches.push_back(LexicalMatches(paths));
-    }
-    RepeatedFiles repeated;
-    for (const auto& [path, count] : counts) {
-        if (count > 1) {
-            repeated[PatternsLeadingTo(path, matches)].push_back(path);
-        }
-    }
-    return repeated;
-}
 
 std::string_view ExtensionIn(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
@@ -138,26 +83,6 @@ void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
                     QuotedNameList({links.begin(), links.end()}, kMostNamed) + ".",
                 "Ship files in place of links: on another machine there is something else where they lead."));
         }
-    }
-}
-
-void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto& patterns = PatternsInUse(subject.selection.config);
-    for (auto& [numbers, files] : FindRepeatedFiles(subject.selection)) {
-        std::vector<std::string> named = files;
-        std::sort(named.begin(), named.end());
-        std::vector<std::string> leading;
-        for (const std::size_t number : numbers) {
-            leading.push_back(patterns[number]);
-        }
-        const TextPlace place =
-            numbers.empty() ? kNoPlace : subject.places.patterns.at(numbers.back());
-        warnings.push_back(WarningAt(
-            place,
-            QuotedNameList(named, kMostNamed) + ByNumber(named.size(), " is", " are") +
-                " sealed more than once, because several paths lead there" +
-                (leading.empty() ? "." : ": by " + QuotedNameList(leading, kMostNamed) + "."),
-            "Keep one of the patterns: each listing is hashed and verified for itself."));
     }
 }
 

@@ -10,8 +10,9 @@ RuleWarnings LintSelection(const LintSubject& subject) {
     LintUnmatchedPatterns(subject, warnings);
     LintLeavingPatterns(subject, warnings);
     LintLinksOutOfGame(subject, warnings);
-    LintRepeatedFiles(subject, warnings);
     LintExtensionCase(subject, warnings);
+    LintRepeatedFiles(subject, warnings);
+    LintRenamedFiles(subject, warnings);
     LintOwnOutputs(subject, warnings);
     LintImpossibleNames(subject, warnings);
     LintBackslashNames(subject, warnings);

@@ -35,10 +35,16 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);
 // Include patterns that leave the game by a link.
 void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings);
-// Files that are sealed more than once, because patterns lead to them by different paths.
-void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings);
 // Excluded extensions that match no file, while another letter case would.
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings);
+
+// repeat_lint.cpp
+
+// Files that are sealed more than once, because patterns lead to them by different paths.
+void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings);
+// Files that several patterns lead to by different names, because one is a link or leads through
+// one.
+void LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings);
 
 // output_lint.cpp
 

@@ -139,6 +139,41 @@ TEST(RepeatedFiles, MayComeOfTheWholeGame) {
                     "itself."});
 }
 
+TEST(RenamedFiles, AreToldOnceForThePatternsThatLeadToThem) {
+    const test::TempDirectory game;
+    const test::ScopedCurrentDirectory here(game.Path());
+    for (const char* const name : {"d/a", "d/b", "d/c", "e"}) {
+        game.WriteFile(name, "1");
+    }
+    fs::create_directory_symlink("d", "link");
+    fs::create_symlink("d/c", "c");
+    Subject subject;
+    subject.Match({{"link", {"link"}}, {"d", {"d"}}, {"?", {"c", "e"}}});
+    subject.Select({"link/a", "link/b", "d/a", "d/b", "d/c", "c", "e", "gone"});
+    const std::string cure =
+        " / Write patterns that lead to each file by one name: each listing is hashed and verified "
+        "for itself.";
+    EXPECT_EQ(Told(LintRenamedFiles, subject),
+              (Paths{"2 'd/a' and 'link/a' are one file by a link, which is sealed under each "
+                     "name, as is 1 more file: by 'link' and 'd'." +
+                         cure,
+                     "3 'c' and 'd/c' are one file by a link, which is sealed under each name: by "
+                     "'d' and '?'." +
+                         cure}));
+}
+
+TEST(RenamedFiles, AreNoneByNamesAlone) {
+    const test::TempDirectory game;
+    const test::ScopedCurrentDirectory here(game.Path());
+    game.WriteFile("a", "1");
+    fs::create_hard_link("a", "b");
+    fs::create_symlink("a", "c");
+    Subject subject;
+    subject.Match({{".", {"."}}, {"./b", {"./b"}}, {"c", {"c"}}});
+    subject.Select({"a", "b", "./b"});
+    EXPECT_EQ(Told(LintRenamedFiles, subject), Paths{}) << "these are two files on another disk";
+}
+
 TEST(ExtensionCase, IsToldWhereAnotherOneWouldLeaveSomethingOut) {
     Subject subject;
     subject.selection.config.excludedExtensions = {".LOG", ".tmp", ".Pdb", ".none"};
@@ -330,9 +365,11 @@ TEST(SelectionLint, AsksEveryRule) {
     fs::create_symlink("../game", directory / "beside");
     const test::ScopedCurrentDirectory here(directory / "game");
     fs::create_directory_symlink("..", "out");
+    directory.WriteFile("game/a", "1");
+    fs::create_symlink("a", "link to a");
     Subject subject = OutputsSelected({"Q/base.bin"});
     subject.Match({{"b", {}}, {"../x", {"../x"}}, {"out", {"out"}}});
-    subject.Select({"a", "a", "A", "c\\d", "\xFF"});
+    subject.Select({"a", "a", "A", "c\\d", "\xFF", "link to a"});
     subject.selection.files.push_back({"./fifo", 0, FileType::Fifo});
     subject.selection.config.excludedExtensions = {".LOG"};
     subject.selection.config.pathAliases = {{"n", "m"}};
@@ -341,7 +378,7 @@ TEST(SelectionLint, AsksEveryRule) {
     subject.LeaveOut(LeftOutReason::Link, "link");
     subject.LeaveOut(LeftOutReason::Unlistable, "closed");
     subject.LeaveOut(LeftOutReason::Unreachable, "listed/a");
-    constexpr std::size_t kRules = 15;
+    constexpr std::size_t kRules = 16;
     EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.outputs,
                              subject.places, subject.files})
                   .size(),

@@ -1,0 +1,174 @@
+// Warnings about files that are sealed more than once.
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "inspect/report/name_list.h"
+#include "inspect/report/number_text.h"
+#include "inspect/rules/selection_lint.h"
+#include "inspect/rules/warning_words.h"
+#include "inspect/tree/lexical_path.h"
+#include "platform/file_system.h"
+
+namespace sealkeeper {
+namespace {
+
+using LexicalPaths = std::set<std::string, std::less<>>;
+
+LexicalPaths LexicalMatches(const PathSet& matches) {
+    LexicalPaths paths;
+    for (const std::string& match : matches) {
+        paths.insert(LexicalPath(match));
+    }
+    return paths;
+}
+
+// Of each pattern.
+std::vector<LexicalPaths> LexicalMatchesOf(const Selection& selection) {
+    std::vector<LexicalPaths> matches;
+    for (const PathSet& paths : selection.matches) {
+        matches.push_back(LexicalMatches(paths));
+    }
+    return matches;
+}
+
+// Whether `matches` holds `path` or a directory above it.
+bool IsLedTo(std::string_view path, const LexicalPaths& matches) {
+    while (!path.empty()) {
+        if (matches.contains(path)) {
+            return true;
+        }
+        path = ParentOf(path);
+    }
+    return matches.contains("");
+}
+
+// The indices of the patterns that lead to `path`.
+std::vector<std::size_t> PatternsLeadingTo(const std::string& path,
+                                           const std::vector<LexicalPaths>& matches) {
+    std::vector<std::size_t> numbers;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        if (IsLedTo(path, matches[i])) {
+            numbers.push_back(i);
+        }
+    }
+    return numbers;
+}
+
+// Paths that are sealed more than once, keyed by the patterns that lead to them.
+using RepeatedFiles = std::map<std::vector<std::size_t>, std::vector<std::string>>;
+
+RepeatedFiles FindRepeatedFiles(const Selection& selection) {
+    std::unordered_map<std::string, std::size_t> counts;
+    for (const SelectedFile& file : selection.files) {
+        ++counts[LexicalPath(file.path)];
+    }
+    const std::vector<LexicalPaths> matches = LexicalMatchesOf(selection);
+    RepeatedFiles repeated;
+    for (const auto& [path, count] : counts) {
+        if (count > 1) {
+            repeated[PatternsLeadingTo(path, matches)].push_back(path);
+        }
+    }
+    return repeated;
+}
+
+// Whether a link stands on the way to what the patterns match.
+bool HasLinks(const Selection& selection, const std::string& game) {
+    const auto leadsElsewhere = [&game](const std::string& match) {
+        const std::string path = LexicalPath(match);
+        return ResolvePath(match) != (path.empty() ? game : game + "/" + path);
+    };
+    return std::any_of(selection.matches.begin(), selection.matches.end(),
+                       [&leadsElsewhere](const PathSet& matches) {
+                           return std::any_of(matches.begin(), matches.end(), leadsElsewhere);
+                       });
+}
+
+using Names = std::set<std::string>;
+
+// The names of each sealed file, by where it lies. A walk follows no links, so without one in what
+// the patterns match there is nothing to tell.
+std::map<std::string, Names> NamesOfLinkedFiles(const Selection& selection) {
+    std::map<std::string, Names> names;
+    if (!HasIncludes(selection.config) || !HasLinks(selection, ResolvePath(".").value_or(""))) {
+        return names;
+    }
+    for (const SelectedFile& file : selection.files) {
+        if (const auto resolved = ResolvePath(file.path)) {
+            names[*resolved].insert(LexicalPath(file.path));
+        }
+    }
+    return names;
+}
+
+// The names of files that are sealed under several, by the patterns that lead to them.
+std::map<std::vector<std::size_t>, std::vector<Names>> FindRenamedFiles(
+    const Selection& selection) {
+    const std::vector<LexicalPaths> matches = LexicalMatchesOf(selection);
+    std::map<std::vector<std::size_t>, std::vector<Names>> renamed;
+    for (auto& [resolved, names] : NamesOfLinkedFiles(selection)) {
+        if (names.size() < 2) {
+            continue;
+        }
+        std::set<std::size_t> numbers;
+        for (const std::string& name : names) {
+            const auto leading = PatternsLeadingTo(name, matches);
+            numbers.insert(leading.begin(), leading.end());
+        }
+        renamed[{numbers.begin(), numbers.end()}].push_back(names);
+    }
+    return renamed;
+}
+
+// ": by 'a' and 'b'", the patterns of these numbers; empty without any.
+std::string ByPatterns(const std::vector<std::size_t>& numbers, const CatalogueConfig& config) {
+    std::vector<std::string> patterns;
+    patterns.reserve(numbers.size());
+    for (const std::size_t number : numbers) {
+        patterns.push_back(PatternsInUse(config)[number]);
+    }
+    return patterns.empty() ? "" : ": by " + QuotedNameList(patterns, kMostNamed);
+}
+
+// Of the last of these patterns.
+TextPlace LastPlace(const std::vector<std::size_t>& numbers, const RulePlaces& places) {
+    return numbers.empty() ? kNoPlace : places.patterns.at(numbers.back());
+}
+
+}  // namespace
+
+void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    for (auto& [numbers, files] : FindRepeatedFiles(subject.selection)) {
+        std::vector<std::string> named = files;
+        std::sort(named.begin(), named.end());
+        warnings.push_back(
+            WarningAt(LastPlace(numbers, subject.places),
+                      QuotedNameList(named, kMostNamed) + ByNumber(named.size(), " is", " are") +
+                          " sealed more than once, because several paths lead there" +
+                          ByPatterns(numbers, subject.selection.config) + ".",
+                      "Keep one of the patterns: each listing is hashed and verified for itself."));
+    }
+}
+
+void LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    for (const auto& [numbers, files] : FindRenamedFiles(subject.selection)) {
+        const Names& names = files.front();
+        const std::size_t others = files.size() - 1;
+        warnings.push_back(WarningAt(
+            LastPlace(numbers, subject.places),
+            QuotedNameList({names.begin(), names.end()}, kMostNamed) +
+                " are one file by a link, which is sealed under each name" +
+                (others == 0
+                     ? ""
+                     : ByNumber(others, ", as is ", ", as are ") + CountText(others, "more file")) +
+                ByPatterns(numbers, subject.selection.config) + ".",
+            "Write patterns that lead to each file by one name: each listing is hashed and verified for itself."));
+    }
+}
+
+}  // namespace sealkeeper
