@@ -1,5 +1,5 @@
-#include <algorithm>
-#include <cstddef>
+#include <string>
+#include <string_view>
 
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/name_trouble.h"
@@ -11,36 +11,37 @@ constexpr std::string_view kUtf16LittleEndianMark = "\xFF\xFE";
 constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view kUtf32LittleEndianMark("\xFF\xFE\0\0", 4);
 constexpr std::string_view kUtf32BigEndianMark("\0\0\xFE\xFF", 4);
-constexpr std::size_t kExaminedBytes = 512;
 constexpr const char* kCure = "Save the file as UTF-8 without a byte-order mark.";
 
-// Whether the byte at `position` of each pair is zero, more often than not, and the other byte
-// never is.
-bool IsZeroOfEachPair(std::string_view text, std::size_t position) {
-    const std::size_t pairs = std::min(text.size(), kExaminedBytes) / 2;
-    std::size_t zeros = 0;
-    for (std::size_t pair = 0; pair < pairs; ++pair) {
-        if (text[2 * pair + 1 - position] == '\0') {
-            return false;
+// Every configuration has a brace. Where the units are bytes, no zero is beside one.
+constexpr std::string_view kUtf16LittleEndianBrace("{\0", 2);
+constexpr std::string_view kUtf16BigEndianBrace("\0{", 2);
+constexpr std::string_view kUtf32LittleEndianBrace("{\0\0\0", 4);
+constexpr std::string_view kUtf32BigEndianBrace("\0\0\0{", 4);
+
+// Whether `text`, read in units of the size of `unit`, has this one.
+bool HasUnit(std::string_view text, std::string_view unit) {
+    for (; text.size() >= unit.size(); text.remove_prefix(unit.size())) {
+        if (text.starts_with(unit)) {
+            return true;
         }
-        zeros += text[2 * pair + position] == '\0' ? 1U : 0U;
     }
-    return zeros > pairs / 2;
+    return false;
 }
 
 // Null for encodings with one-byte units.
 const char* WideEncodingName(std::string_view text) {
-    // Checked first, since it begins with the mark of UTF-16.
-    if (text.starts_with(kUtf32LittleEndianMark)) {
+    // Checked before UTF-16, whose mark and braces are also found in it.
+    if (text.starts_with(kUtf32LittleEndianMark) || HasUnit(text, kUtf32LittleEndianBrace)) {
         return "UTF-32 (little-endian)";
     }
-    if (text.starts_with(kUtf32BigEndianMark)) {
+    if (text.starts_with(kUtf32BigEndianMark) || HasUnit(text, kUtf32BigEndianBrace)) {
         return "UTF-32 (big-endian)";
     }
-    if (text.starts_with(kUtf16LittleEndianMark) || IsZeroOfEachPair(text, 1)) {
+    if (text.starts_with(kUtf16LittleEndianMark) || HasUnit(text, kUtf16LittleEndianBrace)) {
         return "UTF-16 (little-endian)";
     }
-    if (text.starts_with(kUtf16BigEndianMark) || IsZeroOfEachPair(text, 0)) {
+    if (text.starts_with(kUtf16BigEndianMark) || HasUnit(text, kUtf16BigEndianBrace)) {
         return "UTF-16 (big-endian)";
     }
     return nullptr;

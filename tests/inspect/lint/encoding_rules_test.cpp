@@ -33,6 +33,14 @@ std::string AsUtf32(const std::string& text, bool isLittleEndian) {
     return units;
 }
 
+std::string Repeated(const std::string& units) {
+    std::string text;
+    for (int i = 0; i < 1000; ++i) {
+        text += units;
+    }
+    return text;
+}
+
 TEST(LintEncoding, TellsOfAByteOrderMark) {
     const Told mark = {
         "The file begins with a byte-order mark, which becomes part of the first section's name, so that section is not recognised.",
@@ -66,6 +74,28 @@ TEST(LintEncoding, TellsUtf32ByItsMark) {
         {"big-endian",
          "@" + std::string("\0\0\xFE\xFF", 4) + AsUtf32(text, false),
          {{"The file is UTF-32 (big-endian), in which the tool finds no names.", kSaveAsUtf8}}},
+    });
+}
+
+// U+4E00, the number one, has a byte of zero on the other side of its units.
+TEST(LintEncoding, TellsOfThemWithoutAMarkAfterALongCommentInAnotherScript) {
+    const std::string text = "\n" + WithSearchOptions("unknown = [];");
+    const auto told = [](const std::string& encoding) {
+        return Told{"The file is " + encoding + ", in which the tool finds no names.", kSaveAsUtf8};
+    };
+    ExpectLinted({
+        {"UTF-16 little-endian",
+         "@" + AsUtf16("#", true) + Repeated(std::string("\0\x4E", 2)) + AsUtf16(text, true),
+         {told("UTF-16 (little-endian)")}},
+        {"UTF-16 big-endian",
+         "@" + AsUtf16("#", false) + Repeated(std::string("\x4E\0", 2)) + AsUtf16(text, false),
+         {told("UTF-16 (big-endian)")}},
+        {"UTF-32 little-endian",
+         "@" + AsUtf32("#", true) + Repeated(std::string("\0\x4E\0\0", 4)) + AsUtf32(text, true),
+         {told("UTF-32 (little-endian)")}},
+        {"UTF-32 big-endian",
+         "@" + AsUtf32("#", false) + Repeated(std::string("\0\0\x4E\0", 4)) + AsUtf32(text, false),
+         {told("UTF-32 (big-endian)")}},
     });
 }
 
