@@ -9,10 +9,16 @@
 namespace sealkeeper {
 namespace {
 
+constexpr const char* kWildcardCure =
+    "Write '?' in place of each bracket, which stands for any one character.";
+
 std::string BracketCure(const BracketedValue& list) {
-    const bool isPattern = list.KeyName() == kIncludePathsKey || list.KeyName() == kExcludePathsKey;
-    if (isPattern) {
-        return "Write '?' in place of each bracket, which stands for any one character.";
+    if (list.KeyName() == kIncludePathsKey) {
+        return kWildcardCure;
+    }
+    if (list.KeyName() == kExcludePathsKey) {
+        return std::string(kWildcardCure) +
+               " See that no other file fits: it would be left out, too.";
     }
     return std::string("Write it without the '") + list.ClosingBracket() +
            "', which cannot be part of it.";
