@@ -43,6 +43,17 @@ void LogResolvedPaths(const PathSet& paths) {
 
 }  // namespace
 
+std::optional<SkipRule> RuleOfExtension(const CatalogueConfig& config, const std::string& name) {
+    const std::string extension = ExtensionOf(name);
+    if (extension.empty()) {
+        return config.skipFilesWithoutExtension ? std::optional(SkipRule::NoExtension)
+                                                : std::nullopt;
+    }
+    return config.excludedExtensions.contains(extension)
+               ? std::optional(SkipRule::ExcludedExtension)
+               : std::nullopt;
+}
+
 // What a walk has found so far.
 struct FileCollector::Collection {
     std::vector<FoundFile>& files;
@@ -223,7 +234,7 @@ ResultCode FileCollector::CollectEntry(const std::string& directory, const Direc
         return RecursePath(path, pattern, collection);
     }
     const std::optional<SkipRule> rule =
-        entry.type == EntryType::Regular ? RuleOfExtension(path, entry.name) : SkipRule::OtherType;
+        entry.type == EntryType::Regular ? RuleByExtension(path, entry.name) : SkipRule::OtherType;
     if (rule) {
         collection.Skip(path, *rule);
     } else {
@@ -249,22 +260,16 @@ bool FileCollector::IsSkippedBySize(const std::string& path, const FileStatus& s
     return false;
 }
 
-std::optional<SkipRule> FileCollector::RuleOfExtension(const std::string& path,
+std::optional<SkipRule> FileCollector::RuleByExtension(const std::string& path,
                                                        const std::string& name) const {
-    const std::string extension = ExtensionOf(name);
-    if (extension.empty()) {
-        if (!config_.skipFilesWithoutExtension) {
-            return std::nullopt;
-        }
+    const std::optional<SkipRule> rule = RuleOfExtension(config_, name);
+    if (rule == SkipRule::NoExtension) {
         Log(LogLevel::Trace, "Skipping file by rule ignore_files_without_extensions '%s'.\n",
             path.c_str());
-        return SkipRule::NoExtension;
-    }
-    if (config_.excludedExtensions.contains(extension)) {
+    } else if (rule == SkipRule::ExcludedExtension) {
         Log(LogLevel::Trace, "Skipping file by rule exclude_extensions: '%s'.\n", path.c_str());
-        return SkipRule::ExcludedExtension;
     }
-    return std::nullopt;
+    return rule;
 }
 
 }  // namespace sealkeeper

@@ -31,6 +31,10 @@ enum class SkipRule {
     Unlistable,
 };
 
+// The rule by which the extension of a file called `name` leaves it out; nothing where it does not.
+[[nodiscard]] std::optional<SkipRule> RuleOfExtension(const CatalogueConfig& config,
+                                                      const std::string& name);
+
 struct SkippedPath {
     // As the walk builds it; a directory has no slash at its end.
     std::string path;
@@ -97,7 +101,7 @@ class FileCollector {
                             const std::string& pattern, Collection& collection) const;
     [[nodiscard]] bool IsSkippedByPath(const std::string& path) const;
     [[nodiscard]] bool IsSkippedBySize(const std::string& path, const FileStatus& status) const;
-    [[nodiscard]] std::optional<SkipRule> RuleOfExtension(const std::string& path,
+    [[nodiscard]] std::optional<SkipRule> RuleByExtension(const std::string& path,
                                                           const std::string& name) const;
 
     std::string basePath_;

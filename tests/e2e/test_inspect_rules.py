@@ -266,6 +266,21 @@ class Traps(Rules):
             "1.0 GB.",
             "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed "
             "by anybody.")
+        self.assert_warned(
+            'exclude_paths = ["Quorvane"]',
+            "1 file above the size threshold of 1.0 GB is left out without a word, the largest 'bin/world.pak' with "
+            "1.0 GB.",
+            "Raise exclude_size_threshold, or name the file in exclude_paths if that is meant: what is left out can be "
+            "changed by anybody.")
+
+    def test_a_large_file_that_another_rule_leaves_out(self) -> None:
+        self.write_sparse("bin/symbols.pdb", 11_000_000)
+        self.write_sparse("bin/bare", 11_000_000)
+        report = self.report(
+            'include_paths = ["bin"] exclude_extensions = [".pdb"] exclude_size_threshold = 10; '
+            "ignore_files_without_extension = true ", GOOD)
+        self.assertEqual(self.states(report), {
+            "bin/a.exe": "sealed", "bin/symbols.pdb": "extension", "bin/bare": "no extension"})
 
     def test_links(self) -> None:
         (self.game / "bin/link").symlink_to("a.exe")

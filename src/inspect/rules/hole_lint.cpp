@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "config/config_names.h"
 #include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
 #include "inspect/rules/selection_lint.h"
@@ -31,6 +32,11 @@ std::vector<std::string> PathsOf(const std::vector<const JudgedFile*>& files) {
     return paths;
 }
 
+// The list that the configuration has; there must not be the other one beside it.
+bool IsListOfExcludes(const LintSubject& subject) {
+    return subject.places.patternKey == kExcludePathsKey;
+}
+
 }  // namespace
 
 void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
@@ -50,7 +56,9 @@ void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
             SizeText(subject.selection.config.sizeThresholdBytes) +
             ByNumber(large.size(), " is", " are") + " left out without a word, the largest '" +
             (*largest)->path + "' with " + SizeText((*largest)->sizeBytes) + ".",
-        "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed by anybody."));
+        IsListOfExcludes(subject)
+            ? "Raise exclude_size_threshold, or name the file in exclude_paths if that is meant: what is left out can be changed by anybody."
+            : "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed by anybody."));
 }
 
 void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {
@@ -76,7 +84,9 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
         kNoPlace,
         QuotedNameList(PathsOf(directories), kMostNamed) + " cannot be read, so nothing in " +
             ByNumber(directories.size(), "it", "them") + " is sealed.",
-        "Give this user the right to read it, or exclude it if that is meant."));
+        IsListOfExcludes(subject)
+            ? "Give this user the right to read it, or exclude it if that is meant."
+            : "Give this user the right to read it, or write patterns that do not take it in."));
 }
 
 void LintUnreachableFiles(const LintSubject& subject, RuleWarnings& warnings) {

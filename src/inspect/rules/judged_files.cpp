@@ -85,13 +85,19 @@ class RuleFinder {
     std::unordered_map<std::string, std::optional<SkipRule>> known_;
 };
 
-LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules, bool hasIncludes) {
+LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules,
+                        const CatalogueConfig& config) {
     const auto rule = rules.RuleFor(item.path);
+    if (rule == SkipRule::SizeThreshold && item.kind == ItemKind::RegularFile) {
+        // No other threshold would get the file sealed if its extension leaves it out.
+        const auto extensionRule = RuleOfExtension(config, std::string(NameOf(item.path)));
+        return ReasonOf(extensionRule.value_or(*rule), item.kind);
+    }
     if (rule) {
         return ReasonOf(*rule, item.kind);
     }
     // The walk could list it before, but now it cannot be listed.
-    const bool isLost = !hasIncludes && item.kind == ItemKind::UnlistableDirectory;
+    const bool isLost = !HasIncludes(config) && item.kind == ItemKind::UnlistableDirectory;
     return isLost ? LeftOutReason::Unlistable : LeftOutReason::NotIncluded;
 }
 
@@ -122,10 +128,10 @@ std::vector<JudgedFile> JudgeFiles(const Selection& selection,
         rules.emplace(LexicalPath(skipped.path), skipped.rule);
     }
     RuleFinder finder(std::move(rules));
-    const bool hasIncludes = HasIncludes(selection.config);
     for (const InventoryItem& item : inventory) {
         if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
-            judged.push_back({item.path, item.sizeBytes, ReasonFor(item, finder, hasIncludes)});
+            judged.push_back(
+                {item.path, item.sizeBytes, ReasonFor(item, finder, selection.config)});
         }
     }
     std::stable_sort(judged.begin(), judged.end(),

@@ -47,6 +47,23 @@ TEST(JudgedFiles, EachRuleHasItsReason) {
     }
 }
 
+TEST(JudgedFiles, ALargeFileThatItsExtensionLeavesOutIsToldByThat) {
+    Selection selection;
+    selection.config.excludedExtensions = {".pdb"};
+    selection.config.skipFilesWithoutExtension = true;
+    const std::vector<InventoryItem> inventory = {{"a.pdb", ItemKind::RegularFile},
+                                                  {"b.pak", ItemKind::RegularFile},
+                                                  {"d.x/c", ItemKind::RegularFile},
+                                                  {"e.pdb", ItemKind::Link}};
+    for (const InventoryItem& item : inventory) {
+        selection.skipped.push_back({"./" + item.path, SkipRule::SizeThreshold});
+    }
+    EXPECT_EQ(Told(selection, inventory), (Pairs{{"a.pdb", LeftOutReason::ExcludedExtension},
+                                                 {"b.pak", LeftOutReason::TooLarge},
+                                                 {"d.x/c", LeftOutReason::NoExtension},
+                                                 {"e.pdb", LeftOutReason::Link}}));
+}
+
 TEST(JudgedFiles, ADirectoryThatIsLostAfterTheWalkIsUnlistable) {
     const std::vector<InventoryItem> inventory = {{"d", ItemKind::UnlistableDirectory}};
     Selection selection;

@@ -325,6 +325,11 @@ TEST(LargeFiles, AreToldWithTheLargest) {
         Paths{"4 2 files above the size threshold of 10.0 MB are left out without a word, the "
               "largest 'b' with 12.0 MB. / Raise exclude_size_threshold, or name the file "
               "itself in include_paths: what is left out can be changed by anybody."});
+    subject.places.patternKey = "exclude_paths";
+    EXPECT_TRUE(Told(LintLargeFiles, subject)
+                    .at(0)
+                    .ends_with("Raise exclude_size_threshold, or name the file in exclude_paths if "
+                               "that is meant: what is left out can be changed by anybody."));
     subject.places.sizeThreshold.reset();
     EXPECT_TRUE(Told(LintLargeFiles, subject).at(0).starts_with("2 files")) << "without a place";
     subject.selection.config.sizeThresholdBytes = static_cast<std::uint64_t>(-1'000'000);
@@ -345,6 +350,10 @@ TEST(UnlistableDirectories, AreTold) {
     Subject subject;
     subject.LeaveOut(LeftOutReason::Unlistable, "a");
     subject.LeaveOut(LeftOutReason::Unlistable, "b");
+    EXPECT_EQ(Told(LintUnlistableDirectories, subject),
+              Paths{"'a' and 'b' cannot be read, so nothing in them is sealed. / Give this user "
+                    "the right to read it, or write patterns that do not take it in."});
+    subject.places.patternKey = "exclude_paths";
     EXPECT_EQ(Told(LintUnlistableDirectories, subject),
               Paths{"'a' and 'b' cannot be read, so nothing in them is sealed. / Give this user "
                     "the right to read it, or exclude it if that is meant."});
