@@ -62,6 +62,12 @@ class InspectTest(EndToEndTest):
         self.assertGreaterEqual(finished.returncode, 0, "no signal ends it")
         return Inspection(finished.returncode, console.to_text(finished.stdout), console.to_text(finished.stderr))
 
+    def assert_json_failure(self, run: Inspection, subject: Dict[str, Any], status: int = ERROR) -> None:
+        """What keeps the report from being made stands in JSON as on standard error, after what was to be looked at."""
+        self.assertRegex(run.errors, r"\Asealkeeper-inspect: .+\n\Z")
+        failure = run.errors[len("sealkeeper-inspect: "):-1]
+        self.assertEqual((run.status, run.json()), (status, {**subject, "failure": failure, "status": status}))
+
     def warnings_of(self, report: Dict[str, Any]) -> List[str]:
         """The messages of a report's warnings."""
         return [warning["message"] for warning in report["warnings"]]

@@ -107,9 +107,13 @@ class Compare(InspectTest):
         self.assertEqual(document["unchanged"], 3000 - 15 - 29)
         self.assertEqual(self.paths(document["changed"]), sorted(self.paths(document["changed"])))
 
-    def assert_trouble(self, run: Inspection, path: Path, reason: str) -> None:
-        self.assertEqual((run.status, run.output), (TROUBLE, ""))
-        self.assertEqual(run.errors, f"sealkeeper-inspect: '{path}': {reason}\n")
+    def assert_trouble(self, old: Path, new: Path, path: Path, reason: str) -> None:
+        run = self.inspect("compare", old, new)
+        errors = f"sealkeeper-inspect: '{path}': {reason}\n"
+        self.assertEqual((run.status, run.output, run.errors), (TROUBLE, "", errors))
+        run = self.inspect("compare", "--json", old, new)
+        self.assertEqual(run.errors, errors)
+        self.assert_json_failure(run, {"old": {"file": str(old)}, "new": {"file": str(new)}}, TROUBLE)
 
     def test_trouble(self) -> None:
         good = self.put("good", [entry_of_bytes("a", b"1")])
@@ -127,11 +131,11 @@ class Compare(InspectTest):
         for name, (content, reason) in cases.items():
             with self.subTest(name=name):
                 bad.write_bytes(content)
-                self.assert_trouble(self.inspect("compare", bad, good), bad, reason)
-                self.assert_trouble(self.inspect("compare", "--json", good, bad), bad, reason)
+                self.assert_trouble(bad, good, bad, reason)
+                self.assert_trouble(good, bad, bad, reason)
         gone = self.directory / "gone"
-        self.assert_trouble(self.inspect("compare", good, gone), gone, "cannot be read: No such file or directory")
-        self.assert_trouble(self.inspect("compare", self.game, good), self.game, "cannot be read: it is a directory")
+        self.assert_trouble(good, gone, gone, "cannot be read: No such file or directory")
+        self.assert_trouble(self.game, good, self.game, "cannot be read: it is a directory")
 
     def test_usage(self) -> None:
         for arguments in (["compare"], ["compare", "a"], ["compare", "a", "b", "c"], ["compare", "a", "b", "--nix"]):

@@ -4,6 +4,7 @@ import os
 import random
 import subprocess
 import unittest
+from dataclasses import replace
 from pathlib import Path
 from typing import Any, Dict, List, Optional
 
@@ -337,6 +338,22 @@ class Refusals(Rules):
         run = self.inspect("rules", config_file, "--game", "nowhere")
         self.assertEqual((run.status, run.errors),
                          (ERROR, "sealkeeper-inspect: 'nowhere': No such file or directory\n"))
+
+    def test_what_keeps_a_report_from_being_made_is_told_as_json(self) -> None:
+        good = self.write_config(config('include_paths = ["a"]'))
+        self.write("a", b"1")
+        page = self.game / "page.html"
+        cases = (("missing.cfg", self.game), (str(self.game), self.game), (str(good), "nowhere"), (str(good), good),
+                 (str(good), self.game, "--html", page), ("no UTF-8 \udcff", self.game))
+        for config_file, game, *options in cases:
+            with self.subTest(config_file=config_file, game=game):
+                run = self.inspect("rules", config_file, "--game", game, "--json", *options)
+                subject = {"configFile": config_file, "gameDirectory": str(game)}
+                if "\udcff" in config_file:
+                    subject = {"configFile": "no UTF-8 \ufffd", "configFileHex": "6e6f205554462d3820ff",
+                               "gameDirectory": str(game)}
+                    run = replace(run, errors=run.errors.replace("\udcff", "\ufffd"))
+                self.assert_json_failure(run, subject)
 
     def test_a_report_that_cannot_be_written_is_no_good_one(self) -> None:
         self.write("bin/a", b"1")

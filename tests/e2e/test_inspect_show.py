@@ -439,7 +439,11 @@ class NotRead(InspectTest):
         run = self.inspect("show", path)
         self.assertEqual(run.status, ERROR)
         self.assertEqual(run.output, "")
-        self.assertEqual(run.errors, f"sealkeeper-inspect: '{path}': cannot be read: {reason}\n")
+        errors = f"sealkeeper-inspect: '{path}': cannot be read: {reason}\n"
+        self.assertEqual(run.errors, errors)
+        run = self.inspect("show", path, "--json")
+        self.assertEqual(run.errors, errors)
+        self.assert_json_failure(run, {"file": str(path)})
 
     def test_reasons(self) -> None:
         self.assert_unread(self.directory / "gone", "No such file or directory")

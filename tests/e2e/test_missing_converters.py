@@ -4,6 +4,7 @@ The system cannot convert text there, and an error text replaces each name that 
 signed, looked up or shown. ASCII names need no converter.
 """
 
+import json
 import os
 import re
 import shutil
@@ -256,8 +257,12 @@ if INSPECT is not None:
             for options in ((), ("--json",), ("--html", "/page.html")):
                 with self.subTest(options=options):
                     run = self.rules(*options)
-                    self.assertEqual((run.returncode, run.stdout), (2, b""))
+                    self.assertEqual(run.returncode, 2)
                     self.assertEqual(run.stderr, b"sealkeeper-inspect: " + MESSAGE_TEXT.encode() + b"\n")
+                    if "--json" in options:
+                        self.assertEqual(json.loads(run.stdout)["failure"], MESSAGE_TEXT)
+                    else:
+                        self.assertEqual(run.stdout, b"")
                     self.assertFalse((self.root / "page.html").exists())
 
         def test_rules_that_an_alias_is_matched_by(self) -> None:

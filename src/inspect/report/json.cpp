@@ -20,4 +20,9 @@ void AddFileName(Json& object, const std::string& name, const std::string& fileN
     }
 }
 
+void AddFailure(Json& object, const std::string& failure, int status) {
+    object["failure"] = failure;
+    object["status"] = status;
+}
+
 }  // namespace sealkeeper

@@ -18,6 +18,10 @@ using Json = nlohmann::ordered_json;
 // `name` + "Hex".
 void AddFileName(Json& object, const std::string& name, const std::string& fileName);
 
+// Adds `failure`, why there is no report, and `status`, the exit status, to an object that says
+// what was to be looked at.
+void AddFailure(Json& object, const std::string& failure, int status);
+
 }  // namespace sealkeeper
 
 #endif

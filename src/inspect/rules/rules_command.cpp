@@ -36,23 +36,23 @@ std::string SystemReason(int systemError) {
     return std::strerror(systemError);
 }
 
-// The contents of the file. Empty, with the reason on standard error, if it cannot be read.
-std::optional<std::string> ReadText(const std::string& path, Console& console) {
+// The contents of the file. Empty, with the reason in `failure`, if it cannot be read.
+std::optional<std::string> ReadText(const std::string& path, std::string& failure) {
     errno = 0;
     const auto bytes = ReadWholeFile(path);
     const int systemError = errno;
     if (!bytes) {
-        console.Fail("'" + path + "': " + CannotBeRead(path, systemError));
+        failure = "'" + path + "': " + CannotBeRead(path, systemError);
         return std::nullopt;
     }
     return std::string(bytes->begin(), bytes->end());
 }
 
-// The absolute form of `path`. Empty, with the reason on standard error, if it cannot be resolved.
-std::optional<std::string> Resolve(const std::string& path, Console& console) {
+// The absolute form of `path`. Empty, with the reason in `failure`, if it cannot be resolved.
+std::optional<std::string> Resolve(const std::string& path, std::string& failure) {
     auto resolved = ResolvePath(path);
     if (!resolved) {
-        console.Fail("'" + path + "': " + SystemReason(errno));
+        failure = "'" + path + "': " + SystemReason(errno);
     }
     return resolved;
 }
@@ -72,16 +72,16 @@ std::string WrittenPath(const std::string& path) {
 }
 
 // Whether the page may be written to the absolute `path`: it must replace neither the rules nor
-// anything in the game. If not, the reason is on standard error.
+// anything in the game. If not, the reason is in `failure`.
 bool MayBePage(const std::string& path, const std::string& configFile,
-               const std::string& gameDirectory, Console& console) {
+               const std::string& gameDirectory, std::string& failure) {
     const std::string resolved = WrittenPath(path);
     if (resolved == configFile) {
-        console.Fail("'" + path + "': is the configuration file");
+        failure = "'" + path + "': is the configuration file";
         return false;
     }
     if (IsBelow(resolved, gameDirectory)) {
-        console.Fail("'" + path + "': lies in the game, to which nothing is written");
+        failure = "'" + path + "': lies in the game, to which nothing is written";
         return false;
     }
     return true;
@@ -113,31 +113,44 @@ int ShowReport(const RulesReport& report, const RulesOptions& options, const std
     return StatusOf(report);
 }
 
-int RunRulesCommand(const RulesOptions& options, Console& console) {
-    const auto configFile = Resolve(options.configFile, console);
-    if (!configFile) {
-        return kStatusError;
+// Makes `report`, and `pageFile` absolute; false, with the reason in `failure`, when it cannot be
+// made. The game directory is then the current one.
+bool MakeReport(const RulesOptions& options, RulesReport& report, std::string& pageFile,
+                std::string& failure) {
+    const auto configFile = Resolve(options.configFile, failure);
+    const auto text = configFile ? ReadText(options.configFile, failure) : std::nullopt;
+    const auto gameDirectory = text ? Resolve(options.gameDirectory, failure) : std::nullopt;
+    if (!gameDirectory) {
+        return false;
     }
-    const auto text = ReadText(options.configFile, console);
-    const auto gameDirectory = Resolve(options.gameDirectory, console);
-    if (!text || !gameDirectory) {
-        return kStatusError;
-    }
-    const std::string pageFile = FromHere(options.pageFile);
-    if (!options.pageFile.empty() && !MayBePage(pageFile, *configFile, *gameDirectory, console)) {
-        return kStatusError;
+    pageFile = FromHere(options.pageFile);
+    if (!options.pageFile.empty() && !MayBePage(pageFile, *configFile, *gameDirectory, failure)) {
+        return false;
     }
     if (chdir(gameDirectory->c_str()) != 0) {
-        console.Fail("'" + options.gameDirectory + "': " + SystemReason(errno));
-        return kStatusError;
+        failure = "'" + options.gameDirectory + "': " + SystemReason(errno);
+        return false;
     }
-    RulesReport report;
     if (RunRules({options.configFile, *text, *gameDirectory, options.outputName}, report) !=
         ResultCode::Ok) {
-        console.Fail(LastLoggedError());
-        return kStatusError;
+        failure = LastLoggedError();
+        return false;
     }
-    return ShowReport(report, options, pageFile, console);
+    return true;
+}
+
+int RunRulesCommand(const RulesOptions& options, Console& console) {
+    RulesReport report;
+    std::string pageFile;
+    std::string failure;
+    if (MakeReport(options, report, pageFile, failure)) {
+        return ShowReport(report, options, pageFile, console);
+    }
+    if (options.isJson) {
+        console.Write(RulesFailureJson(options.configFile, options.gameDirectory, failure));
+    }
+    console.Fail(failure);
+    return kStatusError;
 }
 
 }  // namespace

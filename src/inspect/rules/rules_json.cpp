@@ -3,10 +3,19 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "inspect/report/command_status.h"
 #include "inspect/report/json.h"
 
 namespace sealkeeper {
 namespace {
+
+// What is looked at.
+Json SubjectJson(const std::string& configFile, const std::string& gameDirectory) {
+    Json json;
+    AddFileName(json, "configFile", configFile);
+    AddFileName(json, "gameDirectory", gameDirectory);
+    return json;
+}
 
 Json FileJson(const JudgedFile& file) {
     Json json;
@@ -67,13 +76,18 @@ std::string RulesJson(const RulesReport& report) {
     for (const RuleWarning& warning : report.warnings) {
         warnings.push_back(WarningJson(warning));
     }
-    Json json;
-    AddFileName(json, "configFile", report.configFile);
-    AddFileName(json, "gameDirectory", report.gameDirectory);
+    Json json = SubjectJson(report.configFile, report.gameDirectory);
     json["refusal"] = RefusalJson(report.refusal);
     json["files"] = std::move(files);
     json["warnings"] = std::move(warnings);
     json["totals"] = TotalsJson(TotalsOf(report));
+    return JsonText(json);
+}
+
+std::string RulesFailureJson(const std::string& configFile, const std::string& gameDirectory,
+                             const std::string& failure) {
+    Json json = SubjectJson(configFile, gameDirectory);
+    AddFailure(json, failure, kStatusError);
     return JsonText(json);
 }
 

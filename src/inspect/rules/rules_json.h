@@ -13,6 +13,12 @@ namespace sealkeeper {
 // member: `configFileHex`, `gameDirectoryHex`, and `pathHex` of a file.
 [[nodiscard]] std::string RulesJson(const RulesReport& report);
 
+// Why there is no report: `configFile` and `gameDirectory` as they were given, `failure` and
+// `status`.
+[[nodiscard]] std::string RulesFailureJson(const std::string& configFile,
+                                           const std::string& gameDirectory,
+                                           const std::string& failure);
+
 }  // namespace sealkeeper
 
 #endif

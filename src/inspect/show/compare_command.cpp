@@ -63,8 +63,13 @@ std::optional<ComparedCatalogue> ReadToCompare(const std::string& path, std::str
     return std::nullopt;
 }
 
-int Fail(const std::string& path, const std::string& failure, Console& console) {
-    console.Fail("'" + path + "': " + failure);
+int Fail(const CompareOptions& options, const std::string& path, const std::string& reason,
+         Console& console) {
+    const std::string failure = "'" + path + "': " + reason;
+    if (options.isJson) {
+        WriteCompareFailureJson(options.paths, failure, kTrouble, console);
+    }
+    console.Fail(failure);
     return kTrouble;
 }
 
@@ -73,15 +78,15 @@ int Compare(const CompareOptions& options, Console& console) {
     std::string failure;
     auto before = ReadToCompare(options.paths.before, failure);
     if (!before) {
-        return Fail(options.paths.before, failure, console);
+        return Fail(options, options.paths.before, failure, console);
     }
     auto after = ReadToCompare(options.paths.after, failure);
     if (!after) {
-        return Fail(options.paths.after, failure, console);
+        return Fail(options, options.paths.after, failure, console);
     }
     // Otherwise the converter's error text would be compared in place of names.
     if (converter.RequireSound() != ResultCode::Ok) {
-        return Fail(options.paths.after, LastLoggedError(), console);
+        return Fail(options, options.paths.after, LastLoggedError(), console);
     }
     const CatalogueDifference difference = DifferenceOf(std::move(*before), std::move(*after));
     if (options.isJson) {

@@ -10,9 +10,14 @@
 namespace sealkeeper {
 namespace {
 
-Json SideJson(const std::string& path, const CatalogueSum& sum) {
+Json SideJson(const std::string& path) {
     Json json;
     AddFileName(json, "file", path);
+    return json;
+}
+
+Json SideJson(const std::string& path, const CatalogueSum& sum) {
+    Json json = SideJson(path);
     json["files"] = sum.files;
     json["bytes"] = sum.bytes;
     return json;
@@ -56,6 +61,13 @@ void WriteCompareJson(const ComparedPaths& paths, const CatalogueDifference& dif
     WriteEntries("added", difference.added, EntryJson, stream);
     WriteEntries("changed", difference.changed, ChangeJson, stream);
     stream.Finish();
+}
+
+void WriteCompareFailureJson(const ComparedPaths& paths, const std::string& failure, int status,
+                             Console& console) {
+    Json json = {{"old", SideJson(paths.before)}, {"new", SideJson(paths.after)}};
+    AddFailure(json, failure, status);
+    console.Write(JsonText(json));
 }
 
 }  // namespace sealkeeper

@@ -20,6 +20,10 @@ void WriteCompareText(const ComparedPaths& paths, const CatalogueDifference& dif
 void WriteCompareJson(const ComparedPaths& paths, const CatalogueDifference& difference,
                       Console& console);
 
+// Writes why they cannot be compared, and the exit status.
+void WriteCompareFailureJson(const ComparedPaths& paths, const std::string& failure, int status,
+                             Console& console);
+
 }  // namespace sealkeeper
 
 #endif

@@ -15,18 +15,25 @@
 namespace sealkeeper {
 namespace {
 
+int Fail(const ShowOptions& options, const std::string& reason, Console& console) {
+    const std::string failure = "'" + options.path + "': " + reason;
+    if (options.isJson) {
+        WriteShowFailureJson(options.path, failure, console);
+    }
+    console.Fail(failure);
+    return kStatusError;
+}
+
 int Show(const ShowOptions& options, Console& console) {
     const ConverterWatch converter;
     std::string failure;
     const auto file = ReadFileToShow(options.path, options.productId, failure);
     if (!file) {
-        console.Fail("'" + options.path + "': " + failure);
-        return kStatusError;
+        return Fail(options, failure, console);
     }
     // Otherwise the converter's error text would be shown in place of paths.
     if (converter.RequireSound() != ResultCode::Ok) {
-        console.Fail("'" + options.path + "': " + LastLoggedError());
-        return kStatusError;
+        return Fail(options, LastLoggedError(), console);
     }
     if (options.isJson) {
         WriteShowJson(*file, options, console);

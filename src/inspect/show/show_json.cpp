@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "inspect/report/command_status.h"
 #include "inspect/report/hex_text.h"
 #include "inspect/report/json.h"
 #include "inspect/show/entry_oddities.h"
@@ -172,6 +173,13 @@ void WriteShowJson(const FileToShow& file, const ShowOptions& options, Console& 
         WriteEntries(file, options, stream);
     }
     stream.Finish();
+}
+
+void WriteShowFailureJson(const std::string& path, const std::string& failure, Console& console) {
+    Json json;
+    AddFileName(json, "file", path);
+    AddFailure(json, failure, kStatusError);
+    console.Write(JsonText(json));
 }
 
 }  // namespace sealkeeper
