@@ -304,6 +304,9 @@ class Traps(Rules):
             "The extension '.PDB' leaves nothing out, and '.pdb' files are sealed: letter case counts.",
             'Write ".pdb".', '.PDB"')
 
+    def test_an_extension_that_no_file_has_is_a_precaution(self) -> None:
+        self.assertEqual(self.report('include_paths = ["bin"] exclude_extensions = [".pdb"]', GOOD)["warnings"], [])
+
 
 class Refusals(Rules):
     """If generate would end without a catalogue, the report says so."""
