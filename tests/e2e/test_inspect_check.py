@@ -267,13 +267,13 @@ class Formats(CheckTest):
             "base.bin: 5 files\n"
             "runtime.conf: good\n"
             "\n"
-            "24 FileVerificationSizeMismatch  data/b.pak\n"
+            "24 (FileVerificationSizeMismatch)  data/b.pak\n"
             "\n"
             "1 file that no catalogue lists:\n"
             "  new\n"
             "\n"
-            "5 files: 4 Ok (0), 1 FileVerificationSizeMismatch (24)\n"
-            "Status 24 FileVerificationSizeMismatch\n",
+            "5 files: 4 with 0 (Ok), 1 with 24 (FileVerificationSizeMismatch)\n"
+            "Status 24 (FileVerificationSizeMismatch)\n",
         )
 
     def test_json_is_the_same_as_its_format(self) -> None:
@@ -336,7 +336,7 @@ class Formats(CheckTest):
         cases = self.junit()
         failure = cases["base.bin", "z.dat"].find("failure")
         self.assertIsNotNone(failure)
-        self.assertEqual(failure.attrib, {"type": "26", "message": "FileVerificationHashMismatch"})
+        self.assertEqual(failure.attrib, {"type": "26", "message": "26 (FileVerificationHashMismatch)"})
         self.assertEqual(len(cases["mod1.bin", "mods/x"]), 0)
         self.assertIn("unlisted file", cases["additions", "new"].find("skipped").get("message"))
         self.assertEqual(self.junit("--strict")["additions", "new"].find("failure").get("type"), "40")
@@ -387,7 +387,7 @@ class Formats(CheckTest):
 
     def test_verbose_text_has_the_good_files(self) -> None:
         self.assertNotIn("data/b.pak", self.check().output)
-        self.assertIn("0 Ok  data/b.pak\n", self.check("--verbose").output)
+        self.assertIn("0 (Ok)  data/b.pak\n", self.check("--verbose").output)
 
     def test_jobs_change_nothing(self) -> None:
         self.write("data/b.pak", changed_at(CONTENTS["data/b.pak"], CHUNK_SIZE))
@@ -436,8 +436,8 @@ class Failures(CheckTest):
         (self.output / "base.cer").unlink()
         self.assertEqual(
             self.check().errors,
-            "sealkeeper-inspect: 'Quorvane/Certificates/base.bin': the certificate beside it cannot be read: "
-            "No such file or directory (27 CertIOError)\n",
+            "sealkeeper-inspect: 'Quorvane/Certificates/base.bin': 27 (CertIOError): "
+            "the certificate beside it cannot be read: No such file or directory\n",
         )
 
     def test_relative_directory(self) -> None:

@@ -192,7 +192,7 @@ class Traps(Rules):
         self.become_unprivileged()
         (self.game / "bin/secret").chmod(0)
         report = self.report('include_paths = ["bin"]', ERROR)
-        self.assertEqual(report["refusal"], {"code": 7, "message": "'./bin/secret' cannot be read by this user."})
+        self.assertEqual(report["refusal"], {"code": 7, "result": "CatalogueError", "message": "'./bin/secret' cannot be read by this user."})
         self.assertIn("'bin/secret' cannot be read by this user: generate fails at it.", self.warnings_of(report))
         generated = self.run_program(*self.generate_arguments(
             config_file=self.directory / "game.cfg", credentials=self.readable_credentials()))
@@ -228,7 +228,7 @@ class Traps(Rules):
         self.report('include_paths = ["bin"]', GOOD)
         self.write(name + "e", b"x")
         report = self.report('include_paths = ["bin"]', ERROR)
-        self.assertEqual(report["refusal"], {"code": 7, "message": f"Path too long for the catalogue: './{name}e'."})
+        self.assertEqual(report["refusal"], {"code": 7, "result": "CatalogueError", "message": f"Path too long for the catalogue: './{name}e'."})
         self.assertIn(
             f"'{name}e' is longer than the 255 UTF-16 units that a catalogue has room for: generate fails at it.",
             self.warnings_of(report))
@@ -315,7 +315,8 @@ class Refusals(Rules):
         config_file = self.write_config(text)
         run = self.inspect("rules", config_file, "--game", self.game, "--json")
         self.assertEqual((run.status, run.errors), (ERROR, ""))
-        self.assertEqual(run.json()["refusal"], {"code": code, "message": message})
+        refusal = run.json()["refusal"]
+        self.assertEqual((refusal["code"], refusal["message"]), (code, message))
         generated = self.run_program(*self.generate_arguments(config_file=config_file))
         self.assertEqual(generated.status, code)
 

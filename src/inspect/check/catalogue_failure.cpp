@@ -4,6 +4,7 @@
 #include <array>
 
 #include "catalogue/certificate_path.h"
+#include "inspect/report/code_text.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/x509/certificate_refusal.h"
 
@@ -55,9 +56,7 @@ std::string CauseOf(const CatalogueFailure& failure) {
 }  // namespace
 
 std::string CatalogueFailureText(const CatalogueFailure& failure) {
-    return "'" + failure.path + "': " + CauseOf(failure) + " (" +
-           std::to_string(ResultCodeNumber(failure.code)) + " " + ResultFailureText(failure.code) +
-           ")";
+    return "'" + failure.path + "': " + CodeText(failure.code) + ": " + CauseOf(failure);
 }
 
 }  // namespace sealkeeper

@@ -18,7 +18,7 @@ struct CatalogueFailure {
     std::string loggedCause;
 };
 
-// "'Quorvane/Certificates/mod.bin': it is damaged or cut off, or no catalogue (9 FileInvalid)".
+// "'Quorvane/Certificates/mod.bin': 9 (FileInvalid): it is damaged or cut off, or no catalogue".
 [[nodiscard]] std::string CatalogueFailureText(const CatalogueFailure& failure);
 
 }  // namespace sealkeeper

@@ -9,9 +9,9 @@ namespace sealkeeper {
 namespace {
 
 Json VerificationJson(const CheckReport& report) {
-    Json verification = {{"code", ResultCodeNumber(report.code)},
-                         {"result", ResultCodeText(report.code)},
-                         {"isComplete", report.failure.empty()}};
+    Json verification;
+    AddCode(verification, report.code);
+    verification["isComplete"] = report.failure.empty();
     if (!report.failure.empty()) {
         verification["failure"] = report.failure;
     }
@@ -21,10 +21,9 @@ Json VerificationJson(const CheckReport& report) {
 Json CataloguesJson(const CheckReport& report) {
     Json catalogues = Json::array();
     for (const CheckedCatalogue& catalogue : report.catalogues) {
-        catalogues.push_back({{"name", catalogue.name},
-                              {"files", catalogue.files},
-                              {"code", ResultCodeNumber(catalogue.code)},
-                              {"result", ResultCodeText(catalogue.code)}});
+        Json json = {{"name", catalogue.name}, {"files", catalogue.files}};
+        AddCode(json, catalogue.code);
+        catalogues.push_back(std::move(json));
     }
     return catalogues;
 }
@@ -32,12 +31,12 @@ Json CataloguesJson(const CheckReport& report) {
 Json FilesJson(const CheckReport& report) {
     Json files = Json::array();
     for (const CheckedFile& file : report.files) {
-        files.push_back({{"path", file.path},
-                         {"catalogue", report.catalogues[file.catalogueIndex].name},
-                         {"bytes", file.listedSizeBytes},
-                         {"code", ResultCodeNumber(file.code)},
-                         {"result", ResultCodeText(file.code)},
-                         {"isAliased", file.isAliased}});
+        Json json = {{"path", file.path},
+                     {"catalogue", report.catalogues[file.catalogueIndex].name},
+                     {"bytes", file.listedSizeBytes}};
+        AddCode(json, file.code);
+        json["isAliased"] = file.isAliased;
+        files.push_back(std::move(json));
     }
     return files;
 }
@@ -45,8 +44,10 @@ Json FilesJson(const CheckReport& report) {
 Json SummaryJson(const CheckReport& report) {
     Json summary = Json::array();
     for (const auto& [code, count] : CountsByCode(report)) {
-        summary.push_back(
-            {{"code", ResultCodeNumber(code)}, {"result", ResultCodeText(code)}, {"files", count}});
+        Json json;
+        AddCode(json, code);
+        json["files"] = count;
+        summary.push_back(std::move(json));
     }
     return summary;
 }
@@ -56,10 +57,8 @@ Json RuntimeConfigurationJson(const CheckReport& report) {
     if (!report.runtimeConfiguration) {
         return nullptr;
     }
-    const ResultCode code = CodeOf(*report.runtimeConfiguration);
-    Json json = {{"state", RuntimeConfigurationVerdictText(*report.runtimeConfiguration)},
-                 {"code", ResultCodeNumber(code)},
-                 {"result", ResultCodeText(code)}};
+    Json json = {{"state", RuntimeConfigurationVerdictText(*report.runtimeConfiguration)}};
+    AddCode(json, CodeOf(*report.runtimeConfiguration));
     if (!report.runtimeConfigurationFailure.empty()) {
         json["failure"] = report.runtimeConfigurationFailure;
     }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "inspect/report/code_text.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -61,7 +63,7 @@ JunitCase FileCase(const CheckedFile& file, const std::string& catalogue) {
     if (file.code != ResultCode::Ok) {
         test.outcome = Outcome::Failure;
         test.type = NumberText(file.code);
-        test.message = ResultFailureText(file.code);
+        test.message = CodeText(file.code);
         test.message += file.isAliased ? ": the path is that of an alias" : "";
     }
     return test;

@@ -5,14 +5,11 @@
 #include <cstdint>
 
 #include "inspect/report/aligned_text.h"
+#include "inspect/report/code_text.h"
 #include "inspect/report/number_text.h"
 
 namespace sealkeeper {
 namespace {
-
-std::string CodeText(ResultCode code) {
-    return std::to_string(ResultCodeNumber(code)) + " " + ResultCodeText(code);
-}
 
 std::size_t WidestCode(const CheckReport& report) {
     std::size_t widest = 0;
@@ -141,13 +138,12 @@ std::string AdditionsText(const CheckReport& report, bool isVerbose, const Conso
     return text;
 }
 
-// "412 files: 410 Ok (0), 2 FileVerificationIOError (23)".
+// "412 files: 410 with 0 (Ok), 2 with 23 (FileVerificationIOError)".
 std::string SummaryText(const CheckReport& report) {
     std::string text = CountText(report.files.size(), "file");
     const char* separator = ": ";
     for (const auto& [code, count] : CountsByCode(report)) {
-        text += separator + GroupedNumber(count) + " " + ResultCodeText(code) + " (" +
-                std::to_string(ResultCodeNumber(code)) + ")";
+        text += separator + GroupedNumber(count) + " with " + CodeText(code);
         separator = ", ";
     }
     return text + "\n";

@@ -11,6 +11,7 @@
 #include "inspect/check/file_progress.h"
 #include "inspect/check/game_additions.h"
 #include "inspect/report/capped_sum.h"
+#include "inspect/report/code_text.h"
 #include "inspect/report/logged_error.h"
 #include "platform/text_encoding.h"
 
@@ -29,7 +30,7 @@ std::string SearchFailureText(ResultCode code, int systemError, const std::strin
 // reason.
 ResultCode EndWith(ResultCode code, std::string failure, CheckReport& report) {
     report.code = code;
-    report.failure = failure.empty() ? ResultFailureText(code) : std::move(failure);
+    report.failure = failure.empty() ? CodeText(code) : std::move(failure);
     return code;
 }
 

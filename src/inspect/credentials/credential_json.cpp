@@ -72,7 +72,6 @@ Json GivenListJson(const GivenListFacts& list, UtcTime now) {
 
 std::string CredentialJson(const CredentialFacts& facts, const CredentialFindings& findings,
                            UtcTime now) {
-    const ResultCode code = GenerateCode(facts);
     Json report = {{"certificate", CertificateJson(facts, now)}};
     if (facts.productId) {
         report["productId"] = *facts.productId;
@@ -86,7 +85,7 @@ std::string CredentialJson(const CredentialFacts& facts, const CredentialFinding
     report["builtIn"] = {{"authority", AuthorityJson(facts.trust.authority, now)},
                          {"revocationList", BuiltInListJson(facts.trust.revocationList, now)}};
     report["findings"] = FindingsJson(findings);
-    report["generate"] = {{"code", ResultCodeNumber(code)}, {"result", ResultCodeText(code)}};
+    AddCode(report["generate"], GenerateCode(facts));
     report["status"] = StatusOf(findings);
     return JsonText(report);
 }

@@ -4,6 +4,7 @@
 #include "inspect/credentials/detail_text.h"
 #include "inspect/credentials/fact_table.h"
 #include "inspect/credentials/finding_text.h"
+#include "inspect/report/code_text.h"
 #include "inspect/report/name_list.h"
 
 namespace sealkeeper {

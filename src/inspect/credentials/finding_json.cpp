@@ -15,7 +15,7 @@ Json FindingsJson(const CredentialFindings& findings) {
             object["command"] = finding.cure.command;
         }
         if (finding.code) {
-            object["code"] = ResultCodeNumber(*finding.code);
+            AddCode(object, *finding.code);
         }
         array.push_back(std::move(object));
     }

@@ -1,5 +1,7 @@
 #include "inspect/credentials/finding_text.h"
 
+#include "inspect/report/code_text.h"
+
 namespace sealkeeper {
 namespace {
 
@@ -14,12 +16,6 @@ Style StyleOf(FindingSeverity severity) {
 }
 
 }  // namespace
-
-std::string CodeText(ResultCode code) {
-    const char* const text =
-        code == kPrivateKeyFileMissing ? "the private key is missing" : ResultCodeText(code);
-    return std::to_string(ResultCodeNumber(code)) + " (" + text + ")";
-}
 
 std::string FindingsText(const CredentialFindings& findings, const Console& console) {
     std::string text;

@@ -9,10 +9,6 @@
 
 namespace sealkeeper {
 
-// The number of `code` with its text: "31 (CertificateCNMismatch - check ProductId)". The code of a
-// missing key has no text of its own, so words are given here.
-[[nodiscard]] std::string CodeText(ResultCode code);
-
 // For each finding the message, and on further lines its code, its cure and the command, if there
 // are any. An empty line follows the last. Empty if there are no findings.
 [[nodiscard]] std::string FindingsText(const CredentialFindings& findings, const Console& console);

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "inspect/report/code_text.h"
 #include "inspect/report/hex_text.h"
 #include "inspect/report/utf8_text.h"
 
@@ -23,6 +24,11 @@ void AddFileName(Json& object, const std::string& name, const std::string& fileN
 void AddFailure(Json& object, const std::string& failure, int status) {
     object["failure"] = failure;
     object["status"] = status;
+}
+
+void AddCode(Json& object, ResultCode code) {
+    object["code"] = ResultCodeNumber(code);
+    object["result"] = CodeName(code);
 }
 
 }  // namespace sealkeeper

@@ -5,6 +5,8 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 
+#include "app/result_code.h"
+
 namespace sealkeeper {
 
 // Members keep the order in which they were added.
@@ -21,6 +23,9 @@ void AddFileName(Json& object, const std::string& name, const std::string& fileN
 // Adds `failure`, why there is no report, and `status`, the exit status, to an object that says
 // what was to be looked at.
 void AddFailure(Json& object, const std::string& failure, int status);
+
+// Adds `code`, the number of a result code, and `result`, its name.
+void AddCode(Json& object, ResultCode code);
 
 }  // namespace sealkeeper
 

@@ -60,7 +60,7 @@ Json RefusalJson(const std::optional<Refusal>& refusal) {
         return nullptr;
     }
     Json json;
-    json["code"] = ResultCodeNumber(refusal->code);
+    AddCode(json, refusal->code);
     json["message"] = refusal->message;
     return json;
 }

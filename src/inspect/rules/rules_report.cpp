@@ -1,5 +1,6 @@
 #include "inspect/rules/rules_report.h"
 
+#include "inspect/report/code_text.h"
 #include "inspect/report/command_status.h"
 
 namespace sealkeeper {
@@ -41,8 +42,7 @@ const char* LeftOutReasonText(LeftOutReason reason) {
 }
 
 std::string RefusalText(const Refusal& refusal) {
-    return "generate fails with code " + std::to_string(ResultCodeNumber(refusal.code)) + ": " +
-           refusal.message;
+    return "generate fails with " + CodeText(refusal.code) + ": " + refusal.message;
 }
 
 RulesTotals TotalsOf(const RulesReport& report) {

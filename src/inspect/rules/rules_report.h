@@ -72,7 +72,7 @@ struct RulesReport {
     std::optional<Refusal> refusal = std::nullopt;
 };
 
-// "generate fails with code 4: ", followed by the message.
+// "generate fails with 4 (InitFailedConfig): ", followed by the message.
 [[nodiscard]] std::string RefusalText(const Refusal& refusal);
 
 [[nodiscard]] RulesTotals TotalsOf(const RulesReport& report);

@@ -9,6 +9,7 @@
 #include "catalogue/catalogue_format.h"
 #include "catalogue/catalogue_signature.h"
 #include "catalogue/certificate_path.h"
+#include "inspect/report/code_text.h"
 #include "inspect/report/number_text.h"
 #include "inspect/report/unread_reason.h"
 #include "inspect/x509/certificate_refusal.h"
@@ -44,8 +45,7 @@ std::string TrustRefusal(ResultCode code, Certificate& certificate) {
         return "the certificate was issued by a certificate other than the built-in authority, as a mod's is";
     }
     const std::string refusal = CertificateRefusal(code, "the certificate");
-    return refusal.empty() ? std::string("the certificate is not good: ") + ResultFailureText(code)
-                           : refusal;
+    return refusal.empty() ? "the certificate is not good: " + CodeText(code) : refusal;
 }
 
 SignerTrust TrustOf(ByteView certificateBytes, Certificate& certificate,

@@ -23,33 +23,35 @@ class CatalogueFailureTest : public testing::Test {
 
 TEST_F(CatalogueFailureTest, CodesThatSayTheCause) {
     EXPECT_EQ(TextOf(ResultCode::FileInvalid),
-              "'c/mod.bin': it is damaged or cut off, or no catalogue (9 FileInvalid)");
-    EXPECT_EQ(TextOf(ResultCode::CertificateCNMismatch),
-              "'c/mod.bin': the certificate beside it is of another product id than 'Product' "
-              "(31 CertificateCNMismatch - check ProductId)");
+              "'c/mod.bin': 9 (FileInvalid): it is damaged or cut off, or no catalogue");
+    EXPECT_EQ(
+        TextOf(ResultCode::CertificateCNMismatch),
+        "'c/mod.bin': 31 (CertificateCNMismatch - check ProductId): the certificate beside it is of "
+        "another product id than 'Product'");
     EXPECT_EQ(TextOf(ResultCode::CatalogueError),
-              "'c/mod.bin': its name is not UTF-8 (7 CatalogueError)");
-    EXPECT_EQ(TextOf(ResultCode::Aborted), "'c/mod.bin': it cannot be used (28 Aborted)");
+              "'c/mod.bin': 7 (CatalogueError): its name is not UTF-8");
+    EXPECT_EQ(TextOf(ResultCode::Aborted), "'c/mod.bin': 28 (Aborted): it cannot be used");
 }
 
-TEST_F(CatalogueFailureTest, LoggedCauseGoesFirst) {
+TEST_F(CatalogueFailureTest, LoggedCauseIsTakenWhereThereIsOne) {
     EXPECT_EQ(TextOf(ResultCode::CatalogueError, "Not enough memory for the catalogue."),
-              "'c/mod.bin': Not enough memory for the catalogue (7 CatalogueError)");
+              "'c/mod.bin': 7 (CatalogueError): Not enough memory for the catalogue");
 }
 
 TEST_F(CatalogueFailureTest, ReasonOfTheSystem) {
     EXPECT_EQ(TextOf(ResultCode::CatalogueIOError),
-              "'c/mod.bin': it cannot be read: No such file or directory (8 CatalogueIOError)");
+              "'c/mod.bin': 8 (CatalogueIOError): it cannot be read: No such file or directory");
     std::filesystem::create_directories("c/mod.bin");
     EXPECT_EQ(TextOf(ResultCode::CatalogueIOError),
-              "'c/mod.bin': it cannot be read: it is a directory (8 CatalogueIOError)");
+              "'c/mod.bin': 8 (CatalogueIOError): it cannot be read: it is a directory");
     EXPECT_EQ(TextOf(ResultCode::CertIOError),
-              "'c/mod.bin': the certificate beside it cannot be read: No such file or directory "
-              "(27 CertIOError)");
+              "'c/mod.bin': 27 (CertIOError): the certificate beside it cannot be read: No such "
+              "file or directory");
     game_.WriteFile("c/mod.cer", "");
-    EXPECT_EQ(TextOf(ResultCode::CertIOError),
-              "'c/mod.bin': the certificate beside it cannot be read: the system failed to read it "
-              "(27 CertIOError)");
+    EXPECT_EQ(
+        TextOf(ResultCode::CertIOError),
+        "'c/mod.bin': 27 (CertIOError): the certificate beside it cannot be read: the system failed "
+        "to read it");
 }
 
 }  // namespace

@@ -42,7 +42,7 @@ TEST(CheckJunit, HasACaseForEachFile) {
               "  verification|runtime.conf|passed||\n"
               "base.bin:\n"
               "  base.bin|a|passed||\n"
-              "  base.bin|data/b|failure|24|FileVerificationSizeMismatch\n"
+              "  base.bin|data/b|failure|24|24 (FileVerificationSizeMismatch)\n"
               "additions:\n");
 }
 

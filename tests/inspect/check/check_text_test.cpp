@@ -20,10 +20,10 @@ TEST(CheckText, ShowsFailuresAlone) {
               "base.bin: 2 files\n"
               "runtime.conf: good\n"
               "\n"
-              "24 FileVerificationSizeMismatch  data/b\n"
+              "24 (FileVerificationSizeMismatch)  data/b\n"
               "\n"
-              "2 files: 1 Ok (0), 1 FileVerificationSizeMismatch (24)\n"
-              "Status 24 FileVerificationSizeMismatch\n");
+              "2 files: 1 with 0 (Ok), 1 with 24 (FileVerificationSizeMismatch)\n"
+              "Status 24 (FileVerificationSizeMismatch)\n");
 }
 
 TEST(CheckText, VerboseShowsGoodFilesToo) {
@@ -31,11 +31,11 @@ TEST(CheckText, VerboseShowsGoodFilesToo) {
               "base.bin: 2 files\n"
               "runtime.conf: good\n"
               "\n"
-              "0 Ok                             a\n"
-              "24 FileVerificationSizeMismatch  data/b\n"
+              "0 (Ok)                             a\n"
+              "24 (FileVerificationSizeMismatch)  data/b\n"
               "\n"
-              "2 files: 1 Ok (0), 1 FileVerificationSizeMismatch (24)\n"
-              "Status 24 FileVerificationSizeMismatch\n");
+              "2 files: 1 with 0 (Ok), 1 with 24 (FileVerificationSizeMismatch)\n"
+              "Status 24 (FileVerificationSizeMismatch)\n");
 }
 
 TEST(CheckText, NamesTheCatalogueWhereThereAreSeveral) {
@@ -89,8 +89,8 @@ TEST(CheckText, ShowsAdditionsByKind) {
               "runtime.conf is missing, though base.bin is there:\n"
               "  Quorvane/Certificates/runtime.conf\n"
               "\n"
-              "2 files: 2 Ok (0)\n"
-              "Status 0 Ok\n");
+              "2 files: 2 with 0 (Ok)\n"
+              "Status 0 (Ok)\n");
 }
 
 CheckReport ReportWithUnlisted(int count) {
@@ -121,9 +121,9 @@ TEST(CheckText, TellsOfAdditionsThatCount) {
 TEST(CheckText, TellsOfAVerificationThatEnded) {
     EXPECT_EQ(TextOf(test::EndedReport()),
               "base.bin: 2 files\n"
-              "mod.bin: not read, 9 FileInvalid\n"
+              "mod.bin: not read, 9 (FileInvalid)\n"
               "\n"
-              "Ended before its end: status 9 FileInvalid\n");
+              "Ended before its end: status 9 (FileInvalid)\n");
 }
 
 TEST(CheckText, TellsOfARuntimeConfigurationThatIsNotGood) {
@@ -131,7 +131,8 @@ TEST(CheckText, TellsOfARuntimeConfigurationThatIsNotGood) {
     report.runtimeConfiguration = RuntimeConfigurationVerdict::NotValid;
     report.runtimeConfigurationFailure = "not valid";
     const std::string text = TextOf(report);
-    EXPECT_NE(text.find("runtime.conf: 22 MbedTlsX509VerifyFailed  not valid\n"), std::string::npos)
+    EXPECT_NE(text.find("runtime.conf: 22 (MbedTlsX509VerifyFailed)  not valid\n"),
+              std::string::npos)
         << text;
 }
 

@@ -140,8 +140,8 @@ TEST_F(GameCheck, EndsWhereThereAreNoCatalogues) {
 TEST_F(GameCheck, EndsAtACatalogueThatCannotBeUsed) {
     game_.Directory().WriteFile(std::string(kCertificates) + "mod.bin", "short");
     EXPECT_EQ(FailureWith(ResultCode::FileInvalid),
-              "'Quorvane/Certificates/mod.bin': it is damaged or cut off, or no catalogue (9 "
-              "FileInvalid)");
+              "'Quorvane/Certificates/mod.bin': 9 (FileInvalid): it is damaged or cut off, or "
+              "no catalogue");
     const CheckReport report = Check();
     ASSERT_EQ(report.catalogues.size(), 2U);
     EXPECT_EQ(report.catalogues[0].code, ResultCode::Ok);
@@ -152,8 +152,8 @@ TEST_F(GameCheck, EndsAtACatalogueThatCannotBeUsed) {
 TEST_F(GameCheck, EndsAtACertificateOfAnotherProduct) {
     options_.productId = "Another";
     EXPECT_EQ(FailureWith(ResultCode::CertificateCNMismatch),
-              "'Quorvane/Certificates/base.bin': the certificate beside it is of another product "
-              "id than 'Another' (31 CertificateCNMismatch - check ProductId)");
+              "'Quorvane/Certificates/base.bin': 31 (CertificateCNMismatch - check ProductId): "
+              "the certificate beside it is of another product id than 'Another'");
 }
 
 TEST_F(GameCheck, EndsAtANameThatIsNoUtf8) {

@@ -75,7 +75,8 @@ TEST(RulesJson, HasTheWholeReport) {
 TEST(RulesJson, SaysWhyGenerateWouldFail) {
     const Json json = Json::parse(RulesJson(
         {"game.cfg", "/game", {}, {}, Refusal{ResultCode::InitFailedConfig, "Because."}}));
-    EXPECT_EQ(json.at("refusal"), (Json{{"code", 4}, {"message", "Because."}}));
+    EXPECT_EQ(json.at("refusal"),
+              (Json{{"code", 4}, {"result", "InitFailedConfig"}, {"message", "Because."}}));
 }
 
 TEST(RulesJson, HasEmptyListsForNothing) {

@@ -25,7 +25,7 @@ TEST(RulesReport, AddsUpFilesAndBytesByStateAndReason) {
 
 TEST(RulesReport, SaysWhyGenerateFails) {
     EXPECT_EQ(RefusalText({ResultCode::InitFailedConfig, "Because."}),
-              "generate fails with code 4: Because.");
+              "generate fails with 4 (InitFailedConfig): Because.");
 }
 
 TEST(RulesReport, HasAnExitStatus) {

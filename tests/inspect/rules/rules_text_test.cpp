@@ -47,7 +47,7 @@ TEST(RulesText, SaysFirstWhyGenerateWouldFail) {
     RulesReport report = SmallReport();
     report.refusal = Refusal{ResultCode::InitFailedConfig, "Because."};
     EXPECT_TRUE(PlainText(report, RulesListing::LeftOut)
-                    .starts_with("generate fails with code 4: Because.\n\nsealed"));
+                    .starts_with("generate fails with 4 (InitFailedConfig): Because.\n\nsealed"));
 }
 
 TEST(RulesText, ListsEveryFileInOrder) {
