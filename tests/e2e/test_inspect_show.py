@@ -4,12 +4,10 @@ from __future__ import annotations
 
 import hashlib
 import os
-import pty
 import resource
 import shutil
 import struct
 import subprocess
-import tty
 import unittest
 from dataclasses import replace
 from pathlib import Path
@@ -20,6 +18,7 @@ import runtime_conf_format
 from catalogue_entry import PATH_FIELD_SIZE, entry_of_bytes, with_alias
 from compressed_bomb import MIB, bomb
 from e2e_support import GOOD, PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, Credentials
+from e2e_terminal import run_on_terminal
 from inspect_support import ERROR, INSPECT, USAGE, WARNING, Inspection, InspectTest
 from inspect_support import GOOD as GOOD_STATUS
 from signed_game import THREE_CHUNKS, SignedGameTest, changed_at
@@ -192,27 +191,9 @@ class Catalogues(ShowTest):
     def test_control_characters_on_a_terminal(self) -> None:
         path = self.put_catalogue([entry_of_bytes("a\x1b[31mb\nc", b"")])
         self.assertIn("a\x1b[31mb\nc", self.show(path).output)
-        shown = self.inspect_on_terminal("show", path)
+        shown = run_on_terminal([INSPECT, "show", path], environment={"NO_COLOR": "1"}).shown
         self.assertIn("a\\x1b[31mb\\x0ac", shown)
         self.assertNotIn("\x1b[31m", shown)
-
-    def inspect_on_terminal(self, *arguments: object) -> str:
-        """Run with a terminal as standard output, without colour."""
-        master, slave = pty.openpty()
-        tty.setraw(slave)
-        with subprocess.Popen(
-            [str(INSPECT), *map(str, arguments)], stdout=slave, env=dict(os.environ, NO_COLOR="1", TERM="xterm")
-        ) as process:
-            os.close(slave)
-            output = b""
-            try:
-                while piece := os.read(master, 65536):
-                    output += piece
-            except OSError:
-                pass
-            process.wait()
-        os.close(master)
-        return output.decode()
 
 
 class Signatures(ShowTest):

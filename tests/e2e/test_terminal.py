@@ -1,15 +1,12 @@
 """Output on a terminal: names may hold control characters, which are escaped."""
 
-import os
-import pty
-import subprocess
-import tty
 import unittest
 
 import e2e_console as console
 import e2e_read_back as texts
 from catalogue_entry import entry_of_bytes
-from e2e_support import PRODUCT, TIMEOUT_SECONDS, Credentials, Run, config
+from e2e_support import PRODUCT, Credentials, Run, config
+from e2e_terminal import run_on_terminal
 from signed_game import SignedGameTest
 
 # Ends the verdict and begins a forged one.
@@ -30,35 +27,9 @@ class Terminal(SignedGameTest):
     def run_on_terminal(self, *arguments: object) -> Run:
         """Run the program with a terminal as its output."""
         command_line = [str(self.program), *map(str, arguments)]
-        master, slave = pty.openpty()
-        # Otherwise the terminal puts a carriage return before each line feed.
-        tty.setraw(slave)
-        with subprocess.Popen(
-            [console.to_bytes(argument) for argument in command_line],
-            cwd=self.directory,
-            stdin=subprocess.DEVNULL,
-            stdout=slave,
-            stderr=subprocess.PIPE,
-        ) as process:
-            os.close(slave)
-            output = self.read_to_end(master)
-            errors = process.communicate(timeout=TIMEOUT_SECONDS)[1]
-        self.assertEqual(errors, b"")
-        return Run(command_line, process.returncode, console.to_text(output))
-
-    @staticmethod
-    def read_to_end(master: int) -> bytes:
-        output = b""
-        with open(master, "rb", buffering=0) as terminal:
-            while True:
-                try:
-                    read = terminal.read(65536)
-                except OSError:
-                    # On Linux this means that the other side is closed.
-                    return output
-                if not read:
-                    return output
-                output += read
+        run = run_on_terminal(command_line, directory=self.directory)
+        self.assertEqual(run.other, "")
+        return Run(command_line, run.status, run.shown)
 
     def assert_shown_alone(self, run: Run) -> None:
         """The output has no control characters except the program's own line feeds."""

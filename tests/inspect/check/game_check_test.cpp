@@ -5,9 +5,8 @@
 
 #include <filesystem>
 
-#include "app/console_log.h"
 #include "app/sealed_game.h"
-#include "inspect/report/logged_error.h"
+#include "support/quiet_log.h"
 
 namespace sealkeeper {
 namespace {
@@ -18,11 +17,9 @@ using Lines = std::vector<std::string>;
 class GameCheck : public testing::Test {
   protected:
     GameCheck() {
-        KeepLogQuiet();
         game_.AddRuntimeConfiguration();
         game_.VerifyBy(options_);
     }
-    ~GameCheck() override { SendLogTo(nullptr); }
 
     [[nodiscard]] CheckReport Check() const { return CheckGame(options_); }
 
@@ -36,6 +33,7 @@ class GameCheck : public testing::Test {
     }
 
     static constexpr const char* kCertificates = "Quorvane/Certificates/";
+    const test::QuietLog quiet_;
     test::SealedGame game_;
     CommandLineOptions options_;
 };

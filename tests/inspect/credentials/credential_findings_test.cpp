@@ -3,12 +3,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "app/console_log.h"
 #include "inspect/credentials/finding_names.h"
 #include "inspect/credentials/openssl.h"
 #include "inspect/report/command_status.h"
-#include "inspect/report/logged_error.h"
 #include "runtime/signing_test_support.h"
+#include "support/quiet_log.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -43,9 +42,6 @@ const CredentialFinding& Find(const CredentialFindings& findings, const std::str
 
 class CredentialFindingsTest : public testing::Test {
   protected:
-    CredentialFindingsTest() { KeepLogQuiet(); }
-    ~CredentialFindingsTest() override { SendLogTo(nullptr); }
-
     // A copy that only its owner may read, as is right for a key.
     std::string OwnKey(const std::string& path) {
         const std::string copy = directory_ / ("key" + std::to_string(++copies_));
@@ -60,6 +56,7 @@ class CredentialFindingsTest : public testing::Test {
 
     ResultCode Code() { return GenerateCode(facts_); }
 
+    const test::QuietLog quiet_;
     const TempDirectory directory_;
     TrustMaterial trust_ = BuiltInTrustMaterial();
     CredentialFacts facts_;

@@ -5,22 +5,15 @@
 #include "app/console_log.h"
 #include "inspect/report/logged_error.h"
 #include "support/captured_output.h"
+#include "support/quiet_log.h"
 
 namespace sealkeeper {
 namespace {
 
 using test::CapturedOutput;
 
-class QuietLog : public testing::Test {
-  protected:
-    QuietLog() {
-        KeepLogQuiet();
-        ForgetLoggedError();
-    }
-    ~QuietLog() override { SendLogTo(nullptr); }
-};
-
-TEST_F(QuietLog, WritesNothing) {
+TEST(QuietLog, WritesNothing) {
+    const test::QuietLog quiet;
     CapturedOutput output;
     Log(LogLevel::Error, "a\n");
     WriteUntagged("b\n");
@@ -28,7 +21,8 @@ TEST_F(QuietLog, WritesNothing) {
     EXPECT_EQ(output.Take(), "");
 }
 
-TEST_F(QuietLog, KeepsTheFirstAndTheLastErrorWithoutTheirLineFeeds) {
+TEST(QuietLog, KeepsTheFirstAndTheLastErrorWithoutTheirLineFeeds) {
+    const test::QuietLog quiet;
     Log(LogLevel::Error, "first\n");
     Log(LogLevel::Error, "second '%s'.\n", "x");
     Log(LogLevel::Warning, "no error\n");

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "support/quiet_log.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -65,6 +66,7 @@ TEST(ForbiddenFiles, HaveContentThatThisUserMayNotRead) {
 }
 
 TEST(FatalFiles, PathsMayBeTooLongByTheirAlias) {
+    const test::QuietLog quiet;
     Selection selection;
     selection.config.pathAliases = {{"bin", "data"}};
     selection.files = {{"./bin/" + std::string(122, 'x')}};

@@ -8,11 +8,10 @@
 #include <filesystem>
 #include <map>
 
-#include "app/console_log.h"
-#include "inspect/report/logged_error.h"
 #include "inspect/rules/second_selection.h"
 #include "inspect/rules/selection.h"
 #include "inspect/tree/lexical_path.h"
+#include "support/quiet_log.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -32,11 +31,7 @@ std::string PlaceText(std::size_t line, std::size_t column) {
 // A game in the current directory.
 class GameUnderRules : public testing::Test {
   protected:
-    GameUnderRules() {
-        KeepLogQuiet();
-        game_.WriteFile("a", "1");
-    }
-    ~GameUnderRules() override { SendLogTo(nullptr); }
+    GameUnderRules() { game_.WriteFile("a", "1"); }
 
     [[nodiscard]] Selection Select(const std::string& configText,
                                    const std::string& outputName = "base") const {
@@ -63,6 +58,7 @@ class GameUnderRules : public testing::Test {
         return lines;
     }
 
+    const test::QuietLog quiet_;
     test::TempDirectory game_;
     test::ScopedCurrentDirectory inGame_{game_.Path()};
 };

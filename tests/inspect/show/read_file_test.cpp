@@ -5,11 +5,10 @@
 
 #include <filesystem>
 
-#include "app/console_log.h"
 #include "catalogue/signed_catalogue_support.h"
-#include "inspect/report/logged_error.h"
 #include "runtime/runtime_configuration_writer.h"
 #include "runtime/scramble.h"
+#include "support/quiet_log.h"
 
 namespace sealkeeper {
 namespace {
@@ -21,10 +20,8 @@ using Texts = std::vector<std::string>;
 class ReadingFiles : public testing::Test {
   protected:
     ReadingFiles() {
-        KeepLogQuiet();
         directory_.WriteFile("base.cer", test::TextOfBytes(test::CertificateBytes("good")));
     }
-    ~ReadingFiles() override { SendLogTo(nullptr); }
 
     [[nodiscard]] FileToShow ReadBytes(const Bytes& bytes, const std::string& name = "base.bin",
                                        const std::optional<std::string>& productId = {}) const {
@@ -42,6 +39,7 @@ class ReadingFiles : public testing::Test {
         return failure;
     }
 
+    const test::QuietLog quiet_;
     test::TempDirectory directory_;
 };
 
