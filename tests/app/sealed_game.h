@@ -18,26 +18,31 @@
 
 namespace sealkeeper::test {
 
-// Writes the three files into `game`, the current directory, and seals them. Also makes a
-// runtime.conf in "settings", which is not yet part of the game.
-inline void SealGame(const TempDirectory& game) {
+// Seals `files` of `game`, the current directory, in a catalogue `name` with the certificate
+// beside.
+inline void Seal(const TempDirectory& game, const std::string& name, std::vector<FoundFile> files) {
     PrivateKey key;
     LoadKey("good", key);
     const CapturedOutput output;
-    const auto seal = [&](const std::string& name, std::vector<FoundFile> files) {
-        game.WriteFile("Quorvane/Certificates/" + name + ".cer", ReadFile(CertificatePath("good")));
-        HashCatalogue catalogue(kTestProductId);
-        ASSERT_EQ(
-            catalogue.CreateCatalogue(
-                key.Get(), {}, std::move(files),
-                L"Quorvane/Certificates/" + std::wstring(name.begin(), name.end()) + L".bin", {}),
-            ResultCode::Ok);
-    };
+    game.WriteFile("Quorvane/Certificates/" + name + ".cer", ReadFile(CertificatePath("good")));
+    HashCatalogue catalogue(kTestProductId);
+    ASSERT_EQ(catalogue.CreateCatalogue(
+                  key.Get(), {}, std::move(files),
+                  L"Quorvane/Certificates/" + std::wstring(name.begin(), name.end()) + L".bin", {}),
+              ResultCode::Ok);
+}
+
+// Writes the three files into `game`, the current directory, and seals them. Also makes a
+// runtime.conf in "settings", which is not yet part of the game.
+inline void SealGame(const TempDirectory& game) {
     for (const std::string name : {"a", "b/c", "m"}) {
         game.WriteFile(name, "content of " + name);
     }
-    seal("base", {{L"a", {}}, {L"b/c", {}}});
-    seal("mod", {{L"m", {}}});
+    Seal(game, "base", {{L"a", {}}, {L"b/c", {}}});
+    Seal(game, "mod", {{L"m", {}}});
+    PrivateKey key;
+    LoadKey("good", key);
+    const CapturedOutput output;
     RuntimeConfiguration configuration;
     configuration.version = 1;
     std::filesystem::create_directory(game / "settings");

@@ -14,9 +14,9 @@
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/hashing/chunks.h"
-#include "fault/fake_clock.h"
 #include "fault/fault_injection.h"
 #include "platform/text_encoding.h"
+#include "support/fake_clock.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {

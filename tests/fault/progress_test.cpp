@@ -10,8 +10,8 @@
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "catalogue/stored_entry.h"
-#include "fault/fake_clock.h"
 #include "support/captured_output.h"
+#include "support/fake_clock.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {

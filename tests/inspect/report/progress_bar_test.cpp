@@ -1,6 +1,10 @@
 #include "inspect/report/progress_bar.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "inspect/report/scoped_terminal.h"
+#include "support/fake_clock.h"
 
 namespace sealkeeper {
 namespace {
@@ -58,6 +62,31 @@ TEST(ProgressLine, FitsATerminalOfAnyWidth) {
     for (std::size_t columns = 1; columns <= kWide; ++columns) {
         EXPECT_LT(ProgressLine(farFromDone, columns).size(), columns);
     }
+}
+
+// What a bar shows of the next byte `after` that time.
+std::string ShownAfter(std::chrono::nanoseconds after, test::FakeClock& clock, ProgressBar& bar,
+                       test::ScopedTerminal& terminal) {
+    clock.Advance(after);
+    bar.Advance(1);
+    return terminal.Written();
+}
+
+TEST(ProgressBar, IsDrawnTenTimesASecondAtMostAndClearedAtItsEnd) {
+    using std::chrono::milliseconds;
+    using std::chrono::nanoseconds;
+    test::ScopedTerminal terminal(STDERR_FILENO);
+    const test::ScopedVariable kind("TERM", "xterm");
+    const test::ScopedVariable columns("COLUMNS", "20");
+    test::FakeClock clock;
+    {
+        ProgressBar bar(4);
+        EXPECT_EQ(ShownAfter(milliseconds(100) - nanoseconds(1), clock, bar, terminal), "");
+        EXPECT_EQ(ShownAfter(nanoseconds(1), clock, bar, terminal), "\r\x1b[K[=====>     ]  50 %");
+        EXPECT_EQ(ShownAfter(milliseconds(100) - nanoseconds(1), clock, bar, terminal), "");
+        EXPECT_EQ(ShownAfter(nanoseconds(1), clock, bar, terminal), "\r\x1b[K[===========] 100 %");
+    }
+    EXPECT_EQ(terminal.Written(), "\r\x1b[K");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 // A steady clock under the control of a test, so that no test has to wait.
-#ifndef SEALKEEPER_TESTS_FAULT_FAKE_CLOCK_H
-#define SEALKEEPER_TESTS_FAULT_FAKE_CLOCK_H
+#ifndef SEALKEEPER_TESTS_SUPPORT_FAKE_CLOCK_H
+#define SEALKEEPER_TESTS_SUPPORT_FAKE_CLOCK_H
 
 #include <chrono>
 

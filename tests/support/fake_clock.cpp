@@ -1,18 +1,20 @@
-#include "fault/fake_clock.h"
+#include "support/fake_clock.h"
 
 #include <time.h>
 
 #include <algorithm>
+#include <atomic>
 
 namespace sealkeeper::test {
 namespace {
 
 using std::chrono::nanoseconds;
 
-// Constant-initialised, since other files' initialisers read the clock.
-constinit bool g_isStopped = false;
-constinit nanoseconds g_now{0};
-constinit nanoseconds g_step{0};
+// Constant-initialised, since other files' initialisers read the clock. Atomic, since the threads
+// that hash read it as well.
+constinit std::atomic<bool> g_isStopped{false};
+constinit std::atomic<nanoseconds::rep> g_now{0};
+constinit std::atomic<nanoseconds::rep> g_step{0};
 
 nanoseconds SystemTime() {
     timespec now{};
@@ -24,17 +26,15 @@ nanoseconds ReadClock() {
     if (!g_isStopped) {
         return SystemTime();
     }
-    const nanoseconds now = g_now;
-    g_now += g_step;
-    return now;
+    return nanoseconds(g_now.fetch_add(g_step));
 }
 
 }  // namespace
 
 FakeClock::FakeClock() {
+    g_now = std::max(g_now.load(), SystemTime().count());
+    g_step = 0;
     g_isStopped = true;
-    g_now = std::max(g_now, SystemTime());
-    g_step = nanoseconds(0);
 }
 
 FakeClock::~FakeClock() {
@@ -42,11 +42,11 @@ FakeClock::~FakeClock() {
 }
 
 void FakeClock::Advance(nanoseconds time) {
-    g_now += time;
+    g_now += time.count();
 }
 
 void FakeClock::AdvanceAtEachReading(nanoseconds time) {
-    g_step = time;
+    g_step = time.count();
 }
 
 }  // namespace sealkeeper::test
