@@ -23,4 +23,9 @@ ResultCode FindCatalogues(const std::string& directory, std::vector<std::wstring
     return ResultCode::Ok;
 }
 
+// The error text has no such ending.
+bool IsNameOfCatalogue(const std::wstring& name) {
+    return name.ends_with(Utf8ToWide(kCatalogueExtension));
+}
+
 }  // namespace sealkeeper

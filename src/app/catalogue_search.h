@@ -15,6 +15,10 @@ namespace sealkeeper {
 // denied. Fails with `SealkeeperIOError`, logged, when the system fails to read it.
 ResultCode FindCatalogues(const std::string& directory, std::vector<std::wstring>& names);
 
+// Whether a name that `FindCatalogues` set is that of the file. It is an error text, which names no
+// file, where that is not UTF-8.
+[[nodiscard]] bool IsNameOfCatalogue(const std::wstring& name);
+
 }  // namespace sealkeeper
 
 #endif

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <iterator>
 #include <utility>
 
@@ -16,10 +17,13 @@
 namespace sealkeeper {
 namespace {
 
-// Sets `directory` to the absolute game directory, ending in '/'.
-ResultCode ResolveGameDirectory(const std::string& verifyDir, std::string& directory) {
+// Sets `directory` to the absolute game directory, ending in '/', or `systemError` to the errno of
+// the failure.
+ResultCode ResolveGameDirectory(const std::string& verifyDir, std::string& directory,
+                                int& systemError) {
     auto resolved = ResolvePath(verifyDir);
     if (!resolved) {
+        systemError = errno;
         Log(LogLevel::Error,
             "The provided working directory path couldn't be resolved, please make sure it's a valid path: '%s'.\n",
             verifyDir.c_str());
@@ -56,8 +60,10 @@ ResultCode FindCataloguesOf(const std::string& gameDirectory, std::vector<std::w
     return converter.RequireSound();
 }
 
-ResultCode ChangeInto(const std::string& directory) {
+// Sets `systemError` to the errno of a failure.
+ResultCode ChangeInto(const std::string& directory, int& systemError) {
     if (chdir(directory.c_str()) != 0) {
+        systemError = errno;
         Log(LogLevel::Error, "Failed to set working directory: '%s'.\n", directory.c_str());
         return ResultCode::InitFailedWorkingDirectory;
     }
@@ -71,19 +77,21 @@ GameVerification::GameVerification(const CommandLineOptions& options)
     : options_(options), catalogue_(options.productId) {}
 
 ResultCode GameVerification::FindCatalogues() {
-    if (const ResultCode code = ResolveGameDirectory(options_.verifyDir, directory_);
+    if (const ResultCode code =
+            ResolveGameDirectory(options_.verifyDir, directory_, directoryError_);
         code != ResultCode::Ok) {
         return code;
     }
     if (const ResultCode code = FindCataloguesOf(directory_, names_); code != ResultCode::Ok) {
         return code;
     }
-    return ChangeInto(directory_);
+    return ChangeInto(directory_, directoryError_);
 }
 
 ResultCode GameVerification::ReadCatalogues() {
     for (const std::wstring& name : names_) {
         VerifiedCatalogue& catalogue = catalogues_.emplace_back();
+        catalogue.isNameUtf8 = IsNameOfCatalogue(name);
         catalogue.code = ReadCatalogue(name, catalogue.nameUtf8);
         catalogue.entriesSoFar = entries_.size();
         if (catalogue.code != ResultCode::Ok) {

@@ -23,6 +23,8 @@ namespace sealkeeper {
 struct VerifiedCatalogue {
     // The file name; an error text when it is not UTF-8.
     std::string nameUtf8;
+    // Whether the file name is UTF-8.
+    bool isNameUtf8 = true;
     // `Ok`, or why it could not be read, which ended the verification.
     ResultCode code = ResultCode::Ok;
     // The number of entries in all catalogues up to and including this one.
@@ -59,6 +61,10 @@ class GameVerification {
     // when the current directory cannot be changed.
     ResultCode FindCatalogues();
 
+    // Why the system did not resolve the directory or change into it, as errno, where
+    // `FindCatalogues` failed for that; otherwise 0.
+    [[nodiscard]] int DirectoryError() const { return directoryError_; }
+
     // Reads all catalogues. Fails, logged, as `HashCatalogue::ReadAndVerifyCatalogue` does for any
     // of them, which is then the last of `Catalogues`, and with `CatalogueError` when the system
     // fails to convert a name.
@@ -94,6 +100,7 @@ class GameVerification {
 
     const CommandLineOptions& options_;
     std::string directory_;
+    int directoryError_ = 0;
     std::vector<std::wstring> names_;
     HashCatalogue catalogue_;
     std::vector<VerifiedCatalogue> catalogues_;

@@ -55,7 +55,7 @@ ResultCode JudgeLookError(const std::string& path, int systemError);
 ResultCode LookAtPath(const std::string& path, FileStatus& status);
 
 // The absolute path without links and dot components (POSIX `realpath`). Nothing for an empty path
-// or one that does not resolve.
+// or one that does not resolve; errno says why.
 [[nodiscard]] std::optional<std::string> ResolvePath(const std::string& path);
 
 // The path at the end of the chain of symbolic links that begins at `path`; nothing needs to exist

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <filesystem>
 #include <string>
+#include <string_view>
 
+#include "app/console_log.h"
 #include "app/sealed_game.h"
 
 namespace sealkeeper {
@@ -49,6 +53,33 @@ TEST_F(GameVerificationTest, GivesEachVerdictWithItsCatalogue) {
               "base.bin b/c 14 FileVerificationHashMismatch\n"
               "mod.bin m 12 Ok\n");
     EXPECT_EQ(game.Result(), ResultCode::FileVerificationHashMismatch);
+}
+
+TEST_F(GameVerificationTest, TellsWhyTheDirectoryDoesNotResolve) {
+    options_.verifyDir = game_ / "a/b";
+    // What is logged in between changes errno.
+    SendLogTo([](LogLevel, std::string_view) { errno = 0; });
+    GameVerification game(options_);
+    EXPECT_EQ(game.FindCatalogues(), ResultCode::SealkeeperUsageError);
+    SendLogTo(nullptr);
+    EXPECT_EQ(game.DirectoryError(), ENOTDIR);
+}
+
+TEST_F(GameVerificationTest, TellsOfNoDirectoryErrorWhereItIsEntered) {
+    std::filesystem::remove_all("Quorvane");
+    GameVerification game(options_);
+    EXPECT_EQ(game.FindCatalogues(), ResultCode::SealkeeperIOError);
+    EXPECT_EQ(game.DirectoryError(), 0);
+}
+
+TEST_F(GameVerificationTest, TellsOfANameThatIsNoUtf8) {
+    std::filesystem::rename("Quorvane/Certificates/mod.bin", "Quorvane/Certificates/m\xFF.bin");
+    GameVerification game(options_);
+    ASSERT_EQ(game.FindCatalogues(), ResultCode::Ok);
+    EXPECT_EQ(game.ReadCatalogues(), ResultCode::CatalogueError);
+    ASSERT_EQ(game.Catalogues().size(), 2U);
+    EXPECT_TRUE(game.Catalogues()[0].isNameUtf8);
+    EXPECT_FALSE(game.Catalogues()[1].isNameUtf8);
 }
 
 TEST_F(GameVerificationTest, TellsWhichCatalogueWasNotRead) {

@@ -284,7 +284,7 @@ class Formats(CheckTest):
         self.put_mod()
         self.write("z.dat", b"LAST")
         _, document = self.check_json()
-        self.assertEqual(document["gameDirectory"], f"{self.game}/")
+        self.assertEqual(document["gameDirectory"], str(self.game))
         self.assertEqual(document["productId"], PRODUCT)
         files = [(file["path"], file["catalogue"], file["bytes"], file["code"]) for file in document["files"]]
         expected = [(path, "base.bin", len(content), 26 if path == "z.dat" else 0)
@@ -452,6 +452,12 @@ class Failures(CheckTest):
             run.errors,
             f"sealkeeper-inspect: '{gone}': cannot be entered: No such file or directory\n",
         )
+
+    def test_directory_is_reported_as_given_however_it_ends(self) -> None:
+        for directory in ("game", "game/../game/", "gone"):
+            with self.subTest(directory=directory):
+                run = self.inspect("check", directory, "--product", PRODUCT, "--json")
+                self.assertEqual(run.json()["gameDirectory"], directory)
 
     def test_unreadable_directory_is_told(self) -> None:
         self.write("secret/x")

@@ -20,7 +20,6 @@ struct KnownCause {
 
 // For codes that are not about the certificate alone.
 constexpr std::array kOtherCauses = {
-    KnownCause{ResultCode::CatalogueError, "its name is not UTF-8"},
     KnownCause{ResultCode::FileInvalid, "it is damaged or cut off, or no catalogue"},
     KnownCause{
         ResultCode::MbedTlsGenericError,
@@ -35,6 +34,9 @@ const char* OtherCause(ResultCode code) {
 }
 
 std::string CauseOf(const CatalogueFailure& failure) {
+    if (!failure.isNameUtf8) {
+        return "its name is not UTF-8";
+    }
     if (!failure.loggedCause.empty()) {
         return failure.loggedCause.substr(0, failure.loggedCause.find_last_not_of('.') + 1);
     }

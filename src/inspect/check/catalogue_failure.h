@@ -13,6 +13,8 @@ struct CatalogueFailure {
     ResultCode code = ResultCode::Ok;
     // Relative to the game directory, which is the current directory.
     std::string path;
+    // Where it is not, `path` has another text in its place.
+    bool isNameUtf8 = true;
     std::string productId;
     // The error logged where the failure was found; empty if there was none.
     std::string loggedCause;

@@ -64,7 +64,7 @@ struct Addition {
 };
 
 struct CheckReport {
-    // As given; absolute once it has been resolved.
+    // As given.
     std::string gameDirectory;
     std::string productId;
     // The catalogues that were read, in that order. If the last has a failure code, it ended the

@@ -67,8 +67,8 @@ void Append(std::vector<Addition> more, std::vector<Addition>& additions) {
 
 }  // namespace
 
-std::vector<Addition> FindAdditions(const CheckReport& report) {
-    ListedPaths listed(report.gameDirectory);
+std::vector<Addition> FindAdditions(const CheckReport& report, const std::string& gameDirectory) {
+    ListedPaths listed(gameDirectory);
     SealedLinks links;
     for (const std::string& path : VerifiedPaths(report)) {
         listed.Add(path);

@@ -8,9 +8,10 @@
 
 namespace sealkeeper {
 
-// The additions for `report`, sorted. The verification must have been completed and the current
-// directory must be the game directory.
-[[nodiscard]] std::vector<Addition> FindAdditions(const CheckReport& report);
+// The additions for `report`, sorted. The verification must have been completed. `gameDirectory` is
+// absolute, ends in '/' and is the current directory.
+[[nodiscard]] std::vector<Addition> FindAdditions(const CheckReport& report,
+                                                  const std::string& gameDirectory);
 
 }  // namespace sealkeeper
 

@@ -1,6 +1,5 @@
 #include "inspect/check/game_check.h"
 
-#include <cerrno>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -13,15 +12,13 @@
 #include "inspect/report/capped_sum.h"
 #include "inspect/report/code_text.h"
 #include "inspect/report/logged_error.h"
-#include "platform/text_encoding.h"
 
 namespace sealkeeper {
 namespace {
 
-std::string SearchFailureText(ResultCode code, int systemError, const std::string& directory) {
-    if (code == ResultCode::SealkeeperUsageError ||
-        code == ResultCode::InitFailedWorkingDirectory) {
-        return "'" + directory + "': cannot be entered: " + std::strerror(systemError);
+std::string SearchFailureText(const GameVerification& game, const std::string& directory) {
+    if (game.DirectoryError() != 0) {
+        return "'" + directory + "': cannot be entered: " + std::strerror(game.DirectoryError());
     }
     return LastLoggedError();
 }
@@ -36,27 +33,18 @@ ResultCode EndWith(ResultCode code, std::string failure, CheckReport& report) {
 
 ResultCode FindCatalogues(GameVerification& game, CheckReport& report) {
     const ResultCode code = game.FindCatalogues();
-    const int systemError = errno;
-    if (code != ResultCode::Ok) {
-        return EndWith(code, SearchFailureText(code, systemError, report.gameDirectory), report);
-    }
-    report.gameDirectory = game.Directory();
-    return ResultCode::Ok;
+    return code == ResultCode::Ok
+               ? code
+               : EndWith(code, SearchFailureText(game, report.gameDirectory), report);
 }
 
-// The name that conversion gives a catalogue whose own is not UTF-8.
-std::string NameThatIsNoText() {
-    return WideToUtf8(Utf8ToWide("\xFF"));
-}
-
-// Why the last catalogue in `report` could not be read.
-std::string ReadingFailureText(const CheckReport& report) {
-    const CheckedCatalogue& failed = report.catalogues.back();
+// Why `failed`, the last catalogue, could not be read.
+std::string ReadingFailureText(const VerifiedCatalogue& failed, const std::string& productId) {
     // Only failures with this code are logged in detail; for the others the code says everything.
-    const bool isCauseLogged =
-        failed.code == ResultCode::CatalogueError && failed.name != NameThatIsNoText();
-    return CatalogueFailureText({failed.code, kCertificatesDirectory + failed.name,
-                                 report.productId, isCauseLogged ? FirstLoggedError() : ""});
+    const bool isCauseLogged = failed.code == ResultCode::CatalogueError;
+    return CatalogueFailureText({failed.code, kCertificatesDirectory + failed.nameUtf8,
+                                 failed.isNameUtf8, productId,
+                                 isCauseLogged ? FirstLoggedError() : ""});
 }
 
 ResultCode ReadCatalogues(GameVerification& game, CheckReport& report) {
@@ -68,7 +56,10 @@ ResultCode ReadCatalogues(GameVerification& game, CheckReport& report) {
             {catalogue.nameUtf8, catalogue.code, catalogue.entriesSoFar - entriesBefore});
         entriesBefore = catalogue.entriesSoFar;
     }
-    return code == ResultCode::Ok ? code : EndWith(code, ReadingFailureText(report), report);
+    return code == ResultCode::Ok
+               ? code
+               : EndWith(code, ReadingFailureText(game.Catalogues().back(), report.productId),
+                         report);
 }
 
 // Saturates: the sizes are what untrusted catalogues claim.
@@ -104,12 +95,14 @@ void VerifyRuntimeConfiguration(GameVerification& game, CheckReport& report) {
     report.code = game.Result();
 }
 
+// And looks for additions where it came to its end.
 void Verify(const CommandLineOptions& options, CheckReport& report) {
     GameVerification game(options);
     if (FindCatalogues(game, report) == ResultCode::Ok &&
         ReadCatalogues(game, report) == ResultCode::Ok &&
         VerifyFiles(game, report) == ResultCode::Ok) {
         VerifyRuntimeConfiguration(game, report);
+        report.additions = FindAdditions(report, game.Directory());
     }
 }
 
@@ -121,9 +114,6 @@ CheckReport CheckGame(const CommandLineOptions& options) {
     report.productId = options.productId;
     try {
         Verify(options, report);
-        if (report.failure.empty()) {
-            report.additions = FindAdditions(report);
-        }
     } catch (const std::bad_alloc&) {
         report.code = ResultCode::SealkeeperHashtoolGenericError;
         report.failure = "out of memory";

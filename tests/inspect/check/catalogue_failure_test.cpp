@@ -14,7 +14,7 @@ class CatalogueFailureTest : public testing::Test {
     CatalogueFailureTest() : here_(game_.Path()) {}
 
     static std::string TextOf(ResultCode code, const std::string& loggedCause = "") {
-        return CatalogueFailureText({code, "c/mod.bin", "Product", loggedCause});
+        return CatalogueFailureText({code, "c/mod.bin", true, "Product", loggedCause});
     }
 
     test::TempDirectory game_;
@@ -28,9 +28,13 @@ TEST_F(CatalogueFailureTest, CodesThatSayTheCause) {
         TextOf(ResultCode::CertificateCNMismatch),
         "'c/mod.bin': 31 (CertificateCNMismatch - check ProductId): the certificate beside it is of "
         "another product id than 'Product'");
-    EXPECT_EQ(TextOf(ResultCode::CatalogueError),
-              "'c/mod.bin': 7 (CatalogueError): its name is not UTF-8");
     EXPECT_EQ(TextOf(ResultCode::Aborted), "'c/mod.bin': 28 (Aborted): it cannot be used");
+}
+
+TEST_F(CatalogueFailureTest, NameThatIsNoUtf8) {
+    EXPECT_EQ(
+        CatalogueFailureText({ResultCode::CatalogueError, "c/?", false, "Product", "Logged."}),
+        "'c/?': 7 (CatalogueError): its name is not UTF-8");
 }
 
 TEST_F(CatalogueFailureTest, LoggedCauseIsTakenWhereThereIsOne) {

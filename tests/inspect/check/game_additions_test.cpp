@@ -107,11 +107,10 @@ TEST_F(GameAdditions, OfAReportHaveTheSignedFilesAsListed) {
     game_.WriteFile("real/a", "");
     fs::create_directory_symlink("real", "data");
     CheckReport report;
-    report.gameDirectory = game_ / "";
     report.catalogues = {{"base.bin", ResultCode::Ok, 1}, {"mod.bin", ResultCode::Ok, 0}};
     report.files = {{"data/a", 0, 0, ResultCode::Ok, false}};
     report.runtimeConfiguration = RuntimeConfigurationVerdict::Good;
-    EXPECT_EQ(LinesOf(FindAdditions(report)),
+    EXPECT_EQ(LinesOf(FindAdditions(report, game_ / "")),
               (Lines{"unlisted file: Quorvane/Certificates/.hidden.bin",
                      "unlisted file: Quorvane/Certificates/other.cer", "unlisted file: real/a",
                      "link where sealed: data -> real 1"}));
@@ -119,15 +118,14 @@ TEST_F(GameAdditions, OfAReportHaveTheSignedFilesAsListed) {
 
 TEST_F(GameAdditions, RuntimeConfigurationThatWasNotRead) {
     CheckReport report;
-    report.gameDirectory = game_ / "";
     report.catalogues = {{"mod.bin", ResultCode::Ok, 0}};
     report.runtimeConfiguration = RuntimeConfigurationVerdict::NotRead;
-    EXPECT_EQ(LinesOf(FindAdditions(report)), Lines());
+    EXPECT_EQ(LinesOf(FindAdditions(report, game_ / "")), Lines());
     report.catalogues.push_back({"base.bin", ResultCode::Ok, 0});
-    EXPECT_EQ(LinesOf(FindAdditions(report)),
+    EXPECT_EQ(LinesOf(FindAdditions(report, game_ / "")),
               Lines{"missing runtime.conf: Quorvane/Certificates/runtime.conf"});
     fs::create_directories("Quorvane/Certificates/runtime.conf");
-    const std::vector<Addition> additions = FindAdditions(report);
+    const std::vector<Addition> additions = FindAdditions(report, game_ / "");
     EXPECT_EQ(LinesOf(additions),
               Lines{"unreadable runtime.conf: Quorvane/Certificates/runtime.conf"});
     EXPECT_EQ(additions.at(0).reason, "it is a directory");

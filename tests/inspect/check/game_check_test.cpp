@@ -71,7 +71,7 @@ TEST_F(GameCheck, OfAGameInAnotherPlaceThanTheCurrentOne) {
     const test::ScopedCurrentDirectory there(elsewhere.Path());
     options_.verifyDir = game_.Directory() / "./b/..";
     const CheckReport report = Check();
-    EXPECT_EQ(report.gameDirectory, game_.Directory() / "");
+    EXPECT_EQ(report.gameDirectory, options_.verifyDir) << "as given";
     EXPECT_EQ(report.files.size(), 3U);
     EXPECT_TRUE(report.additions.empty());
 }
@@ -127,6 +127,7 @@ TEST_F(GameCheck, EndsWhereThereIsNoGame) {
     options_.verifyDir = game_.Directory() / "missing/";
     EXPECT_EQ(FailureWith(ResultCode::SealkeeperUsageError),
               "'" + options_.verifyDir + "': cannot be entered: No such file or directory");
+    EXPECT_EQ(Check().gameDirectory, options_.verifyDir);
 }
 
 TEST_F(GameCheck, EndsWhereThereAreNoCatalogues) {
@@ -156,8 +157,8 @@ TEST_F(GameCheck, EndsAtACertificateOfAnotherProduct) {
 
 TEST_F(GameCheck, EndsAtANameThatIsNoUtf8) {
     fs::rename(std::string(kCertificates) + "mod.bin", std::string(kCertificates) + "m\xFF.bin");
-    EXPECT_NE(FailureWith(ResultCode::CatalogueError).find("its name is not UTF-8"),
-              std::string::npos);
+    const std::string failure = FailureWith(ResultCode::CatalogueError);
+    EXPECT_TRUE(failure.ends_with(": 7 (CatalogueError): its name is not UTF-8")) << failure;
 }
 
 }  // namespace
