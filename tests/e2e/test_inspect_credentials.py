@@ -15,6 +15,8 @@ from e2e_support import CREDENTIALS, GOOD, INCLUDE_BIN, PRODUCT, Credentials, En
 
 DAMAGED = CREDENTIALS / "damaged"
 FORMS = CREDENTIALS / "key-forms"
+# Of an authority with the name of the built-in one and another key.
+FOREIGN_LIST = CREDENTIALS / "foreign-authority" / "crl.der"
 
 
 class CredentialsTest(EndToEndTest):
@@ -143,6 +145,7 @@ class StatusOfGenerate(CredentialsTest):
             (GOOD, {}, ["key-mode"], 1),
             (Credentials(good, GOOD.certificate), {"product": PRODUCT.lower()}, [], 0),
             (Credentials(good, GOOD.certificate), {"crl": TRUST / "crl.der"}, [], 0),
+            (Credentials(good, GOOD.certificate), {"crl": FOREIGN_LIST}, ["given-list-signature"], 1),
             (Credentials(good, GOOD.certificate), {"crl": DAMAGED / "pem.cer"}, ["not-a-list"], 1),
             (Credentials(self.own(FORMS / "pkcs1.der"), GOOD.certificate), {}, [], 0),
         )

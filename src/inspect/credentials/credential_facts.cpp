@@ -103,14 +103,13 @@ KeyFacts GatherKey(const std::string& path, const Certificate& certificate) {
     return facts;
 }
 
-// False if no certificate was parsed.
 bool Revokes(const mbedtls_x509_crl& list, const mbedtls_x509_crt& certificate) {
-    return certificate.raw.p != nullptr &&
-           IsSameEncoding(list.issuer_raw, certificate.issuer_raw) &&
+    return IsSameEncoding(list.issuer_raw, certificate.issuer_raw) &&
            FindRevoked(list, certificate) != nullptr;
 }
 
-GivenListFacts GatherList(const std::string& path, const Certificate& certificate) {
+GivenListFacts GatherList(const std::string& path, const TrustMaterial& trust,
+                          Certificate& certificate) {
     GivenListFacts facts;
     facts.file = ExamineFile(path);
     const auto bytes = ReadWholeFile(path);
@@ -121,8 +120,12 @@ GivenListFacts GatherList(const std::string& path, const Certificate& certificat
     }
     facts.file.kind = FileKindOf(*bytes);
     RevocationList list;
-    if (ParseRevocationList(*bytes, list) == 0) {
-        facts.list = DetailsOfList(*list.Get());
+    if (ParseRevocationList(*bytes, list) != 0) {
+        return facts;
+    }
+    facts.list = DetailsOfList(*list.Get());
+    if (certificate.Get()->raw.p != nullptr) {
+        facts.issuer = IssuerOfList(list, certificate, trust);
         facts.revokesCertificate = Revokes(*list.Get(), *certificate.Get());
     }
     return facts;
@@ -141,7 +144,7 @@ CredentialFacts GatherCredentialFacts(const CredentialFiles& files, const TrustM
     }
     // Generate, too, ignores an empty path.
     if (files.revocationList && !files.revocationList->empty()) {
-        facts.revocationList = GatherList(*files.revocationList, certificate);
+        facts.revocationList = GatherList(*files.revocationList, trust, certificate);
     }
     return facts;
 }

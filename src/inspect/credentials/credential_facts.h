@@ -9,6 +9,7 @@
 #include "app/result_code.h"
 #include "inspect/credentials/chain_check.h"
 #include "inspect/credentials/examined_file.h"
+#include "inspect/credentials/list_issuer.h"
 #include "inspect/credentials/trust_facts.h"
 #include "inspect/x509/certificate_details.h"
 #include "runtime/trust_material.h"
@@ -55,6 +56,8 @@ struct GivenListFacts {
     ResultCode code = ResultCode::Ok;
     // Empty if the file is no DER list. Generate accepts it anyway.
     std::optional<ListDetails> list;
+    // Empty if there is no list or no certificate.
+    std::optional<ListIssuer> issuer;
     // Whether it comes from the issuer of the certificate and revokes the certificate.
     bool revokesCertificate = false;
 };

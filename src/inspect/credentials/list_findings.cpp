@@ -18,6 +18,27 @@ CredentialFinding NotAList(const ExaminedFile& file, FileKind kind) {
               : Cure{"Name a revocation list in DER form by --crl (-incrl), or none."});
 }
 
+// A client that uses the list ignores one from another issuer and rejects a forged one.
+CredentialFindings JudgeIssuer(const ListDetails& list, const ListIssuer& issuer) {
+    const Cure cure = {
+        "Name a list that was signed with the certificate's own key, or with its issuer's, or none."};
+    if (!issuer.isRelated) {
+        return {MakeWarning(
+            "given-list-other-issuer",
+            "The revocation list is of another issuer, '" + list.issuer +
+                "': neither the certificate, which issues the list of its mods, nor its issuer made it. Generate does not look into the list.",
+            cure)};
+    }
+    if (issuer.isSigned == false) {
+        return {MakeWarning(
+            "given-list-signature",
+            "The revocation list names '" + list.issuer +
+                "' as its issuer, but is not signed with that one's key: another of the same name made it, or it was changed. Generate does not look into the list.",
+            cure)};
+    }
+    return {};
+}
+
 CredentialFindings JudgeTimes(const ListDetails& list, const JudgingTime& time) {
     constexpr const char* kCure = "Have its issuer make a new list.";
     CredentialFindings findings;
@@ -59,7 +80,8 @@ CredentialFindings JudgeGivenList(const GivenListFacts& list, const CertificateF
     if (!list.list) {
         return {NotAList(file, *file.kind)};
     }
-    CredentialFindings findings;
+    CredentialFindings findings =
+        list.issuer ? JudgeIssuer(*list.list, *list.issuer) : CredentialFindings();
     if (list.revokesCertificate && certificate.details) {
         findings.push_back(
             MakeWarning("given-list-revokes",

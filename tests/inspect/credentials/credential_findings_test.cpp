@@ -303,6 +303,16 @@ class IssuedCertificateTest : public CredentialFindingsTest {
                 "' -CAkey '" + AuthorityPath("ca_private.key") + "' -outform DER -out issued.cer");
         return directory_ / "issued.cer";
     }
+
+    // A list of whoever has this name and the key of `kind`.
+    std::string ListOf(const std::string& name, const std::string& kind) {
+        const std::string key = PrivateKeyPath(kind);
+        test::RunShell(directory_.Path(), "openssl req -x509 -new -days 400 -key '" + key +
+                                              "' -subj '" + name + "' -out issuer.pem");
+        static_cast<void>(
+            test::IssueList(directory_.Path(), {.issuer = "issuer.pem", .issuerKey = key}));
+        return directory_ / "list.der";
+    }
 };
 
 TEST_F(IssuedCertificateTest, AWeakDigestIsNamed) {
@@ -360,9 +370,41 @@ TEST_F(IssuedCertificateTest, IssuersOutsideAsciiAreToldApart) {
                        key +
                        "' -subj /CN=$name -out $name.pem || exit 1; done\n"
                        "openssl x509 -in Ä.pem -outform DER -out Ä.cer");
-    EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ö.pem"), {}})), "self-signed");
+    EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ö.pem"), {}})),
+              "self-signed given-list-other-issuer");
     EXPECT_EQ(Names(Judge({directory_ / "Ä.cer", {}, listOf("Ä.pem"), {}})),
               "self-signed given-list-revokes");
+}
+
+// As mods are revoked: by a list of the product's own certificate.
+TEST_F(IssuedCertificateTest, GivenListsOfTheCertificateItselfAreItsOwn) {
+    const std::string certificate = Issue("-sha256", "");
+    EXPECT_EQ(Names(Judge({certificate, {}, ListOf("/CN=TestProduct42", "good"), kTestProductId})),
+              "");
+    EXPECT_EQ(
+        Names(Judge({certificate, {}, ListOf("/CN=TestProduct42", "other-key"), kTestProductId})),
+        "given-list-signature");
+    EXPECT_EQ(Code(), ResultCode::Ok);
+}
+
+TEST_F(IssuedCertificateTest, GivenListsOfAForeignAuthorityAreToldAsSuch) {
+    const std::string list = ListOf("/CN=Foreign", "other-key");
+    const CredentialFindings findings = Judge({CertificatePath("good"), {}, list, kTestProductId});
+    EXPECT_EQ(Names(findings), "given-list-other-issuer");
+    EXPECT_EQ(Find(findings, "given-list-other-issuer").message,
+              "The revocation list is of another issuer, 'CN=Foreign': neither the certificate, "
+              "which issues the list of its mods, nor its issuer made it. Generate does not look "
+              "into the list.");
+    EXPECT_EQ(Names(Judge({directory_ / "gone", {}, list, {}})), "certificate-unread")
+        << "nothing to compare it with";
+}
+
+// One of the built-in authority's name and another key.
+TEST_F(IssuedCertificateTest, GivenListsWithABorrowedNameAreToldAsSuch) {
+    const std::string list =
+        ListOf("/O=Sealkeeper/CN=Development CA that protects nothing", "other-key");
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, list, kTestProductId})),
+              "given-list-signature");
 }
 
 TEST(CredentialFindings, WhatNothingExplainsIsToldInTheLibrarysWords) {
