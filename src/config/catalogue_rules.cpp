@@ -73,15 +73,24 @@ ResultCode ReadPathAliases(const StringPairs& pairs, CatalogueConfig& config) {
     return ResultCode::Ok;
 }
 
-}  // namespace
-
-ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document) {
-    if (!document.LoadConfigFile(path)) {
+ResultCode CheckIfLoaded(bool isLoaded, const std::string& path, ConfigDocument& document) {
+    if (!isLoaded) {
         Log(LogLevel::Error, "Could not load or parse the configuration file: '%s'.\n",
             path.c_str());
         return ResultCode::InitFailedConfig;
     }
     return CheckDocumentVersion(document);
+}
+
+}  // namespace
+
+ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document) {
+    return CheckIfLoaded(document.LoadConfigFile(path), path, document);
+}
+
+ResultCode CheckConfigText(const std::string& path, std::string_view text,
+                           ConfigDocument& document) {
+    return CheckIfLoaded(document.ParseConfigText(text), path, document);
 }
 
 ResultCode CheckDocumentVersion(ConfigDocument& document) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "app/result_code.h"
 #include "config/catalogue_config.h"
@@ -20,6 +21,10 @@ inline constexpr std::uint64_t kRecommendedMinimumMegabytes = 10;
 // Loads the configuration file at `path` into `document` and checks its format version. Anything
 // but a readable file of version 2 fails with `InitFailedConfig`, logged.
 ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document);
+
+// The same with `text` as the contents of that file.
+ResultCode CheckConfigText(const std::string& path, std::string_view text,
+                           ConfigDocument& document);
 
 // Checks the format version of a loaded document. Any version but 2 fails with `InitFailedConfig`,
 // logged.

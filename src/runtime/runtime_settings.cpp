@@ -38,8 +38,7 @@ bool LoadRuntimeSettings(RuntimeConfiguration& configuration, ConfigDocument& do
         configuration.antiTamperSolution =
             AntiTamperSolutionFromName(section.strings.Get(kAntiTamperKey));
         if (configuration.antiTamperSolution == kNoAntiTamperSolution) {
-            Log(LogLevel::Info,
-                "Please provide name of a supported anti-tamper solution, if the one being used is not specifically listed, use 'Generic'.\n");
+            Log(LogLevel::Info, kUnknownSolutionText);
             return false;
         }
     }

@@ -7,6 +7,10 @@
 
 namespace sealkeeper {
 
+// Logged for an anti-tamper solution with an unknown name.
+inline constexpr const char* kUnknownSolutionText =
+    "Please provide name of a supported anti-tamper solution, if the one being used is not specifically listed, use 'Generic'.\n";
+
 // Fills `configuration` from `document`. A key that is absent takes its default, except the crash
 // reporter name, which is left as it is. Returns false, logged, only when the name of the
 // anti-tamper solution is unknown; then the crash reporter name is not read.

@@ -291,6 +291,9 @@ TEST(CatalogueRules, ConfigVersion) {
         CapturedOutput output;
         EXPECT_EQ(CheckConfigVersion(path, document), version.code) << version.name;
         EXPECT_EQ(output.Take(), version.output) << version.name;
+        ConfigDocument ofText;
+        EXPECT_EQ(CheckConfigText(path, version.text, ofText), version.code) << version.name;
+        EXPECT_EQ(output.Take(), version.output) << version.name << ", as text";
     }
 }
 

@@ -329,7 +329,8 @@ class Refusals(Rules):
         self.assert_refused(config('exclude_paths = ["a", "Quorvane"]'), 7,
                             "Cannot create an empty catalogue, at least all executables and libraries must be included.")
         self.assert_refused(config('include_paths = ["a"]', 'anti_tamper_solution_name = "None"'), 4,
-                            "anti_tamper_solution_name names no supported solution.")
+                            "Please provide name of a supported anti-tamper solution, if the one being used is not "
+                            "specifically listed, use 'Generic'.")
 
     def test_files_that_cannot_be_read_are_named(self) -> None:
         run = self.inspect("rules", "missing.cfg", "--game", self.game)

@@ -1,7 +1,5 @@
 #include "inspect/report/logged_error.h"
 
-#include <string_view>
-
 #include "app/console_log.h"
 
 namespace sealkeeper {
@@ -21,13 +19,17 @@ void KeepError(LogLevel level, std::string_view message) {
     if (level != LogLevel::Error) {
         return;
     }
-    Logged().last = message.substr(0, message.find_last_not_of('\n') + 1);
+    Logged().last = WithoutLineFeed(message);
     if (Logged().first.empty()) {
         Logged().first = Logged().last;
     }
 }
 
 }  // namespace
+
+std::string WithoutLineFeed(std::string_view message) {
+    return std::string(message.substr(0, message.find_last_not_of('\n') + 1));
+}
 
 const std::string& LastLoggedError() {
     return Logged().last;

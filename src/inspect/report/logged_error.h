@@ -4,6 +4,7 @@
 #define SEALKEEPER_INSPECT_REPORT_LOGGED_ERROR_H
 
 #include <string>
+#include <string_view>
 
 namespace sealkeeper {
 
@@ -18,6 +19,9 @@ void KeepLogQuiet();
 
 // Forgets both, so that the next error is known to be new.
 void ForgetLoggedError();
+
+// `message` as the functions above return it.
+[[nodiscard]] std::string WithoutLineFeed(std::string_view message);
 
 }  // namespace sealkeeper
 

@@ -131,7 +131,7 @@ bool MakeReport(const RulesOptions& options, RulesReport& report, std::string& p
         failure = "'" + options.gameDirectory + "': " + SystemReason(errno);
         return false;
     }
-    if (RunRules({options.configFile, *text, *gameDirectory, options.outputName}, report) !=
+    if (RunRules({{options.configFile, *text}, *gameDirectory, options.outputName}, report) !=
         ResultCode::Ok) {
         failure = LastLoggedError();
         return false;

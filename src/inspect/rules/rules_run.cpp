@@ -39,12 +39,11 @@ ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& ou
     report.files = JudgeFiles(selection, inventory);
 
     SecondSelection second;
-    if (const ResultCode code =
-            SelectAgain(request.configText, request.gameDirectory, outputs, second);
+    if (const ResultCode code = SelectAgain(request.config, request.gameDirectory, outputs, second);
         code != ResultCode::Ok) {
         return code;
     }
-    const RulePlaces places = PlacesIn(request.configText);
+    const RulePlaces places = PlacesIn(request.config.text);
     auto warnings = LintSelection(
         {selection, second.selection, outputs, second.writtenOutputs, places, report.files});
     std::move(warnings.begin(), warnings.end(), std::back_inserter(report.warnings));
@@ -53,14 +52,14 @@ ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& ou
 }
 
 ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
-    report.configFile = request.configFile;
+    report.configFile = request.config.path;
     report.gameDirectory = request.gameDirectory;
-    report.warnings = LintConfigText(request.configText);
+    report.warnings = LintConfigText(request.config.text);
 
     const PlannedOutputs outputs = PlanOutputs(request.gameDirectory, request.outputName);
     GameWithOutputs game(request.gameDirectory);
     Selection selection;
-    if (const ResultCode code = SelectFiles(request.configText, outputs, game, selection);
+    if (const ResultCode code = SelectFiles(request.config, outputs, game, selection);
         code != ResultCode::Ok) {
         return code;
     }
@@ -69,7 +68,7 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
         return ReportSelection(request, outputs, selection, report);
     }
     // The files are unknown, but a pattern without matches may explain the refusal.
-    const RulePlaces places = PlacesIn(request.configText);
+    const RulePlaces places = PlacesIn(request.config.text);
     LintUnmatchedPatterns({selection, selection, outputs, outputs, places, report.files},
                           report.warnings);
     SortByPlace(report.warnings);

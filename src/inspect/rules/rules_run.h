@@ -3,18 +3,16 @@
 #define SEALKEEPER_INSPECT_RULES_RULES_RUN_H
 
 #include <string>
-#include <string_view>
 
 #include "app/result_code.h"
 #include "inspect/rules/rules_report.h"
+#include "inspect/rules/selection.h"
 
 namespace sealkeeper {
 
 struct RulesRequest {
-    // The name to report.
-    std::string configFile;
-    // Its contents.
-    std::string_view configText;
+    // Its path is the one to report.
+    ConfigFile config;
     // Absolute, without links. It is also the current directory.
     std::string gameDirectory;
     // As in generate's -outname.

@@ -29,13 +29,13 @@ PlannedOutputs WrittenOutputs(const PlannedOutputs& outputs, const GameWithOutpu
 
 }  // namespace
 
-ResultCode SelectAgain(std::string_view configText, const std::string& gameDirectory,
+ResultCode SelectAgain(const ConfigFile& config, const std::string& gameDirectory,
                        const PlannedOutputs& outputs, SecondSelection& second) {
     second = SecondSelection();
     GameWithOutputs game(gameDirectory);
     AddOutputs(outputs, game);
     second.writtenOutputs = WrittenOutputs(outputs, game);
-    if (const ResultCode code = SelectFiles(configText, outputs, game, second.selection);
+    if (const ResultCode code = SelectFiles(config, outputs, game, second.selection);
         code != ResultCode::Ok) {
         return code;
     }

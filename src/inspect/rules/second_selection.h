@@ -3,7 +3,6 @@
 #define SEALKEEPER_INSPECT_RULES_SECOND_SELECTION_H
 
 #include <string>
-#include <string_view>
 
 #include "app/result_code.h"
 #include "inspect/rules/planned_outputs.h"
@@ -19,11 +18,11 @@ struct SecondSelection {
     PlannedOutputs writtenOutputs;
 };
 
-// Selects again by the rules of `configText`, with which the first selection was complete. The
+// Selects again by the rules of `config`, with which the first selection was complete. The
 // current directory has the absolute path `gameDirectory`, without links. Fails with
 // `SealkeeperIOError`, logged, for a system error or if the game has changed so that the selection
 // is no longer complete.
-ResultCode SelectAgain(std::string_view configText, const std::string& gameDirectory,
+ResultCode SelectAgain(const ConfigFile& config, const std::string& gameDirectory,
                        const PlannedOutputs& outputs, SecondSelection& second);
 
 }  // namespace sealkeeper

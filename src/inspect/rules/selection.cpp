@@ -41,8 +41,9 @@ bool CanBeDirectory(const std::string& path, const FileTree& game) {
 std::optional<Refusal> PlaceDirectories(const PlannedOutputs& outputs, GameWithOutputs& game) {
     for (const std::string& directory : outputs.directories) {
         if (!CanBeDirectory("./" + directory, game)) {
-            return Refusal{ResultCode::SealkeeperIOError,
-                           "Failed to create the output directory: '" + directory + "'."};
+            return Refusal{
+                ResultCode::SealkeeperIOError,
+                "'" + directory + "' cannot be the output directory or a part of its path."};
         }
         game.AddDirectory(directory);
     }
@@ -96,15 +97,11 @@ ResultCode Walk(const FileCollector& collector, const FileTree& game, Selection&
 
 // The steps of generate from reading its configuration file to listing its files, in the same
 // order.
-ResultCode RunSteps(std::string_view configText, const PlannedOutputs& outputs,
-                    GameWithOutputs& game, Selection& selection) {
+ResultCode RunSteps(const ConfigFile& config, const PlannedOutputs& outputs, GameWithOutputs& game,
+                    Selection& selection) {
     ConfigDocument document;
-    if (!document.ParseConfigText(configText)) {
-        selection.refusal = Refusal{ResultCode::InitFailedConfig,
-                                    "Could not load or parse the configuration file."};
-        return ResultCode::Ok;
-    }
-    if (const ResultCode code = CheckDocumentVersion(document); code != ResultCode::Ok) {
+    if (const ResultCode code = CheckConfigText(config.path, config.text, document);
+        code != ResultCode::Ok) {
         return code;
     }
     FileCollector collector("./", game);
@@ -124,8 +121,8 @@ ResultCode RunSteps(std::string_view configText, const PlannedOutputs& outputs,
     if (outputs.runtimeConfiguration) {
         RuntimeConfiguration settings;
         if (!LoadRuntimeSettings(settings, document)) {
-            selection.refusal = Refusal{ResultCode::InitFailedConfig,
-                                        "anti_tamper_solution_name names no supported solution."};
+            selection.refusal =
+                Refusal{ResultCode::InitFailedConfig, WithoutLineFeed(kUnknownSolutionText)};
             return ResultCode::Ok;
         }
         game.AddFile(*outputs.runtimeConfiguration, runtime_file::kSizeBytes);
@@ -144,14 +141,14 @@ const std::vector<std::string>& PatternsInUse(const CatalogueConfig& config) {
     return HasIncludes(config) ? config.includePaths : config.excludePaths;
 }
 
-ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& outputs,
+ResultCode SelectFiles(const ConfigFile& config, const PlannedOutputs& outputs,
                        GameWithOutputs& game, Selection& selection) {
     ForgetLoggedError();
     if (auto refusal = PlaceDirectories(outputs, game)) {
         selection.refusal = std::move(refusal);
         return ResultCode::Ok;
     }
-    const ResultCode code = RunSteps(configText, outputs, game, selection);
+    const ResultCode code = RunSteps(config, outputs, game, selection);
     if (TellsOfTheRules(code)) {
         selection.refusal = RefusalOf(code);
         return ResultCode::Ok;

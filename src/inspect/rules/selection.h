@@ -46,10 +46,16 @@ struct Selection {
     std::vector<SkippedPath> skipped;
 };
 
-// Selects by the rules of `configText` in the current directory, which is the game directory. Adds
+// A configuration file and its contents.
+struct ConfigFile {
+    std::string path;
+    std::string_view text;
+};
+
+// Selects by the rules of `config` in the current directory, which is the game directory. Adds
 // to `game` what the run would have written at each step. Fails with `SealkeeperIOError`, logged,
 // for a system error.
-ResultCode SelectFiles(std::string_view configText, const PlannedOutputs& outputs,
+ResultCode SelectFiles(const ConfigFile& config, const PlannedOutputs& outputs,
                        GameWithOutputs& game, Selection& selection);
 
 }  // namespace sealkeeper

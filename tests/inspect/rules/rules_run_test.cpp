@@ -37,7 +37,8 @@ class GameUnderRules : public testing::Test {
                                    const std::string& outputName = "base") const {
         GameWithOutputs game(game_.Path());
         Selection selection;
-        EXPECT_EQ(SelectFiles(configText, PlanOutputs(game_.Path(), outputName), game, selection),
+        EXPECT_EQ(SelectFiles({"/game.cfg", configText}, PlanOutputs(game_.Path(), outputName),
+                              game, selection),
                   ResultCode::Ok);
         return selection;
     }
@@ -45,7 +46,7 @@ class GameUnderRules : public testing::Test {
     [[nodiscard]] RulesReport Report(const std::string& searchOptions) const {
         const std::string text = ConfigOf(searchOptions);
         RulesReport report;
-        EXPECT_EQ(RunRules({"/game.cfg", text, game_.Path(), "base"}, report), ResultCode::Ok);
+        EXPECT_EQ(RunRules({{"/game.cfg", text}, game_.Path(), "base"}, report), ResultCode::Ok);
         return report;
     }
 
@@ -85,7 +86,7 @@ class Selecting : public GameUnderRules {};
 TEST_F(Selecting, RefusesWhatGenerateRefuses) {
     const RefusalCase cases[] = {
         {"empty file", "", ResultCode::InitFailedConfig,
-         "Could not load or parse the configuration file."},
+         "Could not load or parse the configuration file: '/game.cfg'."},
         {"no version", "search_options { include_paths = [\"a\"] }\n", ResultCode::InitFailedConfig,
          "Unsupported config file version: 1."},
         {"no list", ConfigOf(""), ResultCode::InitFailedConfig,
@@ -98,7 +99,8 @@ TEST_F(Selecting, RefusesWhatGenerateRefuses) {
         {"unknown solution",
          ConfigOf("include_paths = [\"a\"]") +
              "runtime_configuration { anti_tamper_solution_name = \"x\" }\n",
-         ResultCode::InitFailedConfig, "anti_tamper_solution_name names no supported solution."},
+         ResultCode::InitFailedConfig,
+         "Please provide name of a supported anti-tamper solution, if the one being used is not specifically listed, use 'Generic'."},
         {"nothing left",
          ConfigOf("exclude_paths = [\"Quorvane\"] ignore_files_without_extension = true "),
          ResultCode::CatalogueError,
@@ -116,14 +118,15 @@ TEST_F(Selecting, RefusesWhereTheFolderOfTheOutputsCannotBe) {
     const std::string text = ConfigOf("include_paths = [\"a\"]");
     const auto message = [&] { return Select(text).refusal.value_or(Refusal()).message; };
     game_.WriteFile("Quorvane", "");
-    EXPECT_EQ(message(), "Failed to create the output directory: 'Quorvane'.");
+    EXPECT_EQ(message(), "'Quorvane' cannot be the output directory or a part of its path.");
     EXPECT_EQ(Select(text, "mod").refusal, std::nullopt) << "a mod's outputs have no folder";
     fs::remove("Quorvane");
     fs::create_symlink("nowhere", "Quorvane");
-    EXPECT_EQ(message(), "Failed to create the output directory: 'Quorvane'.");
+    EXPECT_EQ(message(), "'Quorvane' cannot be the output directory or a part of its path.");
     fs::remove("Quorvane");
     game_.WriteFile("Quorvane/Certificates", "");
-    EXPECT_EQ(message(), "Failed to create the output directory: 'Quorvane/Certificates'.");
+    EXPECT_EQ(message(),
+              "'Quorvane/Certificates' cannot be the output directory or a part of its path.");
 }
 
 TEST_F(Selecting, KeepsTheMatchesOfEachPattern) {
@@ -269,10 +272,11 @@ TEST_F(ForeseenSecondRun, FailsWhereTheGameHasChangedSinceTheFirst) {
     const std::string text = ConfigOf(R"(include_paths = ["a"])");
     const PlannedOutputs outputs = PlanOutputs(game_.Path(), "base");
     SecondSelection second;
-    EXPECT_EQ(SelectAgain(text, game_.Path(), outputs, second), ResultCode::Ok);
+    EXPECT_EQ(SelectAgain({"/game.cfg", text}, game_.Path(), outputs, second), ResultCode::Ok);
     EXPECT_EQ(second.selection.matches.size(), 1U);
     game_.WriteFile("Quorvane", "");
-    EXPECT_EQ(SelectAgain(text, game_.Path(), outputs, second), ResultCode::SealkeeperIOError);
+    EXPECT_EQ(SelectAgain({"/game.cfg", text}, game_.Path(), outputs, second),
+              ResultCode::SealkeeperIOError);
     EXPECT_EQ(LastLoggedError(), "The game has changed while it was looked at.");
 }
 
