@@ -169,6 +169,16 @@ class EndToEndTest(unittest.TestCase):
         self.assertEqual(finished.stderr, b"", "nothing is written to standard error")
         return Run(command_line, finished.returncode, console.to_text(finished.stdout))
 
+    def run_script(self, script: str, *arguments: PathOrText) -> "subprocess.CompletedProcess[bytes]":
+        """Run a shell script in which "$0" is the program and "$@" are the arguments."""
+        return subprocess.run(
+            ["sh", "-c", script, str(PROGRAM), *map(str, arguments)],
+            cwd=self.directory,
+            capture_output=True,
+            timeout=TIMEOUT_SECONDS,
+            check=False,
+        )
+
     def _identity(self) -> Dict[str, object]:
         if self.user is None:
             return {}

@@ -56,13 +56,7 @@ class BrokenConsole(OneFileTest):
     def test_reader_that_leaves_after_a_line(self) -> None:
         arguments = self.generate_arguments(config_file=self.config_file)
         script = '{ "$0" "$@"; echo $? > status; } | head -n 1'
-        finished = subprocess.run(
-            ["sh", "-c", script, str(PROGRAM), *arguments],
-            cwd=self.directory,
-            capture_output=True,
-            timeout=TIMEOUT_SECONDS,
-            check=False,
-        )
+        finished = self.run_script(script, *arguments)
         self.assertEqual(finished.stdout.count(b"\n"), 1)
         self.assertEqual((self.directory / "status").read_text(), "0\n")
         self.assertEqual(len(self.stored_paths()), 301)

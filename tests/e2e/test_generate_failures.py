@@ -2,11 +2,9 @@
 
 import os
 import shutil
-import subprocess
 import unittest
 
 import e2e_console as console
-from e2e_support import PROGRAM, TIMEOUT_SECONDS
 from one_file_game import OneFileTest
 
 UNRESOLVED = (
@@ -62,13 +60,7 @@ class Directories(OneFileTest):
     def test_working_directory_that_is_gone(self) -> None:
         script = 'mkdir gone && cd gone && rmdir ../gone && exec "$0" "$@"'
         arguments = self.generate_arguments(config_file=self.config_file)
-        finished = subprocess.run(
-            ["sh", "-c", script, str(PROGRAM), *arguments],
-            cwd=self.directory,
-            capture_output=True,
-            timeout=TIMEOUT_SECONDS,
-            check=False,
-        )
+        finished = self.run_script(script, *arguments)
         self.assertTrue(console.to_text(finished.stdout).endswith(
             self.until_output() + console.err(NO_CURRENT_DIRECTORY)
         ))
