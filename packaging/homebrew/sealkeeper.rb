@@ -4,6 +4,8 @@
 #     HOMEBREW_SEALKEEPER_TRUST_CA=/path/ca.der HOMEBREW_SEALKEEPER_TRUST_CRL=/path/crl.der \
 #         brew install YOUR/TAP/sealkeeper
 #
+# Both are built in: after a new list, run `brew reinstall` in the same way.
+#
 # `--HEAD` with neither builds a program that trusts the development authority, to try it out.
 class Sealkeeper < Formula
   desc "Signs and verifies the hash catalogues of games"
@@ -18,6 +20,7 @@ class Sealkeeper < Formula
   depends_on "ninja" => :build
   depends_on "nlohmann-json" => :build
   depends_on "scdoc" => :build
+  depends_on macos: :sonoma
   depends_on "mbedtls@3"
   depends_on "pugixml"
 
@@ -28,7 +31,7 @@ class Sealkeeper < Formula
 
     args = %W[
       -DSEALKEEPER_BUILD_TESTS=OFF
-      -DCMAKE_PREFIX_PATH=#{formula_opt_prefix("mbedtls@3")}
+      -DCMAKE_PREFIX_PATH=#{Formula["mbedtls@3"].opt_prefix}
     ]
     args += %W[-DSEALKEEPER_REQUIRE_OWN_TRUST=ON -DSEALKEEPER_TRUST_CA=#{ca} -DSEALKEEPER_TRUST_CRL=#{crl}] if ca && crl
     system "cmake", "-S", ".", "-B", "build", "-G", "Ninja", *args, *std_cmake_args
@@ -36,8 +39,11 @@ class Sealkeeper < Formula
     system "cmake", "--install", "build"
   end
 
-  def formula_opt_prefix(name)
-    Formula[name].opt_prefix
+  def caveats
+    <<~EOS
+      The authority and its revocation list are built in. After a new list, run "brew reinstall sealkeeper" with
+      HOMEBREW_SEALKEEPER_TRUST_CA and HOMEBREW_SEALKEEPER_TRUST_CRL set: "brew upgrade" sees no new version.
+    EOS
   end
 
   test do
