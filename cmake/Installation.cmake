@@ -1,6 +1,9 @@
 # The files that `cmake --install` installs, in GNU's directories.
 include(GNUInstallDirs)
 
+# The sources, also for a project that only installs.
+get_filename_component(SEALKEEPER_SOURCES "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
+
 function(sealkeeper_install_programs)
     install(TARGETS sealkeeper DESTINATION "${CMAKE_INSTALL_BINDIR}")
     if(SEALKEEPER_BUILD_INSPECT)
@@ -8,16 +11,28 @@ function(sealkeeper_install_programs)
     endif()
 endfunction()
 
+# What issues credentials. The development authority comes only with a program that trusts it.
+function(sealkeeper_install_tools)
+    set(destination "${CMAKE_INSTALL_DATADIR}/sealkeeper")
+    install(PROGRAMS "${SEALKEEPER_SOURCES}/tools/issue-credentials.sh" DESTINATION "${destination}/tools")
+    sealkeeper_has_development_trust(is_development)
+    if(is_development)
+        # Where the script looks for it.
+        install(FILES "${SEALKEEPER_DEVELOPMENT_TRUST_DIR}/ca.der" "${SEALKEEPER_DEVELOPMENT_TRUST_DIR}/ca_private.key"
+            DESTINATION "${destination}/trust/development")
+    endif()
+endfunction()
+
 function(sealkeeper_install_documents)
-    set(root "${PROJECT_SOURCE_DIR}")
-    install(FILES "${root}/README.md" "${root}/SECURITY.md" "${root}/CHANGELOG.md" "${root}/LICENSE"
-        DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-    # The file name that Debian expects.
-    install(FILES "${root}/NOTICES" DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME copyright)
-    # Without the sources of the manual, and without the test vectors and their keys. Other files of
-    # the source tree that the pages mention are not installed either.
-    install(DIRECTORY "${root}/docs/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
+    foreach(page IN ITEMS README.md SECURITY.md CHANGELOG.md LICENSE NOTICES)
+        install(FILES "${SEALKEEPER_SOURCES}/${page}" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+    endforeach()
+    install(FILES "${SEALKEEPER_SOURCES}/trust/README.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}/trust")
+    # Without the sources of the manual, and without the test vectors and their keys.
+    install(DIRECTORY "${SEALKEEPER_SOURCES}/docs/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
         PATTERN man EXCLUDE
         PATTERN vectors EXCLUDE)
-    install(DIRECTORY "${root}/examples/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+    install(DIRECTORY "${SEALKEEPER_SOURCES}/examples/" DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+    install(CODE "set(documents \"${CMAKE_INSTALL_DOCDIR}\")")
+    install(SCRIPT "${SEALKEEPER_SOURCES}/cmake/InstalledLinks.cmake")
 endfunction()

@@ -1,0 +1,21 @@
+# Run by the installation, after it has put the documents into `documents`: a link to what only the
+# sources have becomes its text and says so.
+cmake_path(ABSOLUTE_PATH documents BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
+file(GLOB_RECURSE pages "$ENV{DESTDIR}${documents}/*.md")
+foreach(page IN LISTS pages)
+    file(READ "${page}" text)
+    set(installed "${text}")
+    cmake_path(GET page PARENT_PATH folder)
+    # The targets without what is special in a CMake list.
+    string(REGEX MATCHALL "\\([A-Za-z0-9_./-]+" targets "${text}")
+    foreach(target IN LISTS targets)
+        string(SUBSTRING "${target}" 1 -1 target)
+        if(NOT EXISTS "${folder}/${target}")
+            string(REPLACE "." "\\." pattern "${target}")
+            string(REGEX REPLACE "\\[([^]]+)\\]\\(${pattern}(#[^)]*)?\\)" "\\1 (in the sources)" installed "${installed}")
+        endif()
+    endforeach()
+    if(NOT installed STREQUAL text)
+        file(WRITE "${page}" "${installed}")
+    endif()
+endforeach()
