@@ -185,7 +185,7 @@ def verify_seeds() -> "dict[str, bytes]":
         "entry_count": catalogue + edit + struct.pack("<HB", 1048, 4),
         "older_layout": catalogue + edit + struct.pack("<HB", 6, 0),
         "signature": catalogue + edit + struct.pack("<HB", 8, 0),
-        "behind_signature": catalogue + edit + struct.pack("<HB", 8 + 256, 1),
+        "after_signature": catalogue + edit + struct.pack("<HB", 8 + 256, 1),
         "signature_length": catalogue + edit + struct.pack("<HB", 1033, 2),
         "byte_too_many": catalogue + cut + struct.pack("<H", size) + b"\0",
         "catalogue_removed": catalogue + remove,

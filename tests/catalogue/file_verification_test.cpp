@@ -179,7 +179,7 @@ struct LenientCase {
     std::vector<std::uint64_t> positions;
 };
 
-TEST_F(FileVerificationTest, ChunkBehindAnAcceptedOneIsNotCompared) {
+TEST_F(FileVerificationTest, ChunkAfterAnAcceptedOneIsNotCompared) {
     const std::string listed = PatternText(3 * kChunk + 1);
     constexpr std::uint64_t kEnd = 3 * kChunk + 1;
     const std::vector<LenientCase> cases = {

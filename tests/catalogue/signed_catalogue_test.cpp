@@ -94,7 +94,7 @@ TEST_F(SignedCatalogue, OlderLayoutsAreSignedFromTheEndOfTheSignature) {
 
 // The signature of a current file would also fit if the file followed an older header. Its first
 // bytes are then read as lengths: 0x00525651 and 0x00010004.
-TEST_F(SignedCatalogue, SignedFileBehindAnOlderHeaderIsRefused) {
+TEST_F(SignedCatalogue, SignedFileAfterAnOlderHeaderIsRefused) {
     constexpr std::size_t kInnerBytes = 0x00525651 + 0x00010004 + 16;
     Bytes inner = test::CatalogueOfCompressed({}, 0, Bytes(kInnerBytes - test::kHeaderBytes));
     SignImage(inner, "good");
