@@ -187,6 +187,8 @@ ALIASES = [
     Claim("With one, it checks that file in place of the sealed one.",
           search('include_paths = ["Content"]\nalias_paths = ( ["Content", "data"] );'), ("d",), verified=0,
           files=("Content/a", "d")),
+    Claim("the first in the order of their bytes",
+          search('include_paths = ["Logs"]\nalias_paths = ( ["d", "x"], ["L", "y"] );'), ("y",), verified=23),
     Claim("In patterns and aliases a backslash is a `/`",
           search('include_paths = ["bin\\c", "Logs"]\nalias_paths = ( ["Logs\\d", "x"] );'), BIN + ("x",), verified=23),
     Claim("an alias that puts the same text back",

@@ -24,7 +24,7 @@ NameDifference LeastDifference(const std::vector<std::string>& names,
 const char* DifferenceText(NameDifference difference) {
     switch (difference) {
         case NameDifference::WhiteSpace:
-            return " They differ in white space (letter case is no matter).";
+            return " They differ in white space (letter case does not matter).";
         case NameDifference::OutsideAscii:
             return " They differ in characters outside ASCII, of which the bytes are compared: their letter case counts, and whether an accent is part of its letter.";
         case NameDifference::None:

@@ -133,7 +133,7 @@ TEST_F(CredentialFindingsTest, TellsHowTheNameDiffers) {
     };
     EXPECT_EQ(
         message("TestProduct42 "),
-        "The certificate is for 'TestProduct42', --product says 'TestProduct42 '. They differ in white space (letter case is no matter).");
+        "The certificate is for 'TestProduct42', --product says 'TestProduct42 '. They differ in white space (letter case does not matter).");
     EXPECT_EQ(
         message("Other"),
         "The certificate is for 'TestProduct42', --product says 'Other'. They differ in more than white space and letter case.");
