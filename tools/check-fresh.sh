@@ -50,7 +50,8 @@ make_package() {
 # Uses a second system, so that only the dependencies of the package are there.
 install_package() {
     tools/fresh-root.sh run "$scratch/$1-installed" bash -c "apt-get update -qq && apt-get install -y /root/*.deb &&
-        sealkeeper-inspect --version && sealkeeper -h | head -n 1 && test -e /usr/share/man/man1/sealkeeper.1.gz"
+        sealkeeper-inspect --version && sealkeeper -h | head -n 1 && test -e /usr/share/man/man1/sealkeeper.1.gz &&
+        /usr/share/sealkeeper/tools/issue-credentials.sh game /root/credentials"
 }
 
 follow_guide() {
