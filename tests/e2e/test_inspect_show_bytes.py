@@ -58,7 +58,7 @@ def field_of_records(image: bytes, error: str) -> Field:
     count = number_at(image, 1048)
     block = image[block_start:]
     if code := re.match(r"code number (\d+) is (\d+)", error):
-        return Field("code", message=f"number {int(code[1]):,} is {int(code[2]):,}, where 0 to 255")
+        return Field("code", message=f"number {int(code[1]):,} is {int(code[2]):,}, where only 0 to 255")
     if "flag byte" in error or "0 bits" in error:
         return Field("code width", block_start + 2)
     if block[:2] != fixed_width_lzw.MAGIC:

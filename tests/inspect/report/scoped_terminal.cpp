@@ -49,9 +49,13 @@ void ScopedTerminal::SetColumns(unsigned short columns) {
 
 std::string ScopedTerminal::Written() {
     std::fflush(nullptr);
+    // What is written arrives in parts. One reading may give the first alone.
+    std::string written;
     std::array<char, 4096> bytes{};
-    const ssize_t length = read(master_, bytes.data(), bytes.size());
-    return {bytes.data(), length < 0 ? 0 : static_cast<std::size_t>(length)};
+    for (ssize_t length = 0; (length = read(master_, bytes.data(), bytes.size())) > 0;) {
+        written.append(bytes.data(), static_cast<std::size_t>(length));
+    }
+    return written;
 }
 
 ScopedVariable::ScopedVariable(const char* name, std::optional<std::string> value) : name_(name) {

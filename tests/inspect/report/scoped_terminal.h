@@ -18,7 +18,8 @@ class ScopedTerminal {
 
     void SetColumns(unsigned short columns);
 
-    // What was written to it, a few kilobytes at most. Each line feed becomes "\r\n". Call it once.
+    // What was written to it since the last call, a few kilobytes at most. Each line feed becomes
+    // "\r\n".
     [[nodiscard]] std::string Written();
 
   private:
