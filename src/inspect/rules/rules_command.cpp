@@ -113,10 +113,10 @@ int ShowReport(const RulesReport& report, const RulesOptions& options, const std
     return StatusOf(report);
 }
 
-// Makes `report`, and `pageFile` absolute; false, with the reason in `failure`, when it cannot be
-// made. The game directory is then the current one.
-bool MakeReport(const RulesOptions& options, RulesReport& report, std::string& pageFile,
-                std::string& failure) {
+// Makes `report`, and `pageFile` absolute. The game directory is then the current one. If no report
+// can be made: false, with the reason in `failure`.
+bool TryToMakeReport(const RulesOptions& options, RulesReport& report, std::string& pageFile,
+                     std::string& failure) {
     const auto configFile = Resolve(options.configFile, failure);
     const auto text = configFile ? ReadText(options.configFile, failure) : std::nullopt;
     const auto gameDirectory = text ? Resolve(options.gameDirectory, failure) : std::nullopt;
@@ -143,7 +143,7 @@ int RunRulesCommand(const RulesOptions& options, Console& console) {
     RulesReport report;
     std::string pageFile;
     std::string failure;
-    if (MakeReport(options, report, pageFile, failure)) {
+    if (TryToMakeReport(options, report, pageFile, failure)) {
         return ShowReport(report, options, pageFile, console);
     }
     if (options.isJson) {

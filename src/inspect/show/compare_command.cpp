@@ -63,8 +63,8 @@ std::optional<ComparedCatalogue> ReadToCompare(const std::string& path, std::str
     return std::nullopt;
 }
 
-int Fail(const CompareOptions& options, const std::string& path, const std::string& reason,
-         Console& console) {
+int FailToCompare(const CompareOptions& options, const std::string& path, const std::string& reason,
+                  Console& console) {
     const std::string failure = "'" + path + "': " + reason;
     if (options.isJson) {
         WriteCompareFailureJson(options.paths, failure, kTrouble, console);
@@ -78,15 +78,15 @@ int Compare(const CompareOptions& options, Console& console) {
     std::string failure;
     auto before = ReadToCompare(options.paths.before, failure);
     if (!before) {
-        return Fail(options, options.paths.before, failure, console);
+        return FailToCompare(options, options.paths.before, failure, console);
     }
     auto after = ReadToCompare(options.paths.after, failure);
     if (!after) {
-        return Fail(options, options.paths.after, failure, console);
+        return FailToCompare(options, options.paths.after, failure, console);
     }
     // Otherwise the converter's error text would be compared in place of names.
     if (converter.RequireSound() != ResultCode::Ok) {
-        return Fail(options, options.paths.after, LastLoggedError(), console);
+        return FailToCompare(options, options.paths.after, LastLoggedError(), console);
     }
     const CatalogueDifference difference = DifferenceOf(std::move(*before), std::move(*after));
     if (options.isJson) {

@@ -15,7 +15,7 @@
 namespace sealkeeper {
 namespace {
 
-int Fail(const ShowOptions& options, const std::string& reason, Console& console) {
+int FailToShow(const ShowOptions& options, const std::string& reason, Console& console) {
     const std::string failure = "'" + options.path + "': " + reason;
     if (options.isJson) {
         WriteShowFailureJson(options.path, failure, console);
@@ -29,11 +29,11 @@ int Show(const ShowOptions& options, Console& console) {
     std::string failure;
     const auto file = ReadFileToShow(options.path, options.productId, failure);
     if (!file) {
-        return Fail(options, failure, console);
+        return FailToShow(options, failure, console);
     }
     // Otherwise the converter's error text would be shown in place of paths.
     if (converter.RequireSound() != ResultCode::Ok) {
-        return Fail(options, LastLoggedError(), console);
+        return FailToShow(options, LastLoggedError(), console);
     }
     if (options.isJson) {
         WriteShowJson(*file, options, console);
