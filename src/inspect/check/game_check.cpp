@@ -95,7 +95,7 @@ void VerifyRuntimeConfiguration(GameVerification& game, CheckReport& report) {
     report.code = game.Result();
 }
 
-// And looks for additions where it came to its end.
+// Verifies, and looks for additions if the verification was completed.
 void Verify(const CommandLineOptions& options, CheckReport& report) {
     GameVerification game(options);
     if (FindCatalogues(game, report) == ResultCode::Ok &&

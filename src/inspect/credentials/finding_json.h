@@ -8,7 +8,7 @@
 namespace sealkeeper {
 
 // An array of objects with "severity", "name", "message" and "cure". They have "command" if the
-// cure has one to run, and "code" if generate fails because of the finding.
+// cure has one to run, and "code" and "result", its name, if generate fails because of the finding.
 [[nodiscard]] Json FindingsJson(const CredentialFindings& findings);
 
 }  // namespace sealkeeper
