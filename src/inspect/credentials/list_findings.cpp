@@ -25,8 +25,8 @@ CredentialFindings JudgeIssuer(const ListDetails& list, const ListIssuer& issuer
     if (!issuer.isRelated) {
         return {MakeWarning(
             "given-list-other-issuer",
-            "The revocation list is of another issuer, '" + list.issuer +
-                "': neither the certificate, which issues the list of its mods, nor its issuer made it. Generate does not look into the list.",
+            "The revocation list names '" + list.issuer +
+                "' as its issuer: neither the certificate, as a list of its mods does, nor the certificate's issuer. Generate does not look into the list.",
             cure)};
     }
     if (issuer.isSigned == false) {

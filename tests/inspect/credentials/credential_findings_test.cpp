@@ -391,10 +391,11 @@ TEST_F(IssuedCertificateTest, GivenListsOfAForeignAuthorityAreToldAsSuch) {
     const std::string list = ListOf("/CN=Foreign", "other-key");
     const CredentialFindings findings = Judge({CertificatePath("good"), {}, list, kTestProductId});
     EXPECT_EQ(Names(findings), "given-list-other-issuer");
-    EXPECT_EQ(Find(findings, "given-list-other-issuer").message,
-              "The revocation list is of another issuer, 'CN=Foreign': neither the certificate, "
-              "which issues the list of its mods, nor its issuer made it. Generate does not look "
-              "into the list.");
+    EXPECT_EQ(
+        Find(findings, "given-list-other-issuer").message,
+        "The revocation list names 'CN=Foreign' as its issuer: neither the certificate, as a "
+        "list of its mods does, nor the certificate's issuer. Generate does not look into the "
+        "list.");
     EXPECT_EQ(Names(Judge({directory_ / "gone", {}, list, {}})), "certificate-unread")
         << "nothing to compare it with";
 }
