@@ -192,7 +192,8 @@ class Traps(Rules):
         self.become_unprivileged()
         (self.game / "bin/secret").chmod(0)
         report = self.report('include_paths = ["bin"]', ERROR)
-        self.assertEqual(report["refusal"], {"code": 7, "result": "CatalogueError", "message": "'./bin/secret' cannot be read by this user."})
+        self.assertEqual(report["refusal"], {"code": 7, "result": "CatalogueError",
+                                             "message": "'./bin/secret' cannot be read by this user."})
         self.assertIn("'bin/secret' cannot be read by this user: generate fails at it.", self.warnings_of(report))
         generated = self.run_program(*self.generate_arguments(
             config_file=self.directory / "game.cfg", credentials=self.readable_credentials()))
@@ -228,7 +229,8 @@ class Traps(Rules):
         self.report('include_paths = ["bin"]', GOOD)
         self.write(name + "e", b"x")
         report = self.report('include_paths = ["bin"]', ERROR)
-        self.assertEqual(report["refusal"], {"code": 7, "result": "CatalogueError", "message": f"Path too long for the catalogue: './{name}e'."})
+        self.assertEqual(report["refusal"], {"code": 7, "result": "CatalogueError",
+                                             "message": f"Path too long for the catalogue: './{name}e'."})
         self.assertIn(
             f"'{name}e' is longer than the 255 UTF-16 units that a catalogue has room for: generate fails at it.",
             self.warnings_of(report))

@@ -2,7 +2,12 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "app/sealed_game.h"
 #include "catalogue/hashing/chunks.h"
