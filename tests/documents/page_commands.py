@@ -15,6 +15,8 @@ from typing import Dict, List
 from document_blocks import Block
 
 ANY_LINES = "(?:.*\n)*"
+# Blocks are pasted into one shell, so what a block leaves in force holds for all that follow.
+SAME_MASK = 'status=$?\n[ "$(umask)" = "$mask" ] || { echo "leaves a umask of $(umask)" >&2; exit 1; }\nexit $status\n'
 TIMEOUT_SECONDS = 300
 # Progress dots, which a slow machine appends: after a hashed file, after a verdict, or on an empty line.
 DOTTED = re.compile(r"^(\[Info\] Hashing .*?\.\.\.|\[\w+!?\] \[(?:Success|Failure)\] .*['\)]\.|)\.+$", re.MULTILINE)
@@ -71,7 +73,7 @@ class Shell:
     def run_block(self, block: Block) -> None:
         """Run a block. Raises WrongPage at the first command that differs from the page."""
         if block.kind == "sh":
-            run = self._run("set -euo pipefail\n" + block.text)
+            run = self._run(f"set -euo pipefail\nmask=$(umask)\n{block.text}{SAME_MASK}")
             if run.returncode != 0:
                 raise WrongPage(f"{block.text}status {run.returncode}\n{run.stdout}{run.stderr}")
             return

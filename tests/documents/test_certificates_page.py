@@ -103,6 +103,8 @@ class Commands(unittest.TestCase):
         self.assertEqual(len(keys), 4)
         for key in keys:
             self.assertEqual(oct(key.stat().st_mode & 0o777), oct(0o600), key.name)
+        for folder in ("authority", "authority/issued"):
+            self.assertEqual(oct((self.home / folder).stat().st_mode & 0o777), oct(0o700), folder)
 
     def check_modes_of_outputs(self) -> None:
         """Whoever installs the game verifies it, and seldom is the user who sealed it."""
