@@ -5,10 +5,12 @@ from __future__ import annotations
 import fcntl
 import os
 import pty
+import select
 import struct
 import subprocess
 import tempfile
 import termios
+import time
 import tty
 from dataclasses import dataclass
 from pathlib import Path
@@ -34,7 +36,10 @@ def run_on_terminal(
     environment: Optional[Mapping[str, str]] = None,
     directory: Optional[Path] = None,
 ) -> TerminalRun:
-    """Run with a terminal of 80 columns for standard output or, with of_errors, for standard error."""
+    """Run with a terminal of 80 columns for standard output or, with of_errors, for standard error.
+
+    Raises TimeoutError or subprocess.TimeoutExpired, with the program killed, if it takes too long.
+    """
     master, slave = pty.openpty()
     fcntl.ioctl(master, termios.TIOCSWINSZ, struct.pack("HHHH", 24, 80, 0, 0))
     # Otherwise the terminal puts a carriage return before each line feed.
@@ -51,16 +56,24 @@ def run_on_terminal(
             stderr=outputs[1],
         ) as process:
             os.close(slave)
-            shown = _read_to_end(master)
-            status = process.wait(timeout=TIMEOUT_SECONDS)
+            deadline = time.monotonic() + TIMEOUT_SECONDS
+            try:
+                shown = _read_to_end(master, deadline)
+                status = process.wait(timeout=max(0.0, deadline - time.monotonic()))
+            except (TimeoutError, subprocess.TimeoutExpired):
+                # Otherwise leaving the block would wait for it.
+                process.kill()
+                raise
         other.seek(0)
         return TerminalRun(status, console.to_text(shown), console.to_text(other.read()))
 
 
-def _read_to_end(master: int) -> bytes:
+def _read_to_end(master: int, deadline: float) -> bytes:
     output = b""
     with open(master, "rb", buffering=0) as terminal:
         while True:
+            if not select.select([terminal], [], [], max(0.0, deadline - time.monotonic()))[0]:
+                raise TimeoutError(f"the terminal is still open; so far it was sent {output!r}")
             try:
                 read = terminal.read(65536)
             except OSError:
