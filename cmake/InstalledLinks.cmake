@@ -1,7 +1,7 @@
-# Run by the installation, after it has put the documents into `documents`: a link to what only the
-# sources have becomes its text and says so.
+# Run by the installation, after it has put `pages` into the directory `documents`: a link to what
+# only the sources have becomes its text and says so. Pages of others may be in that directory, too.
 cmake_path(ABSOLUTE_PATH documents BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}")
-file(GLOB_RECURSE pages "$ENV{DESTDIR}${documents}/*.md")
+list(TRANSFORM pages PREPEND "$ENV{DESTDIR}${documents}/")
 foreach(page IN LISTS pages)
     file(READ "${page}" text)
     set(installed "${text}")

@@ -89,6 +89,16 @@ class Documents(Installed):
                      "examples/include-list.cfg", "trust/README.md"):
             self.assertEqual((self.documents / name).read_bytes(), (ROOT / name).read_bytes(), name)
 
+    def test_pages_of_others_stay(self) -> None:
+        """The directory may be one that several projects share."""
+        text = "[dead](gone.md)"
+        others = [self.documents / "other.md", self.documents / "docs/other.md"]
+        for page in others:
+            page.parent.mkdir(parents=True, exist_ok=True)
+            page.write_text(text, encoding="utf-8")
+        self.install(*DEVELOPMENT_TRUST)
+        self.assertEqual([page.read_text(encoding="utf-8") for page in others], [text, text])
+
     def test_installed_again(self) -> None:
         """Over the pages that an installation has already changed."""
         self.install(*DEVELOPMENT_TRUST)
