@@ -99,10 +99,13 @@ class TranscriptTest(unittest.TestCase):
 
 
 class Readme(TranscriptTest):
-    """What stands above the first heading of the second level."""
+    """The first screen is what stands above the first heading of the second level."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.first_screen, self.sections = (ROOT / "README.md").read_text(encoding="utf-8").split("\n## ", 1)
 
     def test_first_screen(self) -> None:
-        text = (ROOT / "README.md").read_text(encoding="utf-8").split("\n## ")[0]
         self.issue("harbortale-demo")
         (self.directory / "harbortale.cfg").write_text(
             CONFIG % 'include_paths = ["HarborTale", "lib/*.so", "Content"]'
@@ -110,7 +113,7 @@ class Readme(TranscriptTest):
         game = self.directory / "games/harbortale"
         self.put({"HarborTale": 3, "lib/libphysics.so": 2, "Content/Music/main theme.ogg": 2,
                   "Content/Paks/world.pak": 2}, "games/harbortale")
-        runs = runs_in(text.replace("/games/harbortale", str(game)))
+        runs = runs_in(self.first_screen.replace("/games/harbortale", str(game)))
         self.assertEqual([run.command.split()[0] for run in runs], ["./sealkeeper", "echo"] * 4)
         for run, status in zip(runs[::2], runs[1::2]):
             if run is runs[-2]:
@@ -120,6 +123,15 @@ class Readme(TranscriptTest):
                 finished = self.shell(run.command)
                 self.check(run, without_progress(HEAD.sub("", finished.stdout)))
                 self.assertEqual([str(finished.returncode)], status.output)
+
+    def test_sections(self) -> None:
+        (self.directory / "build").mkdir()
+        (self.directory / "build/demo").symlink_to(self.directory)
+        game = self.directory / "games/harbortale"
+        self.put({"HarborTale": 3, "lib/libphysics.so": 2}, "games/harbortale")
+        (self.directory / "game.cfg").write_text(CONFIG % '    exclude_paths = ["lib"]')
+        run, = runs_in(self.sections.replace("/games/harbortale", str(game)))
+        self.check(run, self.shell(run.command).stdout)
 
 
 class Companion(TranscriptTest):
