@@ -65,7 +65,7 @@ TEST_F(GameVerificationTest, TellsWhyTheDirectoryDoesNotResolve) {
     EXPECT_EQ(game.DirectoryError(), ENOTDIR);
 }
 
-TEST_F(GameVerificationTest, TellsOfNoDirectoryErrorWhereItIsEntered) {
+TEST_F(GameVerificationTest, TellsOfNoDirectoryErrorWhereThereAreNoCatalogues) {
     std::filesystem::remove_all("Quorvane");
     GameVerification game(options_);
     EXPECT_EQ(game.FindCatalogues(), ResultCode::SealkeeperIOError);

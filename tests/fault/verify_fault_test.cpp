@@ -3,8 +3,11 @@
 #include <cerrno>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "app/console_log.h"
+#include "app/game_verification.h"
 #include "app/verify_action.h"
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/hash_catalogue.h"
@@ -145,6 +148,16 @@ TEST_F(VerifyFaults, GameDirectoryThatCannotBeEntered) {
     EXPECT_EQ(Run(), 5);
     EXPECT_EQ(output_,
               Start() + "[Err!] Failed to set working directory: '" + game_.Path() + "/'.\n");
+}
+
+TEST_F(VerifyFaults, TellsWhyTheGameDirectoryCannotBeEntered) {
+    const ScopedFault fault(Call::Chdir);
+    // What is logged in between changes errno.
+    SendLogTo([](LogLevel, std::string_view) { errno = 0; });
+    GameVerification game(options_);
+    EXPECT_EQ(game.FindCatalogues(), ResultCode::InitFailedWorkingDirectory);
+    SendLogTo(nullptr);
+    EXPECT_EQ(game.DirectoryError(), EACCES);
 }
 
 // The files in the order in which a run opens them.
