@@ -9,8 +9,8 @@ function(sealkeeper_configure_target target)
         $<$<BOOL:${SEALKEEPER_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
 
-# Makes a unity build of `target`, one unit per folder: the files of a folder have no names in
-# common.
+# Makes a unity build of `target`, one unit per folder: the files of a folder define nothing twice.
+# Functions of one name differ in their parameters.
 function(sealkeeper_unite_folders target)
     get_target_property(sources ${target} SOURCES)
     foreach(source IN LISTS sources)
