@@ -73,24 +73,20 @@ ResultCode ReadPathAliases(const StringPairs& pairs, CatalogueConfig& config) {
     return ResultCode::Ok;
 }
 
-ResultCode CheckIfLoaded(bool isLoaded, const std::string& path, ConfigDocument& document) {
-    if (!isLoaded) {
-        Log(LogLevel::Error, "Could not load or parse the configuration file: '%s'.\n",
-            path.c_str());
-        return ResultCode::InitFailedConfig;
-    }
-    return CheckDocumentVersion(document);
+ResultCode FailToLoad(const std::string& path) {
+    Log(LogLevel::Error, "Could not load or parse the configuration file: '%s'.\n", path.c_str());
+    return ResultCode::InitFailedConfig;
 }
 
 }  // namespace
 
 ResultCode CheckConfigVersion(const std::string& path, ConfigDocument& document) {
-    return CheckIfLoaded(document.LoadConfigFile(path), path, document);
+    return document.LoadConfigFile(path) ? CheckDocumentVersion(document) : FailToLoad(path);
 }
 
 ResultCode CheckConfigText(const std::string& path, std::string_view text,
                            ConfigDocument& document) {
-    return CheckIfLoaded(document.ParseConfigText(text), path, document);
+    return document.ParseConfigText(text) ? CheckDocumentVersion(document) : FailToLoad(path);
 }
 
 ResultCode CheckDocumentVersion(ConfigDocument& document) {

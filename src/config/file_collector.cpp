@@ -41,6 +41,15 @@ void LogResolvedPaths(const PathSet& paths) {
     }
 }
 
+void LogIfByExtension(SkipRule rule, const std::string& path) {
+    if (rule == SkipRule::NoExtension) {
+        Log(LogLevel::Trace, "Skipping file by rule ignore_files_without_extensions '%s'.\n",
+            path.c_str());
+    } else if (rule == SkipRule::ExcludedExtension) {
+        Log(LogLevel::Trace, "Skipping file by rule exclude_extensions: '%s'.\n", path.c_str());
+    }
+}
+
 }  // namespace
 
 std::optional<SkipRule> RuleOfExtension(const CatalogueConfig& config, const std::string& name) {
@@ -233,9 +242,11 @@ ResultCode FileCollector::CollectEntry(const std::string& directory, const Direc
     if (entry.type == EntryType::Directory) {
         return RecursePath(path, pattern, collection);
     }
-    const std::optional<SkipRule> rule =
-        entry.type == EntryType::Regular ? RuleByExtension(path, entry.name) : SkipRule::OtherType;
+    const std::optional<SkipRule> rule = entry.type == EntryType::Regular
+                                             ? RuleOfExtension(config_, entry.name)
+                                             : SkipRule::OtherType;
     if (rule) {
+        LogIfByExtension(*rule, path);
         collection.Skip(path, *rule);
     } else {
         collection.Add(path, status);
@@ -258,18 +269,6 @@ bool FileCollector::IsSkippedBySize(const std::string& path, const FileStatus& s
         return true;
     }
     return false;
-}
-
-std::optional<SkipRule> FileCollector::RuleByExtension(const std::string& path,
-                                                       const std::string& name) const {
-    const std::optional<SkipRule> rule = RuleOfExtension(config_, name);
-    if (rule == SkipRule::NoExtension) {
-        Log(LogLevel::Trace, "Skipping file by rule ignore_files_without_extensions '%s'.\n",
-            path.c_str());
-    } else if (rule == SkipRule::ExcludedExtension) {
-        Log(LogLevel::Trace, "Skipping file by rule exclude_extensions: '%s'.\n", path.c_str());
-    }
-    return rule;
 }
 
 }  // namespace sealkeeper

@@ -101,8 +101,6 @@ class FileCollector {
                             const std::string& pattern, Collection& collection) const;
     [[nodiscard]] bool IsSkippedByPath(const std::string& path) const;
     [[nodiscard]] bool IsSkippedBySize(const std::string& path, const FileStatus& status) const;
-    [[nodiscard]] std::optional<SkipRule> RuleByExtension(const std::string& path,
-                                                          const std::string& name) const;
 
     std::string basePath_;
     const FileTree& tree_;
