@@ -1,23 +1,32 @@
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
+#include "config/config_names.h"
 #include "inspect/lint/lint_rules.h"
 #include "inspect/lint/name_trouble.h"
+#include "platform/ascii_case.h"
 
 namespace sealkeeper {
 namespace {
 
-constexpr std::string_view kUtf16LittleEndianMark = "\xFF\xFE";
-constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
-constexpr std::string_view kUtf32LittleEndianMark("\xFF\xFE\0\0", 4);
-constexpr std::string_view kUtf32BigEndianMark("\0\0\xFE\xFF", 4);
 constexpr const char* kCure = "Save the file as UTF-8 without a byte-order mark.";
 
-// Every configuration has a brace. Where the units are bytes, no zero is beside one.
-constexpr std::string_view kUtf16LittleEndianBrace("{\0", 2);
-constexpr std::string_view kUtf16BigEndianBrace("\0{", 2);
-constexpr std::string_view kUtf32LittleEndianBrace("{\0\0\0", 4);
-constexpr std::string_view kUtf32BigEndianBrace("\0\0\0{", 4);
+// An encoding by its mark, and by the opening brace that every configuration has.
+struct WideEncoding {
+    const char* name;
+    std::string_view mark;
+    std::string_view brace;
+};
+
+// UTF-32 comes first: the marks and the braces of UTF-16 are found in it, too.
+constexpr std::array kWideEncodings = {
+    WideEncoding{"UTF-32 (little-endian)", {"\xFF\xFE\0\0", 4}, {"{\0\0\0", 4}},
+    WideEncoding{"UTF-32 (big-endian)", {"\0\0\xFE\xFF", 4}, {"\0\0\0{", 4}},
+    WideEncoding{"UTF-16 (little-endian)", {"\xFF\xFE", 2}, {"{\0", 2}},
+    WideEncoding{"UTF-16 (big-endian)", {"\xFE\xFF", 2}, {"\0{", 2}},
+};
 
 // Whether `text`, read in units of the size of `unit`, has this one.
 bool HasUnit(std::string_view text, std::string_view unit) {
@@ -29,20 +38,28 @@ bool HasUnit(std::string_view text, std::string_view unit) {
     return false;
 }
 
+// Whether the name of a section is in `text` as the scanner reads it, one byte for each letter.
+// Zeros after its last brace do not make such a text a wide one.
+bool HasNarrowSectionName(std::string_view text) {
+    const std::string lowerCased = LowerCasedAscii(text);
+    return lowerCased.find(kInfoSection) != std::string::npos ||
+           lowerCased.find(kSearchSection) != std::string::npos;
+}
+
 // Null for encodings with one-byte units.
 const char* WideEncodingName(std::string_view text) {
-    // Checked before UTF-16, whose mark and braces are also found in it.
-    if (text.starts_with(kUtf32LittleEndianMark) || HasUnit(text, kUtf32LittleEndianBrace)) {
-        return "UTF-32 (little-endian)";
+    for (const WideEncoding& encoding : kWideEncodings) {
+        if (text.starts_with(encoding.mark)) {
+            return encoding.name;
+        }
     }
-    if (text.starts_with(kUtf32BigEndianMark) || HasUnit(text, kUtf32BigEndianBrace)) {
-        return "UTF-32 (big-endian)";
+    if (HasNarrowSectionName(text)) {
+        return nullptr;
     }
-    if (text.starts_with(kUtf16LittleEndianMark) || HasUnit(text, kUtf16LittleEndianBrace)) {
-        return "UTF-16 (little-endian)";
-    }
-    if (text.starts_with(kUtf16BigEndianMark) || HasUnit(text, kUtf16BigEndianBrace)) {
-        return "UTF-16 (big-endian)";
+    for (const WideEncoding& encoding : kWideEncodings) {
+        if (HasUnit(text, encoding.brace)) {
+            return encoding.name;
+        }
     }
     return nullptr;
 }

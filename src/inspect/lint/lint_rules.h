@@ -9,7 +9,8 @@
 namespace sealkeeper {
 
 // Whether `text` is UTF-16 or UTF-32, which the scanner cannot read. Recognised by the byte-order
-// mark, or UTF-16 without one by zeros in every other byte at the start.
+// mark. Without one, by an opening brace in their units, unless the name of a section is there in
+// single bytes.
 [[nodiscard]] bool IsUtf16OrUtf32(std::string_view text);
 // Only for a text in one of these encodings.
 void LintUtf16OrUtf32(const LintedText& linted, LintFindings& findings);

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "inspect/lint/lint_config_text.h"
 #include "inspect/lint/lint_expectations.h"
 
 namespace sealkeeper {
@@ -97,6 +98,33 @@ TEST(LintEncoding, TellsOfThemWithoutAMarkAfterALongCommentInAnotherScript) {
          "@" + AsUtf32("#", false) + Repeated(std::string("\0\0\x4E\0", 4)) + AsUtf32(text, false),
          {told("UTF-32 (big-endian)")}},
     });
+}
+
+TEST(LintEncoding, TellsByTheMarkFirst) {
+    // U+7B00 has the bytes of a brace in the other order.
+    ExpectLinted(
+        {{"big-endian with the brace of little-endian",
+          "@\xFE\xFF" + AsUtf16("#", false) + std::string("\x7B\0", 2) +
+              AsUtf16("\n" + WithSearchOptions(""), false),
+          {{"The file is UTF-16 (big-endian), in which the tool finds no names.", kSaveAsUtf8}}}});
+}
+
+TEST(LintEncoding, TellsOfThemWithoutAMarkByOtherBracesToo) {
+    // U+7B49 has the byte of a brace and no zero.
+    ExpectLinted({{"little-endian",
+                   "@" + AsUtf16("#", true) + "\x49\x7B\x49\x7B" +
+                       AsUtf16("\n" + WithSearchOptions(""), true),
+                   {{"The file is UTF-16 (little-endian), in which the tool finds no names.",
+                     kSaveAsUtf8}}}});
+}
+
+TEST(LintEncoding, ZerosAfterABraceAreNoUtf32) {
+    const std::string text = "config_info { version = 2; }\nSearch_Options {";
+    for (const std::string& zeros : {std::string(1, '\0'), std::string(16, '\0')}) {
+        for (const RuleWarning& warning : LintConfigText(text + zeros)) {
+            EXPECT_EQ(warning.message.find("UTF-"), std::string::npos) << warning.message;
+        }
+    }
 }
 
 TEST(LintEncoding, ZeroByteAloneIsNoUtf16) {
