@@ -24,4 +24,8 @@ std::string WellFormedUtf8(const std::string& bytes) {
     return text;
 }
 
+bool IsUtf8(const std::string& bytes) {
+    return WellFormedUtf8(bytes) == bytes;
+}
+
 }  // namespace sealkeeper

@@ -8,6 +8,7 @@
 
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_format.h"
+#include "inspect/report/utf8_text.h"
 #include "inspect/rules/no_utf8_names.h"
 #include "platform/text_encoding.h"
 

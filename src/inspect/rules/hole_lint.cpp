@@ -32,7 +32,8 @@ std::vector<std::string> PathsOf(const std::vector<const JudgedFile*>& files) {
     return paths;
 }
 
-// The list that the configuration has; there must not be the other one beside it.
+// Whether exclude_paths is the list in use. A cure must not name the other list: generate refuses a
+// configuration that has both.
 bool IsListOfExcludes(const LintSubject& subject) {
     return subject.places.patternKey == kExcludePathsKey;
 }

@@ -1,10 +1,13 @@
 // Warnings about names, and about files that are not what their names suggest.
+#include <algorithm>
 #include <map>
 #include <set>
 #include <string>
 
+#include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
 #include "inspect/report/name_list.h"
+#include "inspect/report/utf8_text.h"
 #include "inspect/rules/case_folding.h"
 #include "inspect/rules/fatal_files.h"
 #include "inspect/rules/no_utf8_names.h"
@@ -46,6 +49,13 @@ bool IsOutOfReach(const SelectedFile& file) {
 
 bool IsSpecialFile(const SelectedFile& file) {
     return file.type != FileType::Regular && file.type != FileType::Missing && IsUtf8(file.path);
+}
+
+// Whether `path` may differ in letter case from another in a way that cannot be seen.
+bool HasUnknownLetters(const std::string& path) {
+    const bool isAscii = std::all_of(path.begin(), path.end(),
+                                     [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    return !isAscii && IsUtf8(path) && !KnowsLettersOfUnicode();
 }
 
 struct StandInWords {
@@ -105,10 +115,16 @@ void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
         "Rename it, or leave it out.", warnings);
 }
 
-void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
+ResultCode LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto selected =
+        SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; });
+    if (std::any_of(selected.begin(), selected.end(), HasUnknownLetters)) {
+        Log(LogLevel::Error,
+            "Could not compare names without letter case: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.\n");
+        return ResultCode::SealkeeperIOError;
+    }
     std::map<std::string, std::vector<std::string>> byFoldedCase;
-    for (const std::string& path :
-         SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; })) {
+    for (const std::string& path : selected) {
         byFoldedCase[CaseFolded(path)].push_back(path);
     }
     for (const auto& [folded, paths] : byFoldedCase) {
@@ -118,6 +134,7 @@ void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
                 "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails for the other."));
         }
     }
+    return ResultCode::Ok;
 }
 
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {

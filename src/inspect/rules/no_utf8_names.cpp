@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include "platform/file_system.h"
-#include "platform/text_encoding.h"
 
 namespace sealkeeper {
 namespace {
@@ -14,10 +13,6 @@ Refusal RefusalWith(ResultCode code, const char* what) {
 }
 
 }  // namespace
-
-bool IsUtf8(const std::string& text) {
-    return WideToUtf8(Utf8ToWide(text)) == text;
-}
 
 std::optional<Refusal> RefusalOfStandIn() {
     const FileStatus status = StatusOfPath(kNoUtf8StandIn);

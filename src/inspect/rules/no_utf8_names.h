@@ -13,8 +13,6 @@ namespace sealkeeper {
 // That text, a path from the game directory.
 inline constexpr const char* kNoUtf8StandIn = "U82W_ERROR";
 
-[[nodiscard]] bool IsUtf8(const std::string& text);
-
 // Why generate fails at the stand-in, of which the current directory, the game directory, may have
 // one; nothing where it does not. One that is missing is listed as an empty file.
 [[nodiscard]] std::optional<Refusal> RefusalOfStandIn();

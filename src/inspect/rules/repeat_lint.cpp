@@ -1,5 +1,6 @@
 // Warnings about files that are sealed more than once.
 #include <algorithm>
+#include <cerrno>
 #include <map>
 #include <set>
 #include <string>
@@ -77,41 +78,69 @@ RepeatedFiles FindRepeatedFiles(const Selection& selection) {
     return repeated;
 }
 
-// Whether a link stands on the way to what the patterns match.
-bool HasLinks(const Selection& selection, const std::string& game) {
-    const auto leadsElsewhere = [&game](const std::string& match) {
-        const std::string path = LexicalPath(match);
-        return ResolvePath(match) != (path.empty() ? game : game + "/" + path);
-    };
-    return std::any_of(selection.matches.begin(), selection.matches.end(),
-                       [&leadsElsewhere](const PathSet& matches) {
-                           return std::any_of(matches.begin(), matches.end(), leadsElsewhere);
-                       });
+// Sets `resolved` to where `path` lies; empty where it leads nowhere or this user may not see
+// where. Fails as `JudgeLookError` does.
+ResultCode Resolve(const std::string& path, std::string& resolved) {
+    const auto found = ResolvePath(path);
+    resolved = found.value_or("");
+    return found ? ResultCode::Ok : JudgeLookError(path, errno);
+}
+
+// Sets `hasLinks` to whether a link stands on the way to what the patterns match.
+ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
+    std::string game;
+    if (const ResultCode code = Resolve(".", game); code != ResultCode::Ok) {
+        return code;
+    }
+    for (const PathSet& matches : selection.matches) {
+        for (const std::string& match : matches) {
+            std::string resolved;
+            if (const ResultCode code = Resolve(match, resolved); code != ResultCode::Ok) {
+                return code;
+            }
+            const std::string path = LexicalPath(match);
+            if (resolved != (path.empty() ? game : game + "/" + path)) {
+                hasLinks = true;
+                return ResultCode::Ok;
+            }
+        }
+    }
+    return ResultCode::Ok;
 }
 
 using Names = std::set<std::string>;
+// The names of each sealed file, by where it lies.
+using NamesByPlace = std::map<std::string, Names>;
 
-// The names of each sealed file, by where it lies. A walk follows no links, so without one in what
-// the patterns match there is nothing to tell.
-std::map<std::string, Names> NamesOfLinkedFiles(const Selection& selection) {
-    std::map<std::string, Names> names;
-    if (!HasIncludes(selection.config) || !HasLinks(selection, ResolvePath(".").value_or(""))) {
-        return names;
-    }
-    for (const SelectedFile& file : selection.files) {
-        if (const auto resolved = ResolvePath(file.path)) {
-            names[*resolved].insert(LexicalPath(file.path));
+// A walk follows no links, so without one in what the patterns match there is nothing to find.
+ResultCode FindNamesOfLinkedFiles(const Selection& selection, NamesByPlace& names) {
+    bool hasLinks = false;
+    if (HasIncludes(selection.config)) {
+        if (const ResultCode code = LookForLinks(selection, hasLinks); code != ResultCode::Ok) {
+            return code;
         }
     }
-    return names;
+    if (!hasLinks) {
+        return ResultCode::Ok;
+    }
+    for (const SelectedFile& file : selection.files) {
+        std::string resolved;
+        if (const ResultCode code = Resolve(file.path, resolved); code != ResultCode::Ok) {
+            return code;
+        }
+        if (!resolved.empty()) {
+            names[resolved].insert(LexicalPath(file.path));
+        }
+    }
+    return ResultCode::Ok;
 }
 
 // The names of files that are sealed under several, by the patterns that lead to them.
-std::map<std::vector<std::size_t>, std::vector<Names>> FindRenamedFiles(
-    const Selection& selection) {
+std::map<std::vector<std::size_t>, std::vector<Names>> RenamedFiles(
+    const Selection& selection, const NamesByPlace& namesByPlace) {
     const std::vector<LexicalPaths> matches = LexicalMatchesOf(selection);
     std::map<std::vector<std::size_t>, std::vector<Names>> renamed;
-    for (auto& [resolved, names] : NamesOfLinkedFiles(selection)) {
+    for (const auto& [resolved, names] : namesByPlace) {
         if (names.size() < 2) {
             continue;
         }
@@ -155,8 +184,13 @@ void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
     }
 }
 
-void LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    for (const auto& [numbers, files] : FindRenamedFiles(subject.selection)) {
+ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) {
+    NamesByPlace namesByPlace;
+    if (const ResultCode code = FindNamesOfLinkedFiles(subject.selection, namesByPlace);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    for (const auto& [numbers, files] : RenamedFiles(subject.selection, namesByPlace)) {
         const Names& names = files.front();
         const std::size_t others = files.size() - 1;
         warnings.push_back(WarningAt(
@@ -169,6 +203,7 @@ void LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) {
                 ByPatterns(numbers, subject.selection.config) + ".",
             "Write patterns that lead to each file by one name: each listing is hashed and verified for itself."));
     }
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

@@ -1,7 +1,5 @@
 #include "inspect/rules/rules_run.h"
 
-#include <iterator>
-#include <utility>
 #include <vector>
 
 #include "config/config_outline.h"
@@ -44,9 +42,12 @@ ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& ou
         return code;
     }
     const RulePlaces places = PlacesIn(request.config.text);
-    auto warnings = LintSelection(
-        {selection, second.selection, outputs, second.writtenOutputs, places, report.files});
-    std::move(warnings.begin(), warnings.end(), std::back_inserter(report.warnings));
+    if (const ResultCode code = LintSelection(
+            {selection, second.selection, outputs, second.writtenOutputs, places, report.files},
+            report.warnings);
+        code != ResultCode::Ok) {
+        return code;
+    }
     SortByPlace(report.warnings);
     return ResultCode::Ok;
 }

@@ -4,26 +4,29 @@
 
 namespace sealkeeper {
 
-RuleWarnings LintSelection(const LintSubject& subject) {
+ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     assert(subject.selection.matches.size() == subject.secondSelection.matches.size());
-    RuleWarnings warnings;
     LintUnmatchedPatterns(subject, warnings);
     LintLeavingPatterns(subject, warnings);
     LintLinksOutOfGame(subject, warnings);
     LintExtensionCase(subject, warnings);
     LintRepeatedFiles(subject, warnings);
-    LintRenamedFiles(subject, warnings);
+    if (const ResultCode code = LintRenamedFiles(subject, warnings); code != ResultCode::Ok) {
+        return code;
+    }
     LintOwnOutputs(subject, warnings);
     LintImpossibleNames(subject, warnings);
     LintBackslashNames(subject, warnings);
-    LintLetterCase(subject, warnings);
+    if (const ResultCode code = LintLetterCase(subject, warnings); code != ResultCode::Ok) {
+        return code;
+    }
     LintUnhashableFiles(subject, warnings);
     LintAliasUses(subject, warnings);
     LintLargeFiles(subject, warnings);
     LintLinks(subject, warnings);
     LintUnlistableDirectories(subject, warnings);
     LintUnreachableFiles(subject, warnings);
-    return warnings;
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

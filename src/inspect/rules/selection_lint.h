@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "app/result_code.h"
 #include "inspect/rules/planned_outputs.h"
 #include "inspect/rules/rule_places.h"
 #include "inspect/rules/rules_report.h"
@@ -43,8 +44,8 @@ void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings);
 // Files that are sealed more than once, because patterns lead to them by different paths.
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings);
 // Files that several patterns lead to by different names, because one is a link or leads through
-// one.
-void LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings);
+// one. Fails with `SealkeeperIOError`, logged, when the system fails to say where a path leads.
+ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings);
 
 // output_lint.cpp
 
@@ -53,13 +54,15 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 
 // name_lint.cpp
 
-// Names that no catalogue can hold. One that is not UTF-8 is listed as an empty file of another
-// name. At one that is too long, generate fails.
+// Names that no catalogue can hold. One that is not UTF-8 is listed as another file, which is empty
+// where it does not exist; generate fails where that file cannot be read. At a name that is too
+// long, generate fails.
 void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names with a backslash, which the catalogue stores as '/'.
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
-// Names that differ only in letter case.
-void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
+// Names that differ only in letter case. Fails with `SealkeeperIOError`, logged, where the letters
+// of a name are unknown.
+ResultCode LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
 // Files that are selected but cannot be hashed: not regular, or not to be read or reached by this
 // user.
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings);
@@ -80,8 +83,8 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
 // Files that a pattern leads to in directories that cannot be searched.
 void LintUnreachableFiles(const LintSubject& subject, RuleWarnings& warnings);
 
-// Runs all of them, in the order above.
-[[nodiscard]] RuleWarnings LintSelection(const LintSubject& subject);
+// Runs all of them, in the order above, until one fails.
+ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings);
 
 }  // namespace sealkeeper
 

@@ -9,6 +9,9 @@ namespace sealkeeper {
 namespace {
 
 TEST(CaseFolding, TakesLettersOfAllScriptsForTheSame) {
+    if (!KnowsLettersOfUnicode()) {
+        GTEST_SKIP() << "neither the locale C.UTF-8 nor en_US.UTF-8 is installed";
+    }
     const std::vector<std::vector<std::string>> groups = {
         {"a/B.exe", "A/b.EXE"},
         {"École", "école", "ÉCOLE"},

@@ -2,12 +2,15 @@
 #include "inspect/rules/rules_run.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
 
+#include "inspect/rules/case_folding.h"
 #include "inspect/rules/second_selection.h"
 #include "inspect/rules/selection.h"
 #include "inspect/tree/lexical_path.h"
@@ -215,6 +218,35 @@ TEST_F(RulesRun, HasTheFilesWhereOneOfThemEndsGenerate) {
     EXPECT_EQ(report.refusal->message, "Path too long for the catalogue: './" + deep + "'.");
     EXPECT_EQ(report.files.size(), 2U);
 }
+
+#if defined(__GLIBC__)
+// Ends the process with the code of a run in which no locale could be read. glibc asks once.
+[[noreturn]] void EndWithCodeWithoutLocales(const RulesRequest& request) {
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    const rlimit none{0, limit.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    static_cast<void>(KnowsLettersOfUnicode());
+    setrlimit(RLIMIT_NOFILE, &limit);
+    RulesReport report;
+    std::exit(static_cast<int>(RunRules(request, report)));
+}
+
+using RulesRunDeathTest = GameUnderRules;
+
+TEST_F(RulesRunDeathTest, FailsWhereTheLettersOfANameAreUnknown) {
+    // A process of its own: this one may have read the locale already.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const std::string text = ConfigOf(R"(exclude_paths = ["Quorvane"])");
+    const RulesRequest request = {{"/game.cfg", text}, game_.Path(), "base"};
+    EXPECT_EXIT(EndWithCodeWithoutLocales(request), testing::ExitedWithCode(0), "")
+        << "ASCII alone";
+    game_.WriteFile("\u00c9cole", "1");
+    game_.WriteFile("\u00e9cole", "1");
+    EXPECT_EXIT(EndWithCodeWithoutLocales(request),
+                testing::ExitedWithCode(static_cast<int>(ResultCode::SealkeeperIOError)), "");
+}
+#endif
 
 // The second run finds the outputs of the first.
 class ForeseenSecondRun : public GameUnderRules {
