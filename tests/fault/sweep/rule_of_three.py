@@ -68,6 +68,8 @@ MISSING = ("ENOENT", "ENOTDIR")
 FORBIDDEN_OR_MISSING = ("EACCES", *MISSING)
 STATUS_CALLS = ("stat", "lstat", "newfstatat", "statx")
 WRITING_CALLS = ("write", "fwrite", "fputs", "fputc", "fprintf", "fflush")
+RULES_SCENES = ("rules", "rules-warned")
+LINK_CALLS = ("readlink", "readlinkat", "realpath")
 DIRECTORY_CALLS = (*STATUS_CALLS, "opendir", "scandir", "openat", "getdents64")
 PATTERN_MESSAGE = "The following did not match any files"
 LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '", PATTERN_MESSAGE)
@@ -261,7 +263,22 @@ def _leaves_excluded_unlisted(finding: Finding, output: str) -> bool:
     case, run = finding.case, finding.run
     is_missing = case.function in DIRECTORY_CALLS and case.fault.name in FORBIDDEN_OR_MISSING
     has_all_sealed = _sealed_lines(run.console) == _sealed_lines(finding.clean.console)
-    return output == REPORT and finding.scene.name == "rules" and is_missing and has_all_sealed
+    return output == REPORT and finding.scene.name in RULES_SCENES and is_missing and has_all_sealed
+
+
+def _does_not_see_links(finding: Finding, output: str) -> bool:
+    case, run = finding.case, finding.run
+    is_missing = case.function in LINK_CALLS and case.fault.name in FORBIDDEN_OR_MISSING
+    has_all_sealed = _sealed_lines(run.console) == _sealed_lines(finding.clean.console)
+    is_same_otherwise = run.status != 0 and has_all_sealed
+    return output == REPORT and finding.scene.name == "rules-warned" and is_missing and is_same_otherwise
+
+
+def _warns_of_forbidden_file(finding: Finding, output: str) -> bool:
+    case, run = finding.case, finding.run
+    has_all_lines = set(lines_of(finding.clean.console)) <= set(lines_of(run.console))
+    is_forbidden = case.function == "access" and case.fault.name == "EACCES"
+    return output == REPORT and is_forbidden and has_all_lines and run.status != 0
 
 
 EXCEPTIONS: Sequence[DemandedException] = (
@@ -309,5 +326,16 @@ EXCEPTIONS: Sequence[DemandedException] = (
         "A directory or file that the rules leave out anyway may be missing or forbidden: the companion lists no files "
         "below it, or no bytes. All that is sealed is listed.",
         _leaves_excluded_unlisted,
+    ),
+    DemandedException(
+        "what leads nowhere is not compared",
+        "A matched path may be a dangling link, or lie in a directory that this user may not search: the companion "
+        "does not warn that it is another file by a link. All that is sealed is listed.",
+        _does_not_see_links,
+    ),
+    DemandedException(
+        "a forbidden file is warned of",
+        "A file that this user may not read is one more warning of the companion, and no failure of the system.",
+        _warns_of_forbidden_file,
     ),
 )

@@ -58,6 +58,11 @@ RULES_CONFIG = """config_info { version = 2; }
 search_options { exclude_paths = ["Quorvane", "temp*"]; exclude_extensions = [".log"]; exclude_size_threshold = 10; }
 """
 
+# Two patterns that lead to one file by a link, and names that differ in an accented capital alone.
+WARNED_CONFIG = """config_info { version = 2; }
+search_options { include_paths = ["bin", "linked"]; }
+"""
+
 FILES: Mapping[str, bytes] = {
     "bin/a.dat": b"hello",
     "bin/b.exe": bytes(range(256)) * 40,
@@ -133,7 +138,8 @@ class SceneMaker:
             "show": [*options, "--json", "--digests", f"{signed}/base.bin"],
             "compare": [f"{signed}/base.bin", f"{signed}/mod1.bin"],
         }
-        return [self._inspect(command, [command, *given]) for command, given in arguments.items()]
+        scenes = [self._inspect(name, [name, *given]) for name, given in arguments.items()]
+        return [*scenes, self._warned_rules()]
 
     # Generate
 
@@ -211,6 +217,16 @@ class SceneMaker:
         # The only file that no catalogue lists, and that the size rule would warn about.
         (folder / "game" / SKIPPED_FILE).unlink()
         return Scene(name, INSPECT, arguments, before=read_outputs(folder))
+
+    # Its warnings depend on what the system says of links and letters, and not on the rules alone.
+    def _warned_rules(self) -> Scene:
+        scene = self._inspect("rules-warned", ["rules", "--files", "--game", "game", "rules.cfg"])
+        folder = self.folder / scene.name
+        (folder / "rules.cfg").write_text(WARNED_CONFIG)
+        for name in ("\u00c9cole", "\u00e9cole"):
+            (folder / "game/bin" / name).write_bytes(b"a school")
+        (folder / "game/linked").symlink_to("bin")
+        return scene
 
     # A signed game: its own catalogue and one of a packed mod.
     def _signed_folder(self, name: str) -> Path:
