@@ -17,6 +17,20 @@ bool IsForbidden(const std::string& directory, int access) {
     return ::access(directory.c_str(), access) != 0 && errno == EACCES;
 }
 
+// The link by which `path` leaves the directory `game`.
+std::optional<std::string> LinkOutOf(const std::string& game, std::string_view path) {
+    std::optional<std::string> link;
+    // Goes up until a directory resolves inside the game. The component below that is the link.
+    for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
+        const auto resolved = ResolvePath(std::string(way));
+        if (!resolved || *resolved == game || IsBelow(*resolved, game)) {
+            return link;
+        }
+        link = way;
+    }
+    return link;
+}
+
 }  // namespace
 
 std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
@@ -36,18 +50,14 @@ std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
     }
 }
 
-std::optional<std::string> LinkOutOfGame(std::string_view path) {
-    const std::string game = ResolvePath(".").value_or("");
-    std::optional<std::string> link;
-    // Goes up until a directory resolves inside the game. The component below that is the link.
-    for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
-        const auto resolved = ResolvePath(std::string(way));
-        if (!resolved || *resolved == game || IsBelow(*resolved, game)) {
-            return link;
-        }
-        link = way;
+OutwardLinks::OutwardLinks() : game_(ResolvePath(".").value_or("")) {}
+
+const std::optional<std::string>& OutwardLinks::LinkOf(const std::string& path) {
+    const auto [known, isNew] = known_.try_emplace(path);
+    if (isNew) {
+        known->second = LinkOutOf(game_, path);
     }
-    return link;
+    return known->second;
 }
 
 }  // namespace sealkeeper

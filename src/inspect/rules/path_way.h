@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace sealkeeper {
 
@@ -13,9 +14,20 @@ namespace sealkeeper {
 // checked, since that may match several.
 [[nodiscard]] std::optional<std::string> ClosedDirectoryIn(std::string_view pattern);
 
-// The link by which `path`, an existing lexical path, leaves the game directory; empty if it does
-// not.
-[[nodiscard]] std::optional<std::string> LinkOutOfGame(std::string_view path);
+// Finds the links by which paths leave the game directory.
+class OutwardLinks {
+  public:
+    OutwardLinks();
+
+    // The link by which `path`, an existing lexical path, leaves the game directory; empty if it
+    // does not. Resolves each path once, since patterns overlap.
+    [[nodiscard]] const std::optional<std::string>& LinkOf(const std::string& path);
+
+  private:
+    // Without links; empty if the system fails to tell.
+    std::string game_;
+    std::unordered_map<std::string, std::optional<std::string>> known_;
+};
 
 }  // namespace sealkeeper
 

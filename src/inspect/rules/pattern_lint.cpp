@@ -66,12 +66,16 @@ void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
 
 void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
     const CatalogueConfig& config = subject.selection.config;
+    OutwardLinks outwardLinks;
     // Exclude patterns may lead anywhere.
     for (std::size_t i = 0; i < config.includePaths.size(); ++i) {
         std::set<std::string> links;
         for (const std::string& match : subject.selection.matches[i]) {
             const std::string path = LexicalPath(match);
-            if (const auto link = LeavesGame(path) ? std::nullopt : LinkOutOfGame(path)) {
+            if (LeavesGame(path)) {
+                continue;
+            }
+            if (const auto& link = outwardLinks.LinkOf(path)) {
                 links.insert(*link);
             }
         }

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "inspect/report/name_list.h"
@@ -92,8 +93,13 @@ ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
     if (const ResultCode code = Resolve(".", game); code != ResultCode::Ok) {
         return code;
     }
+    // Patterns overlap, and to resolve a path takes a system call for each of its components.
+    std::unordered_set<std::string_view> asked;
     for (const PathSet& matches : selection.matches) {
         for (const std::string& match : matches) {
+            if (!asked.insert(match).second) {
+                continue;
+            }
             std::string resolved;
             if (const ResultCode code = Resolve(match, resolved); code != ResultCode::Ok) {
                 return code;

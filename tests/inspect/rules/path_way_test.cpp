@@ -13,22 +13,35 @@ namespace {
 
 namespace fs = std::filesystem;
 
-TEST(LinkOutOfGame, IsFoundOnTheWayOfAPath) {
+TEST(OutwardLinks, AreFoundOnTheWayOfAPath) {
     const test::GameWithLinks game;
-    EXPECT_EQ(LinkOutOfGame("out"), "out");
-    EXPECT_EQ(LinkOutOfGame("out/x"), "out");
-    EXPECT_EQ(LinkOutOfGame("relative/x"), "relative");
-    EXPECT_EQ(LinkOutOfGame("twice/x"), "twice");
-    EXPECT_EQ(LinkOutOfGame("neighbour/z"), "neighbour");
-    EXPECT_EQ(LinkOutOfGame("inside/y"), std::nullopt);
-    EXPECT_EQ(LinkOutOfGame("real/y"), std::nullopt);
-    EXPECT_EQ(LinkOutOfGame("missing/y"), std::nullopt);
-    EXPECT_EQ(LinkOutOfGame(""), std::nullopt) << "the game directory itself";
+    OutwardLinks links;
+    EXPECT_EQ(links.LinkOf("out"), "out");
+    EXPECT_EQ(links.LinkOf("out/x"), "out");
+    EXPECT_EQ(links.LinkOf("relative/x"), "relative");
+    EXPECT_EQ(links.LinkOf("twice/x"), "twice");
+    EXPECT_EQ(links.LinkOf("neighbour/z"), "neighbour");
+    EXPECT_EQ(links.LinkOf("inside/y"), std::nullopt);
+    EXPECT_EQ(links.LinkOf("real/y"), std::nullopt);
+    EXPECT_EQ(links.LinkOf("missing/y"), std::nullopt);
+    EXPECT_EQ(links.LinkOf(""), std::nullopt) << "the game directory itself";
 }
 
-TEST(LinkOutOfGame, IsNoneOfTheRoot) {
+TEST(OutwardLinks, AreNoneOfTheRoot) {
     const test::ScopedCurrentDirectory inRoot("/");
-    EXPECT_EQ(LinkOutOfGame("proc/self"), std::nullopt);
+    EXPECT_EQ(OutwardLinks().LinkOf("proc/self"), std::nullopt);
+}
+
+TEST(OutwardLinks, AreLookedForOnce) {
+    const test::GameWithLinks game;
+    OutwardLinks links;
+    EXPECT_EQ(links.LinkOf("out/x"), "out");
+    EXPECT_EQ(links.LinkOf("real/y"), std::nullopt);
+    fs::remove("out");
+    fs::remove_all("real");
+    fs::create_directory_symlink("../beside", "real");
+    EXPECT_EQ(links.LinkOf("out/x"), "out");
+    EXPECT_EQ(links.LinkOf("real/y"), std::nullopt);
 }
 
 // A game with a directory that can be neither read nor entered.
