@@ -13,8 +13,10 @@
 namespace sealkeeper {
 namespace {
 
-bool IsForbidden(const std::string& directory, int access) {
-    return ::access(directory.c_str(), access) != 0 && errno == EACCES;
+// A file without the right to execute fails `access` in the same way.
+bool IsForbiddenDirectory(const std::string& path, int access) {
+    return GetFileType(path) == FileType::Directory && ::access(path.c_str(), access) != 0 &&
+           errno == EACCES;
 }
 
 // The link by which `path` leaves the directory `game`.
@@ -40,7 +42,7 @@ std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
         const std::string_view name = std::string_view(path).substr(begin, slash - begin);
         const bool isWildcard = name.find_first_of("*?") != std::string_view::npos;
         const std::string directory = begin == 0 ? "." : path.substr(0, begin - 1);
-        if (IsForbidden(directory, isWildcard ? R_OK : X_OK)) {
+        if (IsForbiddenDirectory(directory, isWildcard ? R_OK : X_OK)) {
             return directory;
         }
         if (isWildcard || slash == std::string::npos) {

@@ -59,8 +59,8 @@ class ClosedDirectory : public testing::Test {
 };
 
 TEST_F(ClosedDirectory, IsNotOnEveryWay) {
-    for (const char* const pattern :
-         {"open/a", "open/*", "closed", "*/b", "missing/x", "", ".", "open/missing/x"}) {
+    for (const char* const pattern : {"open/a", "open/*", "closed", "*/b", "missing/x", "", ".",
+                                      "open/missing/x", "open/a/x"}) {
         EXPECT_EQ(ClosedDirectoryIn(pattern), std::nullopt) << pattern;
     }
 }
