@@ -32,7 +32,7 @@ void LintPathLists(const LintedText& linted, LintFindings& findings) {
         findings.Add(
             includes.front()->begin,
             "The list of include_paths has no elements, which the tool takes for excluding nothing: it hashes every file of the game.",
-            "Write what to hash, or 'exclude_paths = [ ]' if every file is meant.");
+            "Write what to hash, or 'exclude_paths = [\"Quorvane\"]' if every file outside the output folder is meant.");
     }
 }
 

@@ -92,7 +92,7 @@ Told NoPathList() {
 Told HashesEverything() {
     return {
         "The list of include_paths has no elements, which the tool takes for excluding nothing: it hashes every file of the game.",
-        "Write what to hash, or 'exclude_paths = [ ]' if every file is meant."};
+        "Write what to hash, or 'exclude_paths = [\"Quorvane\"]' if every file outside the output folder is meant."};
 }
 
 Told EndsAfter(int wrongLine, int line) {
