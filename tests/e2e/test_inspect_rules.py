@@ -434,6 +434,21 @@ class SameAsGenerate(Rules):
         return sorted(NO_UTF8 if "pathHex" in file else file["path"].replace("\\", "/")
                       for file in report["files"] if file["state"] == "sealed")
 
+    def test_through_links_to_the_output_folder(self) -> None:
+        cases = (("Quorvane", '["a", "old"]'), ("Quorvane", '["*/*"]'), (OUTPUT_FOLDER, '["*"]'),
+                 ("Quorvane", '["a", "old/*"]'), ("Quorvane/../a", '["old"]'))
+        for number, (target, patterns) in enumerate(cases):
+            with self.subTest(target=target, patterns=patterns):
+                self.game = self.directory / f"game{number}"
+                self.write("a", b"1")
+                self.write("d/b", b"2")
+                (self.game / "old").symlink_to(target)
+                self.write_config(config(f"include_paths = {patterns}"))
+                for _ in range(2):
+                    told = self.told()
+                    self.assertIsNotNone(told)
+                    self.assertEqual(told, self.listed())
+
     def test_on_random_games(self) -> None:
         for seed in range(RANDOM_GAMES):
             with self.subTest(seed=seed):

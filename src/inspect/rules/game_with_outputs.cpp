@@ -10,6 +10,9 @@
 namespace sealkeeper {
 namespace {
 
+// The most links on one path, as in Linux; its ELOOP keeps a path from being followed for ever.
+constexpr int kMostLinks = 40;
+
 bool Holds(const DirectoryEntries& entries, const std::string& name) {
     return std::any_of(entries.begin(), entries.end(),
                        [&name](const DirectoryEntry& entry) { return entry.name == name; });
@@ -32,6 +35,13 @@ GameWithOutputs::GameWithOutputs(std::string gameDirectory) : root_(std::move(ga
 // Resolves links and ".." in `path`. The last component need not exist. Empty if the path cannot
 // exist, for example below a file.
 std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& path) const {
+    int linksLeft = kMostLinks;
+    return KeyOf(path, linksLeft);
+}
+
+// The same, following at most `linksLeft` links that the system cannot follow.
+std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& path,
+                                                           int& linksLeft) const {
     if (auto resolved = ResolvePath(path)) {
         return resolved;
     }
@@ -47,7 +57,7 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& pa
         if (!IsDirectory(*key)) {
             return std::nullopt;
         }
-        key = Step(*key, name);
+        key = Step(*key, name, linksLeft);
         if (!key) {
             return std::nullopt;
         }
@@ -55,9 +65,10 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& pa
     return path.ends_with('/') && !IsDirectory(*key) ? std::nullopt : key;
 }
 
-// Resolves `name` in `directory`. Empty for a dangling link.
+// Resolves `name` in `directory`. Empty for a link that dangles even with what was added.
 std::optional<GameWithOutputs::Key> GameWithOutputs::Step(const Key& directory,
-                                                          std::string_view name) const {
+                                                          std::string_view name,
+                                                          int& linksLeft) const {
     if (name.empty() || name == ".") {
         return directory;
     }
@@ -69,10 +80,22 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::Step(const Key& directory,
         return resolved;
     }
     bool isLink = false;
-    if (FileTree::LookForName(key, isLink) != ResultCode::Ok || isLink) {
+    if (FileTree::LookForName(key, isLink) != ResultCode::Ok) {
         return std::nullopt;
     }
-    return key;
+    return isLink ? TargetOf(key, linksLeft) : key;
+}
+
+// Resolves a link that the system cannot follow, since it may lead to or through something added.
+// Empty if it does not.
+std::optional<GameWithOutputs::Key> GameWithOutputs::TargetOf(const Key& link,
+                                                              int& linksLeft) const {
+    if (linksLeft-- == 0) {
+        return std::nullopt;
+    }
+    const auto target = FollowLinks(link);
+    const auto key = target ? KeyOf(*target, linksLeft) : std::nullopt;
+    return key && (added_.contains(*key) || ResolvePath(*key)) ? key : std::nullopt;
 }
 
 bool GameWithOutputs::IsDirectory(const Key& key) const {

@@ -41,7 +41,10 @@ class GameWithOutputs : public FileTree {
     using Key = std::string;
 
     [[nodiscard]] std::optional<Key> KeyOf(const std::string& path) const;
-    [[nodiscard]] std::optional<Key> Step(const Key& directory, std::string_view name) const;
+    [[nodiscard]] std::optional<Key> KeyOf(const std::string& path, int& linksLeft) const;
+    [[nodiscard]] std::optional<Key> Step(const Key& directory, std::string_view name,
+                                          int& linksLeft) const;
+    [[nodiscard]] std::optional<Key> TargetOf(const Key& link, int& linksLeft) const;
     [[nodiscard]] bool IsDirectory(const Key& key) const;
     void Add(const std::string& path, const FileStatus& status);
     [[nodiscard]] std::optional<Key> ParentAt(const std::string& directory) const;

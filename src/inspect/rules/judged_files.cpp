@@ -101,10 +101,12 @@ LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules,
     return isLost ? LeftOutReason::Unlistable : LeftOutReason::NotIncluded;
 }
 
+// A link that dangles now may lead to what generate writes before it reads the game.
 bool LeadsToSealedFiles(const InventoryItem& item, const SealedPaths& sealed) {
     const std::string below = item.path + "/";
     const auto next = sealed.lower_bound(below);
-    return item.kind == ItemKind::Link && next != sealed.end() && next->starts_with(below);
+    const bool isLink = item.kind == ItemKind::Link || item.kind == ItemKind::DanglingLink;
+    return isLink && next != sealed.end() && next->starts_with(below);
 }
 
 // Relative to the game directory, as on disk.

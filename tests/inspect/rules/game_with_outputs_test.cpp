@@ -90,6 +90,33 @@ TEST_F(GameTree, AddsToWhatALinkLeadsTo) {
     EXPECT_EQ(Look("./x/y/z").sizeBytes, 7);
 }
 
+// The system cannot follow such a link before the outputs are written.
+TEST_F(GameTree, IsReachedByLinksThatDangleWithoutIt) {
+    static_cast<void>(directory_.WriteFile("file", "12"));
+    fs::create_directory_symlink("x", directory_ / "link");
+    fs::create_directory_symlink("link/y", directory_ / "second");
+    fs::create_symlink("x/../file", directory_ / "back");
+    game_.AddDirectory("x");
+    game_.AddDirectory("x/y");
+    game_.AddFile("x/y/z", 7);
+    EXPECT_EQ(NamesIn("./link/"), Names{"y"});
+    EXPECT_EQ(NamesIn("second"), Names{"z"});
+    EXPECT_EQ(Look("./link").type, FileType::Directory);
+    EXPECT_EQ(Look("./second/z").sizeBytes, 7);
+    EXPECT_EQ(Look("./back").sizeBytes, 2);
+    EXPECT_EQ(Look("./link/missing").type, FileType::Missing);
+}
+
+TEST_F(GameTree, LinksThatLeadNowhereStayDangling) {
+    fs::create_symlink("missing", directory_ / "dangling");
+    fs::create_symlink("x/missing", directory_ / "below");
+    fs::create_symlink("x/../circle", directory_ / "circle");
+    game_.AddDirectory("x");
+    for (const char* const path : {"dangling", "below", "circle", "circle/a"}) {
+        EXPECT_EQ(Look(path).type, FileType::Missing) << path;
+    }
+}
+
 TEST_F(GameTree, ALinkToTheGameItselfAddsNothingToIt) {
     fs::create_directory_symlink(".", directory_ / "x");
     game_.AddDirectory("x");

@@ -101,6 +101,9 @@ TEST(JudgedFiles, ALinkToSealedFilesStandsForNothing) {
     EXPECT_EQ(Told(selection, inventory), (Pairs{{"lin", LeftOutReason::NotIncluded},
                                                  {"link/a", std::nullopt},
                                                  {"links", LeftOutReason::NotIncluded}}));
+    // It leads to the output folder before that is made.
+    EXPECT_EQ(Told(selection, {{"link", ItemKind::DanglingLink}}),
+              (Pairs{{"link/a", std::nullopt}}));
 }
 
 }  // namespace
