@@ -179,6 +179,23 @@ class Traps(Rules):
                            "Write in include_paths what to hash, and nothing that takes in \"Quorvane\".", '*"')
         self.assertFalse((self.game / "Quorvane").exists(), "nothing is written")
 
+    def test_own_output_by_another_way(self) -> None:
+        self.write("b", b"1")
+        (self.game / "me").symlink_to(".")
+        (self.game / "old").symlink_to("Quorvane")
+        beside = f"../{self.game.name}"
+        # The outputs alone are named where the same way leads to other files.
+        ways = (("me", f"me/{OUTPUT_FOLDER}", False), ("old", "old/Certificates", True),
+                (beside, f"{beside}/{OUTPUT_FOLDER}", False))
+        for pattern, folder, is_folder_named in ways:
+            with self.subTest(pattern=pattern):
+                left_out = f'"{pattern}"' if is_folder_named else f'"{folder}/base.bin", "{folder}/base.cer"'
+                self.assert_warned(
+                    f'include_paths = ["b", "{pattern}"]',
+                    f"A second run seals '{folder}/base.bin' and '{folder}/base.cer' as the first has written them, "
+                    "and then replaces them: verify fails.",
+                    f"Write in include_paths what to hash, and nothing that takes in {left_out}.", f'{pattern}"')
+
     def test_own_settings_alone(self) -> None:
         self.write(f"{OUTPUT_FOLDER}/runtime.conf", b"x")
         self.assert_warned(
@@ -436,7 +453,8 @@ class SameAsGenerate(Rules):
 
     def test_through_links_to_the_output_folder(self) -> None:
         cases = (("Quorvane", '["a", "old"]'), ("Quorvane", '["*/*"]'), (OUTPUT_FOLDER, '["*"]'),
-                 ("Quorvane", '["a", "old/*"]'), ("Quorvane/../a", '["old"]'))
+                 ("Quorvane", '["a", "old/*"]'), ("Quorvane/../a", '["old"]'), (".", '["a", "old"]'),
+                 ("Quorvane", '["../game6"]'))
         for number, (target, patterns) in enumerate(cases):
             with self.subTest(target=target, patterns=patterns):
                 self.game = self.directory / f"game{number}"

@@ -103,6 +103,10 @@ bool GameWithOutputs::IsDirectory(const Key& key) const {
     return (added != added_.end() ? added->second : StatusOfPath(key)).type == FileType::Directory;
 }
 
+std::optional<std::string> GameWithOutputs::Resolve(const std::string& path) const {
+    return KeyOf(path);
+}
+
 // Resolved, since a folder of the outputs may be a link.
 std::string GameWithOutputs::LocationOf(const std::string& path) const {
     const auto key = KeyOf("./" + path);

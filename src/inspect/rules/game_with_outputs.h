@@ -27,6 +27,10 @@ class GameWithOutputs : public FileTree {
     void AddDirectory(const std::string& path);
     void AddFile(const std::string& path, std::uint64_t sizeBytes);
 
+    // The absolute path without links and dot components of `path`, which need not be lexical. The
+    // last component need not exist. Empty if nothing can be there.
+    [[nodiscard]] std::optional<std::string> Resolve(const std::string& path) const;
+
     // Resolves the links in a lexical path. The result is relative to the game directory, or
     // absolute if it is elsewhere. Returns `path` itself if it cannot be resolved.
     [[nodiscard]] std::string LocationOf(const std::string& path) const;

@@ -77,7 +77,7 @@ SelectedOutputs SelectedOutputsOf(const LintSubject& subject) {
     for (const SelectedFile& file : subject.secondSelection.files) {
         selected.insert(LexicalPath(file.path));
     }
-    // The second run may find an output through a link that replaces a folder, or directly.
+    // The second run may find an output directly, through a link or through "..".
     const auto find = [&selected](const std::string& asked, const std::string& written) {
         return selected.contains(asked)     ? std::optional(asked)
                : selected.contains(written) ? std::optional(written)

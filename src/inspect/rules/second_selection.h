@@ -13,7 +13,8 @@ namespace sealkeeper {
 struct SecondSelection {
     // Always complete.
     Selection selection;
-    // The first run's outputs with their links resolved: relative to the game directory, or
+    // The first run's outputs, each by the lexical path by which an include pattern leads to it if
+    // that alone selects it. Otherwise with links resolved: relative to the game directory, or
     // absolute if they are elsewhere.
     PlannedOutputs writtenOutputs;
 };

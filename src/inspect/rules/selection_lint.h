@@ -20,7 +20,7 @@ struct LintSubject {
     // The selection of a second run, which finds the outputs of the first.
     const Selection& secondSelection;
     const PlannedOutputs& outputs;
-    // The outputs with links resolved; see `SecondSelection`.
+    // The outputs by other paths; see `SecondSelection`.
     const PlannedOutputs& writtenOutputs;
     const RulePlaces& places;
     const std::vector<JudgedFile>& files;

@@ -282,6 +282,32 @@ TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheFolderOfTheOutputs) {
     EXPECT_FALSE(IsUnmatched());
 }
 
+TEST_F(ForeseenSecondRun, SealsTheOutputsByAnotherWay) {
+    fs::create_directory_symlink(".", "me");
+    fs::create_directory_symlink("Quorvane", "old");
+    const std::string here = "../" + fs::path(game_.Path()).filename().string();
+    const std::vector<std::pair<std::string, std::string>> ways = {
+        {"me", "me/Quorvane/Certificates"},
+        {"me/Quorvane/*", "me/Quorvane/Certificates"},
+        {"old", "old/Certificates"},
+        {"old/*/base.*", "old/Certificates"},
+        {here, here + "/Quorvane/Certificates"}};
+    for (const auto& [pattern, folder] : ways) {
+        const Lines warnings = Warnings(R"(include_paths = ["a", ")" + pattern + "\"]");
+        const std::string expected = "3:24 A second run seals '" + folder + "/base.bin' and '" +
+                                     folder +
+                                     "/base.cer' as the first has written them, and then replaces "
+                                     "them: verify fails.";
+        EXPECT_EQ(std::count(warnings.begin(), warnings.end(), expected), 1) << pattern;
+    }
+}
+
+TEST_F(ForeseenSecondRun, SealsNoOutputsThroughALinkBesideThem) {
+    game_.WriteFile("d/b", "1");
+    fs::create_directory_symlink("d", "link");
+    EXPECT_EQ(Warnings(R"(include_paths = ["a", "link"])"), Lines{});
+}
+
 TEST_F(ForeseenSecondRun, SealsTheOutputsWhereALinkLeads) {
     fs::create_directory("out");
     fs::create_directory_symlink("out", "Quorvane");
