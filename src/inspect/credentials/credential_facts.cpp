@@ -126,7 +126,8 @@ GivenListFacts GatherList(const std::string& path, const TrustMaterial& trust,
     facts.list = DetailsOfList(*list.Get());
     if (certificate.Get()->raw.p != nullptr) {
         facts.issuer = IssuerOfList(list, certificate, trust);
-        facts.revokesCertificate = Revokes(*list.Get(), *certificate.Get());
+        const bool isForged = facts.issuer->isSigned == false;
+        facts.revokesCertificate = !isForged && Revokes(*list.Get(), *certificate.Get());
     }
     return facts;
 }

@@ -58,7 +58,8 @@ struct GivenListFacts {
     std::optional<ListDetails> list;
     // Empty if there is no list or no certificate.
     std::optional<ListIssuer> issuer;
-    // Whether it comes from the issuer of the certificate and revokes the certificate.
+    // Whether it comes from the issuer of the certificate and revokes the certificate. A list that
+    // another key signed revokes nothing.
     bool revokesCertificate = false;
 };
 

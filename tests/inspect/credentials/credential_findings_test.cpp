@@ -304,13 +304,15 @@ class IssuedCertificateTest : public CredentialFindingsTest {
         return directory_ / "issued.cer";
     }
 
-    // A list of whoever has this name and the key of `kind`.
-    std::string ListOf(const std::string& name, const std::string& kind) {
+    // A list of whoever has this name and the key of `kind`. Of `revokedSerial` if it is not empty.
+    std::string ListOf(const std::string& name, const std::string& kind,
+                       const std::string& revokedSerial = "") {
         const std::string key = PrivateKeyPath(kind);
         test::RunShell(directory_.Path(), "openssl req -x509 -new -days 400 -key '" + key +
                                               "' -subj '" + name + "' -out issuer.pem");
-        static_cast<void>(
-            test::IssueList(directory_.Path(), {.issuer = "issuer.pem", .issuerKey = key}));
+        static_cast<void>(test::IssueList(
+            directory_.Path(),
+            {.revokedSerial = revokedSerial, .issuer = "issuer.pem", .issuerKey = key}));
         return directory_ / "list.der";
     }
 };
@@ -402,10 +404,42 @@ TEST_F(IssuedCertificateTest, GivenListsOfAForeignAuthorityAreToldAsSuch) {
 
 // One of the built-in authority's name and another key.
 TEST_F(IssuedCertificateTest, GivenListsWithABorrowedNameAreToldAsSuch) {
+    const auto listOf = [this](const std::string& serial) {
+        return ListOf("/O=Sealkeeper/CN=Development CA that protects nothing", "other-key", serial);
+    };
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, listOf(""), kTestProductId})),
+              "given-list-signature");
+    const std::string serial = facts_.certificate.details->serial;
+    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, listOf(serial), kTestProductId})),
+              "given-list-signature")
+        << "it revokes nothing";
+}
+
+// A mod's certificate may have the name of its issuer, whose key is not known here.
+TEST_F(IssuedCertificateTest, GivenListsOfAModsIssuerOfTheSameNameAreNotCalledForged) {
+    const std::string mod = CertificatePath("mod");
+    EXPECT_EQ(Names(Judge({mod, {}, ListOf("/CN=TestProduct42", "good"), {}})), "other-issuer");
+    const std::string serial = facts_.certificate.details->serial;
+    ASSERT_EQ(facts_.certificate.details->subject, facts_.certificate.details->issuer);
+    EXPECT_EQ(Names(Judge({mod, {}, ListOf("/CN=TestProduct42", "good", serial), {}})),
+              "other-issuer given-list-revokes");
+    EXPECT_EQ(Names(Judge({mod, {}, ListOf("/CN=TestProduct42", "mod"), {}})), "other-issuer");
+}
+
+// The key of an authority that only has the built-in one's name is not known either.
+TEST_F(IssuedCertificateTest, GivenListsOfAForeignIssuerAreNotCalledForged) {
     const std::string list =
         ListOf("/O=Sealkeeper/CN=Development CA that protects nothing", "other-key");
-    EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, list, kTestProductId})),
-              "given-list-signature");
+    EXPECT_EQ(Names(Judge({CertificatePath("foreign"), {}, list, {}})), "foreign-authority");
+}
+
+TEST_F(IssuedCertificateTest, GivenListsOfOneThatSignedItselfMustHaveItsSignature) {
+    test::RunShell(directory_.Path(), "openssl req -x509 -new -days 400 -subj /CN=own -key '" +
+                                          PrivateKeyPath("good") + "' -outform DER -out own.cer");
+    const std::string own = directory_ / "own.cer";
+    EXPECT_EQ(Names(Judge({own, {}, ListOf("/CN=own", "good"), {}})), "self-signed");
+    EXPECT_EQ(Names(Judge({own, {}, ListOf("/CN=own", "other-key"), {}})),
+              "self-signed given-list-signature");
 }
 
 TEST(CredentialFindings, WhatNothingExplainsIsToldInTheLibrarysWords) {
