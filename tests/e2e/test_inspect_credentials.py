@@ -286,7 +286,11 @@ class Report(CredentialsTest):
         self.assertEqual(sorted(self.directory.rglob("*")), before)
 
     def test_wrong_options(self) -> None:
-        for arguments, word in (((), "--cert"), (("--cert", "a", "--kye", "b"), "--kye"), (("--cert",), "--cert")):
+        for arguments, word in (
+            ((), "--cert"), (("--cert", "a", "--kye", "b"), "--kye"), (("--cert",), "--cert"),
+            (("--cert", GOOD.certificate, "--product", ""), "a product id is required"),
+            (("--cert", GOOD.certificate, "--product="), "--product"),
+        ):
             with self.subTest(arguments=arguments):
                 status, output, errors = inspect("credentials", *arguments)
                 self.assertEqual((status, output), (64, ""))

@@ -9,6 +9,7 @@
 #include "inspect/check/check_junit.h"
 #include "inspect/check/check_text.h"
 #include "inspect/check/game_check.h"
+#include "inspect/command_line/product_fault.h"
 
 namespace sealkeeper {
 namespace {
@@ -26,10 +27,6 @@ std::string JobsFault(const std::string& text) {
     return JobsFrom(text)
                ? ""
                : "'" + text + "' is not a whole number from 0 to " + std::to_string(kMostJobs);
-}
-
-std::string EmptyProductFault(const std::string& text) {
-    return text.empty() ? "a product id is required" : "";
 }
 
 CheckReport CheckBy(const CheckOptions& options) {

@@ -73,8 +73,13 @@ void Command::AddText(const ValueOption& option, std::string& value, ValueFault 
     }
 }
 
-void Command::AddText(const ValueOption& option, std::optional<std::string>& value) {
-    app_->add_option(option.name, value, option.meaning)->type_name(option.valueName);
+void Command::AddText(const ValueOption& option, std::optional<std::string>& value,
+                      ValueFault fault) {
+    CLI::Option* const added = app_->add_option(option.name, value, option.meaning);
+    added->type_name(option.valueName);
+    if (fault != nullptr) {
+        added->check(fault);
+    }
 }
 
 void Command::AddChoice(const ValueOption& option, const std::vector<std::string>& choices,

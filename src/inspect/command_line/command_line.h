@@ -40,7 +40,8 @@ class Command {
     void AddFlag(const char* name, const char* meaning, bool& value);
     void AddRequiredText(const ValueOption& option, std::string& value, ValueFault fault = nullptr);
     void AddText(const ValueOption& option, std::string& value, ValueFault fault = nullptr);
-    void AddText(const ValueOption& option, std::optional<std::string>& value);
+    void AddText(const ValueOption& option, std::optional<std::string>& value,
+                 ValueFault fault = nullptr);
     // Must be one of `choices`.
     void AddChoice(const ValueOption& option, const std::vector<std::string>& choices,
                    std::string& value);

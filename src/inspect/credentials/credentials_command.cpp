@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "inspect/command_line/product_fault.h"
 #include "inspect/credentials/credential_facts.h"
 #include "inspect/credentials/credential_findings.h"
 #include "inspect/credentials/credential_json.h"
@@ -42,7 +43,7 @@ void AddCredentialsCommand(CommandLine& commandLine, Console& console) {
     command.AddRequiredText({"--cert", "FILE", "The certificate (-incert)"}, files.certificate);
     command.AddText({"--key", "FILE", "The private key (-inkey)"}, files.key);
     command.AddText({"--product", "ID", "The product id that it is meant for (-productid)"},
-                    files.productId);
+                    files.productId, EmptyProductFault);
     command.AddText({"--crl", "FILE", "The revocation list for the catalogue (-incrl)"},
                     files.revocationList);
     AddWarnDaysOption(command, options->warnDays);

@@ -25,7 +25,7 @@ struct Sample {
         command.AddOperand("WHAT", "What to do", operand);
         command.AddRequiredText({"--who", "NAME", "Who does it"}, who, NoSpaces);
         command.AddText({"--how", "MANNER", "How it is done"}, how);
-        command.AddText({"--why", "REASON", "Why it is done"}, why);
+        command.AddText({"--why", "REASON", "Why it is done"}, why, NoSpaces);
         command.AddChoice({"--when", "TIME", "When it is done"}, {"now", "later"}, when);
         command.AddNumber({"--times", "N", "How often"}, kMost, times);
         command.AddNumber({"--most", "N", "How often at the most"},
@@ -100,6 +100,7 @@ TEST(CommandLine, SaysWhatIsWrong) {
         {{"do", "--who", "me"}, "WHAT is required"},
         {{"do", "work"}, "--who is required"},
         {{"do", "work", "--who", "a b"}, "--who: 'a b' has a space"},
+        {{"do", "work", "--who", "me", "--why", "a b"}, "--why: 'a b' has a space"},
         {{"do", "work", "--who", "me", "--times", "257"},
          "--times: '257' is not a whole number from 0 to 256"},
         {{"do", "work", "--who", "me", "--times", "-1"},
