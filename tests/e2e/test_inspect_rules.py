@@ -87,6 +87,16 @@ class Reasons(Rules):
         self.assertEqual(self.states(report)["closed"], "unlistable")
         self.assertIn("'closed' cannot be read, so nothing in it is sealed.", self.warnings_of(report))
 
+    def test_a_game_directory_that_cannot_be_read(self) -> None:
+        self.write("bin/a", b"1")
+        self.become_unprivileged()
+        self.game.chmod(0o300)
+        self.addCleanup(self.game.chmod, 0o755)
+        report = self.report("exclude_paths = [ ]", ERROR)
+        self.assertEqual(self.states(report), {".": "unlistable"})
+        told = [(warning["message"], warning["cure"]) for warning in report["warnings"]]
+        self.assertIn(("'.' cannot be read, so nothing in it is sealed.", "Give this user the right to read it."), told)
+
     def test_a_dangling_link_that_a_pattern_names(self) -> None:
         self.write("bin/a", b"1")
         (self.game / "bin/gone").symlink_to("nowhere")

@@ -38,6 +38,17 @@ bool IsListOfExcludes(const LintSubject& subject) {
     return subject.places.patternKey == kExcludePathsKey;
 }
 
+const char* CureOfUnlistable(const std::vector<const JudgedFile*>& directories,
+                             const LintSubject& subject) {
+    if (!IsListOfExcludes(subject)) {
+        return "Give this user the right to read it, or write patterns that do not take it in.";
+    }
+    // Then there is no other, and the walk begins there whatever is excluded.
+    return directories.front()->path == kGameItself
+               ? "Give this user the right to read it."
+               : "Give this user the right to read it, or exclude it if that is meant.";
+}
+
 }  // namespace
 
 void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
@@ -81,13 +92,11 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
     if (directories.empty()) {
         return;
     }
-    warnings.push_back(WarningAt(
-        kNoPlace,
-        QuotedNameList(PathsOf(directories), kMostNamed) + " cannot be read, so nothing in " +
-            ByNumber(directories.size(), "it", "them") + " is sealed.",
-        IsListOfExcludes(subject)
-            ? "Give this user the right to read it, or exclude it if that is meant."
-            : "Give this user the right to read it, or write patterns that do not take it in."));
+    warnings.push_back(WarningAt(kNoPlace,
+                                 QuotedNameList(PathsOf(directories), kMostNamed) +
+                                     " cannot be read, so nothing in " +
+                                     ByNumber(directories.size(), "it", "them") + " is sealed.",
+                                 CureOfUnlistable(directories, subject)));
 }
 
 void LintUnreachableFiles(const LintSubject& subject, RuleWarnings& warnings) {

@@ -132,8 +132,8 @@ std::vector<JudgedFile> JudgeFiles(const Selection& selection,
     RuleFinder finder(std::move(rules));
     for (const InventoryItem& item : inventory) {
         if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
-            judged.push_back(
-                {item.path, item.sizeBytes, ReasonFor(item, finder, selection.config)});
+            judged.push_back({item.path.empty() ? kGameItself : item.path, item.sizeBytes,
+                              ReasonFor(item, finder, selection.config)});
         }
     }
     std::stable_sort(judged.begin(), judged.end(),

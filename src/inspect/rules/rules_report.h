@@ -35,6 +35,9 @@ enum class LeftOutReason {
 // As reports print it: "hidden", "link" and so on.
 [[nodiscard]] const char* LeftOutReasonText(LeftOutReason reason);
 
+// The path of the game directory, which is judged only if it is unlistable.
+inline constexpr const char* kGameItself = ".";
+
 struct JudgedFile {
     // Relative to the game directory, as on disk.
     std::string path;

@@ -360,6 +360,16 @@ TEST(UnlistableDirectories, AreTold) {
                     "the right to read it, or exclude it if that is meant."});
 }
 
+// No pattern excludes it.
+TEST(UnlistableDirectories, MayBeTheGameItself) {
+    Subject subject;
+    subject.LeaveOut(LeftOutReason::Unlistable, ".");
+    subject.places.patternKey = "exclude_paths";
+    EXPECT_EQ(Told(LintUnlistableDirectories, subject),
+              Paths{"'.' cannot be read, so nothing in it is sealed. / Give this user the right to "
+                    "read it."});
+}
+
 TEST(UnreachableFiles, AreTold) {
     Subject subject;
     subject.LeaveOut(LeftOutReason::Unreachable, "d/a");
