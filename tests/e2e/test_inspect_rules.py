@@ -247,7 +247,12 @@ class Traps(Rules):
         self.assert_warned(
             'include_paths = ["bin"]',
             "'bin/a\\b' has a backslash, which the catalogue holds as a slash: verify looks for another file and fails.",
-            "Rename it, or leave it out.")
+            "Rename it, or write patterns that do not take it in.")
+        report = self.report('exclude_paths = ["Quorvane"]', WARNING)
+        self.assertIn("Rename it, or exclude it by a pattern with '?' in place of the backslash.",
+                      [warning["cure"] for warning in report["warnings"]])
+        cured = self.report('exclude_paths = ["bin/a?b"]', WARNING)
+        self.assertEqual(self.states(cured)["bin/a\\b"], "excluded path")
 
     def test_a_path_over_the_limit(self) -> None:
         name = "bin/" + "/".join(["d" * 62] * 4)

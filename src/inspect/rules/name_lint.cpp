@@ -6,6 +6,7 @@
 
 #include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
+#include "config/config_names.h"
 #include "inspect/report/name_list.h"
 #include "inspect/report/utf8_text.h"
 #include "inspect/rules/case_folding.h"
@@ -112,7 +113,10 @@ void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
             [](const SelectedFile& file) { return file.path.find('\\') != std::string::npos; }),
         "has a backslash, which the catalogue holds as a slash: verify looks for another file and fails.",
         "have a backslash, which the catalogue holds as a slash: verify looks for other files and fails.",
-        "Rename it, or leave it out.", warnings);
+        subject.places.patternKey == kExcludePathsKey
+            ? "Rename it, or exclude it by a pattern with '?' in place of the backslash."
+            : "Rename it, or write patterns that do not take it in.",
+        warnings);
 }
 
 ResultCode LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {

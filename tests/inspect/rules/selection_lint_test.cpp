@@ -260,9 +260,16 @@ TEST(ImpossibleNames, AreNoUtf8OrTooLong) {
 TEST(Backslashes, AreToldOfNamesOnDisk) {
     Subject subject;
     subject.Select({"a\\b", "c/d"});
-    EXPECT_EQ(Told(LintBackslashNames, subject),
-              Paths{"'a\\b' has a backslash, which the catalogue holds as a slash: verify looks "
-                    "for another file and fails. / Rename it, or leave it out."});
+    EXPECT_EQ(
+        Told(LintBackslashNames, subject),
+        Paths{"'a\\b' has a backslash, which the catalogue holds as a slash: verify looks "
+              "for another file and fails. / Rename it, or write patterns that do not take it "
+              "in."});
+    subject.places.patternKey = "exclude_paths";
+    EXPECT_TRUE(Told(LintBackslashNames, subject)
+                    .at(0)
+                    .ends_with("Rename it, or exclude it by a pattern with '?' in place of the "
+                               "backslash."));
 }
 
 TEST(LetterCase, IsToldOfEachGroup) {
