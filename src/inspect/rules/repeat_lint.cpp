@@ -1,6 +1,7 @@
 // Warnings about files that are sealed more than once.
 #include <algorithm>
 #include <cerrno>
+#include <compare>
 #include <map>
 #include <set>
 #include <string>
@@ -141,11 +142,29 @@ ResultCode FindNamesOfLinkedFiles(const Selection& selection, NamesByPlace& name
     return ResultCode::Ok;
 }
 
-// The names of files that are sealed under several, by the patterns that lead to them.
-std::map<std::vector<std::size_t>, std::vector<Names>> RenamedFiles(
-    const Selection& selection, const NamesByPlace& namesByPlace) {
+// Whether a link leads from one of the names to where the file lies. If none does, they differ in
+// parent components alone.
+bool HaveLink(const Names& names, const std::string& resolved, const std::string& game) {
+    return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+        return "/" + LexicalPath(game + "/" + name) != resolved;
+    });
+}
+
+// How files come to be sealed under several names.
+struct Renaming {
+    // The indices of the patterns that lead to them.
+    std::vector<std::size_t> patterns;
+    bool isByLink = false;
+
+    auto operator<=>(const Renaming&) const = default;
+};
+
+// The names of files that are sealed under several. `game` is the absolute game directory.
+std::map<Renaming, std::vector<Names>> RenamedFiles(const Selection& selection,
+                                                    const NamesByPlace& namesByPlace,
+                                                    const std::string& game) {
     const std::vector<LexicalPaths> matches = LexicalMatchesOf(selection);
-    std::map<std::vector<std::size_t>, std::vector<Names>> renamed;
+    std::map<Renaming, std::vector<Names>> renamed;
     for (const auto& [resolved, names] : namesByPlace) {
         if (names.size() < 2) {
             continue;
@@ -155,7 +174,8 @@ std::map<std::vector<std::size_t>, std::vector<Names>> RenamedFiles(
             const auto leading = PatternsLeadingTo(name, matches);
             numbers.insert(leading.begin(), leading.end());
         }
-        renamed[{numbers.begin(), numbers.end()}].push_back(names);
+        renamed[{{numbers.begin(), numbers.end()}, HaveLink(names, resolved, game)}].push_back(
+            names);
     }
     return renamed;
 }
@@ -196,17 +216,23 @@ ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) 
         code != ResultCode::Ok) {
         return code;
     }
-    for (const auto& [numbers, files] : RenamedFiles(subject.selection, namesByPlace)) {
+    std::string game;
+    if (const ResultCode code = Resolve(".", game); code != ResultCode::Ok) {
+        return code;
+    }
+    for (const auto& [renaming, files] : RenamedFiles(subject.selection, namesByPlace, game)) {
         const Names& names = files.front();
         const std::size_t others = files.size() - 1;
         warnings.push_back(WarningAt(
-            LastPlace(numbers, subject.places),
+            LastPlace(renaming.patterns, subject.places),
             QuotedNameList({names.begin(), names.end()}, kMostNamed) +
-                " are one file by a link, which is sealed under each name" +
+                (renaming.isByLink
+                     ? " are one file by a link, which is sealed under each name"
+                     : " are one file, which is sealed more than once, because several paths lead there") +
                 (others == 0
                      ? ""
                      : ByNumber(others, ", as is ", ", as are ") + CountText(others, "more file")) +
-                ByPatterns(numbers, subject.selection.config) + ".",
+                ByPatterns(renaming.patterns, subject.selection.config) + ".",
             "Write patterns that lead to each file by one name: each listing is hashed and verified for itself."));
     }
     return ResultCode::Ok;

@@ -163,6 +163,27 @@ TEST(RenamedFiles, AreToldOnceForThePatternsThatLeadToThem) {
                          cure}));
 }
 
+TEST(RenamedFiles, AreToldOfNoLinkWhereThereIsNone) {
+    const test::TempDirectory directory;
+    directory.WriteFile("game/d/a", "1");
+    directory.WriteFile("game/e", "1");
+    const test::ScopedCurrentDirectory game(directory / "game");
+    fs::create_symlink("e", "f");
+    Subject subject;
+    subject.Match({{"d", {"d"}}, {"../game/?", {"../game/d", "../game/e"}}, {"f", {"f"}}});
+    subject.Select({"d/a", "../game/d/a", "../game/e", "f"});
+    const std::string cure =
+        " / Write patterns that lead to each file by one name: each listing is hashed and verified "
+        "for itself.";
+    EXPECT_EQ(Told(LintRenamedFiles, subject),
+              (Paths{"2 '../game/d/a' and 'd/a' are one file, which is sealed more than once, "
+                     "because several paths lead there: by 'd' and '../game/?'." +
+                         cure,
+                     "3 '../game/e' and 'f' are one file by a link, which is sealed under each "
+                     "name: by '../game/?' and 'f'." +
+                         cure}));
+}
+
 TEST(RenamedFiles, AreNoneByNamesAlone) {
     const test::TempDirectory game;
     const test::ScopedCurrentDirectory here(game.Path());
