@@ -82,7 +82,7 @@ RepeatedFiles FindRepeatedFiles(const Selection& selection) {
 
 // Sets `resolved` to where `path` lies; empty where it leads nowhere or this user may not see
 // where. Fails as `JudgeLookError` does.
-ResultCode Resolve(const std::string& path, std::string& resolved) {
+ResultCode ResolveInGame(const std::string& path, std::string& resolved) {
     const auto found = ResolvePath(path);
     resolved = found.value_or("");
     return found ? ResultCode::Ok : JudgeLookError(path, errno);
@@ -91,7 +91,7 @@ ResultCode Resolve(const std::string& path, std::string& resolved) {
 // Sets `hasLinks` to whether a link stands on the way to what the patterns match.
 ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
     std::string game;
-    if (const ResultCode code = Resolve(".", game); code != ResultCode::Ok) {
+    if (const ResultCode code = ResolveInGame(".", game); code != ResultCode::Ok) {
         return code;
     }
     // Patterns overlap, and to resolve a path takes a system call for each of its components.
@@ -102,7 +102,7 @@ ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
                 continue;
             }
             std::string resolved;
-            if (const ResultCode code = Resolve(match, resolved); code != ResultCode::Ok) {
+            if (const ResultCode code = ResolveInGame(match, resolved); code != ResultCode::Ok) {
                 return code;
             }
             const std::string path = LexicalPath(match);
@@ -132,7 +132,7 @@ ResultCode FindNamesOfLinkedFiles(const Selection& selection, NamesByPlace& name
     }
     for (const SelectedFile& file : selection.files) {
         std::string resolved;
-        if (const ResultCode code = Resolve(file.path, resolved); code != ResultCode::Ok) {
+        if (const ResultCode code = ResolveInGame(file.path, resolved); code != ResultCode::Ok) {
             return code;
         }
         if (!resolved.empty()) {
@@ -217,7 +217,7 @@ ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) 
         return code;
     }
     std::string game;
-    if (const ResultCode code = Resolve(".", game); code != ResultCode::Ok) {
+    if (const ResultCode code = ResolveInGame(".", game); code != ResultCode::Ok) {
         return code;
     }
     for (const auto& [renaming, files] : RenamedFiles(subject.selection, namesByPlace, game)) {
