@@ -80,11 +80,13 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
 
 ResultCode RunRules(const RulesRequest& request, RulesReport& report) {
     const ConverterWatch converter;
-    if (const ResultCode code = MakeReport(request, report); code != ResultCode::Ok) {
-        return code;
+    const ResultCode code = MakeReport(request, report);
+    // Otherwise the converter's error text would be judged in place of names. Asked in any case:
+    // where the system cannot convert, other failures come of that.
+    if (const ResultCode unsound = converter.RequireSound(); unsound != ResultCode::Ok) {
+        return unsound;
     }
-    // Otherwise the converter's error text would be judged in place of names.
-    return converter.RequireSound();
+    return code;
 }
 
 }  // namespace sealkeeper
