@@ -1,11 +1,11 @@
 // Warnings about files that are sealed more than once.
 #include <algorithm>
 #include <cerrno>
-#include <compare>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -88,6 +88,12 @@ ResultCode ResolveInGame(const std::string& path, std::string& resolved) {
     return found ? ResultCode::Ok : JudgeLookError(path, errno);
 }
 
+// Where `match` lies if no link stands on the way. `game` is the absolute game directory.
+std::string PathWithoutLinks(const std::string& match, const std::string& game) {
+    const std::string path = LexicalPath(match);
+    return path.empty() ? game : game + "/" + path;
+}
+
 // Sets `hasLinks` to whether a link stands on the way to what the patterns match.
 ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
     std::string game;
@@ -105,8 +111,7 @@ ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
             if (const ResultCode code = ResolveInGame(match, resolved); code != ResultCode::Ok) {
                 return code;
             }
-            const std::string path = LexicalPath(match);
-            if (resolved != (path.empty() ? game : game + "/" + path)) {
+            if (resolved != PathWithoutLinks(match, game)) {
                 hasLinks = true;
                 return ResultCode::Ok;
             }
@@ -156,7 +161,9 @@ struct Renaming {
     std::vector<std::size_t> patterns;
     bool isByLink = false;
 
-    auto operator<=>(const Renaming&) const = default;
+    bool operator<(const Renaming& other) const {
+        return std::tie(patterns, isByLink) < std::tie(other.patterns, other.isByLink);
+    }
 };
 
 // The names of files that are sealed under several. `game` is the absolute game directory.
