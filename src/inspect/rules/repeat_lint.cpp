@@ -223,6 +223,9 @@ ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) 
         code != ResultCode::Ok) {
         return code;
     }
+    if (namesByPlace.empty()) {
+        return ResultCode::Ok;
+    }
     std::string game;
     if (const ResultCode code = ResolveInGame(".", game); code != ResultCode::Ok) {
         return code;
