@@ -4,7 +4,6 @@
 #include <set>
 #include <string>
 
-#include "app/console_log.h"
 #include "catalogue/catalogue_format.h"
 #include "config/config_names.h"
 #include "inspect/report/name_list.h"
@@ -119,13 +118,14 @@ void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
         warnings);
 }
 
-ResultCode LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
+void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
     const auto selected =
         SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; });
     if (std::any_of(selected.begin(), selected.end(), HasUnknownLetters)) {
-        Log(LogLevel::Error,
-            "Could not compare names without letter case: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.\n");
-        return ResultCode::SealkeeperIOError;
+        warnings.push_back(WarningAt(
+            kNoPlace,
+            "Letter case was looked at in ASCII letters alone: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.",
+            "Install one of them, or look yourself for names that differ in the case of other letters."));
     }
     std::map<std::string, std::vector<std::string>> byFoldedCase;
     for (const std::string& path : selected) {
@@ -138,7 +138,6 @@ ResultCode LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
                 "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails for the other."));
         }
     }
-    return ResultCode::Ok;
 }
 
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {

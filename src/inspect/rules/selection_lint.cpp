@@ -17,9 +17,7 @@ ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     LintOwnOutputs(subject, warnings);
     LintImpossibleNames(subject, warnings);
     LintBackslashNames(subject, warnings);
-    if (const ResultCode code = LintLetterCase(subject, warnings); code != ResultCode::Ok) {
-        return code;
-    }
+    LintLetterCase(subject, warnings);
     LintUnhashableFiles(subject, warnings);
     LintAliasUses(subject, warnings);
     LintLargeFiles(subject, warnings);

@@ -74,6 +74,7 @@ DIRECTORY_CALLS = (*STATUS_CALLS, "opendir", "scandir", "openat", "getdents64")
 PATTERN_MESSAGE = "The following did not match any files"
 LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '", PATTERN_MESSAGE)
 EMPTY_FILE_MESSAGE = "[Warning] Empty file: '"
+UNKNOWN_LETTERS = "Letter case was looked at in ASCII letters alone"
 EMPTIED, LEFT_OUT, LET_IN = "emptied", "left out", "let in"
 RUNTIME_SECTION = "Validating runtime configuration file at: "
 
@@ -274,6 +275,12 @@ def _does_not_see_links(finding: Finding, output: str) -> bool:
     return output == REPORT and finding.scene.name == "rules-warned" and is_missing and is_same_otherwise
 
 
+def _does_not_know_letters(finding: Finding, output: str) -> bool:
+    run = finding.run
+    has_all_sealed = _sealed_lines(run.console) == _sealed_lines(finding.clean.console)
+    return output == REPORT and UNKNOWN_LETTERS in run.console and has_all_sealed and run.status != 0
+
+
 def _warns_of_forbidden_file(finding: Finding, output: str) -> bool:
     case, run = finding.case, finding.run
     has_all_lines = set(lines_of(finding.clean.console)) <= set(lines_of(run.console))
@@ -332,6 +339,12 @@ EXCEPTIONS: Sequence[DemandedException] = (
         "A matched path may be a dangling link, or lie in a directory that this user may not search: the companion "
         "does not warn that it is another file by a link. All that is sealed is listed.",
         _does_not_see_links,
+    ),
+    DemandedException(
+        "letters are not known",
+        "Where no locale that knows letters beyond ASCII can be read, the companion compares names without them, and "
+        "warns that it does.",
+        _does_not_know_letters,
     ),
     DemandedException(
         "a forbidden file is warned of",
