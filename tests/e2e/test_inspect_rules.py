@@ -274,6 +274,28 @@ class Traps(Rules):
             "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails "
             "for the other.")
 
+    def test_a_file_left_out_that_differs_from_a_sealed_one_in_case(self) -> None:
+        self.write("bin/A.EXE", b"x")
+        self.assert_warned(
+            'exclude_paths = ["Quorvane"] exclude_extensions = [".EXE"]',
+            "'bin/A.EXE' and 'bin/a.exe' differ in letter case alone; 'bin/A.EXE' is left out.",
+            "Rename or remove what is left out: where file systems ignore letter case, it may replace the sealed file, "
+            "and verify fails.")
+
+    def test_a_file_and_a_directory_equal_but_for_case(self) -> None:
+        self.write("Bin", b"x")
+        self.assert_warned(
+            'include_paths = ["bin"]',
+            "'Bin' and the directory 'bin' differ in letter case alone; 'Bin' is left out.",
+            "Rename one: where file systems ignore letter case, only one of them can be installed.")
+
+    def test_directories_equal_but_for_case(self) -> None:
+        for name in ("bin/deep/b", "BIN/A.exe", "BIN/deep/b", "BIN/c"):
+            self.write(name, b"x")
+        report = self.report('include_paths = ["bin", "BIN"]', WARNING)
+        self.assertEqual(self.warnings_of(report), [
+            "The directories 'BIN' and 'bin' differ in letter case alone and hold 2 files of the same name."])
+
     def test_names_equal_but_for_case_beyond_ascii(self) -> None:
         for name in ("bin/École", "bin/école", "bin/Жук", "bin/жук", "bin/\udcc9", "bin/\udce9"):
             self.write(name, b"x")

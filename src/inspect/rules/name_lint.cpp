@@ -1,6 +1,4 @@
 // Warnings about names, and about files that are not what their names suggest.
-#include <algorithm>
-#include <map>
 #include <set>
 #include <string>
 
@@ -8,7 +6,6 @@
 #include "config/config_names.h"
 #include "inspect/report/name_list.h"
 #include "inspect/report/utf8_text.h"
-#include "inspect/rules/case_folding.h"
 #include "inspect/rules/fatal_files.h"
 #include "inspect/rules/no_utf8_names.h"
 #include "inspect/rules/selection_lint.h"
@@ -49,13 +46,6 @@ bool IsOutOfReach(const SelectedFile& file) {
 
 bool IsSpecialFile(const SelectedFile& file) {
     return file.type != FileType::Regular && file.type != FileType::Missing && IsUtf8(file.path);
-}
-
-// Whether `path` may differ in letter case from another in a way that cannot be seen.
-bool HasUnknownLetters(const std::string& path) {
-    const bool isAscii = std::all_of(path.begin(), path.end(),
-                                     [](char byte) { return static_cast<signed char>(byte) >= 0; });
-    return !isAscii && IsUtf8(path) && !KnowsLettersOfUnicode();
 }
 
 struct StandInWords {
@@ -116,28 +106,6 @@ void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
             ? "Rename it, or exclude it by a pattern with '?' in place of the backslash."
             : "Rename it, or write patterns that do not take it in.",
         warnings);
-}
-
-void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto selected =
-        SelectedPaths(subject.selection, [](const SelectedFile& /*file*/) { return true; });
-    if (std::any_of(selected.begin(), selected.end(), HasUnknownLetters)) {
-        warnings.push_back(WarningAt(
-            kNoPlace,
-            "Letter case was looked at in ASCII letters alone: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.",
-            "Install one of them, or look yourself for names that differ in the case of other letters."));
-    }
-    std::map<std::string, std::vector<std::string>> byFoldedCase;
-    for (const std::string& path : selected) {
-        byFoldedCase[CaseFolded(path)].push_back(path);
-    }
-    for (const auto& [folded, paths] : byFoldedCase) {
-        if (paths.size() > 1) {
-            warnings.push_back(WarningAt(
-                kNoPlace, QuotedNameList(paths, kMostNamed) + " differ in letter case alone.",
-                "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails for the other."));
-        }
-    }
 }
 
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {

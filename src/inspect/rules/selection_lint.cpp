@@ -17,8 +17,8 @@ ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     LintOwnOutputs(subject, warnings);
     LintImpossibleNames(subject, warnings);
     LintBackslashNames(subject, warnings);
-    LintLetterCase(subject, warnings);
     LintUnhashableFiles(subject, warnings);
+    LintLetterCase(subject, warnings);
     LintAliasUses(subject, warnings);
     LintLargeFiles(subject, warnings);
     LintLinks(subject, warnings);

@@ -60,11 +60,15 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names with a backslash, which the catalogue stores as '/'.
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
-// Names that differ only in letter case, and whether that is unknown of some.
-void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
 // Files that are selected but cannot be hashed: not regular, or not to be read or reached by this
 // user.
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings);
+
+// letter_case_lint.cpp
+
+// Sealed files that cannot stand beside another file or directory where file systems ignore letter
+// case, and whether that is unknown of some.
+void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
 
 // alias_lint.cpp
 
