@@ -354,11 +354,19 @@ class Traps(Rules):
             "Write a pattern that does not take it in.")
 
     def test_an_extension_in_another_case(self) -> None:
-        self.write("bin/a.pdb", b"x")
-        self.assert_warned(
-            'include_paths = ["bin"] exclude_extensions = [".PDB"]',
-            "The extension '.PDB' leaves nothing out, and '.pdb' files are sealed: letter case counts.",
-            'Write ".pdb".', '.PDB"')
+        for name in ("bin/A.pak", "bin/b.PAK", "bin/c.Pak"):
+            self.write(name, b"x")
+        for excluded, also, count, example in ((".PAK", '".Pak", ".pak"', 2, "bin/A.pak"),
+                                               (".pAK", '".PAK", ".Pak", ".pak"', 3, "bin/A.pak"),
+                                               (".EXE", '".exe"', 1, "bin/a.exe")):
+            with self.subTest(excluded=excluded):
+                report = self.report(f'exclude_paths = ["Quorvane"] exclude_extensions = ["{excluded}"]', WARNING)
+                files = "1 file" if count == 1 else f"{count} files"
+                told = [warning for warning in report["warnings"] if warning["line"] and warning["column"] > 40]
+                self.assertEqual([(warning["message"], warning["cure"]) for warning in told], [(
+                    f"The extension '{excluded}' does not leave out {files} with it in another letter case, such as "
+                    f"'{example}'.",
+                    f"Letter case counts: write {also}, too, if such files are to be left out.")])
 
     def test_an_extension_that_no_file_has_is_a_precaution(self) -> None:
         self.assertEqual(self.report('include_paths = ["bin"] exclude_extensions = [".pdb"]', GOOD)["warnings"], [])

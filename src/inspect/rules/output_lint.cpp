@@ -56,10 +56,7 @@ std::string CureFor(const std::vector<std::string>& written, const LintSubject& 
         const std::string top = output.substr(0, output.find('/'));
         names.insert(HasOtherFilesIn(top, subject) ? output : top);
     }
-    std::string list;
-    for (const std::string& name : names) {
-        list += (list.empty() ? "\"" : ", \"") + name + "\"";
-    }
+    const std::string list = QuotedForRules(names);
     // An empty include list also selects the whole game.
     return subject.places.patternKey == kExcludePathsKey
                ? "Add " + list + " to exclude_paths."

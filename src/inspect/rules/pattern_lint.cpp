@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "inspect/report/name_list.h"
+#include "inspect/report/number_text.h"
 #include "inspect/rules/case_folding.h"
 #include "inspect/rules/path_way.h"
 #include "inspect/rules/selection_lint.h"
@@ -21,6 +22,50 @@ std::string_view ExtensionIn(std::string_view path) {
     const std::string_view name = path.substr(path.rfind('/') + 1);
     const std::size_t dot = name.rfind('.');
     return dot == std::string_view::npos ? std::string_view() : name.substr(dot);
+}
+
+// Sealed files whose extensions differ in letter case at most.
+struct FilesOfExtension {
+    std::set<std::string> spellings;
+    std::size_t count = 0;
+    // The first of them by its path.
+    std::string example;
+};
+
+// Whether an include pattern matches the file itself. No extension leaves it out then.
+bool IsNamed(const SelectedFile& file, const Selection& selection) {
+    return HasIncludes(selection.config) &&
+           std::any_of(selection.matches.begin(), selection.matches.end(),
+                       [&file](const PathSet& paths) { return paths.contains(file.path); });
+}
+
+// The sealed files that a walk finds, by their extension without letter case.
+std::map<std::string, FilesOfExtension> FilesByExtension(const Selection& selection) {
+    std::map<std::string, FilesOfExtension> byExtension;
+    for (const SelectedFile& file : selection.files) {
+        std::string extension(ExtensionIn(file.path));
+        if (extension.empty() || IsNamed(file, selection)) {
+            continue;
+        }
+        FilesOfExtension& files = byExtension[CaseFolded(extension)];
+        files.spellings.insert(std::move(extension));
+        std::string path = LexicalPath(file.path);
+        // The walk has no order of its own.
+        if (++files.count == 1 || path < files.example) {
+            files.example = std::move(path);
+        }
+    }
+    return byExtension;
+}
+
+RuleWarning WarningOfCase(TextPlace place, const std::string& extension,
+                          const FilesOfExtension& files) {
+    return WarningAt(place,
+                     "The extension '" + extension + "' does not leave out " +
+                         CountText(files.count, "file") +
+                         " with it in another letter case, such as '" + files.example + "'.",
+                     "Letter case counts: write " + QuotedForRules(files.spellings) +
+                         ", too, if such files are to be left out.");
 }
 
 }  // namespace
@@ -92,28 +137,20 @@ void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
 
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {
     const auto& excluded = subject.selection.config.excludedExtensions;
-    std::set<std::string, std::less<>> leftOut;
-    std::map<std::string, std::string> sealedByFoldedCase;
-    for (const JudgedFile& file : subject.files) {
-        std::string extension(ExtensionIn(file.path));
-        if (file.leftOut) {
-            leftOut.insert(std::move(extension));
-            // Excluded extensions do not apply to a file that a pattern names.
-        } else if (!excluded.contains(extension)) {
-            sealedByFoldedCase.emplace(CaseFolded(extension), extension);
-        }
+    if (excluded.empty()) {
+        return;
     }
-    for (const std::string& extension : excluded) {
-        const auto sealed = sealedByFoldedCase.find(CaseFolded(extension));
-        if (leftOut.contains(extension) || sealed == sealedByFoldedCase.end()) {
+    auto sealed = FilesByExtension(subject.selection);
+    // Sorted: of several that differ in letter case alone, the first is told.
+    for (const std::string& extension : std::set<std::string>(excluded.begin(), excluded.end())) {
+        const auto files = sealed.extract(CaseFolded(extension));
+        if (files.empty()) {
             continue;
         }
         const auto place = subject.places.extensions.find(extension);
         warnings.push_back(
-            WarningAt(place == subject.places.extensions.end() ? kNoPlace : place->second,
-                      "The extension '" + extension + "' leaves nothing out, and '" +
-                          sealed->second + "' files are sealed: letter case counts.",
-                      "Write \"" + sealed->second + "\"."));
+            WarningOfCase(place == subject.places.extensions.end() ? kNoPlace : place->second,
+                          extension, files.mapped()));
     }
 }
 

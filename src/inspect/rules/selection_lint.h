@@ -36,7 +36,7 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);
 // Include patterns that leave the game by a link.
 void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings);
-// Excluded extensions that match no file, while another letter case would.
+// Excluded extensions that sealed files have in another letter case.
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings);
 
 // repeat_lint.cpp

@@ -12,4 +12,12 @@ const char* ByNumber(std::size_t count, const char* singular, const char* plural
     return count == 1 ? singular : plural;
 }
 
+std::string QuotedForRules(const std::set<std::string>& names) {
+    std::string list;
+    for (const std::string& name : names) {
+        list += (list.empty() ? "\"" : ", \"") + name + "\"";
+    }
+    return list;
+}
+
 }  // namespace sealkeeper

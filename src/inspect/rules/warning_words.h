@@ -3,6 +3,7 @@
 #define SEALKEEPER_INSPECT_RULES_WARNING_WORDS_H
 
 #include <cstddef>
+#include <set>
 #include <string>
 
 #include "config/text_place.h"
@@ -20,6 +21,9 @@ inline constexpr std::size_t kMostNamed = 3;
 
 // `singular` for one, else `plural`.
 [[nodiscard]] const char* ByNumber(std::size_t count, const char* singular, const char* plural);
+
+// The names as a list in the configuration file has them: "\"a\", \"b\"".
+[[nodiscard]] std::string QuotedForRules(const std::set<std::string>& names);
 
 }  // namespace sealkeeper
 

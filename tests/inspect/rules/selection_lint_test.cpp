@@ -196,23 +196,28 @@ TEST(RenamedFiles, AreNoneByNamesAlone) {
     EXPECT_EQ(Told(LintRenamedFiles, subject), Paths{}) << "these are two files on another disk";
 }
 
-TEST(ExtensionCase, IsToldWhereAnotherOneWouldLeaveSomethingOut) {
+TEST(ExtensionCase, IsToldOfFilesThatDifferInItAlone) {
     Subject subject;
-    subject.selection.config.excludedExtensions = {".LOG", ".tmp", ".Pdb", ".none"};
-    subject.places.extensions = {{".LOG", {7, 1}}};
-    subject.Seal("a.log");
-    subject.Seal("b.TMP");
-    subject.LeaveOut(LeftOutReason::ExcludedExtension, "b.tmp");
+    subject.selection.config.excludedExtensions = {".LOG", ".pak", ".Pak", ".Pdb", "none"};
+    subject.places.extensions = {{".LOG", {7, 1}}, {".pak", {8, 1}}, {".Pak", {9, 1}}};
+    subject.Match({}, false);
+    subject.Select({"a.log", "d/B.PAK", "c.pAK", "e.PAK", "bare", "pdb", "NONE"});
+    subject.LeaveOut(LeftOutReason::ExcludedExtension, "a.pak");
     subject.LeaveOut(LeftOutReason::Hidden, ".x/a.pdb");
     EXPECT_EQ(Told(LintExtensionCase, subject),
-              Paths{"7 The extension '.LOG' leaves nothing out, and '.log' files are sealed: "
-                    "letter case counts. / Write \".log\"."});
+              (Paths{"7 The extension '.LOG' does not leave out 1 file with it in another letter "
+                     "case, such as 'a.log'. / Letter case counts: write \".log\", too, if such "
+                     "files are to be left out.",
+                     "9 The extension '.Pak' does not leave out 3 files with it in another letter "
+                     "case, such as 'c.pAK'. / Letter case counts: write \".PAK\", \".pAK\", "
+                     "too, if such files are to be left out."}));
 }
 
 TEST(ExtensionCase, IsNoMatterOfAFileThatAPatternNames) {
     Subject subject;
     subject.selection.config.excludedExtensions = {".pdb"};
-    subject.Seal("named.pdb");
+    subject.Match({{"*.pdb", {"named.pdb"}}, {"?.PDB", {"n.PDB"}}});
+    subject.Select({"named.pdb", "n.PDB"});
     EXPECT_EQ(Told(LintExtensionCase, subject), Paths{});
 }
 
@@ -412,6 +417,7 @@ TEST(SelectionLint, AsksEveryRule) {
     subject.selection.files.push_back({"./fifo", 0, FileType::Fifo});
     subject.selection.config.excludedExtensions = {".LOG"};
     subject.selection.config.pathAliases = {{"n", "m"}};
+    subject.Select({"a.log"});
     subject.Seal("a.log");
     subject.Seal("A.log");
     subject.LeaveOut(LeftOutReason::TooLarge, "big", 1);
