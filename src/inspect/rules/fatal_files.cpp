@@ -1,9 +1,6 @@
 #include "inspect/rules/fatal_files.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <utility>
 
 #include "catalogue/catalogue_entry.h"
@@ -15,22 +12,18 @@
 namespace sealkeeper {
 namespace {
 
-bool IsLocked(const SelectedFile& file) {
-    return file.type == FileType::Regular && IsUtf8(file.path) &&
-           access(file.path.c_str(), R_OK) != 0 && errno == EACCES;
-}
-
 Refusal TooLong(const SelectedFile& file) {
     return {ResultCode::CatalogueError, "Path too long for the catalogue: '" + file.path + "'."};
 }
 
 // In the order in which generate comes upon them.
-std::optional<Refusal> RefusalAt(const SelectedFile& file, const AliasMap& aliases) {
+std::optional<Refusal> RefusalAt(const SelectedFile& file, const AliasMap& aliases,
+                                 const StandIn& standIn) {
     if (IsTooLong(file)) {
         return TooLong(file);
     }
-    if (auto refusal = IsUtf8(file.path) ? std::nullopt : RefusalOfStandIn()) {
-        return refusal;
+    if (standIn.refusal && !IsUtf8(file.path)) {
+        return standIn.refusal;
     }
     if (IsForbidden(file)) {
         return Refusal{ResultCode::CatalogueError,
@@ -56,30 +49,38 @@ bool IsTooLongByAlias(const SelectedFile& file, const AliasMap& aliases) {
 }
 
 bool IsForbidden(const SelectedFile& file) {
-    return file.sizeBytes > 0 && IsLocked(file);
+    return file.sizeBytes > 0 && file.isLocked;
 }
 
 bool IsForbiddenButEmpty(const SelectedFile& file) {
-    return file.sizeBytes == 0 && IsLocked(file);
+    return file.sizeBytes == 0 && file.isLocked;
 }
 
-std::optional<Refusal> FindFatalFile(const Selection& selection) {
+ResultCode FindFatalFile(const Selection& selection, std::optional<Refusal>& refusal) {
+    refusal.reset();
+    StandIn standIn;
+    const bool isStandInRead =
+        std::any_of(selection.files.begin(), selection.files.end(),
+                    [](const SelectedFile& file) { return !IsUtf8(file.path); });
+    if (const ResultCode code = isStandInRead ? LookAtStandIn(standIn) : ResultCode::Ok;
+        code != ResultCode::Ok) {
+        return code;
+    }
     const AliasMap aliases = WideAliases(selection.config.pathAliases);
-    std::optional<Refusal> first;
     std::wstring firstPath;
     for (const SelectedFile& file : selection.files) {
-        auto refusal = RefusalAt(file, aliases);
-        if (!refusal) {
+        auto found = RefusalAt(file, aliases, standIn);
+        if (!found) {
             continue;
         }
         // Generate reads the files in the order of these.
         std::wstring path = Utf8ToWide(file.path);
-        if (!first || path < firstPath) {
-            first = std::move(refusal);
+        if (!refusal || path < firstPath) {
+            refusal = std::move(found);
             firstPath = std::move(path);
         }
     }
-    return first;
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "app/result_code.h"
 #include "catalogue/path_alias.h"
 #include "inspect/rules/rules_report.h"
 #include "inspect/rules/selection.h"
@@ -16,17 +17,17 @@ namespace sealkeeper {
 // Whether only an alias makes the path too long: it is stored with four bytes per character.
 [[nodiscard]] bool IsTooLongByAlias(const SelectedFile& file, const AliasMap& aliases);
 
-// Whether the file, which is below the current directory, has content that this user may not read.
-// Never one whose name is no UTF-8, which generate does not read.
+// Whether the file has content that this user may not read.
 [[nodiscard]] bool IsForbidden(const SelectedFile& file);
 
 // Whether it is one that this user may not read, but that has no content: generate reads nothing of
 // it.
 [[nodiscard]] bool IsForbiddenButEmpty(const SelectedFile& file);
 
-// Why generate would fail at a file of `selection`, the first in the order in which it reads them;
-// empty if it would not. The current directory is the game directory.
-[[nodiscard]] std::optional<Refusal> FindFatalFile(const Selection& selection);
+// Sets `refusal` to why generate would fail at a file of `selection`, the first in the order in
+// which it reads them; empty if it would not. The current directory is the game directory. Fails as
+// `JudgeLookError` does.
+ResultCode FindFatalFile(const Selection& selection, std::optional<Refusal>& refusal);
 
 }  // namespace sealkeeper
 

@@ -53,14 +53,14 @@ struct StandInWords {
     const char* plural;
 };
 
-StandInWords WordsOfStandIn() {
-    if (RefusalOfStandIn()) {
+StandInWords WordsOf(const StandIn& standIn) {
+    if (standIn.refusal) {
         return {
             "is no UTF-8: generate reads 'U82W_ERROR' in its place, and fails at that.",
             "are no UTF-8: generate reads 'U82W_ERROR' in their place, and fails at that.",
         };
     }
-    if (GetFileType(kNoUtf8StandIn) == FileType::Regular) {
+    if (standIn.type == FileType::Regular) {
         return {
             "is no UTF-8: the catalogue lists the file 'U82W_ERROR' in its place, so it is not sealed.",
             "are no UTF-8: the catalogue lists the file 'U82W_ERROR' in their place, so they are not sealed.",
@@ -74,11 +74,16 @@ StandInWords WordsOfStandIn() {
 
 }  // namespace
 
-void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
-    const StandInWords words = WordsOfStandIn();
-    WarnOf(SelectedPaths(subject.selection,
-                         [](const SelectedFile& file) { return !IsUtf8(file.path); }),
-           words.singular, words.plural, "Rename it, or leave it out.", warnings);
+ResultCode LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
+    const auto noUtf8 = SelectedPaths(subject.selection,
+                                      [](const SelectedFile& file) { return !IsUtf8(file.path); });
+    StandIn standIn;
+    if (const ResultCode code = noUtf8.empty() ? ResultCode::Ok : LookAtStandIn(standIn);
+        code != ResultCode::Ok) {
+        return code;
+    }
+    const StandInWords words = WordsOf(standIn);
+    WarnOf(noUtf8, words.singular, words.plural, "Rename it, or leave it out.", warnings);
     const std::string room = std::to_string(entry_record::kMaxPathUnits);
     WarnOf(SelectedPaths(subject.selection, IsTooLong),
            "is longer than the " + room +
@@ -93,6 +98,7 @@ void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
            "is longer by an alias than a catalogue has room for: generate fails at it.",
            "are longer by an alias than a catalogue has room for: generate fails at them.",
            "Shorten its names, or take the alias out.", warnings);
+    return ResultCode::Ok;
 }
 
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {

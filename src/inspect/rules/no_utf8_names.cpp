@@ -2,7 +2,7 @@
 
 #include <unistd.h>
 
-#include "platform/file_system.h"
+#include "inspect/tree/access_right.h"
 
 namespace sealkeeper {
 namespace {
@@ -14,18 +14,28 @@ Refusal RefusalWith(ResultCode code, const char* what) {
 
 }  // namespace
 
-std::optional<Refusal> RefusalOfStandIn() {
-    const FileStatus status = StatusOfPath(kNoUtf8StandIn);
+ResultCode LookAtStandIn(StandIn& standIn) {
+    standIn = StandIn();
+    FileStatus status;
+    if (const ResultCode code = LookAtPath(kNoUtf8StandIn, status); code != ResultCode::Ok) {
+        return code;
+    }
+    standIn.type = status.type;
     if (status.sizeBytes <= 0) {
-        return std::nullopt;
+        return ResultCode::Ok;
     }
-    if (access(kNoUtf8StandIn, R_OK) != 0) {
-        return RefusalWith(ResultCode::CatalogueError, "cannot be read by this user");
+    bool isLocked = false;
+    if (const ResultCode code = AskForRight(kNoUtf8StandIn, R_OK, isLocked);
+        code != ResultCode::Ok) {
+        return code;
     }
-    // A directory has a size and can be opened, but has no bytes to read.
-    return status.type == FileType::Directory
-               ? std::optional(RefusalWith(ResultCode::CatalogueIOError, "is a directory"))
-               : std::nullopt;
+    if (isLocked) {
+        standIn.refusal = RefusalWith(ResultCode::CatalogueError, "cannot be read by this user");
+    } else if (status.type == FileType::Directory) {
+        // It has a size and can be opened, but has no bytes to read.
+        standIn.refusal = RefusalWith(ResultCode::CatalogueIOError, "is a directory");
+    }
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

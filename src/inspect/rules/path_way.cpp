@@ -4,7 +4,9 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <utility>
 
+#include "inspect/tree/access_right.h"
 #include "inspect/tree/lexical_path.h"
 #include "inspect/tree/path_below.h"
 #include "platform/file_system.h"
@@ -13,53 +15,84 @@
 namespace sealkeeper {
 namespace {
 
-// A file without the right to execute fails `access` in the same way.
-bool IsForbiddenDirectory(const std::string& path, int access) {
-    return GetFileType(path) == FileType::Directory && ::access(path.c_str(), access) != 0 &&
-           errno == EACCES;
+ResultCode AskForRightToDirectory(const std::string& path, int right, bool& isForbidden) {
+    FileStatus status;
+    if (const ResultCode code = LookAtPath(path, status); code != ResultCode::Ok) {
+        return code;
+    }
+    isForbidden = false;
+    // A file without the right to execute is asked for it in vain, too.
+    return status.type == FileType::Directory ? AskForRight(path, right, isForbidden)
+                                              : ResultCode::Ok;
 }
 
-// The link by which `path` leaves the directory `game`.
-std::optional<std::string> LinkOutOf(const std::string& game, std::string_view path) {
-    std::optional<std::string> link;
+// Sets `link` to the one by which `path` leaves the directory `game`; empty if it does not.
+ResultCode FindLinkOutOf(const std::string& game, std::string_view path,
+                         std::optional<std::string>& link) {
+    link.reset();
     // Goes up until a directory resolves inside the game. The component below that is the link.
     for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
-        const auto resolved = ResolvePath(std::string(way));
-        if (!resolved || *resolved == game || IsBelow(*resolved, game)) {
-            return link;
+        std::string resolved;
+        if (const ResultCode code = ResolveInGame(std::string(way), resolved);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        if (resolved.empty() || resolved == game || IsBelow(resolved, game)) {
+            return ResultCode::Ok;
         }
         link = way;
     }
-    return link;
+    return ResultCode::Ok;
 }
 
 }  // namespace
 
-std::optional<std::string> ClosedDirectoryIn(std::string_view pattern) {
+ResultCode ResolveInGame(const std::string& path, std::string& resolved) {
+    const auto found = ResolvePath(path);
+    resolved = found.value_or("");
+    return found ? ResultCode::Ok : JudgeLookError(path, errno);
+}
+
+ResultCode FindClosedDirectory(std::string_view pattern, std::optional<std::string>& closed) {
+    closed.reset();
     const std::string path = LexicalPath(WithForwardSlashes(std::string(pattern)));
     for (std::size_t begin = 0;;) {
         const std::size_t slash = path.find('/', begin);
         const std::string_view name = std::string_view(path).substr(begin, slash - begin);
         const bool isWildcard = name.find_first_of("*?") != std::string_view::npos;
-        const std::string directory = begin == 0 ? "." : path.substr(0, begin - 1);
-        if (IsForbiddenDirectory(directory, isWildcard ? R_OK : X_OK)) {
-            return directory;
+        std::string directory = begin == 0 ? "." : path.substr(0, begin - 1);
+        bool isForbidden = false;
+        if (const ResultCode code =
+                AskForRightToDirectory(directory, isWildcard ? R_OK : X_OK, isForbidden);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        if (isForbidden) {
+            closed = std::move(directory);
+            return ResultCode::Ok;
         }
         if (isWildcard || slash == std::string::npos) {
-            return std::nullopt;
+            return ResultCode::Ok;
         }
         begin = slash + 1;
     }
 }
 
-OutwardLinks::OutwardLinks() : game_(ResolvePath(".").value_or("")) {}
-
-const std::optional<std::string>& OutwardLinks::LinkOf(const std::string& path) {
-    const auto [known, isNew] = known_.try_emplace(path);
-    if (isNew) {
-        known->second = LinkOutOf(game_, path);
+ResultCode OutwardLinks::Find(const std::string& path, std::optional<std::string>& link) {
+    if (const auto known = known_.find(path); known != known_.end()) {
+        link = known->second;
+        return ResultCode::Ok;
     }
-    return known->second;
+    if (game_.empty()) {
+        if (const ResultCode code = ResolveInGame(".", game_); code != ResultCode::Ok) {
+            return code;
+        }
+    }
+    if (const ResultCode code = FindLinkOutOf(game_, path, link); code != ResultCode::Ok) {
+        return code;
+    }
+    known_.emplace(path, link);
+    return ResultCode::Ok;
 }
 
 }  // namespace sealkeeper

@@ -1,6 +1,7 @@
 // Warnings about patterns and extensions.
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -70,7 +71,7 @@ RuleWarning WarningOfCase(TextPlace place, const std::string& extension,
 
 }  // namespace
 
-void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
+ResultCode LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
     const auto& patterns = PatternsInUse(subject.selection.config);
     const char* const cure = HasIncludes(subject.selection.config)
                                  ? "Correct it or take it out: what it was meant for is not sealed."
@@ -82,7 +83,12 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
         }
         const std::string message = "The pattern '" + patterns[i] + "' matches nothing";
         const TextPlace place = subject.places.patterns.at(i);
-        if (const auto closed = ClosedDirectoryIn(patterns[i])) {
+        std::optional<std::string> closed;
+        if (const ResultCode code = FindClosedDirectory(patterns[i], closed);
+            code != ResultCode::Ok) {
+            return code;
+        }
+        if (closed) {
             warnings.push_back(
                 WarningAt(place, message + ": the directory '" + *closed + "' cannot be read.",
                           "Give this user the right to read it, or take the pattern out."));
@@ -90,6 +96,7 @@ void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings) {
             warnings.push_back(WarningAt(place, message + ".", cure));
         }
     }
+    return ResultCode::Ok;
 }
 
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
@@ -109,7 +116,7 @@ void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
     }
 }
 
-void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
+ResultCode LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
     const CatalogueConfig& config = subject.selection.config;
     OutwardLinks outwardLinks;
     // Exclude patterns may lead anywhere.
@@ -120,8 +127,12 @@ void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
             if (LeavesGame(path)) {
                 continue;
             }
-            if (const auto& link = outwardLinks.LinkOf(path)) {
-                links.insert(*link);
+            std::optional<std::string> link;
+            if (const ResultCode code = outwardLinks.Find(path, link); code != ResultCode::Ok) {
+                return code;
+            }
+            if (link) {
+                links.insert(std::move(*link));
             }
         }
         if (!links.empty()) {
@@ -133,6 +144,7 @@ void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings) {
                 "Ship files in place of links: on another machine there is something else where they lead."));
         }
     }
+    return ResultCode::Ok;
 }
 
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings) {

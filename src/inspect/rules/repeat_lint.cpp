@@ -1,6 +1,5 @@
 // Warnings about files that are sealed more than once.
 #include <algorithm>
-#include <cerrno>
 #include <map>
 #include <set>
 #include <string>
@@ -12,10 +11,10 @@
 
 #include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
+#include "inspect/rules/path_way.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
-#include "platform/file_system.h"
 
 namespace sealkeeper {
 namespace {
@@ -78,14 +77,6 @@ RepeatedFiles FindRepeatedFiles(const Selection& selection) {
         }
     }
     return repeated;
-}
-
-// Sets `resolved` to where `path` lies; empty where it leads nowhere or this user may not see
-// where. Fails as `JudgeLookError` does.
-ResultCode ResolveInGame(const std::string& path, std::string& resolved) {
-    const auto found = ResolvePath(path);
-    resolved = found.value_or("");
-    return found ? ResultCode::Ok : JudgeLookError(path, errno);
 }
 
 // Where `match` lies if no link stands on the way. `game` is the absolute game directory.

@@ -64,14 +64,23 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
         code != ResultCode::Ok) {
         return code;
     }
-    report.refusal = selection.refusal ? selection.refusal : FindFatalFile(selection);
+    report.refusal = selection.refusal;
+    if (!report.refusal) {
+        if (const ResultCode code = FindFatalFile(selection, report.refusal);
+            code != ResultCode::Ok) {
+            return code;
+        }
+    }
     if (selection.isComplete) {
         return ReportSelection(request, outputs, selection, report);
     }
     // The files are unknown, but a pattern without matches may explain the refusal.
     const RulePlaces places = PlacesIn(request.config.text);
-    LintUnmatchedPatterns({selection, selection, outputs, outputs, places, report.files},
-                          report.warnings);
+    if (const ResultCode code = LintUnmatchedPatterns(
+            {selection, selection, outputs, outputs, places, report.files}, report.warnings);
+        code != ResultCode::Ok) {
+        return code;
+    }
     SortByPlace(report.warnings);
     return ResultCode::Ok;
 }

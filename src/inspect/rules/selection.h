@@ -26,6 +26,9 @@ struct SelectedFile {
     std::uint64_t sizeBytes = 0;
     // `Missing` where this user may not look at it: a walk finds its name and its type alone.
     FileType type = FileType::Regular;
+    // Whether this user may not read it. Only asked of what generate reads: regular files whose
+    // names are UTF-8.
+    bool isLocked = false;
 };
 
 // Whether files are selected by include patterns instead of a walk over the whole game.

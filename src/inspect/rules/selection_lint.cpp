@@ -6,16 +6,17 @@ namespace sealkeeper {
 
 ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     assert(subject.selection.matches.size() == subject.secondSelection.matches.size());
-    LintUnmatchedPatterns(subject, warnings);
+    // These ask the system for more.
+    for (const auto rule :
+         {LintUnmatchedPatterns, LintLinksOutOfGame, LintRenamedFiles, LintImpossibleNames}) {
+        if (const ResultCode code = rule(subject, warnings); code != ResultCode::Ok) {
+            return code;
+        }
+    }
     LintLeavingPatterns(subject, warnings);
-    LintLinksOutOfGame(subject, warnings);
     LintExtensionCase(subject, warnings);
     LintRepeatedFiles(subject, warnings);
-    if (const ResultCode code = LintRenamedFiles(subject, warnings); code != ResultCode::Ok) {
-        return code;
-    }
     LintOwnOutputs(subject, warnings);
-    LintImpossibleNames(subject, warnings);
     LintBackslashNames(subject, warnings);
     LintUnhashableFiles(subject, warnings);
     LintLetterCase(subject, warnings);

@@ -30,12 +30,13 @@ using RuleWarnings = std::vector<RuleWarning>;
 
 // pattern_lint.cpp
 
-// Patterns without matches, and whether an unreadable directory is the reason.
-void LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
+// Patterns without matches, and whether an unreadable directory is the reason. Fails as
+// `JudgeLookError` does.
+ResultCode LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
 // Patterns that leave the game by "..".
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);
-// Include patterns that leave the game by a link.
-void LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings);
+// Include patterns that leave the game by a link. Fails as `JudgeLookError` does.
+ResultCode LintLinksOutOfGame(const LintSubject& subject, RuleWarnings& warnings);
 // Excluded extensions that sealed files have in another letter case.
 void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings);
 
@@ -44,7 +45,7 @@ void LintExtensionCase(const LintSubject& subject, RuleWarnings& warnings);
 // Files that are sealed more than once, because patterns lead to them by different paths.
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings);
 // Files that several patterns lead to by different names, because one is a link or leads through
-// one. Fails with `SealkeeperIOError`, logged, when the system fails to say where a path leads.
+// one. Fails as `JudgeLookError` does.
 ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings);
 
 // output_lint.cpp
@@ -56,8 +57,8 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 
 // Names that no catalogue can hold. One that is not UTF-8 is listed as another file, which is empty
 // where it does not exist; generate fails where that file cannot be read. At a name that is too
-// long, generate fails.
-void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
+// long, generate fails. Fails as `JudgeLookError` does.
+ResultCode LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names with a backslash, which the catalogue stores as '/'.
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
 // Files that are selected but cannot be hashed: not regular, or not to be read or reached by this
@@ -86,7 +87,7 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
 // Files that a pattern leads to in directories that cannot be searched.
 void LintUnreachableFiles(const LintSubject& subject, RuleWarnings& warnings);
 
-// Runs all of them, in the order above, until one fails.
+// Runs all of them until one fails.
 ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings);
 
 }  // namespace sealkeeper

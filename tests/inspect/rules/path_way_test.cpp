@@ -13,35 +13,48 @@ namespace {
 
 namespace fs = std::filesystem;
 
+std::optional<std::string> LinkOf(OutwardLinks& links, const std::string& path) {
+    std::optional<std::string> link;
+    EXPECT_EQ(links.Find(path, link), ResultCode::Ok);
+    return link;
+}
+
+std::optional<std::string> ClosedDirectoryIn(const char* pattern) {
+    std::optional<std::string> closed;
+    EXPECT_EQ(FindClosedDirectory(pattern, closed), ResultCode::Ok);
+    return closed;
+}
+
 TEST(OutwardLinks, AreFoundOnTheWayOfAPath) {
     const test::GameWithLinks game;
     OutwardLinks links;
-    EXPECT_EQ(links.LinkOf("out"), "out");
-    EXPECT_EQ(links.LinkOf("out/x"), "out");
-    EXPECT_EQ(links.LinkOf("relative/x"), "relative");
-    EXPECT_EQ(links.LinkOf("twice/x"), "twice");
-    EXPECT_EQ(links.LinkOf("neighbour/z"), "neighbour");
-    EXPECT_EQ(links.LinkOf("inside/y"), std::nullopt);
-    EXPECT_EQ(links.LinkOf("real/y"), std::nullopt);
-    EXPECT_EQ(links.LinkOf("missing/y"), std::nullopt);
-    EXPECT_EQ(links.LinkOf(""), std::nullopt) << "the game directory itself";
+    EXPECT_EQ(LinkOf(links, "out"), "out");
+    EXPECT_EQ(LinkOf(links, "out/x"), "out");
+    EXPECT_EQ(LinkOf(links, "relative/x"), "relative");
+    EXPECT_EQ(LinkOf(links, "twice/x"), "twice");
+    EXPECT_EQ(LinkOf(links, "neighbour/z"), "neighbour");
+    EXPECT_EQ(LinkOf(links, "inside/y"), std::nullopt);
+    EXPECT_EQ(LinkOf(links, "real/y"), std::nullopt);
+    EXPECT_EQ(LinkOf(links, "missing/y"), std::nullopt);
+    EXPECT_EQ(LinkOf(links, ""), std::nullopt) << "the game directory itself";
 }
 
 TEST(OutwardLinks, AreNoneOfTheRoot) {
     const test::ScopedCurrentDirectory inRoot("/");
-    EXPECT_EQ(OutwardLinks().LinkOf("proc/self"), std::nullopt);
+    OutwardLinks links;
+    EXPECT_EQ(LinkOf(links, "proc/self"), std::nullopt);
 }
 
 TEST(OutwardLinks, AreLookedForOnce) {
     const test::GameWithLinks game;
     OutwardLinks links;
-    EXPECT_EQ(links.LinkOf("out/x"), "out");
-    EXPECT_EQ(links.LinkOf("real/y"), std::nullopt);
+    EXPECT_EQ(LinkOf(links, "out/x"), "out");
+    EXPECT_EQ(LinkOf(links, "real/y"), std::nullopt);
     fs::remove("out");
     fs::remove_all("real");
     fs::create_directory_symlink("../beside", "real");
-    EXPECT_EQ(links.LinkOf("out/x"), "out");
-    EXPECT_EQ(links.LinkOf("real/y"), std::nullopt);
+    EXPECT_EQ(LinkOf(links, "out/x"), "out");
+    EXPECT_EQ(LinkOf(links, "real/y"), std::nullopt);
 }
 
 // A game with a directory that can be neither read nor entered.
