@@ -123,6 +123,15 @@ class Traps(Rules):
             'include_paths = ["bin", "lib/*.so"]', "The pattern 'lib/*.so' matches nothing.",
             "Correct it or take it out: what it was meant for is not sealed.", "lib/*.so")
 
+    def test_a_pattern_in_another_encoding_than_the_names_of_files(self) -> None:
+        self.write("café/b", b"1")
+        config_file = self.write_config(config('include_paths = ["bin", "café/*"]').encode("latin-1"))
+        report = self.inspect("rules", config_file, "--game", self.game, "--json").json()
+        self.assertEqual(self.warnings_of(report), [
+            "The pattern 'caf\ufffd/*' matches nothing: it is not UTF-8, as the names of files are."])
+        self.assertEqual(report["warnings"][0]["cure"],
+                         "Save the configuration file as UTF-8 without a byte-order mark.")
+
     def test_a_pattern_below_a_directory_that_cannot_be_read(self) -> None:
         self.write("closed/s", b"1")
         self.become_unprivileged()

@@ -9,6 +9,7 @@
 
 #include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
+#include "inspect/report/utf8_text.h"
 #include "inspect/rules/case_folding.h"
 #include "inspect/rules/path_way.h"
 #include "inspect/rules/selection_lint.h"
@@ -92,6 +93,10 @@ ResultCode LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warni
             warnings.push_back(
                 WarningAt(place, message + ": the directory '" + *closed + "' cannot be read.",
                           "Give this user the right to read it, or take the pattern out."));
+        } else if (!IsUtf8(patterns[i])) {
+            warnings.push_back(
+                WarningAt(place, message + ": it is not UTF-8, as the names of files are.",
+                          "Save the configuration file as UTF-8 without a byte-order mark."));
         } else {
             warnings.push_back(WarningAt(place, message + ".", cure));
         }

@@ -30,8 +30,8 @@ using RuleWarnings = std::vector<RuleWarning>;
 
 // pattern_lint.cpp
 
-// Patterns without matches, and whether an unreadable directory is the reason. Fails as
-// `JudgeLookError` does.
+// Patterns without matches, and whether an unreadable directory or their encoding is the reason.
+// Fails as `JudgeLookError` does.
 ResultCode LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warnings);
 // Patterns that leave the game by "..".
 void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings);

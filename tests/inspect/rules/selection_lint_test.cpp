@@ -83,6 +83,15 @@ TEST(UnmatchedPatterns, AreSaidToExcludeNothing) {
                     "meant for is sealed."});
 }
 
+TEST(UnmatchedPatterns, MayBeInAnotherEncodingThanTheNamesOfFiles) {
+    Subject subject;
+    subject.Match({{"caf\xE9*", {}}, {"caf\u00e9*", {"caf\u00e9s"}}, {"\xE9", {"\xE9"}}}, false);
+    EXPECT_EQ(
+        Told(LintUnmatchedPatterns, subject),
+        Paths{"1 The pattern 'caf\xE9*' matches nothing: it is not UTF-8, as the names of "
+              "files are. / Save the configuration file as UTF-8 without a byte-order mark."});
+}
+
 TEST(UnmatchedPatterns, AreNoneWhereTheSecondRunFindsSomething) {
     Subject subject;
     subject.Match({{"out/base.bin", {}}});
