@@ -161,41 +161,41 @@ class Traps(Rules):
         self.assert_warned(
             'include_paths = ["bin", "../beside"]',
             "The pattern '../beside' leads out of the game directory by '..'.",
-            "Name files of the game alone: on another machine there is something else beside it.", "../beside")
+            "Name only files of the game: on another machine there is something else beside it.", "../beside")
 
     def test_a_wildcard_that_leads_out_of_the_game(self) -> None:
         self.assert_warned(
             'include_paths = ["bin", ".*"]', "The pattern '.*' leads out of the game directory by '..'.",
-            "Name files of the game alone: on another machine there is something else beside it.", ".*")
+            "Name only files of the game: on another machine there is something else beside it.", ".*")
 
     def test_a_file_reached_twice(self) -> None:
         self.assert_warned(
             'include_paths = ["bin", "bin/a.exe"]',
-            "'bin/a.exe' is sealed more than once, because several paths lead there: by 'bin' and 'bin/a.exe'.",
-            "Keep one of the patterns: each listing is hashed and verified for itself.", "bin/a.exe")
+            "'bin/a.exe' is sealed more than once, because several paths lead there (patterns 'bin' and 'bin/a.exe').",
+            "Keep one of the patterns: the file is hashed and verified once for each.", "bin/a.exe")
 
     def test_a_file_sealed_under_two_names(self) -> None:
-        cure = "Write patterns that lead to each file by one name: each listing is hashed and verified for itself."
+        cure = "Write patterns that lead to each file by one name only: it is hashed and verified once for each."
         (self.game / "tool.exe").symlink_to("bin/a.exe")
         self.assert_warned(
             'include_paths = ["bin/a.exe", "tool.exe"]',
-            "'bin/a.exe' and 'tool.exe' are one file by a link, which is sealed under each name: by 'bin/a.exe' and "
-            "'tool.exe'.", cure, 'tool.exe"')
+            "'bin/a.exe' and 'tool.exe' are one file because of a link, and it is sealed under each name "
+            "(patterns 'bin/a.exe' and 'tool.exe').", cure, 'tool.exe"')
         self.write("bin/b.exe", b"2")
         (self.game / "old").symlink_to("bin")
         self.assert_warned(
             'include_paths = ["old", "bin"]',
-            "'bin/a.exe' and 'old/a.exe' are one file by a link, which is sealed under each name, as is 1 more file: by "
-            "'old' and 'bin'.", cure, 'bin"')
+            "'bin/a.exe' and 'old/a.exe' are one file because of a link, and it is sealed under each name, as "
+            "is 1 more file (patterns 'old' and 'bin').", cure, 'bin"')
         self.assertEqual(self.report('include_paths = ["old"]', GOOD)["warnings"], [])
         self.assertEqual(self.report('include_paths = ["bin/a.exe", "old/b.exe"]', GOOD)["warnings"], [])
 
     def test_own_output_is_foreseen_before_the_first_run(self) -> None:
-        message = (f"A second run seals '{OUTPUT_FOLDER}/base.bin' and '{OUTPUT_FOLDER}/base.cer' as the first has "
-                   "written them, and then replaces them: verify fails.")
+        message = (f"A second run seals '{OUTPUT_FOLDER}/base.bin' and '{OUTPUT_FOLDER}/base.cer' of the first one and "
+                   "then replaces them, so verify fails.")
         self.assert_warned('exclude_paths = ["*.log"]', message, 'Add "Quorvane" to exclude_paths.', '["*.log"')
         self.assert_warned('include_paths = ["bin", "*"]', message,
-                           "Write in include_paths what to hash, and nothing that takes in \"Quorvane\".", '*"')
+                           "Write in include_paths what to hash, but not \"Quorvane\".", '*"')
         self.assertFalse((self.game / "Quorvane").exists(), "nothing is written")
 
     def test_own_output_by_another_way(self) -> None:
@@ -211,16 +211,16 @@ class Traps(Rules):
                 left_out = f'"{pattern}"' if is_folder_named else f'"{folder}/base.bin", "{folder}/base.cer"'
                 self.assert_warned(
                     f'include_paths = ["b", "{pattern}"]',
-                    f"A second run seals '{folder}/base.bin' and '{folder}/base.cer' as the first has written them, "
-                    "and then replaces them: verify fails.",
-                    f"Write in include_paths what to hash, and nothing that takes in {left_out}.", f'{pattern}"')
+                    f"A second run seals '{folder}/base.bin' and '{folder}/base.cer' of the first one and then replaces "
+                    "them, so verify fails.",
+                    f"Write in include_paths what to hash, but not {left_out}.", f'{pattern}"')
 
     def test_own_settings_alone(self) -> None:
         self.write(f"{OUTPUT_FOLDER}/runtime.conf", b"x")
         self.assert_warned(
             f'include_paths = ["bin", "{OUTPUT_FOLDER}/runtime.conf"]',
             f"A run seals '{OUTPUT_FOLDER}/runtime.conf', which it writes itself and which has a signature of its own.",
-            "Write in include_paths what to hash, and nothing that takes in \"Quorvane\".",
+            "Write in include_paths what to hash, but not \"Quorvane\".",
             f"{OUTPUT_FOLDER}/runtime.conf")
 
     def test_a_file_that_this_user_may_not_read(self) -> None:
@@ -237,8 +237,8 @@ class Traps(Rules):
 
     def test_own_output_of_a_mod(self) -> None:
         report = self.report('exclude_paths = ["Quorvane"]', WARNING, "--outname", "mod1")
-        self.assertIn("A second run seals 'mod1.bin' and 'mod1.cer' as the first has written them, and then replaces "
-                      "them: verify fails.", self.warnings_of(report))
+        self.assertIn("A second run seals 'mod1.bin' and 'mod1.cer' of the first one and then replaces them, so "
+                      "verify fails.", self.warnings_of(report))
         self.assertIn('Add "mod1.bin", "mod1.cer" to exclude_paths.',
                       [warning["cure"] for warning in report["warnings"]])
         cured = self.report('exclude_paths = ["Quorvane", "mod1.bin", "mod1.cer"]', WARNING, "--outname", "mod1")
@@ -247,7 +247,7 @@ class Traps(Rules):
     def test_names_that_are_no_utf8(self) -> None:
         self.write("bin/\udcff", b"x")
         report = self.report('include_paths = ["bin"]', WARNING)
-        self.assertEqual([w for w in self.warnings_of(report) if "no UTF-8" in w][0][-72:],
+        self.assertEqual([w for w in self.warnings_of(report) if "not UTF-8" in w][0][-72:],
                          "the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails."[-72:])
         self.assertEqual([file["pathHex"] for file in report["files"] if "pathHex" in file], ["62696e2fff"])
 
@@ -317,24 +317,24 @@ class Traps(Rules):
         self.assert_warned(
             'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',
             "The alias 'bin' changes the stored paths of 1 file: verify looks for another file in place of each, "
-            "and as a rule fails.",
+            "and usually fails.",
             "Take it out, unless these files are checked by a client that knows aliases and never by verify.", 'bin", "Bin')
         self.assert_warned(
             'include_paths = ["bin"] alias_paths = ( ["bin", "Binaries"], ["zz", "y"] );',
-            "The alias 'zz' changes no path: none has it, or another alias applies first.",
+            "The alias 'zz' changes no path: none contains it, or another alias applies first.",
             "Correct it or take it out.", 'zz"')
 
     def test_a_file_over_the_size_threshold(self) -> None:
         self.write_sparse("bin/world.pak", 1_024_000_001)
         self.assert_warned(
             'include_paths = ["bin"]',
-            "1 file above the size threshold of 1.0 GB is left out without a word, the largest 'bin/world.pak' with "
+            "1 file above the size threshold of 1.0 GB is silently left out: 'bin/world.pak' with "
             "1.0 GB.",
             "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed "
             "by anybody.")
         self.assert_warned(
             'exclude_paths = ["Quorvane"]',
-            "1 file above the size threshold of 1.0 GB is left out without a word, the largest 'bin/world.pak' with "
+            "1 file above the size threshold of 1.0 GB is silently left out: 'bin/world.pak' with "
             "1.0 GB.",
             "Raise exclude_size_threshold, or name the file in exclude_paths if that is meant: what is left out can be "
             "changed by anybody.")
@@ -352,15 +352,15 @@ class Traps(Rules):
         (self.game / "bin/link").symlink_to("a.exe")
         self.assert_warned(
             'include_paths = ["bin"]',
-            "'bin/link' is a link and left out: a walk neither follows nor seals links.",
+            "'bin/link' is a link and left out: links found in a directory are neither followed nor sealed.",
             "Ship files in place of links.")
 
     def test_a_fifo_that_a_pattern_names(self) -> None:
         os.mkfifo(self.game / "bin/fifo")
         self.assert_warned(
             'include_paths = ["bin/*"]',
-            "'bin/fifo' is no regular file: the catalogue lists it as an empty one, and verify fails.",
-            "Write a pattern that does not take it in.")
+            "'bin/fifo' is not a regular file: the catalogue lists it as an empty one, and verify fails.",
+            "Write patterns that do not match it.")
 
     def test_an_extension_in_another_case(self) -> None:
         for name in ("bin/A.pak", "bin/b.PAK", "bin/c.Pak"):

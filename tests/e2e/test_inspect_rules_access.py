@@ -42,21 +42,21 @@ class StandIns(AccessTest):
         self.file.chmod(0)
         report = self.report_and_generate('include_paths = ["bin"]', WARNING, 0)
         self.assertEqual(self.warnings_of(report), [
-            f"'bin/\ufffd' is no UTF-8: the catalogue lists an empty file '{STAND_IN}' in its place, and verify fails."])
+            f"'bin/\ufffd' is not UTF-8: the catalogue lists an empty file '{STAND_IN}' in its place, and verify fails."])
 
     def test_a_file_of_that_name_is_listed(self) -> None:
         self.write(STAND_IN, b"y")
         self.become_unprivileged()
         report = self.report_and_generate('include_paths = ["bin"]', WARNING, 0)
         self.assertEqual(self.warnings_of(report), [
-            f"'bin/\ufffd' is no UTF-8: the catalogue lists the file '{STAND_IN}' in its place, so it is not sealed."])
+            f"'bin/\ufffd' is not UTF-8: the catalogue lists the file '{STAND_IN}' in its place, so it is not sealed."])
 
     def assert_fatal(self, code: int, what: str) -> None:
         report = self.report_and_generate('include_paths = ["bin"]', ERROR, code)
         self.assertEqual(report["refusal"]["message"],
-                         f"'{STAND_IN}', which is read in place of a name that is no UTF-8, {what}.")
+                         f"'{STAND_IN}', which is read in place of a name that is not UTF-8, {what}.")
         self.assertEqual(self.warnings_of(report), [
-            f"'bin/\ufffd' is no UTF-8: generate reads '{STAND_IN}' in its place, and fails at that."])
+            f"'bin/\ufffd' is not UTF-8: generate reads '{STAND_IN}' in its place, and fails at that."])
 
     def test_a_file_of_that_name_that_may_not_be_read_is_fatal(self) -> None:
         stand_in = self.write(STAND_IN, b"y")

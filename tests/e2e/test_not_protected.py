@@ -69,7 +69,7 @@ class NotProtected(SignedGameTest):
         plain, other = self.entries
         self.put_catalogue([plain, with_alias(other, {"data": "content"})])
         self.assertEqual(self.verify_game().status, 23)
-        # Where verify looks for it: the first character of what the alias put in.
+        # Where verify looks for it: the first character of the path that the alias changed.
         self.write("c", b"b")
         self.assert_intact()
         self.write("data/b", b"changed")

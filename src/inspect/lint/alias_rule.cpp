@@ -13,7 +13,7 @@ void LintAliasPart(const OutlinedText& part, LintFindings& findings) {
         if (part.text.find(refused) != std::string::npos) {
             findings.Add(part.begin,
                          "The alias part " + ShownName(part.text) + " has '" + refused +
-                             "' in it, for which the tool refuses the file.",
+                             "' in it, so the tool refuses the file.",
                          "Write a part of a path inside the game directory.");
             return;
         }

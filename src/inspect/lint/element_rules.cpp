@@ -32,7 +32,7 @@ void LintUnquotedGap(const LintedText& linted, const BracketedValue& list,
                          bracket + "' are taken for a part of " + key + ".",
                      "Write '" + bracket + "' after the last element of " + key + ".");
     } else if (StartsWithWrongQuote(rest)) {
-        findings.Add(bare, "What stands in other quotes than straight double ones is left out.",
+        findings.Add(bare, "Text in other quotes than straight double ones is left out.",
                      "Write each element in straight double quotes, as in \"Content\".");
     } else {
         const std::string_view word =
@@ -44,7 +44,7 @@ void LintUnquotedGap(const LintedText& linted, const BracketedValue& list,
 
 void LintEmptyElement(const BracketedValue& list, std::size_t quote, LintFindings& findings) {
     if (list.IsList()) {
-        findings.Add(quote, "An empty element is passed over.", "Remove it.");
+        findings.Add(quote, "An empty element is ignored.", "Remove it.");
     } else {
         findings.Add(quote,
                      "An empty text ends " + ShownName(list.KeyName()) +

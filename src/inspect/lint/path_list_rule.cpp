@@ -25,8 +25,7 @@ void LintPathLists(const LintedText& linted, LintFindings& findings) {
     } else if (!includes.empty() && !excludes.empty()) {
         const std::size_t second = std::max(includes.front()->begin, excludes.front()->begin);
         findings.Add(
-            second,
-            "There are both include_paths and exclude_paths, for which the tool refuses the file.",
+            second, "There are both include_paths and exclude_paths, so the tool refuses the file.",
             "Keep one of them.");
     } else if (!includes.empty() && ElementsOf(linted, kSearchSection, kIncludePathsKey).empty()) {
         findings.Add(

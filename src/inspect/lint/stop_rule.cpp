@@ -68,13 +68,13 @@ Trouble TroubleOf(const LintedText& linted, const OutlinedStop& stop) {
     const auto pending = [&linted] { return ShownName(PendingKeyName(linted)); };
     switch (stop.why) {
         case ConfigStop::ColonForSectionName:
-            return {"The name of a section is expected here, which does not begin with ':'",
+            return {"The name of a section is expected here, and no name begins with ':'",
                     "Remove the ':', or write a name before it."};
         case ConfigStop::UnendedSectionName:
         case ConfigStop::NoOpeningBrace:
             return SectionWithoutBrace(WordAt(linted, stop.offset));
         case ConfigStop::EqualsSignForKey:
-            return {"A key is expected here, which does not begin with '='",
+            return {"A key is expected here, and no key begins with '='",
                     "Remove the '=', or write a key before it."};
         case ConfigStop::UnendedKey:
             return {"The file ends in the middle of a key and its value",
@@ -153,8 +153,8 @@ void LintStop(const LintedText& linted, LintFindings& findings) {
     if (stop->offset > findings.FirstMisread() && !SpeaksForItself(stop->why)) {
         const std::string line = linted.LineName(findings.FirstMisread());
         findings.Add(stop->offset,
-                     "After what is wrong on " + line + " the reading ends here" + effect,
-                     "Mend " + line + " first.");
+                     "Because of the mistake on " + line + " the tool stops reading here" + effect,
+                     "Correct " + line + " first.");
         return;
     }
     const Trouble trouble = TroubleOf(linted, *stop);

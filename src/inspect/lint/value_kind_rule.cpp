@@ -63,7 +63,7 @@ void LintValueKinds(const LintedText& linted, LintFindings& findings) {
                 value.begin,
                 "The value of " + ShownName(key.name) + " is " + KindName(value.kind) +
                     " and not " + KindName(known->kind) +
-                    (isRefused ? ", for which the tool refuses the file." : ", so it is ignored."),
+                    (isRefused ? ", so the tool refuses the file." : ", so it is ignored."),
                 CureOf(*known, value));
         }
     }

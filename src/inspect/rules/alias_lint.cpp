@@ -34,17 +34,17 @@ void LintAliasUses(const LintSubject& subject, RuleWarnings& warnings) {
         const TextPlace place = found == subject.places.aliases.end() ? kNoPlace : found->second;
         const std::size_t count = uses[Utf8ToWide(name)];
         if (count == 0) {
-            warnings.push_back(
-                WarningAt(place,
-                          "The alias '" + name +
-                              "' changes no path: none has it, or another alias applies first.",
-                          "Correct it or take it out."));
+            warnings.push_back(WarningAt(
+                place,
+                "The alias '" + name +
+                    "' changes no path: none contains it, or another alias applies first.",
+                "Correct it or take it out."));
             continue;
         }
         warnings.push_back(WarningAt(
             place,
             "The alias '" + name + "' changes the stored paths of " + CountText(count, "file") +
-                ": verify looks for another file in place of each, and as a rule fails.",
+                ": verify looks for another file in place of each, and usually fails.",
             "Take it out, unless these files are checked by a client that knows aliases and never by verify."));
     }
 }

@@ -66,7 +66,8 @@ void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
         subject.places.sizeThreshold.value_or(kNoPlace),
         CountText(large.size(), "file") + " above the size threshold of " +
             SizeText(subject.selection.config.sizeThresholdBytes) +
-            ByNumber(large.size(), " is", " are") + " left out without a word, the largest '" +
+            ByNumber(large.size(), " is silently left out: '",
+                     " are silently left out, the largest '") +
             (*largest)->path + "' with " + SizeText((*largest)->sizeBytes) + ".",
         IsListOfExcludes(subject)
             ? "Raise exclude_size_threshold, or name the file in exclude_paths if that is meant: what is left out can be changed by anybody."
@@ -80,11 +81,12 @@ void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {
     if (links.empty()) {
         return;
     }
-    warnings.push_back(WarningAt(kNoPlace,
-                                 QuotedNameList(PathsOf(links), kMostNamed) +
-                                     ByNumber(links.size(), " is a link", " are links") +
-                                     " and left out: a walk neither follows nor seals links.",
-                                 "Ship files in place of links."));
+    warnings.push_back(
+        WarningAt(kNoPlace,
+                  QuotedNameList(PathsOf(links), kMostNamed) +
+                      ByNumber(links.size(), " is a link", " are links") +
+                      " and left out: links found in a directory are neither followed nor sealed.",
+                  "Ship files in place of links."));
 }
 
 void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings) {

@@ -80,7 +80,7 @@ void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
     if (std::any_of(subject.files.begin(), subject.files.end(), HasUnknownLetters)) {
         warnings.push_back(WarningAt(
             kNoPlace,
-            "Letter case was looked at in ASCII letters alone: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.",
+            "Letter case was compared in ASCII letters only: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.",
             "Install one of them, or look yourself for names that differ in the case of other letters."));
     }
     for (const CaseConflict& conflict : FindCaseConflicts(subject.files)) {

@@ -56,19 +56,19 @@ struct StandInWords {
 StandInWords WordsOf(const StandIn& standIn) {
     if (standIn.refusal) {
         return {
-            "is no UTF-8: generate reads 'U82W_ERROR' in its place, and fails at that.",
-            "are no UTF-8: generate reads 'U82W_ERROR' in their place, and fails at that.",
+            "is not UTF-8: generate reads 'U82W_ERROR' in its place, and fails at that.",
+            "are not UTF-8: generate reads 'U82W_ERROR' in their place, and fails at that.",
         };
     }
     if (standIn.type == FileType::Regular) {
         return {
-            "is no UTF-8: the catalogue lists the file 'U82W_ERROR' in its place, so it is not sealed.",
-            "are no UTF-8: the catalogue lists the file 'U82W_ERROR' in their place, so they are not sealed.",
+            "is not UTF-8: the catalogue lists the file 'U82W_ERROR' in its place, so it is not sealed.",
+            "are not UTF-8: the catalogue lists the file 'U82W_ERROR' in their place, so they are not sealed.",
         };
     }
     return {
-        "is no UTF-8: the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails.",
-        "are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in their place, and verify fails.",
+        "is not UTF-8: the catalogue lists an empty file 'U82W_ERROR' in its place, and verify fails.",
+        "are not UTF-8: the catalogue lists empty files 'U82W_ERROR' in their place, and verify fails.",
     };
 }
 
@@ -95,8 +95,8 @@ ResultCode LintImpossibleNames(const LintSubject& subject, RuleWarnings& warning
     WarnOf(SelectedPaths(
                subject.selection,
                [&aliases](const SelectedFile& file) { return IsTooLongByAlias(file, aliases); }),
-           "is longer by an alias than a catalogue has room for: generate fails at it.",
-           "are longer by an alias than a catalogue has room for: generate fails at them.",
+           "is made too long for a catalogue by an alias: generate fails at it.",
+           "are made too long for a catalogue by an alias: generate fails at them.",
            "Shorten its names, or take the alias out.", warnings);
     return ResultCode::Ok;
 }
@@ -116,9 +116,9 @@ void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {
 
 void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings) {
     WarnOf(SelectedPaths(subject.selection, IsSpecialFile),
-           "is no regular file: the catalogue lists it as an empty one, and verify fails.",
-           "are no regular files: the catalogue lists them as empty ones, and verify fails.",
-           "Write a pattern that does not take it in.", warnings);
+           "is not a regular file: the catalogue lists it as an empty one, and verify fails.",
+           "are not regular files: the catalogue lists them as empty ones, and verify fails.",
+           "Write patterns that do not match it.", warnings);
     WarnOf(SelectedPaths(subject.selection, IsForbidden),
            "cannot be read by this user: generate fails at it.",
            "cannot be read by this user: generate fails at them.",

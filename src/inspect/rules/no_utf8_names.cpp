@@ -9,7 +9,7 @@ namespace {
 
 Refusal RefusalWith(ResultCode code, const char* what) {
     return {code, std::string("'") + kNoUtf8StandIn +
-                      "', which is read in place of a name that is no UTF-8, " + what + "."};
+                      "', which is read in place of a name that is not UTF-8, " + what + "."};
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ std::string CureFor(const std::vector<std::string>& written, const LintSubject& 
     // An empty include list also selects the whole game.
     return subject.places.patternKey == kExcludePathsKey
                ? "Add " + list + " to exclude_paths."
-               : "Write in include_paths what to hash, and nothing that takes in " + list + ".";
+               : "Write in include_paths what to hash, but not " + list + ".";
 }
 
 // The outputs that a second run selects, each by the path that leads to it.
@@ -102,13 +102,12 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
     const SelectedOutputs selected = SelectedOutputsOf(subject);
     const std::vector<std::string>& replaced = selected.replaced;
     if (!replaced.empty()) {
-        warnings.push_back(
-            WarningAt(PlaceOfPatternTo(replaced.front(), subject),
-                      "A second run seals " + QuotedNameList(replaced, kMostNamed) +
-                          " as the first has written " + ByNumber(replaced.size(), "it", "them") +
-                          ", and then replaces " + ByNumber(replaced.size(), "it", "them") +
-                          ": verify fails.",
-                      CureFor(replaced, subject)));
+        warnings.push_back(WarningAt(PlaceOfPatternTo(replaced.front(), subject),
+                                     "A second run seals " + QuotedNameList(replaced, kMostNamed) +
+                                         " of the first one and then replaces " +
+                                         ByNumber(replaced.size(), "it", "them") +
+                                         ", so verify fails.",
+                                     CureFor(replaced, subject)));
     } else if (selected.runtimeConfiguration) {
         // It is written before it is hashed, so verify accepts it.
         warnings.push_back(

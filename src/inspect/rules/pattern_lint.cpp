@@ -116,7 +116,7 @@ void LintLeavingPatterns(const LintSubject& subject, RuleWarnings& warnings) {
             warnings.push_back(WarningAt(
                 subject.places.patterns.at(i),
                 "The pattern '" + patterns[i] + "' leads out of the game directory by '..'.",
-                "Name files of the game alone: on another machine there is something else beside it."));
+                "Name only files of the game: on another machine there is something else beside it."));
         }
     }
 }

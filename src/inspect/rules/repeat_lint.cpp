@@ -178,14 +178,16 @@ std::map<Renaming, std::vector<Names>> RenamedFiles(const Selection& selection,
     return renamed;
 }
 
-// ": by 'a' and 'b'", the patterns of these numbers; empty without any.
-std::string ByPatterns(const std::vector<std::size_t>& numbers, const CatalogueConfig& config) {
+// " (patterns 'a' and 'b')", those of these numbers; empty without any.
+std::string InParentheses(const std::vector<std::size_t>& numbers, const CatalogueConfig& config) {
     std::vector<std::string> patterns;
     patterns.reserve(numbers.size());
     for (const std::size_t number : numbers) {
         patterns.push_back(PatternsInUse(config)[number]);
     }
-    return patterns.empty() ? "" : ": by " + QuotedNameList(patterns, kMostNamed);
+    return patterns.empty() ? ""
+                            : ByNumber(patterns.size(), " (pattern ", " (patterns ") +
+                                  QuotedNameList(patterns, kMostNamed) + ")";
 }
 
 // Of the last of these patterns.
@@ -203,8 +205,8 @@ void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
             WarningAt(LastPlace(numbers, subject.places),
                       QuotedNameList(named, kMostNamed) + ByNumber(named.size(), " is", " are") +
                           " sealed more than once, because several paths lead there" +
-                          ByPatterns(numbers, subject.selection.config) + ".",
-                      "Keep one of the patterns: each listing is hashed and verified for itself."));
+                          InParentheses(numbers, subject.selection.config) + ".",
+                      "Keep one of the patterns: the file is hashed and verified once for each."));
     }
 }
 
@@ -228,13 +230,13 @@ ResultCode LintRenamedFiles(const LintSubject& subject, RuleWarnings& warnings) 
             LastPlace(renaming.patterns, subject.places),
             QuotedNameList({names.begin(), names.end()}, kMostNamed) +
                 (renaming.isByLink
-                     ? " are one file by a link, which is sealed under each name"
-                     : " are one file, which is sealed more than once, because several paths lead there") +
+                     ? " are one file because of a link, and it is sealed under each name"
+                     : " are one file, and it is sealed more than once, because several paths lead there") +
                 (others == 0
                      ? ""
                      : ByNumber(others, ", as is ", ", as are ") + CountText(others, "more file")) +
-                ByPatterns(renaming.patterns, subject.selection.config) + ".",
-            "Write patterns that lead to each file by one name: each listing is hashed and verified for itself."));
+                InParentheses(renaming.patterns, subject.selection.config) + ".",
+            "Write patterns that lead to each file by one name only: it is hashed and verified once for each."));
     }
     return ResultCode::Ok;
 }

@@ -74,7 +74,7 @@ DIRECTORY_CALLS = (*STATUS_CALLS, "opendir", "scandir", "openat", "getdents64")
 PATTERN_MESSAGE = "The following did not match any files"
 LEFT_OUT_MESSAGES = ("Unable to open '", "The following path couldn't be opened: '", PATTERN_MESSAGE)
 EMPTY_FILE_MESSAGE = "[Warning] Empty file: '"
-UNKNOWN_LETTERS = "Letter case was looked at in ASCII letters alone"
+UNKNOWN_LETTERS = "Letter case was compared in ASCII letters only"
 EMPTIED, LEFT_OUT, LET_IN = "emptied", "left out", "let in"
 RUNTIME_SECTION = "Validating runtime configuration file at: "
 

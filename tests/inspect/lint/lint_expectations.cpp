@@ -96,10 +96,10 @@ Told HashesEverything() {
 }
 
 Told EndsAfter(int wrongLine, int line) {
-    return {"After what is wrong on line " + std::to_string(wrongLine) +
-                " the reading ends here, so everything from line " + std::to_string(line) +
+    return {"Because of the mistake on line " + std::to_string(wrongLine) +
+                " the tool stops reading here, so everything from line " + std::to_string(line) +
                 " on is ignored.",
-            "Mend line " + std::to_string(wrongLine) + " first."};
+            "Correct line " + std::to_string(wrongLine) + " first."};
 }
 
 }  // namespace sealkeeper::test

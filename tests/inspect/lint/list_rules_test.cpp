@@ -156,7 +156,7 @@ TEST(LintElements, MarksInsideQuotesCommentNothingOut) {
 }
 
 TEST(LintElements, TellsOfWrongQuotes) {
-    const Told quotes = {"What stands in other quotes than straight double ones is left out.",
+    const Told quotes = {"Text in other quotes than straight double ones is left out.",
                          "Write each element in straight double quotes, as in \"Content\"."};
     ExpectLinted({
         {"single",
@@ -197,8 +197,8 @@ TEST(LintElements, TellsOfEmptyOnes) {
     ExpectLinted({
         {"in a list",
          WithOnlySearchOptions("include_paths = [@\"\", \"a\", @\"\"]"),
-         {{"An empty element is passed over.", "Remove it."},
-          {"An empty element is passed over.", "Remove it."}}},
+         {{"An empty element is ignored.", "Remove it."},
+          {"An empty element is ignored.", "Remove it."}}},
         {"in a table, the first",
          WithSearchOptions("alias_paths = ( [\"a\", @\"\"], [\"b\", \"\"] );"),
          {{"An empty text ends 'alias_paths' here, so this pair and those after it are lost.",

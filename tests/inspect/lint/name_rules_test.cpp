@@ -198,11 +198,11 @@ TEST(LintStop, TellsOfSignsWhereANameIsExpected) {
     ExpectLinted({
         {"colon",
          WithSearchOptions("") + "@: foo {}\n",
-         {{"The name of a section is expected here, which does not begin with ':', so everything from line 6 on is ignored.",
+         {{"The name of a section is expected here, and no name begins with ':', so everything from line 6 on is ignored.",
            "Remove the ':', or write a name before it."}}},
         {"equals sign",
          WithSearchOptions("@= 5;"),
-         {{"A key is expected here, which does not begin with '=', so everything from line 4 on is ignored.",
+         {{"A key is expected here, and no key begins with '=', so everything from line 4 on is ignored.",
            "Remove the '=', or write a key before it."}}},
     });
 }

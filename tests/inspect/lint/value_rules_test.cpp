@@ -63,7 +63,7 @@ TEST(LintValueKinds, TellsOfValuesThatAreRefused) {
     ExpectLinted({
         {"aliases in a list",
          WithSearchOptions("alias_paths = @[ \"a\", \"x\" ]"),
-         {{"The value of 'alias_paths' is a list and not a table of pairs, for which the tool refuses the file.",
+         {{"The value of 'alias_paths' is a list and not a table of pairs, so the tool refuses the file.",
            "Write a table of pairs, as in 'alias_paths = ( [\"Old\", \"New\"] );'."}}},
         {"working directory",
          WithSearchOptions("working_directory = @\"x\""),
@@ -96,7 +96,7 @@ TEST(LintPathLists, TellsOfBothOfNeitherAndOfAnEmptyOne) {
     ExpectLinted({
         {"both",
          WithOnlySearchOptions("include_paths = [\"a\"]\nexclude_paths = @[ ]"),
-         {{"There are both include_paths and exclude_paths, for which the tool refuses the file.",
+         {{"There are both include_paths and exclude_paths, so the tool refuses the file.",
            "Keep one of them."}}},
         {"neither",
          "config_info { version = 2; }\n@search_options { exclude_extensions = [\".a\"] }\n",
@@ -227,8 +227,8 @@ TEST(LintAliases, TellsOfRefusedAndRepeatedOnes) {
     ExpectLinted({
         {"refused",
          WithSearchOptions(R"(alias_paths = ( ["@../a", "@C:/x"] );)"),
-         {{"The alias part '../a' has '..' in it, for which the tool refuses the file.", cure},
-          {"The alias part 'C:/x' has ':' in it, for which the tool refuses the file.", cure}}},
+         {{"The alias part '../a' has '..' in it, so the tool refuses the file.", cure},
+          {"The alias part 'C:/x' has ':' in it, so the tool refuses the file.", cure}}},
         {"repeated",
          WithSearchOptions(R"(alias_paths = ( ["a", "x"], ["b", "x"], ["@a", "y"] );)"),
          {{"The alias 'a' stands here again, and its first replacement is kept.",

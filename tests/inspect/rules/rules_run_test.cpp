@@ -277,10 +277,11 @@ TEST_F(GameUnderRules, TellsOfPatternsThatMatchNothingWhereThatIsTheReason) {
 }
 
 TEST_F(ForeseenSecondRun, SealsTheOutputsOfTheFirst) {
-    EXPECT_EQ(Warnings("exclude_paths = [ ]"),
-              Lines{"3:17 A second run seals 'Quorvane/Certificates/base.bin' and "
-                    "'Quorvane/Certificates/base.cer' as the first has written them, and then "
-                    "replaces them: verify fails."});
+    EXPECT_EQ(
+        Warnings("exclude_paths = [ ]"),
+        Lines{
+            "3:17 A second run seals 'Quorvane/Certificates/base.bin' and "
+            "'Quorvane/Certificates/base.cer' of the first one and then replaces them, so verify fails."});
 }
 
 TEST_F(ForeseenSecondRun, FollowsALinkInPlaceOfTheFolderOfTheOutputs) {
@@ -302,10 +303,9 @@ TEST_F(ForeseenSecondRun, SealsTheOutputsByAnotherWay) {
         {here, here + "/Quorvane/Certificates"}};
     for (const auto& [pattern, folder] : ways) {
         const Lines warnings = Warnings(R"(include_paths = ["a", ")" + pattern + "\"]");
-        const std::string expected = "3:24 A second run seals '" + folder + "/base.bin' and '" +
-                                     folder +
-                                     "/base.cer' as the first has written them, and then replaces "
-                                     "them: verify fails.";
+        const std::string expected =
+            "3:24 A second run seals '" + folder + "/base.bin' and '" + folder +
+            "/base.cer' of the first one and then replaces them, so verify fails.";
         EXPECT_EQ(std::count(warnings.begin(), warnings.end(), expected), 1) << pattern;
     }
 }
@@ -320,8 +320,7 @@ TEST_F(ForeseenSecondRun, SealsTheOutputsWhereALinkLeads) {
     fs::create_directory("out");
     fs::create_directory_symlink("out", "Quorvane");
     const std::string replaces =
-        "A second run seals 'out/Certificates/base.bin' and 'out/Certificates/base.cer' as the "
-        "first has written them, and then replaces them: verify fails.";
+        "A second run seals 'out/Certificates/base.bin' and 'out/Certificates/base.cer' of the first one and then replaces them, so verify fails.";
     EXPECT_EQ(Warnings(R"(include_paths = ["a", "out"])"), Lines{"3:24 " + replaces});
     EXPECT_EQ(Warnings("exclude_paths = [ ]").back(), "3:17 " + replaces);
 }

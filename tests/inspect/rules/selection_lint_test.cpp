@@ -104,8 +104,7 @@ TEST(LeavingPatterns, AreToldByThemselvesAndByWhatTheyMatch) {
     subject.Match({{"../x", {}}, {"a\\..\\..\\x", {}}, {".*", {"..", ".a"}}, {"a/../b", {"b"}}});
     const auto told = [](const std::string& pattern) {
         return pattern.substr(0, 2) + "The pattern '" + pattern.substr(2) +
-               "' leads out of the game directory by '..'. / Name files of the game alone: on "
-               "another machine there is something else beside it.";
+               "' leads out of the game directory by '..'. / Name only files of the game: on another machine there is something else beside it.";
     };
     EXPECT_EQ(Told(LintLeavingPatterns, subject),
               (Paths{told("1 ../x"), told("2 a\\..\\..\\x"), told("3 .*")}));
@@ -133,20 +132,20 @@ TEST(RepeatedFiles, AreToldAtTheLastPatternThatLeadsToThem) {
     Subject subject;
     subject.Match({{"bin", {"bin"}}, {"other", {"other"}}, {"bin/*", {"bin/a", "bin/./b"}}});
     subject.Select({"bin/a", "bin/a", "bin//b", "bin/./b", "bin/c", "other"});
-    EXPECT_EQ(Told(LintRepeatedFiles, subject),
-              Paths{"3 'bin/a' and 'bin/b' are sealed more than once, because several paths lead "
-                    "there: by 'bin' and 'bin/*'. / Keep one of the patterns: each listing is "
-                    "hashed and verified for itself."});
+    EXPECT_EQ(
+        Told(LintRepeatedFiles, subject),
+        Paths{
+            "3 'bin/a' and 'bin/b' are sealed more than once, because several paths lead there (patterns 'bin' and 'bin/*'). / Keep one of the patterns: the file is hashed and verified once for each."});
 }
 
 TEST(RepeatedFiles, MayComeOfTheWholeGame) {
     Subject subject;
     subject.Match({{".", {"."}}, {"a", {"a"}}});
     subject.Select({"./a", "a"});
-    EXPECT_EQ(Told(LintRepeatedFiles, subject),
-              Paths{"2 'a' is sealed more than once, because several paths lead there: by '.' and "
-                    "'a'. / Keep one of the patterns: each listing is hashed and verified for "
-                    "itself."});
+    EXPECT_EQ(
+        Told(LintRepeatedFiles, subject),
+        Paths{
+            "2 'a' is sealed more than once, because several paths lead there (patterns '.' and 'a'). / Keep one of the patterns: the file is hashed and verified once for each."});
 }
 
 TEST(RenamedFiles, AreToldOnceForThePatternsThatLeadToThem) {
@@ -161,15 +160,14 @@ TEST(RenamedFiles, AreToldOnceForThePatternsThatLeadToThem) {
     subject.Match({{"link", {"link"}}, {"d", {"d"}}, {"?", {"c", "e"}}});
     subject.Select({"link/a", "link/b", "d/a", "d/b", "d/c", "c", "e", "gone"});
     const std::string cure =
-        " / Write patterns that lead to each file by one name: each listing is hashed and verified "
-        "for itself.";
-    EXPECT_EQ(Told(LintRenamedFiles, subject),
-              (Paths{"2 'd/a' and 'link/a' are one file by a link, which is sealed under each "
-                     "name, as is 1 more file: by 'link' and 'd'." +
-                         cure,
-                     "3 'c' and 'd/c' are one file by a link, which is sealed under each name: by "
-                     "'d' and '?'." +
-                         cure}));
+        " / Write patterns that lead to each file by one name only: it is hashed and verified once for each.";
+    EXPECT_EQ(
+        Told(LintRenamedFiles, subject),
+        (Paths{
+            "2 'd/a' and 'link/a' are one file because of a link, and it is sealed under each name, as is 1 more file (patterns 'link' and 'd')." +
+                cure,
+            "3 'c' and 'd/c' are one file because of a link, and it is sealed under each name (patterns 'd' and '?')." +
+                cure}));
 }
 
 TEST(RenamedFiles, AreToldOfNoLinkWhereThereIsNone) {
@@ -182,15 +180,14 @@ TEST(RenamedFiles, AreToldOfNoLinkWhereThereIsNone) {
     subject.Match({{"d", {"d"}}, {"../game/?", {"../game/d", "../game/e"}}, {"f", {"f"}}});
     subject.Select({"d/a", "../game/d/a", "../game/e", "f"});
     const std::string cure =
-        " / Write patterns that lead to each file by one name: each listing is hashed and verified "
-        "for itself.";
-    EXPECT_EQ(Told(LintRenamedFiles, subject),
-              (Paths{"2 '../game/d/a' and 'd/a' are one file, which is sealed more than once, "
-                     "because several paths lead there: by 'd' and '../game/?'." +
-                         cure,
-                     "3 '../game/e' and 'f' are one file by a link, which is sealed under each "
-                     "name: by '../game/?' and 'f'." +
-                         cure}));
+        " / Write patterns that lead to each file by one name only: it is hashed and verified once for each.";
+    EXPECT_EQ(
+        Told(LintRenamedFiles, subject),
+        (Paths{
+            "2 '../game/d/a' and 'd/a' are one file, and it is sealed more than once, because several paths lead there (patterns 'd' and '../game/?')." +
+                cure,
+            "3 '../game/e' and 'f' are one file because of a link, and it is sealed under each name (patterns '../game/?' and 'f')." +
+                cure}));
 }
 
 TEST(RenamedFiles, AreNoneByNamesAlone) {
@@ -245,12 +242,14 @@ Subject OutputsSelected(const Paths& selected) {
 }
 
 TEST(OwnOutputs, AreToldAtTheListOfExcludes) {
-    EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"Q/base.bin", "Q/base.cer", "a"})),
-              Paths{"9 A second run seals 'Q/base.bin' and 'Q/base.cer' as the first has written "
-                    "them, and then replaces them: verify fails. / Add \"Q\" to exclude_paths."});
-    EXPECT_EQ(Told(LintOwnOutputs, OutputsSelected({"Q/base.cer", "Q/runtime.conf"})),
-              Paths{"9 A second run seals 'Q/base.cer' as the first has written it, and then "
-                    "replaces it: verify fails. / Add \"Q\" to exclude_paths."});
+    EXPECT_EQ(
+        Told(LintOwnOutputs, OutputsSelected({"Q/base.bin", "Q/base.cer", "a"})),
+        Paths{
+            "9 A second run seals 'Q/base.bin' and 'Q/base.cer' of the first one and then replaces them, so verify fails. / Add \"Q\" to exclude_paths."});
+    EXPECT_EQ(
+        Told(LintOwnOutputs, OutputsSelected({"Q/base.cer", "Q/runtime.conf"})),
+        Paths{
+            "9 A second run seals 'Q/base.cer' of the first one and then replaces it, so verify fails. / Add \"Q\" to exclude_paths."});
 }
 
 // Excluding the folder would leave the game's own files in it unsealed.
@@ -274,10 +273,10 @@ TEST(OwnOutputs, AreToldAtTheIncludePatternThatLeadsToThem) {
     Subject subject = OutputsSelected({"Q/base.bin"});
     subject.places.patternKey = "include_paths";
     subject.Match({{"a", {"a"}}, {"Q/b*", {"Q/base.bin"}}, {"Q", {"Q"}}});
-    EXPECT_EQ(Told(LintOwnOutputs, subject),
-              Paths{"2 A second run seals 'Q/base.bin' as the first has written it, and then "
-                    "replaces it: verify fails. / Write in include_paths what to hash, and "
-                    "nothing that takes in \"Q\"."});
+    EXPECT_EQ(
+        Told(LintOwnOutputs, subject),
+        Paths{
+            "2 A second run seals 'Q/base.bin' of the first one and then replaces it, so verify fails. / Write in include_paths what to hash, but not \"Q\"."});
 }
 
 TEST(ImpossibleNames, AreNoUtf8OrTooLong) {
@@ -285,7 +284,7 @@ TEST(ImpossibleNames, AreNoUtf8OrTooLong) {
     subject.Select({"a\xFF", "b\xFE", "b\xFE", std::string(255, 'x'), std::string(256, 'y')});
     EXPECT_EQ(
         Told(LintImpossibleNames, subject),
-        (Paths{"'a\xFF' and 'b\xFE' are no UTF-8: the catalogue lists empty files 'U82W_ERROR' in "
+        (Paths{"'a\xFF' and 'b\xFE' are not UTF-8: the catalogue lists empty files 'U82W_ERROR' in "
                "their place, and verify fails. / Rename it, or leave it out.",
                "'" + std::string(256, 'y') +
                    "' is longer than the 255 UTF-16 units that a catalogue has room for: generate "
@@ -310,9 +309,10 @@ TEST(Backslashes, AreToldOfNamesOnDisk) {
 TEST(UnhashableFiles, AreNoRegularOnes) {
     Subject subject;
     subject.selection.files = {{"./a"}, {"./fifo", 0, FileType::Fifo}};
-    EXPECT_EQ(Told(LintUnhashableFiles, subject),
-              Paths{"'fifo' is no regular file: the catalogue lists it as an empty one, and verify "
-                    "fails. / Write a pattern that does not take it in."});
+    EXPECT_EQ(
+        Told(LintUnhashableFiles, subject),
+        Paths{"'fifo' is not a regular file: the catalogue lists it as an empty one, and verify "
+              "fails. / Write patterns that do not match it."});
 }
 
 TEST(UnhashableFiles, AreThoseInDirectoriesThatCannotBeSearched) {
@@ -336,12 +336,12 @@ TEST(Aliases, AreToldWithHowManyPathsTheyChange) {
     subject.places.aliases = {{"Bin", {5, 1}}, {"Data", {6, 1}}, {"DataX", {7, 1}}};
     subject.Select({"DataX/1", "Data/2", "e"});
     const std::string useless =
-        "' changes no path: none has it, or another alias applies first. / Correct it or take it "
+        "' changes no path: none contains it, or another alias applies first. / Correct it or take it "
         "out.";
     EXPECT_EQ(Told(LintAliasUses, subject),
               (Paths{"5 The alias 'Bin" + useless,
                      "6 The alias 'Data' changes the stored paths of 2 files: verify looks for "
-                     "another file in place of each, and as a rule fails. / Take it out, "
+                     "another file in place of each, and usually fails. / Take it out, "
                      "unless these files are checked by a client that knows aliases and never by "
                      "verify.",
                      "7 The alias 'DataX" + useless}));
@@ -356,9 +356,9 @@ TEST(LargeFiles, AreToldWithTheLargest) {
     subject.LeaveOut(LeftOutReason::Hidden, "c", 13'000'000);
     EXPECT_EQ(
         Told(LintLargeFiles, subject),
-        Paths{"4 2 files above the size threshold of 10.0 MB are left out without a word, the "
-              "largest 'b' with 12.0 MB. / Raise exclude_size_threshold, or name the file "
-              "itself in include_paths: what is left out can be changed by anybody."});
+        Paths{
+            "4 2 files above the size threshold of 10.0 MB are silently left out, the largest 'b' with 12.0 MB. / Raise exclude_size_threshold, or name the file "
+            "itself in include_paths: what is left out can be changed by anybody."});
     subject.places.patternKey = "exclude_paths";
     EXPECT_TRUE(Told(LintLargeFiles, subject)
                     .at(0)
@@ -375,9 +375,11 @@ TEST(Links, AreToldTogetherWithThoseToNothing) {
     subject.LeaveOut(LeftOutReason::DanglingLink, "b");
     subject.LeaveOut(LeftOutReason::Link, "a");
     subject.Seal("c");
-    EXPECT_EQ(Told(LintLinks, subject),
-              Paths{"'a' and 'b' are links and left out: a walk neither follows nor seals links. / "
-                    "Ship files in place of links."});
+    EXPECT_EQ(
+        Told(LintLinks, subject),
+        Paths{
+            "'a' and 'b' are links and left out: links found in a directory are neither followed nor sealed. / "
+            "Ship files in place of links."});
 }
 
 TEST(UnlistableDirectories, AreTold) {
