@@ -339,6 +339,18 @@ class Traps(Rules):
             "Raise exclude_size_threshold, or name the file in exclude_paths if that is meant: what is left out can be "
             "changed by anybody.")
 
+    def test_a_directory_over_the_size_threshold(self) -> None:
+        for number in range(5000):
+            self.write(f"many/{number:05}{'n' * 240}", b"")
+        if (self.game / "many").stat().st_size <= 1_000_000:
+            self.skipTest("this file system keeps the entries of directories small")
+        report = self.report('exclude_paths = ["Quorvane"] exclude_size_threshold = 1; ', WARNING)
+        self.assertEqual(self.states(report)["bin/a.exe"], "sealed")
+        told = [message for message in self.warnings_of(report) if "left out" in message]
+        self.assertEqual(told, [
+            "5,000 files in 'many' are silently left out: the list of names in that directory is itself above the size "
+            "threshold of 1.0 MB."])
+
     def test_a_large_file_that_another_rule_leaves_out(self) -> None:
         self.write_sparse("bin/symbols.pdb", 11_000_000)
         self.write_sparse("bin/bare", 11_000_000)

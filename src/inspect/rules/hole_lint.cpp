@@ -1,13 +1,19 @@
 // Warnings about files that generate leaves out silently.
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <set>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "config/config_names.h"
 #include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/rules/warning_words.h"
+#include "inspect/tree/lexical_path.h"
 
 namespace sealkeeper {
 namespace {
@@ -49,14 +55,57 @@ const char* CureOfUnlistable(const std::vector<const JudgedFile*>& directories,
                : "Give this user the right to read it, or exclude it if that is meant.";
 }
 
+using LexicalPathSet = std::set<std::string, std::less<>>;
+
+// The outermost directory above `path` that is in `directories`; empty if none is.
+std::string_view OutermostAbove(std::string_view path, const LexicalPathSet& directories) {
+    std::string_view outermost;
+    for (path = ParentOf(path); !path.empty(); path = ParentOf(path)) {
+        if (directories.contains(path)) {
+            outermost = path;
+        }
+    }
+    return outermost;
+}
+
+// What the size threshold leaves out.
+struct TooLarge {
+    std::vector<const JudgedFile*> files;
+    // Directories whose own entries are too large, and how many files are left out with them.
+    std::set<std::string> directories;
+    std::size_t filesInDirectories = 0;
+};
+
+TooLarge TooLargeOf(const LintSubject& subject) {
+    LexicalPathSet skipped;
+    for (const SkippedPath& path : subject.selection.skipped) {
+        if (path.rule == SkipRule::SizeThreshold) {
+            skipped.insert(LexicalPath(path.path));
+        }
+    }
+    TooLarge tooLarge;
+    for (const JudgedFile* const file : LeftOutBy(LeftOutReason::TooLarge, subject.files)) {
+        const std::string_view directory = OutermostAbove(file->path, skipped);
+        if (directory.empty()) {
+            tooLarge.files.push_back(file);
+        } else {
+            tooLarge.directories.emplace(directory);
+            ++tooLarge.filesInDirectories;
+        }
+    }
+    return tooLarge;
+}
+
+// That is reported by the linter already.
+bool IsThresholdNegative(const LintSubject& subject) {
+    return static_cast<std::int64_t>(subject.selection.config.sizeThresholdBytes) < 0;
+}
+
 }  // namespace
 
 void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto large = LeftOutBy(LeftOutReason::TooLarge, subject.files);
-    // A negative threshold is reported by the linter already.
-    const bool isNegative =
-        static_cast<std::int64_t>(subject.selection.config.sizeThresholdBytes) < 0;
-    if (large.empty() || isNegative) {
+    const auto large = TooLargeOf(subject).files;
+    if (large.empty() || IsThresholdNegative(subject)) {
         return;
     }
     const auto largest = std::max_element(
@@ -72,6 +121,24 @@ void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
         IsListOfExcludes(subject)
             ? "Raise exclude_size_threshold, or name the file in exclude_paths if that is meant: what is left out can be changed by anybody."
             : "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed by anybody."));
+}
+
+void LintLargeDirectories(const LintSubject& subject, RuleWarnings& warnings) {
+    const TooLarge tooLarge = TooLargeOf(subject);
+    const auto& directories = tooLarge.directories;
+    if (directories.empty() || IsThresholdNegative(subject)) {
+        return;
+    }
+    warnings.push_back(
+        WarningAt(subject.places.sizeThreshold.value_or(kNoPlace),
+                  CountText(tooLarge.filesInDirectories, "file") + " in " +
+                      QuotedNameList({directories.begin(), directories.end()}, kMostNamed) +
+                      ByNumber(tooLarge.filesInDirectories, " is", " are") +
+                      " silently left out: the list of names in " +
+                      ByNumber(directories.size(), "that directory", "each of those directories") +
+                      " is itself above the size threshold of " +
+                      SizeText(subject.selection.config.sizeThresholdBytes) + ".",
+                  "Raise exclude_size_threshold, or spread the files over more directories."));
 }
 
 void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {

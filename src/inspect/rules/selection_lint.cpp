@@ -22,6 +22,7 @@ ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     LintLetterCase(subject, warnings);
     LintAliasUses(subject, warnings);
     LintLargeFiles(subject, warnings);
+    LintLargeDirectories(subject, warnings);
     LintLinks(subject, warnings);
     LintUnlistableDirectories(subject, warnings);
     LintUnreachableFiles(subject, warnings);

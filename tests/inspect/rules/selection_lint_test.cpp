@@ -370,6 +370,37 @@ TEST(LargeFiles, AreToldWithTheLargest) {
     EXPECT_EQ(Told(LintLargeFiles, subject), Paths{}) << "told of where it is read";
 }
 
+TEST(LargeDirectories, AreToldInPlaceOfTheirFiles) {
+    Subject subject;
+    subject.selection.config.sizeThresholdBytes = 1'000'000;
+    subject.places.sizeThreshold = TextPlace{4, 1};
+    subject.selection.skipped = {{"./a", SkipRule::SizeThreshold},
+                                 {"./b/c", SkipRule::SizeThreshold},
+                                 {"./d", SkipRule::ExcludedPath},
+                                 {"./big", SkipRule::SizeThreshold}};
+    subject.LeaveOut(LeftOutReason::TooLarge, "a/1", 5);
+    const std::string cure =
+        " / Raise exclude_size_threshold, or spread the files over more directories.";
+    EXPECT_EQ(
+        Told(LintLargeDirectories, subject),
+        Paths{
+            "4 1 file in 'a' is silently left out: the list of names in that directory is itself above the size threshold of 1.0 MB." +
+            cure});
+    subject.LeaveOut(LeftOutReason::TooLarge, "a/deep/2", 2'000'000);
+    subject.LeaveOut(LeftOutReason::TooLarge, "b/c/3");
+    subject.LeaveOut(LeftOutReason::ExcludedPath, "d/4");
+    EXPECT_EQ(Told(LintLargeFiles, subject), Paths{});
+    subject.LeaveOut(LeftOutReason::TooLarge, "big", 2'000'000);
+    EXPECT_EQ(
+        Told(LintLargeDirectories, subject),
+        Paths{
+            "4 3 files in 'a' and 'b/c' are silently left out: the list of names in each of those directories is itself above the size threshold of 1.0 MB." +
+            cure});
+    EXPECT_EQ(Told(LintLargeFiles, subject).size(), 1U) << "'big'";
+    subject.selection.config.sizeThresholdBytes = static_cast<std::uint64_t>(-1'000'000);
+    EXPECT_EQ(Told(LintLargeDirectories, subject), Paths{}) << "told of where it is read";
+}
+
 TEST(Links, AreToldTogetherWithThoseToNothing) {
     Subject subject;
     subject.LeaveOut(LeftOutReason::DanglingLink, "b");
@@ -432,10 +463,12 @@ TEST(SelectionLint, AsksEveryRule) {
     subject.Seal("a.log");
     subject.Seal("A.log");
     subject.LeaveOut(LeftOutReason::TooLarge, "big", 1);
+    subject.selection.skipped = {{"./many", SkipRule::SizeThreshold}};
+    subject.LeaveOut(LeftOutReason::TooLarge, "many/a");
     subject.LeaveOut(LeftOutReason::Link, "link");
     subject.LeaveOut(LeftOutReason::Unlistable, "closed");
     subject.LeaveOut(LeftOutReason::Unreachable, "listed/a");
-    constexpr std::size_t kRules = 16;
+    constexpr std::size_t kRules = 17;
     RuleWarnings warnings;
     EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.outputs,
                              subject.places, subject.files},
