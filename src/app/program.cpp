@@ -1,5 +1,7 @@
 #include "app/program.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <new>
 
 #include "app/command_line_parser.h"
@@ -7,6 +9,7 @@
 #include "app/generate_action.h"
 #include "app/list_action.h"
 #include "app/verify_action.h"
+#include "platform/memory_exhaustion.h"
 #include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
@@ -24,6 +27,12 @@ ResultCode ParseAndRun(int argc, const char* const* argv) {
         return code;
     }
     return RunAction(options);
+}
+
+// Returns the exit status.
+int ReportOutOfMemory() {
+    Log(LogLevel::Error, "Out of memory.\n");
+    return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
 }
 
 }  // namespace
@@ -57,6 +66,15 @@ ResultCode RunAction(CommandLineOptions& options) {
     return ResultCode::SealkeeperHashtoolGenericError;
 }
 
+void EndForWantOfMemory() {
+    if (!IsEndingForWantOfMemory()) {
+        std::abort();
+    }
+    const int status = ReportOutOfMemory();
+    std::fflush(stdout);
+    std::_Exit(status);
+}
+
 int RunProgram(int argc, const char* const* argv) {
     OpenMissingStandardDescriptors();
     IgnoreOutputSignals();
@@ -65,8 +83,7 @@ int RunProgram(int argc, const char* const* argv) {
         PrintArguments(argc, argv);
         return ResultCodeNumber(ParseAndRun(argc, argv));
     } catch (const std::bad_alloc&) {
-        Log(LogLevel::Error, "Out of memory.\n");
-        return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
+        return ReportOutOfMemory();
     }
 }
 

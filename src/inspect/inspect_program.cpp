@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <new>
 
 #include "inspect/check/check_command.h"
@@ -15,6 +14,7 @@
 #include "inspect/rules/rules_command.h"
 #include "inspect/show/compare_command.h"
 #include "inspect/show/show_command.h"
+#include "platform/memory_exhaustion.h"
 #include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
@@ -53,14 +53,11 @@ int StartAndRun(int argc, const char* const* argv) {
 }  // namespace
 
 void EndForWantOfMemory() {
-    try {
-        std::rethrow_exception(std::current_exception());
-    } catch (const std::bad_alloc&) {
-        SayOutOfMemory();
-        std::_Exit(kStatusError);
-    } catch (...) {
+    if (!IsEndingForWantOfMemory()) {
         std::abort();
     }
+    SayOutOfMemory();
+    std::_Exit(kStatusError);
 }
 
 int RunInspectProgram(int argc, const char* const* argv) {

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <csignal>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -124,6 +126,24 @@ TEST(Program, FailsToWriteInsteadOfBeingEnded) {
     const ProgramRun run({"sealkeeper", "--version"});
     EXPECT_TRUE(run.ignoresBrokenPipes);
     EXPECT_TRUE(run.ignoresTooLargeFiles);
+}
+
+template <typename Exception>
+void EndWith(const Exception& exception) {
+    try {
+        throw exception;  // NOLINT: by value, to be caught as what it is
+    } catch (...) {
+        EndForWantOfMemory();
+    }
+}
+
+TEST(Program, ExitsWhereNobodyCatchesAFailedAllocation) {
+    EXPECT_EXIT(EndWith(std::bad_alloc()), testing::ExitedWithCode(2), "");
+    EXPECT_EXIT(EndForWantOfMemory(), testing::ExitedWithCode(2), "");
+}
+
+TEST(Program, AbortsWhereNobodyCatchesAnotherException) {
+    EXPECT_EXIT(EndWith(std::runtime_error("a mistake")), testing::KilledBySignal(SIGABRT), "");
 }
 
 TEST(Program, TheOptionsRecordIsOne) {

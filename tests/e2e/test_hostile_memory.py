@@ -8,6 +8,7 @@ from __future__ import annotations
 
 import re
 import resource
+import signal
 import subprocess
 import unittest
 from pathlib import Path
@@ -17,12 +18,17 @@ import e2e_console as console
 import e2e_read_back as texts
 from catalogue_entry import entry_of_bytes
 from compressed_bomb import MIB, bomb
-from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, UNDER_SANITIZER, Run
+from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, UNDER_SANITIZER, Run, config
 from independent_test_support import block_of_codes
 from signed_game import STATUSES, SignedGameTest
 
 RECORD = entry_of_bytes("a", b"a").record()
 LARGEST = 2**32 - 1
+KIB = 1024
+NOT_STARTED = (127, -signal.SIGKILL, -signal.SIGSEGV)
+"""The loader lacks memory, or the kernel does."""
+START_STEP = 128 * KIB
+OUT_OF_MEMORY = 2
 BOMB_MEGABYTES = 64
 """The program itself uses 20 MB."""
 
@@ -164,15 +170,35 @@ class Memory(LimitedTest):
     def test_a_stack_that_cannot_grow(self) -> None:
         """A growing stack takes address space. If there is none left, the process is killed."""
         self.put_image(signed(block_of_codes(list(RECORD)), 1))
-        step = 32 * 1024
-        missing = self.game / "missing.bin"
-        amount = step
-        while self.status_within(amount, "list", missing) not in STATUSES:
-            amount += step
+        amount = self.enough_to_start()
         statuses = [self.status_within(more, "-productid", PRODUCT, "verify", self.game)
-                    for more in range(amount, amount + MIB, step)]
+                    for more in range(amount, amount + MIB, 32 * KIB)]
         self.assertLessEqual(set(statuses), set(STATUSES))
         self.assertIn(23, statuses, "the last of them had enough: the file is missing")
+
+    def test_too_little_memory_for_an_exception(self) -> None:
+        """The C++ library sets memory aside for exceptions before `main`. Without it, throwing one ends the process."""
+        self.write("a")
+        path = self.put_image(signed(block_of_codes(list(RECORD)), 1))
+        enough = self.enough_to_start()
+        for arguments in (
+            ["list", path],
+            ["-productid", PRODUCT, "verify", self.game],
+            self.generate_arguments(config_file=self.write_config(config(""))),
+            ["-h"],
+        ):
+            with self.subTest(arguments=arguments):
+                statuses = {self.status_within(amount, *arguments)
+                            for amount in range(enough - START_STEP, enough + START_STEP, 4 * KIB)}
+                self.assertIn(OUT_OF_MEMORY, statuses)
+                self.assertLessEqual(statuses - set(NOT_STARTED), set(STATUSES))
+
+    def enough_to_start(self) -> int:
+        """An address space with which the system starts the program, at most `START_STEP` more than it takes."""
+        amount = START_STEP
+        while self.status_within(amount, "-h") in NOT_STARTED:
+            amount += START_STEP
+        return amount
 
     def status_within(self, amount: int, *arguments) -> int:
         return subprocess.run([str(PROGRAM), *map(str, arguments)], capture_output=True, check=False,
