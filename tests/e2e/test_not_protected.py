@@ -47,6 +47,11 @@ class NotProtected(SignedGameTest):
         (self.game / "a").symlink_to(elsewhere)
         self.assert_intact()
 
+    def test_bytes_after_the_certificate(self) -> None:
+        with (self.output / "base.cer").open("ab") as certificate:
+            certificate.write(b"anything")
+        self.assert_intact()
+
     def test_removed_runtime_conf(self) -> None:
         (self.output / "runtime.conf").unlink()
         self.assert_intact()

@@ -73,6 +73,28 @@ Bytes DamagedFile(const std::string& name) {
     return FileBytes(test::CredentialPath("damaged", name));
 }
 
+ResultCode CodeOf(const Bytes& subject) {
+    Certificate certificate;
+    return VerifySigningCertificate(BuiltInTrustMaterial(), kTestProductId, subject, {}, {},
+                                    certificate);
+}
+
+TEST(CertificateTrust, EverySingleByteChangeIsRefused) {
+    const Bytes good = CertificateBytes("good");
+    for (std::size_t i = 0; i < good.size(); ++i) {
+        EXPECT_NE(CodeOf(WithByteChanged(good, i)), ResultCode::Ok) << i;
+    }
+}
+
+TEST(CertificateTrust, EveryTruncationIsRefused) {
+    Bytes cut = CertificateBytes("good");
+    ASSERT_EQ(CodeOf(cut), ResultCode::Ok);
+    while (!cut.empty()) {
+        cut.pop_back();
+        EXPECT_EQ(CodeOf(cut), ResultCode::MbedTlsX509FormatError) << cut.size();
+    }
+}
+
 TEST(CertificateTrust, ReadsCertificateFiles) {
     const TempDirectory directory;
     const std::string mebibyte(1'048'576, 'x');
