@@ -5,9 +5,12 @@
 
 namespace sealkeeper {
 
-std::string LinkTarget(const std::string& path) {
-    std::error_code failed;
-    return std::filesystem::read_symlink(path, failed).string();
+void ReadTarget(Addition& link) {
+    std::error_code failure;
+    link.target = std::filesystem::read_symlink(link.path, failure).string();
+    if (failure) {
+        link.reason = "its target cannot be read: " + failure.message();
+    }
 }
 
 }  // namespace sealkeeper

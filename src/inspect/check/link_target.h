@@ -2,12 +2,12 @@
 #ifndef SEALKEEPER_INSPECT_CHECK_LINK_TARGET_H
 #define SEALKEEPER_INSPECT_CHECK_LINK_TARGET_H
 
-#include <string>
+#include "inspect/check/check_report.h"
 
 namespace sealkeeper {
 
-// The text of the link at `path`; empty if it cannot be read.
-[[nodiscard]] std::string LinkTarget(const std::string& path);
+// Reads the target of the link at `link.path`; if that fails, sets `link.reason` instead.
+void ReadTarget(Addition& link);
 
 }  // namespace sealkeeper
 

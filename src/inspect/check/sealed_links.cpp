@@ -41,7 +41,8 @@ SealedLinks::Found SealedLinks::LookAt(const std::string& path) {
     // Several listed paths may lead through the same link.
     Addition& link = found_[path];
     if (link.path.empty()) {
-        link = {AdditionKind::LinkWhereSealed, path, LinkTarget(path), 0, {}};
+        link = {AdditionKind::LinkWhereSealed, path, {}, 0, {}};
+        ReadTarget(link);
     }
     return Found::Link;
 }

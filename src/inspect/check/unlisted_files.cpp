@@ -25,8 +25,11 @@ AdditionKind KindOf(EntryType type) {
 }
 
 Addition UnlistedItem(const WalkedItem& item) {
-    const bool isLink = item.type == EntryType::Link;
-    return {KindOf(item.type), item.path, isLink ? LinkTarget(item.path) : std::string(), 0, {}};
+    Addition addition{KindOf(item.type), item.path, {}, 0, {}};
+    if (item.type == EntryType::Link) {
+        ReadTarget(addition);
+    }
+    return addition;
 }
 
 Addition NotLookedAt(const WalkedDirectory& directory, ResultCode code) {
