@@ -43,11 +43,10 @@ std::string Genuine(const std::string& name) {
     return std::string(SEALKEEPER_FUZZ_CREDENTIALS_DIR) + "/" + name;
 }
 
-// The library needs PEM with a terminating zero.
-Bytes WithZero(ByteView bytes) {
-    Bytes text(bytes.begin(), bytes.end());
-    text.push_back(0);
-    return text;
+Bytes WithLast(ByteView bytes, std::uint8_t last) {
+    Bytes longer(bytes.begin(), bytes.end());
+    longer.push_back(last);
+    return longer;
 }
 
 // A file is judged by its first PEM label, but the library searches for several labels in turn.
@@ -66,7 +65,7 @@ Labels LabelsIn(ByteView bytes) {
 void CheckCutOff(ByteView bytes, std::size_t wholeBytes) {
     for (const std::size_t cut : {wholeBytes - 1, wholeBytes / 2}) {
         const Bytes start(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(cut));
-        Require(FileKindOf(start) == FileKind::CutOffDer);
+        Require(FileKindOf(start) == FileKind::CutOffDer || LabelsIn(start) != Labels::None);
     }
 }
 
@@ -96,19 +95,26 @@ bool IsPublicKey(ByteView bytes) {
     return mbedtls_pk_parse_public_key(key.Get(), bytes.data(), bytes.size()) == 0;
 }
 
-void CheckParsedPem(ByteView bytes, FileKind kind) {
-    const Bytes text = WithZero(bytes);
+bool IsParsedAsCertificate(ByteView bytes) {
     Certificate certificate;
-    if (mbedtls_x509_crt_parse(certificate.Get(), text.data(), text.size()) == 0) {
-        Require(IsCertificate(kind));
-    }
-    Require(!IsPublicKey(text) || kind == FileKind::PublicKey);
+    return mbedtls_x509_crt_parse(certificate.Get(), bytes.data(), bytes.size()) == 0;
+}
+
+// Whether `isParsed` takes `bytes` as PEM, which the library needs with a terminating zero. To a
+// DER file that lacks its last byte, any other byte will do as well.
+bool IsPem(ByteView bytes, bool (*isParsed)(ByteView)) {
+    return isParsed(WithLast(bytes, 0)) && !isParsed(WithLast(bytes, 1));
+}
+
+void CheckParsedPem(ByteView bytes, FileKind kind) {
+    Require(!IsPem(bytes, IsParsedAsCertificate) || IsCertificate(kind));
+    Require(!IsPem(bytes, IsPublicKey) || kind == FileKind::PublicKey);
 }
 
 FileKind CheckKind(ByteView bytes) {
     const FileKind kind = FileKindOf(bytes);
     // Elsewhere in memory, with a different byte past the end.
-    const Bytes copy = WithZero(bytes);
+    const Bytes copy = WithLast(bytes, 0);
     Require(FileKindOf(ByteView(copy).first(bytes.size())) == kind);
     Require(std::string_view(FileKindText(kind)).size() > 3);
     Require((kind == FileKind::Empty) == bytes.empty());

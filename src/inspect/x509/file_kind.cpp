@@ -65,6 +65,10 @@ FileKind KindOfText(std::string_view text) {
                                          : KindOfPemLabel(text.substr(0, end), text);
 }
 
+bool HasUtf16Mark(std::string_view text) {
+    return text.substr(0, 2) == "\xff\xfe" || text.substr(0, 2) == "\xfe\xff";
+}
+
 bool IsDerCertificate(std::span<const std::uint8_t> bytes) {
     Certificate certificate;
     return ParseCertificate(bytes, certificate) == 0;
@@ -212,11 +216,18 @@ FileKind FileKindOf(std::span<const std::uint8_t> bytes) {
     if (bytes.empty()) {
         return FileKind::Empty;
     }
-    const std::string_view text = TextOf(bytes);
-    if (text.substr(0, 2) == "\xff\xfe" || text.substr(0, 2) == "\xfe\xff") {
-        return FileKind::Utf16Text;
+    const FileKind der = bytes.front() == kSequence ? KindOfDer(bytes) : FileKind::Unknown;
+    if (der != FileKind::Unknown && der != FileKind::CutOffDer) {
+        return der;
     }
-    return bytes.front() == kSequence ? KindOfDer(bytes) : KindOfText(text);
+    // A text, too, may begin with the tag of a sequence, '0', or with the mark of UTF-16, whatever
+    // its encoding.
+    const std::string_view text = TextOf(bytes);
+    const FileKind kind = KindOfText(text);
+    if (kind != FileKind::Unknown) {
+        return kind;
+    }
+    return HasUtf16Mark(text) ? FileKind::Utf16Text : der;
 }
 
 const char* FileKindText(FileKind kind) {
