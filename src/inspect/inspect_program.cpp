@@ -52,7 +52,7 @@ int StartAndRun(int argc, const char* const* argv) {
 
 }  // namespace
 
-void EndForWantOfMemory() {
+void EndInspectForWantOfMemory() {
     if (!IsEndingForWantOfMemory()) {
         std::abort();
     }

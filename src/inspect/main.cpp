@@ -7,7 +7,7 @@ namespace {
 // Set before `main`, since CLI11 allocates while its globals are constructed. This file is linked
 // first.
 [[maybe_unused]] const std::terminate_handler kReplacedHandler =
-    std::set_terminate(sealkeeper::EndForWantOfMemory);
+    std::set_terminate(sealkeeper::EndInspectForWantOfMemory);
 
 }  // namespace
 

@@ -9,7 +9,7 @@ namespace sealkeeper {
 namespace {
 
 Json VerificationJson(const CheckReport& report) {
-    Json verification;
+    Json verification = Json::object();
     AddCode(verification, report.code);
     verification["isComplete"] = report.failure.empty();
     if (!report.failure.empty()) {
@@ -44,7 +44,7 @@ Json FilesJson(const CheckReport& report) {
 Json SummaryJson(const CheckReport& report) {
     Json summary = Json::array();
     for (const auto& [code, count] : CountsByCode(report)) {
-        Json json;
+        Json json = Json::object();
         AddCode(json, code);
         json["files"] = count;
         summary.push_back(std::move(json));
@@ -87,7 +87,7 @@ Json AdditionsJson(const CheckReport& report) {
 }  // namespace
 
 std::string CheckJson(const CheckReport& report, bool isStrict) {
-    Json json;
+    Json json = Json::object();
     AddFileName(json, "gameDirectory", report.gameDirectory);
     json["productId"] = report.productId;
     json["isStrict"] = isStrict;

@@ -85,6 +85,7 @@ std::string CredentialJson(const CredentialFacts& facts, const CredentialFinding
     report["builtIn"] = {{"authority", AuthorityJson(facts.trust.authority, now)},
                          {"revocationList", BuiltInListJson(facts.trust.revocationList, now)}};
     report["findings"] = FindingsJson(findings);
+    report["generate"] = Json::object();
     AddCode(report["generate"], GenerateCode(facts));
     report["status"] = StatusOf(findings);
     return JsonText(report);

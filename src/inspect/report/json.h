@@ -9,7 +9,8 @@
 
 namespace sealkeeper {
 
-// Members keep the order in which they were added.
+// Members keep the order in which they were added. Documents begin as Json::object() or
+// Json::array(): where memory fails while a null document becomes one, the library crashes later.
 using Json = nlohmann::ordered_json;
 
 // `document` as indented text, with a final line feed. Bytes that are not UTF-8, as file names may

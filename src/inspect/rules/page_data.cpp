@@ -53,7 +53,7 @@ std::string PageData(const RulesReport& report) {
     for (const JudgedFile& file : report.files) {
         files.push_back(FileTuple(file, indices));
     }
-    Json data;
+    Json data = Json::object();
     data["states"] = std::move(states);
     data["files"] = std::move(files);
     return WithoutLessThan(data.dump());

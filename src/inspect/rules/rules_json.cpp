@@ -11,14 +11,14 @@ namespace {
 
 // What is looked at.
 Json SubjectJson(const std::string& configFile, const std::string& gameDirectory) {
-    Json json;
+    Json json = Json::object();
     AddFileName(json, "configFile", configFile);
     AddFileName(json, "gameDirectory", gameDirectory);
     return json;
 }
 
 Json FileJson(const JudgedFile& file) {
-    Json json;
+    Json json = Json::object();
     AddFileName(json, "path", file.path);
     json["bytes"] = file.sizeBytes;
     json["state"] = file.leftOut ? "left out" : "sealed";
@@ -28,7 +28,7 @@ Json FileJson(const JudgedFile& file) {
 
 Json WarningJson(const RuleWarning& warning) {
     const bool hasPlace = warning.line != 0;
-    Json json;
+    Json json = Json::object();
     json["line"] = hasPlace ? Json(warning.line) : Json(nullptr);
     json["column"] = hasPlace ? Json(warning.column) : Json(nullptr);
     json["message"] = warning.message;
@@ -37,7 +37,7 @@ Json WarningJson(const RuleWarning& warning) {
 }
 
 Json TotalJson(const FileTotal& total) {
-    Json json;
+    Json json = Json::object();
     json["files"] = total.files;
     json["bytes"] = total.bytes;
     return json;
@@ -48,7 +48,7 @@ Json TotalsJson(const RulesTotals& totals) {
     for (const auto& [reason, total] : totals.leftOutBy) {
         byReason[LeftOutReasonText(reason)] = TotalJson(total);
     }
-    Json json;
+    Json json = Json::object();
     json["sealed"] = TotalJson(totals.sealed);
     json["leftOut"] = TotalJson(totals.leftOut);
     json["byReason"] = std::move(byReason);
@@ -59,7 +59,7 @@ Json RefusalJson(const std::optional<Refusal>& refusal) {
     if (!refusal) {
         return nullptr;
     }
-    Json json;
+    Json json = Json::object();
     AddCode(json, refusal->code);
     json["message"] = refusal->message;
     return json;

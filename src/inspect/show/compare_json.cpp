@@ -11,7 +11,7 @@ namespace sealkeeper {
 namespace {
 
 Json SideJson(const std::string& path) {
-    Json json;
+    Json json = Json::object();
     AddFileName(json, "file", path);
     return json;
 }

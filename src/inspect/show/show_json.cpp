@@ -105,7 +105,7 @@ Json TotalsJson(const EntryTotals& totals) {
 }
 
 Json HeadJson(const ShownFile& file) {
-    Json json;
+    Json json = Json::object();
     AddFileName(json, "file", file.path);
     json["kind"] = KindName(file.kind);
     json["bytes"] = file.sizeBytes;
@@ -176,7 +176,7 @@ void WriteShowJson(const FileToShow& file, const ShowOptions& options, Console& 
 }
 
 void WriteShowFailureJson(const std::string& path, const std::string& failure, Console& console) {
-    Json json;
+    Json json = Json::object();
     AddFileName(json, "file", path);
     AddFailure(json, failure, kStatusError);
     console.Write(JsonText(json));
