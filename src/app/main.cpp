@@ -1,8 +1,7 @@
-#include <exception>
-
 #include "app/program.h"
+#include "platform/memory_exhaustion.h"
 
 int main(int argc, char** argv) {
-    std::set_terminate(sealkeeper::EndForWantOfMemory);
+    sealkeeper::EndOutOfMemoryBy(sealkeeper::ReportOutOfMemory);
     return sealkeeper::RunProgram(argc, argv);
 }

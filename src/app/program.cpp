@@ -1,7 +1,5 @@
 #include "app/program.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <new>
 
 #include "app/command_line_parser.h"
@@ -9,7 +7,6 @@
 #include "app/generate_action.h"
 #include "app/list_action.h"
 #include "app/verify_action.h"
-#include "platform/memory_exhaustion.h"
 #include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
@@ -27,12 +24,6 @@ ResultCode ParseAndRun(int argc, const char* const* argv) {
         return code;
     }
     return RunAction(options);
-}
-
-// Returns the exit status.
-int ReportOutOfMemory() {
-    Log(LogLevel::Error, "Out of memory.\n");
-    return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
 }
 
 }  // namespace
@@ -66,13 +57,9 @@ ResultCode RunAction(CommandLineOptions& options) {
     return ResultCode::SealkeeperHashtoolGenericError;
 }
 
-void EndForWantOfMemory() {
-    if (!IsEndingForWantOfMemory()) {
-        std::abort();
-    }
-    const int status = ReportOutOfMemory();
-    std::fflush(stdout);
-    std::_Exit(status);
+int ReportOutOfMemory() {
+    Log(LogLevel::Error, "Out of memory.\n");
+    return ResultCodeNumber(ResultCode::SealkeeperHashtoolGenericError);
 }
 
 int RunProgram(int argc, const char* const* argv) {

@@ -17,12 +17,11 @@ void PrintArguments(int argc, const char* const* argv);
 // `ActionKind::None`.
 ResultCode RunAction(CommandLineOptions& options);
 
-// A terminate handler. Out of memory it prints the message of `RunProgram` and exits with the same
-// status; otherwise it aborts. With very little memory the C++ library cannot throw std::bad_alloc.
-[[noreturn]] void EndForWantOfMemory();
+// Shows that memory ran out and returns the exit status for that. Allocates nothing.
+[[nodiscard]] int ReportOutOfMemory();
 
-// The whole program. Returns its exit status. Running out of memory is reported and gives
-// `SealkeeperHashtoolGenericError`.
+// The whole program. Returns its exit status. Out of memory that is the one of
+// `ReportOutOfMemory`.
 [[nodiscard]] int RunProgram(int argc, const char* const* argv);
 
 }  // namespace sealkeeper

@@ -1,7 +1,6 @@
 #include "inspect/inspect_program.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <new>
 
 #include "inspect/check/check_command.h"
@@ -14,7 +13,6 @@
 #include "inspect/rules/rules_command.h"
 #include "inspect/show/compare_command.h"
 #include "inspect/show/show_command.h"
-#include "platform/memory_exhaustion.h"
 #include "platform/output_signals.h"
 #include "platform/standard_descriptors.h"
 #include "runtime/mbedtls_compat.h"
@@ -33,11 +31,6 @@ int RunCommand(int argc, const char* const* argv, Console& console) {
     return commandLine.Run(argc, argv, console);
 }
 
-// Not through the console, which allocates.
-void SayOutOfMemory() {
-    std::fputs("sealkeeper-inspect: out of memory\n", stderr);
-}
-
 int StartAndRun(int argc, const char* const* argv) {
     Console console;
     if (!InitialiseMbedTls()) {
@@ -52,12 +45,10 @@ int StartAndRun(int argc, const char* const* argv) {
 
 }  // namespace
 
-void EndInspectForWantOfMemory() {
-    if (!IsEndingForWantOfMemory()) {
-        std::abort();
-    }
-    SayOutOfMemory();
-    std::_Exit(kStatusError);
+// Not through the console, which allocates.
+int SayOutOfMemory() {
+    std::fputs("sealkeeper-inspect: out of memory\n", stderr);
+    return kStatusError;
 }
 
 int RunInspectProgram(int argc, const char* const* argv) {
@@ -67,8 +58,7 @@ int RunInspectProgram(int argc, const char* const* argv) {
     try {
         return StartAndRun(argc, argv);
     } catch (const std::bad_alloc&) {
-        SayOutOfMemory();
-        return kStatusError;
+        return SayOutOfMemory();
     }
 }
 

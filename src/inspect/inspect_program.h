@@ -4,10 +4,8 @@
 
 namespace sealkeeper {
 
-// A terminate handler. Out of memory it prints a message and exits with `kStatusError`; otherwise
-// it aborts. It covers two allocations whose exception no caller can catch: nlohmann-json's while
-// it destroys a document, and CLI11's before `main`.
-[[noreturn]] void EndInspectForWantOfMemory();
+// Says on standard error that memory ran out and returns `kStatusError`. Allocates nothing.
+[[nodiscard]] int SayOutOfMemory();
 
 // Runs the command that the command line names and returns its exit status. Returns `kUsageStatus`,
 // with the reason on standard error, if the command line is wrong.

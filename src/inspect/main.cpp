@@ -1,13 +1,12 @@
-#include <exception>
-
 #include "inspect/inspect_program.h"
+#include "platform/memory_exhaustion.h"
 
 namespace {
 
 // Set before `main`, since CLI11 allocates while its globals are constructed. This file is linked
-// first.
+// first. Later it is for nlohmann-json, which allocates while it destroys a document.
 [[maybe_unused]] const std::terminate_handler kReplacedHandler =
-    std::set_terminate(sealkeeper::EndInspectForWantOfMemory);
+    sealkeeper::EndOutOfMemoryBy(sealkeeper::SayOutOfMemory);
 
 }  // namespace
 

@@ -1,12 +1,17 @@
-// Recognises a process that ends because it ran out of memory.
+// The end of a process that has no memory left.
 #ifndef SEALKEEPER_PLATFORM_MEMORY_EXHAUSTION_H
 #define SEALKEEPER_PLATFORM_MEMORY_EXHAUSTION_H
 
+#include <exception>
+
 namespace sealkeeper {
 
-// For a terminate handler: true if the process ends with std::bad_alloc, or with no exception at
-// all. The latter is what the C++ library does when it has no memory for the exception either.
-[[nodiscard]] bool IsEndingForWantOfMemory();
+// Sets a terminate handler for what no caller can catch: a std::bad_alloc that is thrown where
+// exceptions are forbidden, and one that cannot even be thrown for want of memory. It calls
+// `report`, which tells the user and returns the exit status, and ends the process with that
+// status. It runs no destructors, so a temporary file stays. All else ends the process as before.
+// Returns the handler that it replaced.
+std::terminate_handler EndOutOfMemoryBy(int (*report)());
 
 }  // namespace sealkeeper
 

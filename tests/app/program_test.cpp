@@ -4,8 +4,6 @@
 
 #include <array>
 #include <csignal>
-#include <new>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -128,22 +126,10 @@ TEST(Program, FailsToWriteInsteadOfBeingEnded) {
     EXPECT_TRUE(run.ignoresTooLargeFiles);
 }
 
-template <typename Exception>
-void EndWith(const Exception& exception) {
-    try {
-        throw exception;  // NOLINT: by value, to be caught as what it is
-    } catch (...) {
-        EndForWantOfMemory();
-    }
-}
-
-TEST(Program, ExitsWhereNobodyCatchesAFailedAllocation) {
-    EXPECT_EXIT(EndWith(std::bad_alloc()), testing::ExitedWithCode(2), "");
-    EXPECT_EXIT(EndForWantOfMemory(), testing::ExitedWithCode(2), "");
-}
-
-TEST(Program, AbortsWhereNobodyCatchesAnotherException) {
-    EXPECT_EXIT(EndWith(std::runtime_error("a mistake")), testing::KilledBySignal(SIGABRT), "");
+TEST(Program, OutOfMemoryIsAMessageAndAStatus) {
+    CapturedOutput output;
+    EXPECT_EQ(ReportOutOfMemory(), 2);
+    EXPECT_EQ(output.Take(), "[Err!] Out of memory.\n");
 }
 
 TEST(Program, TheOptionsRecordIsOne) {

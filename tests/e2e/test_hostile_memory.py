@@ -6,6 +6,7 @@ tests run there too.
 
 from __future__ import annotations
 
+import os
 import re
 import resource
 import signal
@@ -24,11 +25,11 @@ from signed_game import STATUSES, SignedGameTest
 
 RECORD = entry_of_bytes("a", b"a").record()
 LARGEST = 2**32 - 1
+INSPECT = Path(os.environ["SEALKEEPER_INSPECT"]) if "SEALKEEPER_INSPECT" in os.environ else None
 KIB = 1024
 NOT_STARTED = (127, -signal.SIGKILL, -signal.SIGSEGV)
 """The loader lacks memory, or the kernel does."""
 START_STEP = 128 * KIB
-OUT_OF_MEMORY = 2
 BOMB_MEGABYTES = 64
 """The program itself uses 20 MB."""
 
@@ -170,40 +171,53 @@ class Memory(LimitedTest):
     def test_a_stack_that_cannot_grow(self) -> None:
         """A growing stack takes address space. If there is none left, the process is killed."""
         self.put_image(signed(block_of_codes(list(RECORD)), 1))
-        amount = self.enough_to_start()
-        statuses = [self.status_within(more, "-productid", PRODUCT, "verify", self.game)
-                    for more in range(amount, amount + MIB, 32 * KIB)]
-        self.assertLessEqual(set(statuses), set(STATUSES))
+        start = self.least_to_start(PROGRAM)
+        verify = [PROGRAM, "-productid", PRODUCT, "verify", self.game]
+        statuses = {self.run_started(amount, *verify).status for amount in range(start, start + MIB, 32 * KIB)}
+        self.assertLessEqual(statuses, set(STATUSES))
         self.assertIn(23, statuses, "the last of them had enough: the file is missing")
 
     def test_too_little_memory_for_an_exception(self) -> None:
         """The C++ library sets memory aside for exceptions before `main`. Without it, throwing one ends the process."""
         self.write("a")
         path = self.put_image(signed(block_of_codes(list(RECORD)), 1))
-        enough = self.enough_to_start()
         for arguments in (
             ["list", path],
             ["-productid", PRODUCT, "verify", self.game],
             self.generate_arguments(config_file=self.write_config(config(""))),
             ["-h"],
         ):
-            with self.subTest(arguments=arguments):
-                statuses = {self.status_within(amount, *arguments)
-                            for amount in range(enough - START_STEP, enough + START_STEP, 4 * KIB)}
-                self.assertIn(OUT_OF_MEMORY, statuses)
-                self.assertLessEqual(statuses - set(NOT_STARTED), set(STATUSES))
+            self.assert_says_out_of_memory(2, "[Err!] Out of memory.\n", PROGRAM, *arguments)
 
-    def enough_to_start(self) -> int:
-        """An address space with which the system starts the program, at most `START_STEP` more than it takes."""
-        amount = START_STEP
-        while self.status_within(amount, "-h") in NOT_STARTED:
-            amount += START_STEP
-        return amount
+    @unittest.skipIf(INSPECT is None, "the companion is not built")
+    def test_too_little_memory_for_an_exception_of_the_companion(self) -> None:
+        path = self.put_image(signed(block_of_codes(list(RECORD)), 1))
+        self.assert_says_out_of_memory(2, "sealkeeper-inspect: out of memory\n", INSPECT, "show", path)
 
-    def status_within(self, amount: int, *arguments) -> int:
-        return subprocess.run([str(PROGRAM), *map(str, arguments)], capture_output=True, check=False,
-                              timeout=TIMEOUT_SECONDS,
-                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (amount, amount))).returncode
+    def assert_says_out_of_memory(self, status: int, text: str, program: Path, *arguments) -> None:
+        """Where memory ends after the program was started, the status is documented; where it ends first, it is this."""
+        start = self.least_to_start(program)
+        with self.subTest(program=program.name, arguments=arguments):
+            runs = [self.run_started(amount, program, *arguments)
+                    for amount in range(start, start + START_STEP, 4 * KIB)]
+            self.assertEqual((runs[0].status, runs[0].output[-len(text):]), (status, text))
+            self.assertLessEqual({run.status for run in runs}, set(STATUSES))
+
+    def least_to_start(self, program: Path) -> int:
+        """The least address space, to the page, with which the system starts the program."""
+        enough = next(amount for amount in range(START_STEP, 1024 * MIB, START_STEP)
+                      if self.run_started(amount, program, "--version").status not in NOT_STARTED)
+        return next(amount for amount in range(enough - START_STEP, enough + 1, 4 * KIB)
+                    if self.run_started(amount, program, "--version").status not in NOT_STARTED)
+
+    @staticmethod
+    def run_started(amount: int, *command_line) -> Run:
+        """A run with so much address space; its output is that of both streams."""
+        words = list(map(str, command_line))
+        finished = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
+                                  timeout=TIMEOUT_SECONDS,
+                                  preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (amount, amount)))
+        return Run(words, finished.returncode, console.to_text(finished.stdout))
 
     def test_file_beyond_the_memory_there_is(self) -> None:
         for name in ("base.bin", "runtime.conf"):

@@ -2,33 +2,51 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdio>
+#include <exception>
 #include <new>
 #include <stdexcept>
 
 namespace sealkeeper {
 namespace {
 
+constexpr int kStatus = 7;
+
+int Report() {
+    std::fputs("no memory\n", stderr);
+    return kStatus;
+}
+
+// As where nobody may catch it.
 template <typename Exception>
-bool IsWantOfMemory(const Exception& exception) {
+[[noreturn]] void EndBy(const Exception& exception) {
+    EndOutOfMemoryBy(Report);
     try {
-        throw exception;  // NOLINT: by value, to be caught as what it is
+        throw Exception(exception);
     } catch (...) {
-        return IsEndingForWantOfMemory();
+        std::terminate();
     }
 }
 
-TEST(MemoryExhaustion, IsAnAllocationThatFailed) {
-    EXPECT_TRUE(IsWantOfMemory(std::bad_alloc()));
-    EXPECT_TRUE(IsWantOfMemory(std::bad_array_new_length()));
+[[noreturn]] void EndWithoutException() {
+    EndOutOfMemoryBy(Report);
+    std::terminate();
 }
 
-TEST(MemoryExhaustion, IsNoOtherException) {
-    EXPECT_FALSE(IsWantOfMemory(std::runtime_error("another")));
-    EXPECT_FALSE(IsWantOfMemory(1));
+TEST(MemoryExhaustionDeathTest, IsAnAllocationThatFailed) {
+    EXPECT_EXIT(EndBy(std::bad_alloc()), testing::ExitedWithCode(kStatus), "^no memory\n$");
+    EXPECT_EXIT(EndBy(std::bad_array_new_length()), testing::ExitedWithCode(kStatus),
+                "^no memory\n$");
 }
 
-TEST(MemoryExhaustion, IsAnEndWithoutAnException) {
-    EXPECT_TRUE(IsEndingForWantOfMemory());
+TEST(MemoryExhaustionDeathTest, IsAnEndWithoutAnException) {
+    EXPECT_EXIT(EndWithoutException(), testing::ExitedWithCode(kStatus), "^no memory\n$");
+}
+
+TEST(MemoryExhaustionDeathTest, IsNoOtherException) {
+    EXPECT_EXIT(EndBy(std::runtime_error("a mistake")), testing::KilledBySignal(SIGABRT),
+                "a mistake");
 }
 
 }  // namespace

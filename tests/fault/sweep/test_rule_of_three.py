@@ -190,6 +190,14 @@ class Exceptions(unittest.TestCase):
             self.assertEqual(len(judge(found).violations), count)
 
 
+    def test_warnings_about_letter_case_may_be_replaced_by_one_and_no_other_warning(self) -> None:
+        unknown = "Letter case was compared in ASCII letters only\n"
+        for console, count in ((LINES + unknown, 0), (LINES, 1), ("[Info] one\n" + unknown, 1)):
+            found = finding(INSPECT, status=1, clean_status=1, console=console, function="openat")
+            clean = replace(found.clean, console=LINES + "'a' and 'A' differ in letter case\n")
+            self.assertEqual(len(judge(replace(found, clean=clean)).violations), count)
+
+
 class Tables(unittest.TestCase):
     def test_a_function_that_nobody_knows_is_told(self) -> None:
         self.assertEqual(not_accounted_for(["open", "memcpy", "frobnicate"]), ["frobnicate"])
