@@ -100,8 +100,8 @@ bool IsParsedAsCertificate(ByteView bytes) {
     return mbedtls_x509_crt_parse(certificate.Get(), bytes.data(), bytes.size()) == 0;
 }
 
-// Whether `isParsed` takes `bytes` as PEM, which the library needs with a terminating zero. To a
-// DER file that lacks its last byte, any other byte will do as well.
+// Whether `isParsed` takes `bytes` as PEM, which the library needs with a terminating zero. A DER
+// file that lacks its last byte becomes whole with any byte, so another one must not do.
 bool IsPem(ByteView bytes, bool (*isParsed)(ByteView)) {
     return isParsed(WithLast(bytes, 0)) && !isParsed(WithLast(bytes, 1));
 }

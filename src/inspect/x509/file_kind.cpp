@@ -52,12 +52,10 @@ FileKind KindOfPemLabel(std::string_view label, std::string_view text) {
 
 FileKind KindOfText(std::string_view text) {
     constexpr std::string_view kBegin = "-----BEGIN ";
-    if (text.substr(0, 4) == "ssh-" || text.substr(0, 6) == "ecdsa-") {
-        return FileKind::PublicKey;
-    }
     const std::size_t begin = text.find(kBegin);
     if (begin == std::string_view::npos) {
-        return FileKind::Unknown;
+        const bool isOfOpenSsh = text.starts_with("ssh-") || text.starts_with("ecdsa-");
+        return isOfOpenSsh ? FileKind::PublicKey : FileKind::Unknown;
     }
     text.remove_prefix(begin + kBegin.size());
     const std::size_t end = text.find("-----");
@@ -220,8 +218,8 @@ FileKind FileKindOf(std::span<const std::uint8_t> bytes) {
     if (der != FileKind::Unknown && der != FileKind::CutOffDer) {
         return der;
     }
-    // A text, too, may begin with the tag of a sequence, '0', or with the mark of UTF-16, whatever
-    // its encoding.
+    // The library finds a PEM label anywhere in a file, so one may begin with '0', the tag of a DER
+    // sequence, or with the mark of UTF-16.
     const std::string_view text = TextOf(bytes);
     const FileKind kind = KindOfText(text);
     if (kind != FileKind::Unknown) {

@@ -35,8 +35,9 @@ enum class FileKind {
     UnreadableSigned,
 };
 
-// Judges by the first PEM label (RFC 7468) or the outermost DER elements. A file of any kind may
-// still be damaged, except for DER certificates and lists: those the library has parsed.
+// Judges by the outermost DER elements or the first PEM label (RFC 7468); a label goes before DER
+// that is cut off. A file of any kind may still be damaged, except for DER certificates and lists:
+// those the library has parsed.
 [[nodiscard]] FileKind FileKindOf(std::span<const std::uint8_t> bytes);
 
 // With an article: "a certificate in PEM form".
