@@ -55,7 +55,7 @@ struct Addition {
     AdditionKind kind;
     // Relative to the game directory, as on disk.
     std::string path;
-    // The target of a link; otherwise empty.
+    // The target of a link; empty for all else, and if it could not be read.
     std::string target;
     // How many listed paths lead through the link.
     std::uint64_t sealedFiles = 0;

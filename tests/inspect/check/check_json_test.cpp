@@ -35,6 +35,7 @@ TEST(CheckJson, HasEveryFile) {
 TEST(CheckJson, HasAdditions) {
     CheckReport report = test::ReportWithAddition();
     report.additions.push_back({AdditionKind::LinkWhereSealed, "data", "../elsewhere", 3, ""});
+    report.additions.push_back({AdditionKind::UnlistedLink, "l", "", 0, "unreadable"});
     report.additions.push_back({AdditionKind::NotLookedAt, "s", "", 0, "Permission denied"});
     const json document = JsonOf(report, true);
     EXPECT_EQ(document["status"], 40);
@@ -42,6 +43,7 @@ TEST(CheckJson, HasAdditions) {
     EXPECT_EQ(document["additions"], json::parse(R"([
         {"kind": "unlisted file", "path": "x"},
         {"kind": "link where sealed", "path": "data", "target": "../elsewhere", "sealedFiles": 3},
+        {"kind": "unlisted link", "path": "l", "reason": "unreadable"},
         {"kind": "not looked at", "path": "s", "reason": "Permission denied"}])"));
 }
 

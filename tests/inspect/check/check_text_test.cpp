@@ -62,6 +62,7 @@ TEST(CheckText, ShowsAdditionsByKind) {
         {AdditionKind::UnlistedLink, "l", "/etc/passwd", 0, ""},
         {AdditionKind::UnlistedSpecialFile, "pipe", "", 0, ""},
         {AdditionKind::LinkWhereSealed, "data", "../elsewhere", 3, ""},
+        {AdditionKind::LinkWhereSealed, "lib", "", 1, "its target cannot be read: why"},
         {AdditionKind::NotLookedAt, "secret", "", 0, "Permission denied"},
         {AdditionKind::MissingRuntimeConfiguration, "Quorvane/Certificates/runtime.conf", "", 0,
          ""},
@@ -80,8 +81,9 @@ TEST(CheckText, ShowsAdditionsByKind) {
               "1 special file that no catalogue lists:\n"
               "  pipe\n"
               "\n"
-              "1 link where files were sealed, which verifying follows:\n"
+              "2 links where files were sealed, which verifying follows:\n"
               "  data -> ../elsewhere  (3 paths)\n"
+              "  lib  (1 path): its target cannot be read: why\n"
               "\n"
               "1 place that could not be looked at:\n"
               "  secret: Permission denied\n"
