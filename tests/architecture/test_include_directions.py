@@ -36,6 +36,9 @@ FOR_EVERY_FOLDER = {"app/console_log.h", "app/result_code.h"}
 TYPE = re.compile(r"^(?:struct|class|enum class) (\w+)[^;\n]*\{$", re.MULTILINE)
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 
+# Free functions: what is indented is a member.
+FUNCTION = re.compile(r"^(?:\[\[\w+\]\] )*[\w:<>,&*][\w:<>,&* ]*[ &*]([A-Z]\w*)\(([^;{}]*?)\);", re.MULTILINE)
+
 
 def folder_of(path):
     """The folder of a file, relative to src/."""
@@ -66,6 +69,17 @@ class IncludeDirections(unittest.TestCase):
             if path.suffix == ".h":
                 for name in TYPE.findall(path.read_text()):
                     declared.setdefault(name, []).append(path.name)
+        self.assertEqual({name: headers for name, headers in declared.items() if len(headers) > 1}, {})
+
+    def test_no_function_is_declared_in_two_headers(self):
+        """The same holds for functions with the same parameters, whatever these are called."""
+        declared = {}
+        for path in source_files():
+            if path.suffix == ".h":
+                for name, parameters in FUNCTION.findall(path.read_text()):
+                    types = re.sub(r"\s*\w+(?=,|$)", "", " ".join(parameters.split()))
+                    declared.setdefault(f"{name}({types})", []).append(path.name)
+        self.assertGreater(len(declared), 100)
         self.assertEqual({name: headers for name, headers in declared.items() if len(headers) > 1}, {})
 
     def test_files_are_short(self):
