@@ -473,6 +473,17 @@ class Failures(CheckTest):
              {"kind": "unreadable runtime.conf", "path": RUNTIME_CONF, "reason": "Permission denied"}],
         )
 
+    def test_forbidden_folder_of_the_catalogues_is_told(self) -> None:
+        self.become_unprivileged()
+        for forbidden, mode in ((self.output.parent, 0), (self.output, 0o300), (self.game, 0o600)):
+            with self.subTest(forbidden=forbidden.name):
+                forbidden.chmod(mode)
+                run = self.inspect("check", self.game, "--product", PRODUCT, "--json")
+                forbidden.chmod(0o700)
+                self.assertEqual(run.status, 3)
+                self.assertIn("Permission denied", run.errors)
+                self.assertIn("Permission denied", run.json()["verification"]["failure"])
+
     @unittest.skipIf(UNDER_SANITIZER, "it reserves more address space than any limit leaves")
     def test_lack_of_memory_ends_no_run_with_a_signal(self) -> None:
         entries = self.put_files({f"many/file{number:04}": b"x" for number in range(1500)})

@@ -435,11 +435,26 @@ class NotRead(InspectTest):
         self.assert_unread(GOOD.certificate / "x", "Not a directory")
 
     def test_usage(self) -> None:
-        for arguments in (["show"], ["show", "a", "b"], ["show", "a", "--limit", "x"], ["show", "a", "--limit=-1"], ["show", "a", "--nix"]):
-            run = self.inspect(*arguments)
+        for arguments in (
+            [],
+            ["a", "b"],
+            ["a", "--limit", "x"],
+            ["a", "--limit=-1"],
+            ["a", "--product", ""],
+            ["a", "--nix"],
+        ):
+            run = self.inspect("show", *arguments)
             self.assertEqual(run.status, USAGE, arguments)
             self.assertEqual(run.output, "")
         self.assertIn("--digests", self.inspect("show", "--help").output)
+
+    def test_help_and_version_that_cannot_be_written_are_told(self) -> None:
+        for arguments in (["--version"], ["--help"], ["show", "--help"]):
+            with self.subTest(arguments=arguments), open("/dev/full", "wb") as full:
+                run = subprocess.run([INSPECT, *arguments], stdout=full, stderr=subprocess.PIPE, check=False, timeout=60)
+                self.assertEqual(run.returncode, ERROR)
+                self.assertIn(b"No space left on device", run.stderr)
+
 
 
 if __name__ == "__main__":

@@ -1,5 +1,8 @@
 #include "inspect/check/game_check.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -16,11 +19,18 @@
 namespace sealkeeper {
 namespace {
 
+// For a directory that verify says is not there, or is empty: " (Permission denied)" if this user
+// may not look into it or is not let to it, else nothing.
+std::string ForbiddenReason(const std::string& directory) {
+    const bool isForbidden = access(directory.c_str(), R_OK | X_OK) != 0 && errno == EACCES;
+    return isForbidden ? std::string(" (") + std::strerror(EACCES) + ")" : "";
+}
+
 std::string SearchFailureText(const GameVerification& game, const std::string& directory) {
     if (game.DirectoryError() != 0) {
         return "'" + directory + "': cannot be entered: " + std::strerror(game.DirectoryError());
     }
-    return LastLoggedError();
+    return LastLoggedError() + ForbiddenReason(game.Directory() + kCertificatesDirectory);
 }
 
 // Ends the verification in `report` with `code`. Without a `failure`, the text of the code is the

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <charconv>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -35,10 +36,13 @@ std::string UnknownOption(const CLI::App& app) {
     return {};
 }
 
-// The exit status for `error`. A call for help is no failure; CLI11 prints it here.
+// The exit status for `error`. A call for help or the version is no failure.
 int AnswerParseError(const CLI::App& app, const CLI::ParseError& error, Console& console) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-        return app.exit(error) == 0 ? kStatusGood : kUsageStatus;
+        std::ostringstream answer;
+        app.exit(error, answer);
+        console.Write(answer.str());
+        return kStatusGood;
     }
     const std::string unknown = UnknownOption(app);
     console.Fail((unknown.empty() ? error.what() : "unknown option: " + unknown) + " (see --help)");

@@ -17,6 +17,8 @@ constexpr const char* kReplaceCopies =
     " If it is for the same key, put it in place of the old one in installed games; nothing is sealed anew.";
 
 constexpr const char* kConvert = "Convert it, and name the new file by --cert (-incert).";
+constexpr const char* kIfDamaged =
+    " If openssl cannot read it either, it is damaged: copy it anew from where it was issued.";
 constexpr const char* kTakeOut =
     "Take the certificate out of it, and name the new file by --cert (-incert).";
 constexpr const char* kSendRequest =
@@ -64,10 +66,15 @@ CredentialFindings JudgeForm(const CredentialFacts& facts) {
         return {};
     }
     const bool isPem = *file.kind == FileKind::PemCertificate;
+    Cure cure = CureOfKind(file.path, *file.kind);
+    if (isPem && !facts.certificate.details) {
+        // The library knows fewer PEM labels than openssl, so it need not be damaged.
+        cure.text += kIfDamaged;
+    }
     return {MakeError(isPem ? "certificate-pem" : "not-a-certificate", facts.certificate.code,
                       "'" + file.path + "' is " + FileKindText(*file.kind) +
                           "; sealkeeper takes a certificate in DER form alone.",
-                      CureOfKind(file.path, *file.kind))};
+                      cure)};
 }
 
 CredentialFindings JudgeDates(const CertificateDetails& certificate, const JudgingTime& time) {

@@ -46,17 +46,19 @@ CredentialFinding JudgeMismatch(const CertificateDetails& certificate,
     constexpr const char* kName = "wrong-product";
     const ResultCode code = CodeOfFlag(MBEDTLS_X509_BADCERT_CN_MISMATCH);
     const std::vector<std::string>& names = ComparedNames(certificate);
-    if (names.empty() || !productId) {
-        return MakeError(kName, code, "The certificate has no name that a product id could be.",
-                         {"Have a certificate issued with the product id as its common name."});
-    }
-    if (certificate.hasAlternativeNames && HasCommonName(certificate, *productId)) {
+    if (certificate.hasAlternativeNames && productId && HasCommonName(certificate, *productId)) {
         return MakeError(
             kName, code,
             "The certificate has the product id '" + *productId +
-                "' as its common name, but DNS names too (" + QuotedNameList(names) +
-                "), and the cryptographic library compares those in its place.",
-            {"Have a certificate issued without DNS names, or with the product id among them."});
+                "' as its common name, but alternative names too (" +
+                (names.empty() ? "no DNS names" : "DNS names " + QuotedNameList(names)) +
+                "), and the cryptographic library compares DNS names in its place.",
+            {"Have a certificate issued without alternative names, or with the product id among them as a DNS name."});
+    }
+    if (names.empty() || !productId) {
+        return MakeError(
+            kName, code, "The certificate has no name that a product id could be.",
+            {"Have a certificate issued with the product id as its common name, and without alternative names."});
     }
     return MakeError(
         kName, code,

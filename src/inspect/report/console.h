@@ -19,8 +19,7 @@ class Console {
     void Write(std::string_view text);
 
     // Ends the report. Returns false, with the reason on standard error, if part of it could not be
-    // written. A reader that closed the pipe early, as in `…
-    // head`, is no failure.
+    // written. It is no failure if the reader of a pipe, such as `head`, takes only the beginning.
     [[nodiscard]] bool Finish();
 
     // Untrusted text for standard output: `TerminalSafeText` if that is a terminal, else unchanged.

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "inspect/command_line/product_fault.h"
 #include "inspect/report/command_status.h"
 #include "inspect/report/logged_error.h"
 #include "inspect/show/read_file.h"
@@ -57,7 +58,7 @@ void AddShowCommand(CommandLine& commandLine, Console& console) {
     command.AddOperand("FILE", "The file", options->path);
     command.AddText(
         {"--product", "ID", "Tell whether the certificate is trusted for this product id, too"},
-        options->productId);
+        options->productId, EmptyProductFault);
     command.AddFlag("--digests", "Show the digests of the entries", options->hasDigests);
     command.AddNumber({"--limit", "N", "Show so many entries at the most"},
                       std::numeric_limits<std::uint64_t>::max(), options->limit);

@@ -140,6 +140,16 @@ TEST_F(CredentialFindingsTest, TellsHowTheNameDiffers) {
     EXPECT_EQ(Names(Judge({CertificatePath("good"), {}, {}, "tESTpRODUCT42"})), "");
 }
 
+TEST_F(CredentialFindingsTest, PemThatIsCutOffMayBeDamaged) {
+    const std::string pem = directory_.WriteFile(
+        "cut.pem", test::ReadFile(CredentialPath("damaged", "pem.cer")).substr(0, 300));
+    const CredentialFindings findings = Judge({pem, {}, {}, {}});
+    EXPECT_EQ(Names(findings), "certificate-pem");
+    EXPECT_EQ(
+        findings.at(0).cure.text,
+        "Convert it, and name the new file by --cert (-incert). If openssl cannot read it either, it is damaged: copy it anew from where it was issued.");
+}
+
 TEST_F(CredentialFindingsTest, FilesThatAreNoCertificate) {
     const std::string pem = CredentialPath("damaged", "pem.cer");
     const CredentialFindings findings = Judge({pem, {}, {}, kTestProductId});
@@ -147,6 +157,7 @@ TEST_F(CredentialFindingsTest, FilesThatAreNoCertificate) {
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
     EXPECT_EQ(findings.at(0).cure.command,
               "openssl x509 -in " + pem + " -outform DER -out " + pem + ".der");
+    EXPECT_EQ(findings.at(0).cure.text, "Convert it, and name the new file by --cert (-incert).");
     // Its content is judged as well.
     EXPECT_EQ(Names(Judge({pem, {}, {}, "Other"})), "certificate-pem wrong-product");
     EXPECT_EQ(Code(), ResultCode::MbedTlsX509FormatError);
@@ -334,14 +345,21 @@ TEST_F(IssuedCertificateTest, DnsNamesStandInForTheCommonName) {
     EXPECT_EQ(Names(findings), "wrong-product");
     EXPECT_EQ(
         findings.at(0).message,
-        "The certificate has the product id 'TestProduct42' as its common name, but DNS names too ('one.example' and 'two.example'), and the cryptographic library compares those in its place.");
+        "The certificate has the product id 'TestProduct42' as its common name, but alternative names too (DNS names 'one.example' and 'two.example'), and the cryptographic library compares DNS names in its place.");
     EXPECT_EQ(Names(Judge({certificate, {}, {}, "TWO.example"})), "");
     EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "");
 }
 
 TEST_F(IssuedCertificateTest, AlternativeNamesWithoutDnsNamesStandInAsWell) {
     const std::string certificate = Issue("-sha256", "subjectAltName = email:me@example.org");
-    EXPECT_EQ(Names(Judge({certificate, {}, {}, kTestProductId})), "wrong-product");
+    const CredentialFindings findings = Judge({certificate, {}, {}, kTestProductId});
+    EXPECT_EQ(Names(findings), "wrong-product");
+    EXPECT_EQ(
+        findings.at(0).message,
+        "The certificate has the product id 'TestProduct42' as its common name, but alternative names too (no DNS names), and the cryptographic library compares DNS names in its place.");
+    EXPECT_EQ(
+        findings.at(0).cure.text,
+        "Have a certificate issued without alternative names, or with the product id among them as a DNS name.");
     EXPECT_EQ(Code(), ResultCode::CertificateCNMismatch);
     EXPECT_EQ(Names(Judge({certificate, {}, {}, {}})), "wrong-product");
 }
