@@ -194,6 +194,17 @@ class Memory(LimitedTest):
         path = self.put_image(signed(block_of_codes(list(RECORD)), 1))
         self.assert_says_out_of_memory(2, "sealkeeper-inspect: out of memory\n", INSPECT, "show", path)
 
+    @unittest.skipIf(INSPECT is None, "the companion is not built")
+    def test_memory_that_ends_anywhere_in_the_companion(self) -> None:
+        self.put_catalogue(self.put_files({f"many/file{number:04}": b"x" for number in range(1500)}))
+        start = self.least_to_start(INSPECT)
+        check = [INSPECT, "check", self.game, "--product", PRODUCT, "--json"]
+        runs = [self.run_started(amount, *check) for amount in range(start, start + 12 * MIB, 512 * KIB)]
+        for run in runs:
+            self.assertIn(run.status, STATUSES)
+            self.assertTrue(run.status == 0 or "sealkeeper-inspect: " in run.output, run.output)
+        self.assertEqual((runs[0].status, runs[-1].status), (2, 0))
+
     def assert_says_out_of_memory(self, status: int, text: str, program: Path, *arguments) -> None:
         """Where memory ends after the program was started, the status is documented; where it ends first, it is this."""
         start = self.least_to_start(program)

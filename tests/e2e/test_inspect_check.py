@@ -4,7 +4,6 @@
 from __future__ import annotations
 
 import os
-import resource
 import shutil
 import socket
 import subprocess
@@ -16,8 +15,8 @@ from typing import Callable, Dict, List, Sequence, Tuple
 
 import e2e_console as console
 from catalogue_entry import CHUNK_SIZE, Entry, entry_of_bytes
-from e2e_support import PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, Credentials
-from inspect_support import INSPECT, USAGE, Inspection, InspectTest
+from e2e_support import PRODUCT, TIMEOUT_SECONDS, Credentials
+from inspect_support import USAGE, Inspection, InspectTest
 from signed_game import SignedGameTest, changed_at
 
 OTHER_KEY = Credentials.of("other-key")
@@ -483,38 +482,6 @@ class Failures(CheckTest):
                 self.assertEqual(run.status, 3)
                 self.assertIn("Permission denied", run.errors)
                 self.assertIn("Permission denied", run.json()["verification"]["failure"])
-
-    @unittest.skipIf(UNDER_SANITIZER, "it reserves more address space than any limit leaves")
-    def test_lack_of_memory_ends_no_run_with_a_signal(self) -> None:
-        entries = self.put_files({f"many/file{number:04}": b"x" for number in range(1500)})
-        self.put_catalogue(entries)
-        start = self.least_memory("--version")
-        statuses = set()
-        for extra in range(0, 12 * 1024 * 1024, 512 * 1024):
-            run = self.run_within(start + extra, "check", str(self.game), "--product", PRODUCT, "--json")
-            self.assertGreaterEqual(run.returncode, 0, (extra, run.stderr))
-            if run.returncode != 0:
-                self.assertNotEqual(run.stderr, b"")
-            statuses.add(run.returncode)
-        self.assertIn(0, statuses)
-        self.assertGreater(len(statuses), 1)
-
-    def least_memory(self, *arguments: str) -> int:
-        """The least address space, in steps, with which a run succeeds."""
-        step = 512 * 1024
-        amount = step
-        while self.run_within(amount, *arguments).returncode != 0:
-            amount += step
-        return amount
-
-    def run_within(self, amount: int, *arguments: str) -> "subprocess.CompletedProcess[bytes]":
-        return subprocess.run(
-            [str(INSPECT), *arguments],
-            capture_output=True,
-            timeout=TIMEOUT_SECONDS,
-            check=False,
-            preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (amount, amount)),
-        )
 
 
 if __name__ == "__main__":
