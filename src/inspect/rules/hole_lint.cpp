@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -55,10 +54,8 @@ const char* CureOfUnlistable(const std::vector<const JudgedFile*>& directories,
                : "Give this user the right to read it, or exclude it if that is meant.";
 }
 
-using LexicalPathSet = std::set<std::string, std::less<>>;
-
 // The outermost directory above `path` that is in `directories`; empty if none is.
-std::string_view OutermostAbove(std::string_view path, const LexicalPathSet& directories) {
+std::string_view OutermostAbove(std::string_view path, const LexicalPaths& directories) {
     std::string_view outermost;
     for (path = ParentOf(path); !path.empty(); path = ParentOf(path)) {
         if (directories.contains(path)) {
@@ -77,7 +74,7 @@ struct TooLarge {
 };
 
 TooLarge TooLargeOf(const LintSubject& subject) {
-    LexicalPathSet skipped;
+    LexicalPaths skipped;
     for (const SkippedPath& path : subject.selection.skipped) {
         if (path.rule == SkipRule::SizeThreshold) {
             skipped.insert(LexicalPath(path.path));
@@ -101,11 +98,9 @@ bool IsThresholdNegative(const LintSubject& subject) {
     return static_cast<std::int64_t>(subject.selection.config.sizeThresholdBytes) < 0;
 }
 
-}  // namespace
-
-void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto large = TooLargeOf(subject).files;
-    if (large.empty() || IsThresholdNegative(subject)) {
+void WarnOfLargeFiles(const std::vector<const JudgedFile*>& large, const LintSubject& subject,
+                      RuleWarnings& warnings) {
+    if (large.empty()) {
         return;
     }
     const auto largest = std::max_element(
@@ -123,10 +118,10 @@ void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings) {
             : "Raise exclude_size_threshold, or name the file itself in include_paths: what is left out can be changed by anybody."));
 }
 
-void LintLargeDirectories(const LintSubject& subject, RuleWarnings& warnings) {
-    const TooLarge tooLarge = TooLargeOf(subject);
+void WarnOfLargeDirectories(const TooLarge& tooLarge, const LintSubject& subject,
+                            RuleWarnings& warnings) {
     const auto& directories = tooLarge.directories;
-    if (directories.empty() || IsThresholdNegative(subject)) {
+    if (directories.empty()) {
         return;
     }
     warnings.push_back(
@@ -139,6 +134,17 @@ void LintLargeDirectories(const LintSubject& subject, RuleWarnings& warnings) {
                       " is itself above the size threshold of " +
                       SizeText(subject.selection.config.sizeThresholdBytes) + ".",
                   "Raise exclude_size_threshold, or spread the files over more directories."));
+}
+
+}  // namespace
+
+void LintTooLarge(const LintSubject& subject, RuleWarnings& warnings) {
+    if (IsThresholdNegative(subject)) {
+        return;
+    }
+    const TooLarge tooLarge = TooLargeOf(subject);
+    WarnOfLargeFiles(tooLarge.files, subject, warnings);
+    WarnOfLargeDirectories(tooLarge, subject, warnings);
 }
 
 void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -13,8 +12,6 @@
 namespace sealkeeper {
 namespace {
 
-// Ordered, so that everything below a path directly follows it.
-using SealedPaths = std::set<std::string, std::less<>>;
 using SkipRules = std::unordered_map<std::string, SkipRule>;
 
 LeftOutReason ReasonOfKind(ItemKind kind) {
@@ -102,7 +99,7 @@ LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules,
 }
 
 // A link that dangles now may lead to what generate writes before it reads the game.
-bool LeadsToSealedFiles(const InventoryItem& item, const SealedPaths& sealed) {
+bool LeadsToSealedFiles(const InventoryItem& item, const LexicalPaths& sealed) {
     const std::string below = item.path + "/";
     const auto next = sealed.lower_bound(below);
     const bool isLink = item.kind == ItemKind::Link || item.kind == ItemKind::DanglingLink;
@@ -120,7 +117,7 @@ std::string ShownPath(const std::string& walkedPath) {
 std::vector<JudgedFile> JudgeFiles(const Selection& selection,
                                    const std::vector<InventoryItem>& inventory) {
     std::vector<JudgedFile> judged;
-    SealedPaths sealed;
+    LexicalPaths sealed;
     for (const SelectedFile& file : selection.files) {
         judged.push_back({ShownPath(file.path), file.sizeBytes, std::nullopt});
         sealed.insert(LexicalPath(file.path));

@@ -21,15 +21,15 @@ ResultCode AskForRightToDirectory(const std::string& path, int right, bool& isFo
         return code;
     }
     isForbidden = false;
-    // A file without the right to execute is asked for it in vain, too.
+    // A file without the right to execute would look like a closed directory.
     return status.type == FileType::Directory ? AskForRight(path, right, isForbidden)
                                               : ResultCode::Ok;
 }
 
-// Sets `link` to the one by which `path` leaves the directory `game`; empty if it does not.
+// As `OutwardLinks::Find`, for the directory `game`.
 ResultCode FindLinkOutOf(const std::string& game, std::string_view path,
                          std::optional<std::string>& link) {
-    link.reset();
+    std::optional<std::string> found;
     // Goes up until a directory resolves inside the game. The component below that is the link.
     for (std::string_view way = path; !way.empty(); way = ParentOf(way)) {
         std::string resolved;
@@ -38,19 +38,23 @@ ResultCode FindLinkOutOf(const std::string& game, std::string_view path,
             return code;
         }
         if (resolved.empty() || resolved == game || IsBelow(resolved, game)) {
-            return ResultCode::Ok;
+            break;
         }
-        link = way;
+        found = way;
     }
+    link = std::move(found);
     return ResultCode::Ok;
 }
 
 }  // namespace
 
 ResultCode ResolveInGame(const std::string& path, std::string& resolved) {
-    const auto found = ResolvePath(path);
-    resolved = found.value_or("");
-    return found ? ResultCode::Ok : JudgeLookError(path, errno);
+    auto found = ResolvePath(path);
+    // Read before the assignment below may free memory and change it.
+    const int systemError = errno;
+    const bool isFound = found.has_value();
+    resolved = std::move(found).value_or("");
+    return isFound ? ResultCode::Ok : JudgeLookError(path, systemError);
 }
 
 ResultCode FindClosedDirectory(std::string_view pattern, std::optional<std::string>& closed) {

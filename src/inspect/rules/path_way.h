@@ -25,7 +25,7 @@ class OutwardLinks {
   public:
     // Sets `link` to the one by which `path`, an existing lexical path, leaves the game directory;
     // empty if it does not. Resolves each path once, since patterns overlap. Fails as
-    // `JudgeLookError` does.
+    // `JudgeLookError` does; `link` is then as before.
     ResultCode Find(const std::string& path, std::optional<std::string>& link);
 
   private:

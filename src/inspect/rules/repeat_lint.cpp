@@ -19,8 +19,6 @@
 namespace sealkeeper {
 namespace {
 
-using LexicalPaths = std::set<std::string, std::less<>>;
-
 LexicalPaths LexicalMatches(const PathSet& matches) {
     LexicalPaths paths;
     for (const std::string& match : matches) {

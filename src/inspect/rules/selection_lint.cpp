@@ -6,7 +6,7 @@ namespace sealkeeper {
 
 ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     assert(subject.selection.matches.size() == subject.secondSelection.matches.size());
-    // These ask the system for more.
+    // These may fail, so they run before the rest.
     for (const auto rule :
          {LintUnmatchedPatterns, LintLinksOutOfGame, LintRenamedFiles, LintImpossibleNames}) {
         if (const ResultCode code = rule(subject, warnings); code != ResultCode::Ok) {
@@ -21,8 +21,7 @@ ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     LintUnhashableFiles(subject, warnings);
     LintLetterCase(subject, warnings);
     LintAliasUses(subject, warnings);
-    LintLargeFiles(subject, warnings);
-    LintLargeDirectories(subject, warnings);
+    LintTooLarge(subject, warnings);
     LintLinks(subject, warnings);
     LintUnlistableDirectories(subject, warnings);
     LintUnreachableFiles(subject, warnings);

@@ -78,10 +78,9 @@ void LintAliasUses(const LintSubject& subject, RuleWarnings& warnings);
 
 // hole_lint.cpp
 
-// Files silently left out because of their size.
-void LintLargeFiles(const LintSubject& subject, RuleWarnings& warnings);
-// Directories silently left out because of the size of their own entries.
-void LintLargeDirectories(const LintSubject& subject, RuleWarnings& warnings);
+// Files silently left out because of their size, and directories because of that of their own
+// entries.
+void LintTooLarge(const LintSubject& subject, RuleWarnings& warnings);
 // Links, which are never sealed.
 void LintLinks(const LintSubject& subject, RuleWarnings& warnings);
 // Directories that cannot be read.

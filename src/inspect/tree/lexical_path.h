@@ -2,10 +2,15 @@
 #ifndef SEALKEEPER_INSPECT_TREE_LEXICAL_PATH_H
 #define SEALKEEPER_INSPECT_TREE_LEXICAL_PATH_H
 
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 
 namespace sealkeeper {
+
+// Lexical paths, which views can be looked up in.
+using LexicalPaths = std::set<std::string, std::less<>>;
 
 // `path`, relative to the game directory, without dot components, repeated slashes and a trailing
 // slash: "./a//b/../c/" becomes "a/c". Empty for the game directory itself. A path that leaves the
