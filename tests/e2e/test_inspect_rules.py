@@ -128,9 +128,10 @@ class Traps(Rules):
         config_file = self.write_config(config('include_paths = ["bin", "café/*"]').encode("latin-1"))
         report = self.inspect("rules", config_file, "--game", self.game, "--json").json()
         self.assertEqual(self.warnings_of(report), [
-            "The pattern 'caf\ufffd/*' matches nothing: it is not UTF-8, as the names of files are."])
+            "The pattern 'caf\ufffd/*' matches nothing, perhaps because it is not UTF-8."])
         self.assertEqual(report["warnings"][0]["cure"],
-                         "Save the configuration file as UTF-8 without a byte-order mark.")
+                         "Where the names of the files are UTF-8, save the configuration file as UTF-8 without a "
+                         "byte-order mark.")
 
     def test_a_pattern_below_a_directory_that_cannot_be_read(self) -> None:
         self.write("closed/s", b"1")
@@ -382,11 +383,11 @@ class Traps(Rules):
                                                (".EXE", '".exe"', 1, "bin/a.exe")):
             with self.subTest(excluded=excluded):
                 report = self.report(f'exclude_paths = ["Quorvane"] exclude_extensions = ["{excluded}"]', WARNING)
-                files = "1 file" if count == 1 else f"{count} files"
-                told = [warning for warning in report["warnings"] if warning["line"] and warning["column"] > 40]
+                files = f"'{example}' has" if count == 1 else f"{count} files, such as '{example}', have"
+                told = [warning for warning in report["warnings"] if "the extension" in warning["message"]]
                 self.assertEqual([(warning["message"], warning["cure"]) for warning in told], [(
-                    f"The extension '{excluded}' does not leave out {files} with it in another letter case, such as "
-                    f"'{example}'.",
+                    f"{files} the extension '{excluded}' in another letter case and {'is' if count == 1 else 'are'} not "
+                    "left out.",
                     f"Letter case counts: write {also}, too, if such files are to be left out.")])
 
     def test_an_extension_that_no_file_has_is_a_precaution(self) -> None:

@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "config/config_names.h"
@@ -48,13 +49,25 @@ bool HasOtherFilesIn(const std::string& top, const LintSubject& subject) {
     });
 }
 
+// A pattern that matches `path`: `path` itself, if a list in the configuration file can hold it.
+std::string PatternFor(std::string path) {
+    constexpr std::string_view kImpossibleInList = "\"]\n";
+    for (char& character : path) {
+        // A pattern takes a backslash for a slash.
+        if (character == '\\' || kImpossibleInList.find(character) != std::string_view::npos) {
+            character = '?';
+        }
+    }
+    return path;
+}
+
 // What to leave out: the folders of the outputs, or the outputs alone if their folder holds other
 // files.
 std::string CureFor(const std::vector<std::string>& written, const LintSubject& subject) {
     std::set<std::string> names;
     for (const std::string& output : written) {
         const std::string top = output.substr(0, output.find('/'));
-        names.insert(HasOtherFilesIn(top, subject) ? output : top);
+        names.insert(PatternFor(HasOtherFilesIn(top, subject) ? output : top));
     }
     const std::string list = QuotedForRules(names);
     // An empty include list also selects the whole game.

@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include "inspect/report/name_list.h"
@@ -34,19 +35,24 @@ struct FilesOfExtension {
     std::string example;
 };
 
-// Whether an include pattern matches the file itself. No extension leaves it out then.
-bool IsNamed(const SelectedFile& file, const Selection& selection) {
-    return HasIncludes(selection.config) &&
-           std::any_of(selection.matches.begin(), selection.matches.end(),
-                       [&file](const PathSet& paths) { return paths.contains(file.path); });
+// What include patterns match themselves. No extension leaves that out.
+std::unordered_set<std::string_view> NamedPaths(const Selection& selection) {
+    std::unordered_set<std::string_view> named;
+    if (HasIncludes(selection.config)) {
+        for (const PathSet& matches : selection.matches) {
+            named.insert(matches.begin(), matches.end());
+        }
+    }
+    return named;
 }
 
 // The sealed files that a walk finds, by their extension without letter case.
 std::map<std::string, FilesOfExtension> FilesByExtension(const Selection& selection) {
+    const std::unordered_set<std::string_view> named = NamedPaths(selection);
     std::map<std::string, FilesOfExtension> byExtension;
     for (const SelectedFile& file : selection.files) {
         std::string extension(ExtensionIn(file.path));
-        if (extension.empty() || IsNamed(file, selection)) {
+        if (extension.empty() || named.contains(file.path)) {
             continue;
         }
         FilesOfExtension& files = byExtension[CaseFolded(extension)];
@@ -62,11 +68,15 @@ std::map<std::string, FilesOfExtension> FilesByExtension(const Selection& select
 
 RuleWarning WarningOfCase(TextPlace place, const std::string& extension,
                           const FilesOfExtension& files) {
+    const std::string subject = files.count == 1 ? "'" + files.example + "' has"
+                                                 : CountText(files.count, "file") + ", such as '" +
+                                                       files.example + "', have";
     return WarningAt(place,
-                     "The extension '" + extension + "' does not leave out " +
-                         CountText(files.count, "file") +
-                         " with it in another letter case, such as '" + files.example + "'.",
-                     "Letter case counts: write " + QuotedForRules(files.spellings) +
+                     subject + " the extension '" + extension + "' in another letter case and " +
+                         ByNumber(files.count, "is", "are") + " not left out.",
+                     "Letter case counts: write " +
+                         (files.spellings.size() > kMostNamed ? "each spelling in use"
+                                                              : QuotedForRules(files.spellings)) +
                          ", too, if such files are to be left out.");
 }
 
@@ -94,9 +104,9 @@ ResultCode LintUnmatchedPatterns(const LintSubject& subject, RuleWarnings& warni
                 WarningAt(place, message + ": the directory '" + *closed + "' cannot be read.",
                           "Give this user the right to read it, or take the pattern out."));
         } else if (!IsUtf8(patterns[i])) {
-            warnings.push_back(
-                WarningAt(place, message + ": it is not UTF-8, as the names of files are.",
-                          "Save the configuration file as UTF-8 without a byte-order mark."));
+            warnings.push_back(WarningAt(
+                place, message + ", perhaps because it is not UTF-8.",
+                "Where the names of the files are UTF-8, save the configuration file as UTF-8 without a byte-order mark."));
         } else {
             warnings.push_back(WarningAt(place, message + ".", cure));
         }

@@ -22,7 +22,8 @@ inline constexpr std::size_t kMostNamed = 3;
 // `singular` for one, else `plural`.
 [[nodiscard]] const char* ByNumber(std::size_t count, const char* singular, const char* plural);
 
-// The names as a list in the configuration file has them: "\"a\", \"b\"".
+// The names as a list in the configuration file has them: "\"a\", \"b\"". They must hold only what
+// a list can hold.
 [[nodiscard]] std::string QuotedForRules(const std::set<std::string>& names);
 
 }  // namespace sealkeeper

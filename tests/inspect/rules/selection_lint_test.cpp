@@ -88,8 +88,8 @@ TEST(UnmatchedPatterns, MayBeInAnotherEncodingThanTheNamesOfFiles) {
     subject.Match({{"caf\xE9*", {}}, {"caf\u00e9*", {"caf\u00e9s"}}, {"\xE9", {"\xE9"}}}, false);
     EXPECT_EQ(
         Told(LintUnmatchedPatterns, subject),
-        Paths{"1 The pattern 'caf\xE9*' matches nothing: it is not UTF-8, as the names of "
-              "files are. / Save the configuration file as UTF-8 without a byte-order mark."});
+        Paths{
+            "1 The pattern 'caf\xE9*' matches nothing, perhaps because it is not UTF-8. / Where the names of the files are UTF-8, save the configuration file as UTF-8 without a byte-order mark."});
 }
 
 TEST(UnmatchedPatterns, AreNoneWhereTheSecondRunFindsSomething) {
@@ -210,13 +210,28 @@ TEST(ExtensionCase, IsToldOfFilesThatDifferInItAlone) {
     subject.Select({"a.log", "d/B.PAK", "c.pAK", "e.PAK", "bare", "pdb", "NONE"});
     subject.LeaveOut(LeftOutReason::ExcludedExtension, "a.pak");
     subject.LeaveOut(LeftOutReason::Hidden, ".x/a.pdb");
-    EXPECT_EQ(Told(LintExtensionCase, subject),
-              (Paths{"7 The extension '.LOG' does not leave out 1 file with it in another letter "
-                     "case, such as 'a.log'. / Letter case counts: write \".log\", too, if such "
-                     "files are to be left out.",
-                     "9 The extension '.Pak' does not leave out 3 files with it in another letter "
-                     "case, such as 'c.pAK'. / Letter case counts: write \".PAK\", \".pAK\", "
-                     "too, if such files are to be left out."}));
+    EXPECT_EQ(
+        Told(LintExtensionCase, subject),
+        (Paths{
+            "7 'a.log' has the extension '.LOG' in another letter case and is not left out. / Letter case counts: write \".log\", too, if such files are to be left out.",
+            "9 3 files, such as 'c.pAK', have the extension '.Pak' in another letter case and are not left out. / Letter case counts: write \".PAK\", \".pAK\", too, if such files are to be left out."}));
+}
+
+TEST(ExtensionCase, NamesAFewSpellings) {
+    Subject subject;
+    subject.selection.config.excludedExtensions = {".pak"};
+    subject.Match({}, false);
+    subject.Select({"a.PAK", "b.PAk", "c.PaK"});
+    EXPECT_TRUE(
+        Told(LintExtensionCase, subject)
+            .at(0)
+            .ends_with(
+                "write \".PAK\", \".PAk\", \".PaK\", too, if such files are to be left out."));
+    subject.Select({"d.paK"});
+    EXPECT_TRUE(
+        Told(LintExtensionCase, subject)
+            .at(0)
+            .ends_with("write each spelling in use, too, if such files are to be left out."));
 }
 
 TEST(ExtensionCase, IsNoMatterOfAFileThatAPatternNames) {
@@ -257,6 +272,14 @@ TEST(OwnOutputs, AreNamedThemselvesWhereTheirFolderHasMore) {
     const Paths told = Told(LintOwnOutputs, OutputsSelected({"Q/base.bin", "Q/client.so"}));
     ASSERT_EQ(told.size(), 1U);
     EXPECT_TRUE(told[0].ends_with("Add \"Q/base.bin\" to exclude_paths.")) << told[0];
+}
+
+// The configuration language has no way to write them.
+TEST(OwnOutputs, AreExcludedByWildcardsForCharactersThatNoListHolds) {
+    Subject subject = OutputsSelected({"a\"]\\\nb.bin"});
+    subject.outputs.catalogue = "a\"]\\\nb.bin";
+    EXPECT_TRUE(
+        Told(LintOwnOutputs, subject).at(0).ends_with("Add \"a????b.bin\" to exclude_paths."));
 }
 
 TEST(OwnOutputs, MayBeTheSettingsAlone) {
