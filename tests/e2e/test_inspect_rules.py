@@ -97,6 +97,22 @@ class Reasons(Rules):
         told = [(warning["message"], warning["cure"]) for warning in report["warnings"]]
         self.assertIn(("'.' cannot be read, so nothing in it is sealed.", "Give this user the right to read it."), told)
 
+    def test_directories_that_only_a_pattern_leads_to(self) -> None:
+        for name in ("bin/a", "other/b", "real/sub/c"):
+            self.write(name, b"1")
+        (self.game / "link").symlink_to("real")
+        self.become_unprivileged()
+        for closed in ("bin", "real/sub"):
+            (self.game / closed).chmod(0)
+        self.game.chmod(0o311)
+        self.addCleanup(self.game.chmod, 0o755)
+        report = self.report('include_paths = ["bin", "other", "link"]', WARNING)
+        self.assertEqual(self.states(report), {
+            ".": "unlistable", "bin": "unlistable", "link/sub": "unlistable", "other/b": "sealed"})
+        self.assertEqual(self.warnings_of(report), [
+            "The game directory cannot be listed, so what no include pattern leads to by name is not known.",
+            "'bin' and 'link/sub' cannot be read, so nothing in them is sealed."])
+
     def test_a_dangling_link_that_a_pattern_names(self) -> None:
         self.write("bin/a", b"1")
         (self.game / "bin/gone").symlink_to("nowhere")
@@ -345,9 +361,13 @@ class Traps(Rules):
             self.write(f"many/{number:05}{'n' * 240}", b"")
         if (self.game / "many").stat().st_size <= 1_000_000:
             self.skipTest("this file system keeps the entries of directories small")
+        (self.game / "many/dangling").symlink_to("nowhere")
+        os.mkfifo(self.game / "many/fifo")
         report = self.report('exclude_paths = ["Quorvane"] exclude_size_threshold = 1; ', WARNING)
-        self.assertEqual(self.states(report)["bin/a.exe"], "sealed")
-        told = [message for message in self.warnings_of(report) if "left out" in message]
+        states = self.states(report)
+        self.assertEqual((states["bin/a.exe"], states["many/dangling"], states["many/fifo"]),
+                         ("sealed", "dangling link", "not a regular file"))
+        told = [message for message in self.warnings_of(report) if "silently left out" in message]
         self.assertEqual(told, [
             "5,000 files in 'many' are silently left out: the list of names in that directory is itself above the size "
             "threshold of 1.0 MB."])

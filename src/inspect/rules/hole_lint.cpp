@@ -43,6 +43,8 @@ bool IsListOfExcludes(const LintSubject& subject) {
     return subject.places.patternKey == kExcludePathsKey;
 }
 
+constexpr const char* kCureOfGameItself = "Give this user the right to read it.";
+
 const char* CureOfUnlistable(const std::vector<const JudgedFile*>& directories,
                              const LintSubject& subject) {
     if (!IsListOfExcludes(subject)) {
@@ -50,7 +52,7 @@ const char* CureOfUnlistable(const std::vector<const JudgedFile*>& directories,
     }
     // Then there is no other, and the walk begins there whatever is excluded.
     return directories.front()->path == kGameItself
-               ? "Give this user the right to read it."
+               ? kCureOfGameItself
                : "Give this user the right to read it, or exclude it if that is meant.";
 }
 
@@ -163,7 +165,18 @@ void LintLinks(const LintSubject& subject, RuleWarnings& warnings) {
 }
 
 void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warnings) {
-    const auto directories = LeftOutBy(LeftOutReason::Unlistable, subject.files);
+    auto directories = LeftOutBy(LeftOutReason::Unlistable, subject.files);
+    const auto game =
+        std::find_if(directories.begin(), directories.end(),
+                     [](const JudgedFile* directory) { return directory->path == kGameItself; });
+    // Include patterns may lead to files in it all the same.
+    if (HasIncludes(subject.selection.config) && game != directories.end()) {
+        warnings.push_back(WarningAt(
+            kNoPlace,
+            "The game directory cannot be listed, so what no include pattern leads to by name is not known.",
+            kCureOfGameItself));
+        directories.erase(game);
+    }
     if (directories.empty()) {
         return;
     }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "inspect/tree/lexical_path.h"
@@ -37,9 +38,9 @@ LeftOutReason ReasonOf(SkipRule rule, ItemKind kind) {
         case SkipRule::ExcludedPath:
             return LeftOutReason::ExcludedPath;
         case SkipRule::SizeThreshold:
-            // The size is that of the link's target. No other threshold would get the link sealed,
-            // so it is reported as a link.
-            return kind == ItemKind::Link ? LeftOutReason::Link : LeftOutReason::TooLarge;
+            // No other threshold would get anything else sealed. A link is skipped by the size of
+            // its target, and anything by that of the directory's own entry.
+            return kind == ItemKind::RegularFile ? LeftOutReason::TooLarge : ReasonOfKind(kind);
         case SkipRule::ExcludedExtension:
             return LeftOutReason::ExcludedExtension;
         case SkipRule::NoExtension:
@@ -93,9 +94,11 @@ LeftOutReason ReasonFor(const InventoryItem& item, RuleFinder& rules,
     if (rule) {
         return ReasonOf(*rule, item.kind);
     }
-    // The walk could list it before, but now it cannot be listed.
-    const bool isLost = !HasIncludes(config) && item.kind == ItemKind::UnlistableDirectory;
-    return isLost ? LeftOutReason::Unlistable : LeftOutReason::NotIncluded;
+    // In a walk over the whole game, one that could be listed before, but cannot now. With include
+    // patterns the game directory alone, since what it holds is not known.
+    const bool isHole = !HasIncludes(config) || item.path.empty();
+    return isHole && item.kind == ItemKind::UnlistableDirectory ? LeftOutReason::Unlistable
+                                                                : LeftOutReason::NotIncluded;
 }
 
 // A link that dangles now may lead to what generate writes before it reads the game.
@@ -104,6 +107,24 @@ bool LeadsToSealedFiles(const InventoryItem& item, const LexicalPaths& sealed) {
     const auto next = sealed.lower_bound(below);
     const bool isLink = item.kind == ItemKind::Link || item.kind == ItemKind::DanglingLink;
     return isLink && next != sealed.end() && next->starts_with(below);
+}
+
+// A pattern may lead to directories that the inventory lacks: below one that can be searched but
+// not listed, through a link, or outside the game.
+void AddUnlistableDirectories(const Selection& selection, std::vector<InventoryItem>& inventory) {
+    std::unordered_set<std::string> known;
+    for (const InventoryItem& item : inventory) {
+        known.insert(item.path);
+    }
+    for (const SkippedPath& skipped : selection.skipped) {
+        if (skipped.rule != SkipRule::Unlistable) {
+            continue;
+        }
+        std::string path = LexicalPath(skipped.path);
+        if (known.insert(path).second) {
+            inventory.push_back({std::move(path), ItemKind::UnlistableDirectory});
+        }
+    }
 }
 
 // Relative to the game directory, as on disk.
@@ -115,7 +136,8 @@ std::string ShownPath(const std::string& walkedPath) {
 }  // namespace
 
 std::vector<JudgedFile> JudgeFiles(const Selection& selection,
-                                   const std::vector<InventoryItem>& inventory) {
+                                   std::vector<InventoryItem> inventory) {
+    AddUnlistableDirectories(selection, inventory);
     std::vector<JudgedFile> judged;
     LexicalPaths sealed;
     for (const SelectedFile& file : selection.files) {

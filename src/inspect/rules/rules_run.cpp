@@ -1,5 +1,6 @@
 #include "inspect/rules/rules_run.h"
 
+#include <utility>
 #include <vector>
 
 #include "config/config_outline.h"
@@ -34,7 +35,7 @@ ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& ou
         code != ResultCode::Ok) {
         return code;
     }
-    report.files = JudgeFiles(selection, inventory);
+    report.files = JudgeFiles(selection, std::move(inventory));
 
     SecondSelection second;
     if (const ResultCode code = SelectAgain(request.config, request.gameDirectory, outputs, second);

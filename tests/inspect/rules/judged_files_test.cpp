@@ -30,6 +30,9 @@ TEST(JudgedFiles, EachRuleHasItsReason) {
         {SkipRule::ExcludedPath, ItemKind::RegularFile, LeftOutReason::ExcludedPath},
         {SkipRule::SizeThreshold, ItemKind::RegularFile, LeftOutReason::TooLarge},
         {SkipRule::SizeThreshold, ItemKind::Link, LeftOutReason::Link},
+        {SkipRule::SizeThreshold, ItemKind::DanglingLink, LeftOutReason::DanglingLink},
+        {SkipRule::SizeThreshold, ItemKind::SpecialFile, LeftOutReason::NotRegularFile},
+        {SkipRule::SizeThreshold, ItemKind::UnlistableDirectory, LeftOutReason::Unlistable},
         {SkipRule::ExcludedExtension, ItemKind::RegularFile, LeftOutReason::ExcludedExtension},
         {SkipRule::NoExtension, ItemKind::RegularFile, LeftOutReason::NoExtension},
         {SkipRule::OtherType, ItemKind::Link, LeftOutReason::Link},
@@ -72,6 +75,26 @@ TEST(JudgedFiles, ADirectoryThatIsLostAfterTheWalkIsUnlistable) {
     selection.config.excludePaths = {};
     selection.config.includePaths = {"a"};
     EXPECT_EQ(Told(selection, inventory), (Pairs{{"d", LeftOutReason::NotIncluded}}));
+}
+
+TEST(JudgedFiles, TheGameIsUnlistableWhateverIsIncluded) {
+    Selection selection;
+    selection.config.includePaths = {"a"};
+    EXPECT_EQ(Told(selection, {{"", ItemKind::UnlistableDirectory}}),
+              (Pairs{{".", LeftOutReason::Unlistable}}));
+}
+
+TEST(JudgedFiles, ADirectoryThatTheWalkCouldNotListIsToldOnceWhereverItLies) {
+    Selection selection;
+    selection.skipped = {{"./d", SkipRule::Unlistable},
+                         {"./bin", SkipRule::Unlistable},
+                         {"././/bin", SkipRule::Unlistable},
+                         {"./../beside", SkipRule::Unlistable},
+                         {"./gone", SkipRule::OtherType}};
+    EXPECT_EQ(Told(selection, {{"d", ItemKind::UnlistableDirectory}}),
+              (Pairs{{"../beside", LeftOutReason::Unlistable},
+                     {"bin", LeftOutReason::Unlistable},
+                     {"d", LeftOutReason::Unlistable}}));
 }
 
 TEST(JudgedFiles, ADirectorysRuleHoldsForWhatItHolds) {

@@ -461,6 +461,22 @@ TEST(UnlistableDirectories, MayBeTheGameItself) {
                     "read it."});
 }
 
+// Patterns that name a directory in it lead there all the same.
+TEST(UnlistableDirectories, MayBeTheGameItselfBesideOthersThatPatternsName) {
+    Subject subject;
+    subject.Match({{"bin", {"bin"}}});
+    subject.LeaveOut(LeftOutReason::Unlistable, ".");
+    const std::string game =
+        "The game directory cannot be listed, so what no include pattern leads to by name is not known. / Give this user the right to read it.";
+    EXPECT_EQ(Told(LintUnlistableDirectories, subject), Paths{game});
+    subject.LeaveOut(LeftOutReason::Unlistable, "bin");
+    EXPECT_EQ(
+        Told(LintUnlistableDirectories, subject),
+        (Paths{
+            game,
+            "'bin' cannot be read, so nothing in it is sealed. / Give this user the right to read it, or write patterns that do not take it in."}));
+}
+
 TEST(UnreachableFiles, AreTold) {
     Subject subject;
     subject.LeaveOut(LeftOutReason::Unreachable, "d/a");
