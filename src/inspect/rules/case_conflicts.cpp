@@ -26,9 +26,14 @@ void AddDirectoriesOf(std::string_view path, bool isSealed, NamesInGame& names) 
     }
 }
 
-// All files and the directories that hold them.
-NamesInGame NamesOf(const std::vector<JudgedFile>& files) {
+// All files and directories.
+NamesInGame NamesOf(const std::vector<JudgedFile>& files,
+                    const std::vector<std::string>& directoriesWithoutFiles) {
     NamesInGame names;
+    for (const std::string& path : directoriesWithoutFiles) {
+        names.try_emplace(path, NameFacts{true, false});
+        AddDirectoriesOf(path, false, names);
+    }
     for (const JudgedFile& file : files) {
         const std::string path = LexicalPath(file.path);
         // The game directory itself has no name in the game.
@@ -73,7 +78,7 @@ void AddConflict(const PathViews& paths, std::size_t begin, const NamesInGame& n
             conflict.names.insert(*names.find(way));
         }
         const bool areDirectories = paths.front().find('/', begin) != std::string_view::npos;
-        conflict.namesInCommon += areDirectories ? 1U : 0U;
+        conflict.clashesBelow += areDirectories ? 1U : 0U;
     }
     for (const auto& [way, samePaths] : byWay) {
         if (samePaths.size() > 1) {
@@ -84,8 +89,9 @@ void AddConflict(const PathViews& paths, std::size_t begin, const NamesInGame& n
 
 }  // namespace
 
-std::vector<CaseConflict> FindCaseConflicts(const std::vector<JudgedFile>& files) {
-    const NamesInGame names = NamesOf(files);
+std::vector<CaseConflict> FindCaseConflicts(
+    const std::vector<JudgedFile>& files, const std::vector<std::string>& directoriesWithoutFiles) {
+    const NamesInGame names = NamesOf(files, directoriesWithoutFiles);
     std::map<std::string, PathViews> byFoldedCase;
     for (const auto& [path, unused] : names) {
         byFoldedCase[CaseFolded(path)].push_back(path);

@@ -13,7 +13,7 @@ namespace sealkeeper {
 
 struct NameFacts {
     bool isDirectory = false;
-    // Of a directory: whether anything in it is sealed.
+    // Of a directory: whether any file in it is sealed.
     bool isSealed = false;
 };
 
@@ -21,14 +21,15 @@ struct CaseConflict {
     // At least two lexical paths that differ only in the letter case of their last component. All
     // of them are directories, or not all.
     std::map<std::string, NameFacts> names;
-    // How many names occur in several of the directories, but for their letter case, and cannot
-    // exist twice: of two directories, what they hold can be in one.
-    std::size_t namesInCommon = 0;
+    // How many names clash below the directories once these are merged.
+    std::size_t clashesBelow = 0;
 };
 
-// The conflicts of which at least one sealed file is a part. Directories are in conflict only by
-// names in common, which are then counted and are no conflicts of their own.
-[[nodiscard]] std::vector<CaseConflict> FindCaseConflicts(const std::vector<JudgedFile>& files);
+// The conflicts of which at least one sealed file is a part. Directories alone merge, and are in
+// conflict only if names below them clash; those are counted and are no conflicts of their own.
+// `directoriesWithoutFiles` has lexical paths.
+[[nodiscard]] std::vector<CaseConflict> FindCaseConflicts(
+    const std::vector<JudgedFile>& files, const std::vector<std::string>& directoriesWithoutFiles);
 
 }  // namespace sealkeeper
 

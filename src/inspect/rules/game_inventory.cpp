@@ -39,6 +39,9 @@ ResultCode TakeInventory(const FileTree& tree, std::vector<InventoryItem>& items
             items.push_back({directory.path, ItemKind::UnlistableDirectory});
             continue;
         }
+        if (directory.items->empty() && !directory.path.empty()) {
+            items.push_back({directory.path, ItemKind::DirectoryWithoutFiles});
+        }
         for (const WalkedItem& item : *directory.items) {
             if (const ResultCode code = AddItem(tree, item, items); code != ResultCode::Ok) {
                 return code;

@@ -19,6 +19,8 @@ enum class ItemKind {
     // A device, a FIFO or a socket.
     SpecialFile,
     UnlistableDirectory,
+    // A directory that holds at most other directories.
+    DirectoryWithoutFiles,
 };
 
 struct InventoryItem {
@@ -30,7 +32,7 @@ struct InventoryItem {
 };
 
 // Sets `items` to everything below the current directory in `tree`, hidden files included. A
-// readable directory is walked and is no item itself. Links are not followed. Fails with
+// readable directory that holds files is no item itself. Links are not followed. Fails with
 // `SealkeeperIOError`, logged, if the system fails to read a directory or to examine a file.
 ResultCode TakeInventory(const FileTree& tree, std::vector<InventoryItem>& items);
 

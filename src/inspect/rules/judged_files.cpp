@@ -25,6 +25,8 @@ LeftOutReason ReasonOfKind(ItemKind kind) {
             return LeftOutReason::NotRegularFile;
         case ItemKind::UnlistableDirectory:
             return LeftOutReason::Unlistable;
+        // Not judged.
+        case ItemKind::DirectoryWithoutFiles:
         case ItemKind::RegularFile:
             break;
     }
@@ -150,7 +152,8 @@ std::vector<JudgedFile> JudgeFiles(const Selection& selection,
     }
     RuleFinder finder(std::move(rules));
     for (const InventoryItem& item : inventory) {
-        if (!sealed.contains(item.path) && !LeadsToSealedFiles(item, sealed)) {
+        if (item.kind != ItemKind::DirectoryWithoutFiles && !sealed.contains(item.path) &&
+            !LeadsToSealedFiles(item, sealed)) {
             judged.push_back({item.path.empty() ? kGameItself : item.path, item.sizeBytes,
                               ReasonFor(item, finder, selection.config)});
         }

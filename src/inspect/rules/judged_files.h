@@ -12,7 +12,8 @@ namespace sealkeeper {
 
 // Every file in `selection` as sealed, and every other item of `inventory` with the rule that left
 // out it or a directory above it. A link that leads to sealed files is neither. Directories that
-// the walk could not list are left out even if `inventory` lacks them. Sorted by path.
+// the walk could not list are left out even if `inventory` lacks them; those without files are not
+// judged. Sorted by path.
 [[nodiscard]] std::vector<JudgedFile> JudgeFiles(const Selection& selection,
                                                  std::vector<InventoryItem> inventory);
 

@@ -33,45 +33,61 @@ std::vector<std::string> NamesIn(const CaseConflict& conflict, IsWanted isWanted
     return names;
 }
 
+// "; 'A' and 'b' are left out", or nothing.
+std::string TextOfLeftOut(const std::vector<std::string>& leftOut) {
+    return leftOut.empty() ? ""
+                           : "; " + QuotedNameList(leftOut, kMostNamed) +
+                                 ByNumber(leftOut.size(), " is", " are") + " left out";
+}
+
 RuleWarning WarningOfDirectories(const std::vector<std::string>& directories,
-                                 std::size_t namesInCommon) {
+                                 const std::vector<std::string>& leftOut,
+                                 std::size_t clashesBelow) {
     return WarningAt(
         kNoPlace,
         "The directories " + QuotedNameList(directories, kMostNamed) +
-            " differ in letter case alone and hold " + CountText(namesInCommon, "file") +
-            " of the same name.",
-        "Rename one: where file systems ignore letter case, they become one directory, files of the same name replace each other, and verify fails.");
+            " differ in letter case alone, and " + CountText(clashesBelow, "name") +
+            ByNumber(clashesBelow, " below them clashes", " below them clash") +
+            TextOfLeftOut(leftOut) + ".",
+        "Rename one: where file systems ignore letter case, they become one directory, in which names that clash cannot both be installed, and verify may fail.");
 }
 
 const char* CureOf(bool hasDirectory, std::size_t sealedNames) {
     if (hasDirectory) {
-        return "Rename one: where file systems ignore letter case, only one of them can be installed.";
+        return "Rename one: where file systems ignore letter case, a file and a directory of one name cannot both be installed.";
     }
     return sealedNames > 1
-               ? "Rename one: where file systems ignore letter case, only one of them can be installed, and verify fails for the other."
-               : "Rename or remove what is left out: where file systems ignore letter case, it may replace the sealed file, and verify fails.";
+               ? "Rename one: where file systems ignore letter case, only one of them can be installed, and verify may fail."
+               : "Rename or remove what is left out: where file systems ignore letter case, it may replace the sealed file, and verify may fail.";
 }
 
-RuleWarning WarningOf(const CaseConflict& conflict) {
-    const auto directories =
-        NamesIn(conflict, [](const NameFacts& facts) { return facts.isDirectory; });
-    const auto files = NamesIn(conflict, [](const NameFacts& facts) { return !facts.isDirectory; });
-    const auto leftOut = NamesIn(conflict, [](const NameFacts& facts) { return !facts.isSealed; });
-    if (files.empty()) {
-        return WarningOfDirectories(directories, conflict.namesInCommon);
-    }
+RuleWarning WarningOfFiles(const std::vector<std::string>& files,
+                           const std::vector<std::string>& directories,
+                           const std::vector<std::string>& leftOut) {
     std::string message = QuotedNameList(files, kMostNamed);
     if (!directories.empty()) {
         message += ByNumber(directories.size(), " and the directory ", " and the directories ") +
                    QuotedNameList(directories, kMostNamed);
     }
-    message += " differ in letter case alone";
-    if (!leftOut.empty()) {
-        message += "; " + QuotedNameList(leftOut, kMostNamed) +
-                   ByNumber(leftOut.size(), " is", " are") + " left out";
+    return WarningAt(
+        kNoPlace, message + " differ in letter case alone" + TextOfLeftOut(leftOut) + ".",
+        CureOf(!directories.empty(), files.size() + directories.size() - leftOut.size()));
+}
+
+void WarnOf(const CaseConflict& conflict, RuleWarnings& warnings) {
+    const auto directories =
+        NamesIn(conflict, [](const NameFacts& facts) { return facts.isDirectory; });
+    const auto files = NamesIn(conflict, [](const NameFacts& facts) { return !facts.isDirectory; });
+    const auto leftOut = NamesIn(conflict, [](const NameFacts& facts) { return !facts.isSealed; });
+    if (!files.empty()) {
+        warnings.push_back(WarningOfFiles(files, directories, leftOut));
     }
-    return WarningAt(kNoPlace, message + ".",
-                     CureOf(!directories.empty(), conflict.names.size() - leftOut.size()));
+    if (conflict.clashesBelow > 0) {
+        const auto directoriesLeftOut = NamesIn(
+            conflict, [](const NameFacts& facts) { return facts.isDirectory && !facts.isSealed; });
+        warnings.push_back(
+            WarningOfDirectories(directories, directoriesLeftOut, conflict.clashesBelow));
+    }
 }
 
 }  // namespace
@@ -83,8 +99,9 @@ void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings) {
             "Letter case was compared in ASCII letters only: neither the locale 'C.UTF-8' nor 'en_US.UTF-8' can be read.",
             "Install one of them, or look yourself for names that differ in the case of other letters."));
     }
-    for (const CaseConflict& conflict : FindCaseConflicts(subject.files)) {
-        warnings.push_back(WarningOf(conflict));
+    for (const CaseConflict& conflict :
+         FindCaseConflicts(subject.files, subject.directoriesWithoutFiles)) {
+        WarnOf(conflict, warnings);
     }
 }
 

@@ -26,6 +26,16 @@ RulePlaces PlacesIn(std::string_view configText) {
     return PlacesOfRules(configText, outline);
 }
 
+std::vector<std::string> DirectoriesWithoutFiles(const std::vector<InventoryItem>& inventory) {
+    std::vector<std::string> directories;
+    for (const InventoryItem& item : inventory) {
+        if (item.kind == ItemKind::DirectoryWithoutFiles) {
+            directories.push_back(item.path);
+        }
+    }
+    return directories;
+}
+
 // Sets the files of `report` and adds the warnings about `selection`, which must be complete.
 ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& outputs,
                            const Selection& selection, RulesReport& report) {
@@ -35,6 +45,7 @@ ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& ou
         code != ResultCode::Ok) {
         return code;
     }
+    const std::vector<std::string> withoutFiles = DirectoriesWithoutFiles(inventory);
     report.files = JudgeFiles(selection, std::move(inventory));
 
     SecondSelection second;
@@ -43,9 +54,10 @@ ResultCode ReportSelection(const RulesRequest& request, const PlannedOutputs& ou
         return code;
     }
     const RulePlaces places = PlacesIn(request.config.text);
-    if (const ResultCode code = LintSelection(
-            {selection, second.selection, outputs, second.writtenOutputs, places, report.files},
-            report.warnings);
+    if (const ResultCode code =
+            LintSelection({selection, second.selection, outputs, second.writtenOutputs, places,
+                           report.files, withoutFiles},
+                          report.warnings);
         code != ResultCode::Ok) {
         return code;
     }
@@ -78,7 +90,7 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
     // The files are unknown, but a pattern without matches may explain the refusal.
     const RulePlaces places = PlacesIn(request.config.text);
     if (const ResultCode code = LintUnmatchedPatterns(
-            {selection, selection, outputs, outputs, places, report.files}, report.warnings);
+            {selection, selection, outputs, outputs, places, report.files, {}}, report.warnings);
         code != ResultCode::Ok) {
         return code;
     }

@@ -3,6 +3,7 @@
 #ifndef SEALKEEPER_INSPECT_RULES_SELECTION_LINT_H
 #define SEALKEEPER_INSPECT_RULES_SELECTION_LINT_H
 
+#include <string>
 #include <vector>
 
 #include "app/result_code.h"
@@ -24,6 +25,8 @@ struct LintSubject {
     const PlannedOutputs& writtenOutputs;
     const RulePlaces& places;
     const std::vector<JudgedFile>& files;
+    // Their lexical paths.
+    const std::vector<std::string>& directoriesWithoutFiles;
 };
 
 using RuleWarnings = std::vector<RuleWarning>;
@@ -68,7 +71,7 @@ void LintUnhashableFiles(const LintSubject& subject, RuleWarnings& warnings);
 // letter_case_lint.cpp
 
 // Sealed files that cannot stand beside another file or directory where file systems ignore letter
-// case, and whether that is unknown of some.
+// case. Also warns if the letters of some names cannot be compared.
 void LintLetterCase(const LintSubject& subject, RuleWarnings& warnings);
 
 // alias_lint.cpp

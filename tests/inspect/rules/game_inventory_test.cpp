@@ -33,17 +33,17 @@ class GameInventory : public testing::Test {
     GameWithOutputs game_{directory_.Path()};
 };
 
-TEST_F(GameInventory, HasEverythingButDirectories) {
+TEST_F(GameInventory, HasEverythingButDirectoriesThatHoldFiles) {
     directory_.WriteFile("a", "12");
     directory_.WriteFile(".b/c", "123");
-    fs::create_directories(directory_ / "empty");
+    fs::create_directories(directory_ / "empty/deep");
     fs::create_symlink("a", directory_ / "link");
     fs::create_symlink("nowhere", directory_ / "dangling");
     ASSERT_EQ(mkfifo((directory_ / "fifo").c_str(), 0600), 0);
     game_.AddDirectory("x");
     game_.AddFile("x/z", 7);
     const auto items = Inventory();
-    ASSERT_EQ(items.size(), 6U);
+    ASSERT_EQ(items.size(), 8U);
     EXPECT_EQ(items.at("a").kind, ItemKind::RegularFile);
     EXPECT_EQ(items.at("a").sizeBytes, 2U);
     EXPECT_EQ(items.at(".b/c").sizeBytes, 3U);
@@ -52,6 +52,8 @@ TEST_F(GameInventory, HasEverythingButDirectories) {
     EXPECT_EQ(items.at("dangling").kind, ItemKind::DanglingLink);
     EXPECT_EQ(items.at("fifo").kind, ItemKind::SpecialFile);
     EXPECT_EQ(items.at("x/z").sizeBytes, 7U);
+    EXPECT_EQ(items.at("empty").kind, ItemKind::DirectoryWithoutFiles);
+    EXPECT_EQ(items.at("empty/deep").kind, ItemKind::DirectoryWithoutFiles);
 }
 
 TEST_F(GameInventory, HasNothingOfWhatALinkLeadsTo) {

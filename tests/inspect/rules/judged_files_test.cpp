@@ -97,6 +97,10 @@ TEST(JudgedFiles, ADirectoryThatTheWalkCouldNotListIsToldOnceWhereverItLies) {
                      {"d", LeftOutReason::Unlistable}}));
 }
 
+TEST(JudgedFiles, ADirectoryWithoutFilesIsNotJudged) {
+    EXPECT_EQ(Told(Selection(), {{"d", ItemKind::DirectoryWithoutFiles}}), Pairs{});
+}
+
 TEST(JudgedFiles, ADirectorysRuleHoldsForWhatItHolds) {
     Selection selection;
     selection.skipped = {{"./d", SkipRule::ExcludedPath}, {"./d/e/.f", SkipRule::HiddenName}};

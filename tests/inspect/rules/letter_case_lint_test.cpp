@@ -12,11 +12,13 @@ namespace {
 using Paths = std::vector<std::string>;
 
 // "message / cure" for each warning.
-Paths ToldOf(const std::vector<JudgedFile>& files) {
+Paths ToldOf(const std::vector<JudgedFile>& files, const Paths& directoriesWithoutFiles = {}) {
     const Selection selection;
     const PlannedOutputs outputs;
     RuleWarnings warnings;
-    LintLetterCase({selection, selection, outputs, outputs, RulePlaces(), files}, warnings);
+    const RulePlaces places;
+    LintLetterCase({selection, selection, outputs, outputs, places, files, directoriesWithoutFiles},
+                   warnings);
     Paths told;
     for (const RuleWarning& warning : warnings) {
         told.push_back(warning.message + " / " + warning.cure);
@@ -36,15 +38,14 @@ Paths Told(const Paths& sealed, const Paths& leftOut = {},
     return ToldOf(files);
 }
 
-const std::string kOnlyOne =
-    " / Rename one: where file systems ignore letter case, only one of them can be installed";
-const std::string kFilesCure = kOnlyOne + ", and verify fails for the other.";
+const std::string kFilesCure =
+    " / Rename one: where file systems ignore letter case, only one of them can be installed, and verify may fail.";
+const std::string kFileAndDirectoryCure =
+    " / Rename one: where file systems ignore letter case, a file and a directory of one name cannot both be installed.";
 const std::string kLeftOutCure =
-    " / Rename or remove what is left out: where file systems ignore letter case, it may replace "
-    "the sealed file, and verify fails.";
+    " / Rename or remove what is left out: where file systems ignore letter case, it may replace the sealed file, and verify may fail.";
 const std::string kDirectoriesCure =
-    " / Rename one: where file systems ignore letter case, they become one directory, files of "
-    "the same name replace each other, and verify fails.";
+    " / Rename one: where file systems ignore letter case, they become one directory, in which names that clash cannot both be installed, and verify may fail.";
 
 TEST(LetterCase, IsToldOfEachGroup) {
     EXPECT_EQ(Told({"B", "a", "A", "b", "c", "c"}),
@@ -64,15 +65,15 @@ TEST(LetterCase, IsToldOfFilesThatAreLeftOutBesideSealedOnes) {
 }
 
 TEST(LetterCase, IsToldOfAFileBesideADirectory) {
-    EXPECT_EQ(
-        Told({"Data", "data/x"}),
-        Paths{"'Data' and the directory 'data' differ in letter case alone." + kOnlyOne + "."});
+    EXPECT_EQ(Told({"Data", "data/x"}),
+              Paths{"'Data' and the directory 'data' differ in letter case alone." +
+                    kFileAndDirectoryCure});
     EXPECT_EQ(Told({"data/deep/x", "y"}, {"Data", "DATA/z", "Y/z"}),
               (Paths{"'Data' and the directories 'DATA' and 'data' differ in letter case alone; "
                      "'DATA' and 'Data' are left out." +
-                         kOnlyOne + ".",
+                         kFileAndDirectoryCure,
                      "'y' and the directory 'Y' differ in letter case alone; 'Y' is left out." +
-                         kOnlyOne + "."}));
+                         kFileAndDirectoryCure}));
     EXPECT_EQ(Told({"z"}, {"Data", "data/x"}), Paths{}) << "nothing of it is sealed";
 }
 
@@ -83,22 +84,22 @@ TEST(LetterCase, IsToldOfADirectoryOfWhichSomethingIsSealed) {
     EXPECT_EQ(ToldOf(files),
               Paths{"'Data' and the directory 'data' differ in letter case alone; 'Data' is left "
                     "out." +
-                    kOnlyOne + "."});
+                    kFileAndDirectoryCure});
 }
 
 TEST(LetterCase, IsToldOfDirectoriesThatCannotBeRead) {
     EXPECT_EQ(Told({"Closed"}, {"closed"}, LeftOutReason::Unlistable),
               Paths{"'Closed' and the directory 'closed' differ in letter case alone; 'closed' is "
                     "left out." +
-                    kOnlyOne + "."});
-    EXPECT_EQ(
-        Told({"Closed", "closed/a"}, {"closed"}, LeftOutReason::Unlistable),
-        Paths{"'Closed' and the directory 'closed' differ in letter case alone." + kOnlyOne + "."})
+                    kFileAndDirectoryCure});
+    EXPECT_EQ(Told({"Closed", "closed/a"}, {"closed"}, LeftOutReason::Unlistable),
+              Paths{"'Closed' and the directory 'closed' differ in letter case alone." +
+                    kFileAndDirectoryCure})
         << "a pattern names a file in it";
     EXPECT_EQ(
         Told({"Closed/a", "closed/A"}, {"closed"}, LeftOutReason::Unlistable),
         Paths{
-            "The directories 'Closed' and 'closed' differ in letter case alone and hold 1 file of the same name." +
+            "The directories 'Closed' and 'closed' differ in letter case alone, and 1 name below them clashes." +
             kDirectoriesCure});
 }
 
@@ -107,16 +108,53 @@ TEST(LetterCase, IsToldOnceOfDirectoriesWithFilesInCommon) {
         Told({"d/Data/a", "d/Data/deep/b", "d/data/Deep/B", "d/data/c", "d/Data/e/f"},
              {"d/data/A", "d/data/E"}),
         Paths{
-            "The directories 'd/Data' and 'd/data' differ in letter case alone and hold 3 files of the same name." +
+            "The directories 'd/Data' and 'd/data' differ in letter case alone, and 3 names below them clash." +
             kDirectoriesCure});
 }
 
+TEST(LetterCase, IsToldOfDirectoriesThatAreLeftOut) {
+    EXPECT_EQ(
+        Told({"bin/a"}, {"BIN/a"}),
+        Paths{
+            "The directories 'BIN' and 'bin' differ in letter case alone, and 1 name below them clashes; 'BIN' is left out." +
+            kDirectoriesCure});
+    EXPECT_EQ(
+        Told({"bin/a", "BIN/b"}, {"BIN/a"}),
+        Paths{
+            "The directories 'BIN' and 'bin' differ in letter case alone, and 1 name below them clashes." +
+            kDirectoriesCure});
+}
+
+TEST(LetterCase, IsToldOfAFileBesideDirectoriesThatMerge) {
+    EXPECT_EQ(
+        Told({"DATA/a", "data/A"}, {"Data"}),
+        (Paths{
+            "'Data' and the directories 'DATA' and 'data' differ in letter case alone; 'Data' is left out." +
+                kFileAndDirectoryCure,
+            "The directories 'DATA' and 'data' differ in letter case alone, and 1 name below them clashes." +
+                kDirectoriesCure}));
+}
+
+TEST(LetterCase, IsToldOfDirectoriesWithoutFiles) {
+    const std::vector<JudgedFile> files = {{"data", 0, std::nullopt}, {"bin/a", 0, std::nullopt}};
+    EXPECT_EQ(
+        ToldOf(files, {"Data/deep", "Bin", "bin", "x"}),
+        Paths{"'data' and the directory 'Data' differ in letter case alone; 'Data' is left out." +
+              kFileAndDirectoryCure});
+    EXPECT_EQ(
+        ToldOf(files, {"bin/A", "bin/deep"}),
+        Paths{
+            "'bin/a' and the directory 'bin/A' differ in letter case alone; 'bin/A' is left out." +
+            kFileAndDirectoryCure});
+}
+
 TEST(LetterCase, IsToldInOneOfTheDirectories) {
-    EXPECT_EQ(Told({"Data/A", "Data/a", "data/a"}),
-              (Paths{"'Data/A' and 'Data/a' differ in letter case alone." + kFilesCure,
-                     "The directories 'Data' and 'data' differ in letter case alone and hold 1 "
-                     "file of the same name." +
-                         kDirectoriesCure}));
+    EXPECT_EQ(
+        Told({"Data/A", "Data/a", "data/a"}),
+        (Paths{
+            "'Data/A' and 'Data/a' differ in letter case alone." + kFilesCure,
+            "The directories 'Data' and 'data' differ in letter case alone, and 1 name below them clashes." +
+                kDirectoriesCure}));
 }
 
 TEST(LetterCase, IsNoMatterOfDirectoriesWithoutFilesInCommon) {

@@ -56,8 +56,13 @@ struct Subject {
 template <typename Rule>
 Paths Told(Rule rule, const Subject& subject) {
     RuleWarnings warnings;
-    static_cast<void>(rule(LintSubject{subject.selection, subject.second, subject.outputs,
-                                       subject.outputs, subject.places, subject.files},
+    static_cast<void>(rule(LintSubject{subject.selection,
+                                       subject.second,
+                                       subject.outputs,
+                                       subject.outputs,
+                                       subject.places,
+                                       subject.files,
+                                       {}},
                            warnings));
     Paths told;
     for (const RuleWarning& warning : warnings) {
@@ -511,8 +516,13 @@ TEST(SelectionLint, AsksEveryRule) {
     subject.LeaveOut(LeftOutReason::Unreachable, "listed/a");
     constexpr std::size_t kRules = 17;
     RuleWarnings warnings;
-    EXPECT_EQ(LintSelection({subject.selection, subject.second, subject.outputs, subject.outputs,
-                             subject.places, subject.files},
+    EXPECT_EQ(LintSelection({subject.selection,
+                             subject.second,
+                             subject.outputs,
+                             subject.outputs,
+                             subject.places,
+                             subject.files,
+                             {}},
                             warnings),
               ResultCode::Ok);
     EXPECT_EQ(warnings.size(), kRules);
