@@ -1,4 +1,4 @@
-"""`sealkeeper-inspect rules` where this user may not read all of the game, or names are no UTF-8: as generate."""
+"""`sealkeeper-inspect rules` where this user may not read all of the game, or names are not UTF-8: as generate."""
 
 import os
 import unittest
@@ -31,7 +31,7 @@ class AccessTest(Rules):
 
 
 class StandIns(AccessTest):
-    """What is read and listed in place of a file whose name is no UTF-8."""
+    """What is read and listed in place of a file whose name is not UTF-8."""
 
     def setUp(self) -> None:
         super().setUp()

@@ -7,7 +7,7 @@
 namespace sealkeeper {
 
 // The same text for all texts that differ in letter case alone, by Unicode's simple case folding:
-// one character stands for one. Only ASCII letters count in a text that is no UTF-8, and where
+// one character stands for one. Only ASCII letters count in a text that is not UTF-8, and where
 // `KnowsLettersOfUnicode` says no.
 [[nodiscard]] std::string CaseFolded(const std::string& text);
 

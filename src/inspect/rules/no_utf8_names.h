@@ -1,4 +1,4 @@
-// Files whose names are no UTF-8. Generate reads and lists in their place what the text names that
+// Files whose names are not UTF-8. Generate reads and lists in their place what the text names that
 // a failed conversion leaves.
 #ifndef SEALKEEPER_INSPECT_RULES_NO_UTF8_NAMES_H
 #define SEALKEEPER_INSPECT_RULES_NO_UTF8_NAMES_H

@@ -10,7 +10,7 @@ namespace sealkeeper {
 
 // JSON that may stand in a script element: it has no "<". Its members:
 //   states  the words for what became of a file: "sealed", then the reasons that occur
-//   files   for each file [path, bytes, index in states]; where the path is no UTF-8, its bytes in
+//   files   for each file [path, bytes, index in states]; where the path is not UTF-8, its bytes in
 //           hexadecimal come fourth
 [[nodiscard]] std::string PageData(const RulesReport& report);
 

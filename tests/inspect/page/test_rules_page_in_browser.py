@@ -143,7 +143,7 @@ class RulesPageInBrowser(unittest.TestCase):
                      "hostile/turned \u27e8U+202E\u27e9gpj.exe", "hostile/&lt;b&gt;&amp;"):
             self.assertIn(text, shown)
         self.assertIn("turned \\xe2\\x80\\xaegpj.exe", [message.text for message in self.all("#warnings strong")])
-        self.assertTrue(any(text.endswith("no UTF-8, in bytes: 686f7374696c652f6e6f205554462d3820ffc328eda080")
+        self.assertTrue(any(text.endswith("not UTF-8, in bytes: 686f7374696c652f6e6f205554462d3820ffc328eda080")
                             for text in shown))
         self.save_picture("hostile-names.png")
 

@@ -93,7 +93,7 @@ class TableView {
     const folder = file.path.slice(0, file.path.length - file.name.length);
     path.append(textSpan('folder', visibleText(folder)), textSpan('name', visibleText(file.name)));
     if (file.pathHex) {
-      path.append(textSpan('bytes-of-name', `no UTF-8, in bytes: ${file.pathHex}`));
+      path.append(textSpan('bytes-of-name', `not UTF-8, in bytes: ${file.pathHex}`));
     }
     row.insertCell().textContent = grouped.format(file.bytes);
     row.insertCell().textContent = stateText(this.report, file.state);
