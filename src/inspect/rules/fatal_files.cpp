@@ -6,7 +6,6 @@
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_format.h"
 #include "inspect/report/utf8_text.h"
-#include "inspect/rules/no_utf8_names.h"
 #include "platform/text_encoding.h"
 
 namespace sealkeeper {
@@ -56,20 +55,12 @@ bool IsForbiddenButEmpty(const SelectedFile& file) {
     return file.sizeBytes == 0 && file.isLocked;
 }
 
-ResultCode FindFatalFile(const Selection& selection, std::optional<Refusal>& refusal) {
-    refusal.reset();
-    StandIn standIn;
-    const bool isStandInRead =
-        std::any_of(selection.files.begin(), selection.files.end(),
-                    [](const SelectedFile& file) { return !IsUtf8(file.path); });
-    if (const ResultCode code = isStandInRead ? LookAtStandIn(standIn) : ResultCode::Ok;
-        code != ResultCode::Ok) {
-        return code;
-    }
+std::optional<Refusal> FindFatalFile(const Selection& selection) {
+    std::optional<Refusal> refusal;
     const AliasMap aliases = WideAliases(selection.config.pathAliases);
     std::wstring firstPath;
     for (const SelectedFile& file : selection.files) {
-        auto found = RefusalAt(file, aliases, standIn);
+        auto found = RefusalAt(file, aliases, selection.standIn);
         if (!found) {
             continue;
         }
@@ -80,7 +71,7 @@ ResultCode FindFatalFile(const Selection& selection, std::optional<Refusal>& ref
             firstPath = std::move(path);
         }
     }
-    return ResultCode::Ok;
+    return refusal;
 }
 
 }  // namespace sealkeeper

@@ -4,7 +4,6 @@
 
 #include <optional>
 
-#include "app/result_code.h"
 #include "catalogue/path_alias.h"
 #include "inspect/rules/rules_report.h"
 #include "inspect/rules/selection.h"
@@ -24,10 +23,9 @@ namespace sealkeeper {
 // it.
 [[nodiscard]] bool IsForbiddenButEmpty(const SelectedFile& file);
 
-// Sets `refusal` to why generate would fail at a file of `selection`, the first in the order in
-// which it reads them; empty if it would not. The current directory is the game directory. Fails as
-// `JudgeLookError` does.
-ResultCode FindFatalFile(const Selection& selection, std::optional<Refusal>& refusal);
+// Why generate would fail at a file of `selection`, the first in the order in which it reads them;
+// empty if it would not. Call after `LookAtWhatIsRead`.
+[[nodiscard]] std::optional<Refusal> FindFatalFile(const Selection& selection);
 
 }  // namespace sealkeeper
 

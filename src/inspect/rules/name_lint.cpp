@@ -74,15 +74,10 @@ StandInWords WordsOf(const StandIn& standIn) {
 
 }  // namespace
 
-ResultCode LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
+void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings) {
     const auto noUtf8 = SelectedPaths(subject.selection,
                                       [](const SelectedFile& file) { return !IsUtf8(file.path); });
-    StandIn standIn;
-    if (const ResultCode code = noUtf8.empty() ? ResultCode::Ok : LookAtStandIn(standIn);
-        code != ResultCode::Ok) {
-        return code;
-    }
-    const StandInWords words = WordsOf(standIn);
+    const StandInWords words = WordsOf(subject.selection.standIn);
     WarnOf(noUtf8, words.singular, words.plural, "Rename it, or leave it out.", warnings);
     const std::string room = std::to_string(entry_record::kMaxPathUnits);
     WarnOf(SelectedPaths(subject.selection, IsTooLong),
@@ -98,7 +93,6 @@ ResultCode LintImpossibleNames(const LintSubject& subject, RuleWarnings& warning
            "is made too long for a catalogue by an alias: generate fails at it.",
            "are made too long for a catalogue by an alias: generate fails at them.",
            "Shorten its names, or take the alias out.", warnings);
-    return ResultCode::Ok;
 }
 
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings) {

@@ -14,6 +14,7 @@
 #include "inspect/rules/second_selection.h"
 #include "inspect/rules/selection.h"
 #include "inspect/rules/selection_lint.h"
+#include "inspect/rules/what_is_read.h"
 #include "platform/converter_watch.h"
 
 namespace sealkeeper {
@@ -79,10 +80,10 @@ ResultCode MakeReport(const RulesRequest& request, RulesReport& report) {
     }
     report.refusal = selection.refusal;
     if (!report.refusal) {
-        if (const ResultCode code = FindFatalFile(selection, report.refusal);
-            code != ResultCode::Ok) {
+        if (const ResultCode code = LookAtWhatIsRead(selection); code != ResultCode::Ok) {
             return code;
         }
+        report.refusal = FindFatalFile(selection);
     }
     if (selection.isComplete) {
         return ReportSelection(request, outputs, selection, report);

@@ -8,8 +8,8 @@
 
 namespace sealkeeper {
 
-// Sets in `written`, the outputs by the paths where they lie, the paths of those that `selection`
-// has only by a link or "..": each becomes the lexical path by which it is selected. `game` has the
+// Renames outputs in `written`, which has the paths where they lie. An output that `selection` has
+// by another path alone, through a link or "..", gets that path, made lexical. `game` has the
 // outputs.
 void NameAsSelected(const Selection& selection, const GameWithOutputs& game,
                     const PlannedOutputs& outputs, PlannedOutputs& written);

@@ -1,7 +1,5 @@
 #include "inspect/rules/selection.h"
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -11,8 +9,6 @@
 #include "config/config_document.h"
 #include "config/config_names.h"
 #include "inspect/report/logged_error.h"
-#include "inspect/report/utf8_text.h"
-#include "inspect/tree/access_right.h"
 #include "platform/found_file.h"
 #include "runtime/runtime_configuration_format.h"
 #include "runtime/runtime_settings.h"
@@ -75,14 +71,7 @@ ResultCode LookAtSelected(const FileTree& game, const std::string& path, const F
             return code;
         }
     }
-    SelectedFile file{path, static_cast<std::uint64_t>(status.sizeBytes), status.type};
-    if (file.type == FileType::Regular && IsUtf8(path)) {
-        if (const ResultCode code = AskForRight(path, R_OK, file.isLocked);
-            code != ResultCode::Ok) {
-            return code;
-        }
-    }
-    files.push_back(std::move(file));
+    files.push_back({path, static_cast<std::uint64_t>(status.sizeBytes), status.type});
     return ResultCode::Ok;
 }
 

@@ -13,6 +13,7 @@
 #include "config/file_collector.h"
 #include "config/path_patterns.h"
 #include "inspect/rules/game_with_outputs.h"
+#include "inspect/rules/no_utf8_names.h"
 #include "inspect/rules/planned_outputs.h"
 #include "inspect/rules/rules_report.h"
 #include "platform/file_system.h"
@@ -26,8 +27,7 @@ struct SelectedFile {
     std::uint64_t sizeBytes = 0;
     // `Missing` where this user may not look at it: a walk finds its name and its type alone.
     FileType type = FileType::Regular;
-    // Whether this user may not read it. Only asked of what generate reads: regular files whose
-    // names are UTF-8.
+    // Whether this user may not read it. Set by `LookAtWhatIsRead`.
     bool isLocked = false;
 };
 
@@ -47,6 +47,8 @@ struct Selection {
     // In the order of the walk. A file found in two ways is repeated.
     std::vector<SelectedFile> files;
     std::vector<SkippedPath> skipped;
+    // What is read in place of files whose names are not UTF-8. Set by `LookAtWhatIsRead`.
+    StandIn standIn;
 };
 
 // A configuration file and its contents.

@@ -7,8 +7,7 @@ namespace sealkeeper {
 ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     assert(subject.selection.matches.size() == subject.secondSelection.matches.size());
     // These may fail, so they run before the rest.
-    for (const auto rule :
-         {LintUnmatchedPatterns, LintLinksOutOfGame, LintRenamedFiles, LintImpossibleNames}) {
+    for (const auto rule : {LintUnmatchedPatterns, LintLinksOutOfGame, LintRenamedFiles}) {
         if (const ResultCode code = rule(subject, warnings); code != ResultCode::Ok) {
             return code;
         }
@@ -17,6 +16,7 @@ ResultCode LintSelection(const LintSubject& subject, RuleWarnings& warnings) {
     LintExtensionCase(subject, warnings);
     LintRepeatedFiles(subject, warnings);
     LintOwnOutputs(subject, warnings);
+    LintImpossibleNames(subject, warnings);
     LintBackslashNames(subject, warnings);
     LintUnhashableFiles(subject, warnings);
     LintLetterCase(subject, warnings);

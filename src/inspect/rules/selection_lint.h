@@ -17,6 +17,7 @@ namespace sealkeeper {
 // What to examine. The current directory is the game directory. Both selections are complete and
 // follow the same rules, so they have matches for the same patterns.
 struct LintSubject {
+    // With what `LookAtWhatIsRead` sets.
     const Selection& selection;
     // The selection of a second run, which finds the outputs of the first.
     const Selection& secondSelection;
@@ -60,8 +61,8 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings);
 
 // Names that no catalogue can hold. One that is not UTF-8 is listed as another file, which is empty
 // where it does not exist; generate fails where that file cannot be read. At a name that is too
-// long, generate fails. Fails as `JudgeLookError` does.
-ResultCode LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
+// long, generate fails.
+void LintImpossibleNames(const LintSubject& subject, RuleWarnings& warnings);
 // Names with a backslash, which the catalogue stores as '/'.
 void LintBackslashNames(const LintSubject& subject, RuleWarnings& warnings);
 // Files that are selected but cannot be hashed: not regular, or not to be read or reached by this

@@ -15,6 +15,7 @@ namespace {
 struct FailingPath {
     PathCall call;
     std::string path;
+    int systemError;
 };
 
 std::optional<FailingPath>& Armed() {
@@ -25,15 +26,15 @@ std::optional<FailingPath>& Armed() {
 bool FailsAt(PathCall call, const char* path) {
     const bool fails = Armed() && Armed()->call == call && Armed()->path == path;
     if (fails) {
-        errno = EIO;
+        errno = Armed()->systemError;
     }
     return fails;
 }
 
 }  // namespace
 
-ScopedFailingPath::ScopedFailingPath(PathCall call, const std::string& path) {
-    Armed() = {call, path};
+ScopedFailingPath::ScopedFailingPath(PathCall call, const std::string& path, int systemError) {
+    Armed() = {call, path, systemError};
 }
 
 ScopedFailingPath::~ScopedFailingPath() {
@@ -42,27 +43,24 @@ ScopedFailingPath::~ScopedFailingPath() {
 
 }  // namespace sealkeeper::test
 
-using sealkeeper::test::FailsAt;
-using sealkeeper::test::PathCall;
-using sealkeeper::test::Real;
-
 extern "C" {
 
 int access(const char* path, int right) SEALKEEPER_NOTHROW {
-    return FailsAt(PathCall::Access, path) ? -1
-                                           : Real<int(const char*, int)>("access")(path, right);
+    return sealkeeper::test::FailsAt(sealkeeper::test::PathCall::Access, path)
+               ? -1
+               : sealkeeper::test::Real<int(const char*, int)>("access")(path, right);
 }
 
 char* realpath(const char* path, char* resolved) SEALKEEPER_NOTHROW {
-    return FailsAt(PathCall::RealPath, path)
+    return sealkeeper::test::FailsAt(sealkeeper::test::PathCall::RealPath, path)
                ? nullptr
-               : Real<char*(const char*, char*)>("realpath")(path, resolved);
+               : sealkeeper::test::Real<char*(const char*, char*)>("realpath")(path, resolved);
 }
 
 int stat(const char* path, struct stat* status) SEALKEEPER_NOTHROW {
-    return FailsAt(PathCall::Stat, path)
+    return sealkeeper::test::FailsAt(sealkeeper::test::PathCall::Stat, path)
                ? -1
-               : Real<int(const char*, struct stat*)>("stat")(path, status);
+               : sealkeeper::test::Real<int(const char*, struct stat*)>("stat")(path, status);
 }
 
 }  // extern "C"

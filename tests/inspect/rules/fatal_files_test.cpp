@@ -7,17 +7,9 @@
 #include <string>
 
 #include "support/quiet_log.h"
-#include "support/temp_directory.h"
 
 namespace sealkeeper {
 namespace {
-
-// Why generate would fail at a file of `selection`.
-std::optional<Refusal> FatalIn(const Selection& selection) {
-    std::optional<Refusal> refusal;
-    EXPECT_EQ(FindFatalFile(selection, refusal), ResultCode::Ok);
-    return refusal;
-}
 
 TEST(TooLongPaths, AreCountedInUnitsOfUtf16) {
     EXPECT_FALSE(IsTooLong({"./" + std::string(255, 'x')})) << "the './' is not stored";
@@ -34,16 +26,16 @@ TEST(TooLongPaths, AreCountedInUnitsOfUtf16) {
 
 TEST(FatalFiles, AreNoneInAGoodSelection) {
     Selection selection;
-    EXPECT_EQ(FatalIn(selection), std::nullopt);
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt);
     selection.files = {{"./missing", 1}, {"./" + std::string(255, 'x')}};
-    EXPECT_EQ(FatalIn(selection), std::nullopt);
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt);
 }
 
 TEST(FatalFiles, AreToldByTheFirstThatIsRead) {
     Selection selection;
     const std::string first(256, 'x');
     selection.files = {{"./a"}, {"./" + std::string(256, 'y')}, {"./" + first}};
-    const auto refusal = FatalIn(selection);
+    const auto refusal = FindFatalFile(selection);
     ASSERT_TRUE(refusal.has_value());
     EXPECT_EQ(refusal->code, ResultCode::CatalogueError);
     EXPECT_EQ(refusal->message, "Path too long for the catalogue: './" + first + "'.");
@@ -62,7 +54,7 @@ TEST(ForbiddenFiles, HaveContentThatThisUserMayNotRead) {
     EXPECT_FALSE(IsForbiddenButEmpty({"./open"}));
     Selection selection;
     selection.files = {Locked("./closed", 1)};
-    EXPECT_EQ(FatalIn(selection).value_or(Refusal()).message,
+    EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).message,
               "'./closed' cannot be read by this user.");
 }
 
@@ -71,23 +63,21 @@ TEST(FatalFiles, PathsMayBeTooLongByTheirAlias) {
     Selection selection;
     selection.config.pathAliases = {{"bin", "data"}};
     selection.files = {{"./bin/" + std::string(122, 'x')}};
-    EXPECT_EQ(FatalIn(selection), std::nullopt) << "127 characters of four bytes";
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "127 characters of four bytes";
     selection.files = {{"./bin/" + std::string(123, 'x')}};
-    EXPECT_EQ(FatalIn(selection).value_or(Refusal()).code, ResultCode::CatalogueError);
+    EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).code, ResultCode::CatalogueError);
     selection.files = {{"./lib/" + std::string(123, 'x')}};
-    EXPECT_EQ(FatalIn(selection), std::nullopt) << "no alias is in it";
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "no alias is in it";
 }
 
-TEST(FatalFiles, MayBeWhatIsReadInPlaceOfNamesThatAreNoUtf8) {
-    const test::TempDirectory game;
-    const test::ScopedCurrentDirectory inGame(game.Path());
+TEST(FatalFiles, MayBeWhatIsReadInPlaceOfNamesThatAreNotUtf8) {
     Selection selection;
     selection.files = {{"./\xFF", 1}};
-    EXPECT_EQ(FatalIn(selection), std::nullopt) << "missing";
-    game.WriteFile("U82W_ERROR/x", "1");
-    EXPECT_EQ(FatalIn(selection).value_or(Refusal()).code, ResultCode::CatalogueIOError);
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "missing";
+    selection.standIn.refusal = Refusal{ResultCode::CatalogueIOError, "is a directory"};
+    EXPECT_EQ(FindFatalFile(selection).value_or(Refusal()).code, ResultCode::CatalogueIOError);
     selection.files = {{"./a", 1}};
-    EXPECT_EQ(FatalIn(selection), std::nullopt) << "not read";
+    EXPECT_EQ(FindFatalFile(selection), std::nullopt) << "not read";
 }
 
 }  // namespace
