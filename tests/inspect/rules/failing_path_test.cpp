@@ -48,20 +48,20 @@ std::string CouldNotLookAt(const std::string& path) {
     return "Could not look at '" + path + "': Input/output error.";
 }
 
-TEST_F(FailingPath, IsNoSelectedFileThatMayBeRead) {
+TEST_F(FailingPath, EndsRulesAtASelectedFile) {
     EXPECT_EQ(ErrorWith(R"("a")"), "");
     const test::ScopedFailingPath failing(PathCall::Access, "./a");
     EXPECT_EQ(ErrorWith(R"("a")"), CouldNotLookAt("./a"));
 }
 
-TEST_F(FailingPath, IsNoMissingFileInPlaceOfANameThatIsNoUtf8) {
+TEST_F(FailingPath, EndsRulesWhereTheStandInIsLookedAt) {
     const test::ScopedFailingPath failing(PathCall::Stat, "U82W_ERROR");
     EXPECT_EQ(ErrorWith(R"("a")"), "") << "all names are UTF-8";
     directory_.WriteFile("game/d/\xFF", "1");
     EXPECT_EQ(ErrorWith(R"("d")"), CouldNotLookAt("U82W_ERROR"));
 }
 
-TEST_F(FailingPath, IsNoForbiddenFileInPlaceOfANameThatIsNoUtf8) {
+TEST_F(FailingPath, EndsRulesWhereTheRightToTheStandInIsAsked) {
     directory_.WriteFile("game/d/\xFF", "1");
     directory_.WriteFile("game/U82W_ERROR", "1");
     EXPECT_EQ(ErrorWith(R"("d")"), "");
@@ -69,7 +69,7 @@ TEST_F(FailingPath, IsNoForbiddenFileInPlaceOfANameThatIsNoUtf8) {
     EXPECT_EQ(ErrorWith(R"("d")"), CouldNotLookAt("U82W_ERROR"));
 }
 
-TEST_F(FailingPath, IsNoOpenDirectoryOnTheWayOfAPattern) {
+TEST_F(FailingPath, EndsRulesAtADirectoryOnTheWayOfAPattern) {
     for (const PathCall call : {PathCall::Access, PathCall::Stat}) {
         const test::ScopedFailingPath failing(call, "d");
         EXPECT_EQ(ErrorWith(R"("a", "d/gone")"), CouldNotLookAt("d"));
@@ -77,7 +77,7 @@ TEST_F(FailingPath, IsNoOpenDirectoryOnTheWayOfAPattern) {
     }
 }
 
-TEST_F(FailingPath, IsNoEndOfAWayOutOfTheGame) {
+TEST_F(FailingPath, EndsRulesOnAWayOutOfTheGame) {
     EXPECT_EQ(ErrorWith(R"("a", "out/x")"), "");
     for (const char* const path : {"out/x", "out"}) {
         const test::ScopedFailingPath failing(PathCall::RealPath, path);
@@ -85,7 +85,7 @@ TEST_F(FailingPath, IsNoEndOfAWayOutOfTheGame) {
     }
 }
 
-TEST_F(FailingPath, MayBeTheGameItself) {
+TEST_F(FailingPath, EndsRulesAtTheGameItself) {
     const test::ScopedFailingPath failing(PathCall::RealPath, ".");
     EXPECT_EQ(ErrorWith(R"("a")"), CouldNotLookAt("."));
 }
