@@ -118,7 +118,7 @@ class Reasons(Rules):
         self.assertEqual(self.states(report), {
             ".": "unlistable", "bin": "unlistable", "link/sub": "unlistable", "other/b": "sealed"})
         self.assertEqual(self.warnings_of(report), [
-            "The game directory cannot be listed, so what no include pattern leads to by name is not known.",
+            "The game directory cannot be listed, so the files that are left out are not known.",
             "'bin' and 'link/sub' cannot be read, so nothing in them is sealed."])
 
     def test_a_dangling_link_that_a_pattern_names(self) -> None:

@@ -173,7 +173,7 @@ void LintUnlistableDirectories(const LintSubject& subject, RuleWarnings& warning
     if (HasIncludes(subject.selection.config) && game != directories.end()) {
         warnings.push_back(WarningAt(
             kNoPlace,
-            "The game directory cannot be listed, so what no include pattern leads to by name is not known.",
+            "The game directory cannot be listed, so the files that are left out are not known.",
             kCureOfGameItself));
         directories.erase(game);
     }

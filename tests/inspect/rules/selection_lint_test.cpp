@@ -472,7 +472,7 @@ TEST(UnlistableDirectories, MayBeTheGameItselfBesideOthersThatPatternsName) {
     subject.Match({{"bin", {"bin"}}});
     subject.LeaveOut(LeftOutReason::Unlistable, ".");
     const std::string game =
-        "The game directory cannot be listed, so what no include pattern leads to by name is not known. / Give this user the right to read it.";
+        "The game directory cannot be listed, so the files that are left out are not known. / Give this user the right to read it.";
     EXPECT_EQ(Told(LintUnlistableDirectories, subject), Paths{game});
     subject.LeaveOut(LeftOutReason::Unlistable, "bin");
     EXPECT_EQ(
