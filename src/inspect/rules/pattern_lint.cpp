@@ -52,7 +52,8 @@ std::map<std::string, FilesOfExtension> FilesByExtension(const Selection& select
     std::map<std::string, FilesOfExtension> byExtension;
     for (const SelectedFile& file : selection.files) {
         std::string extension(ExtensionIn(file.path));
-        if (extension.empty() || named.contains(file.path)) {
+        // A final dot alone begins no extension.
+        if (extension.size() < 2 || named.contains(file.path)) {
             continue;
         }
         FilesOfExtension& files = byExtension[CaseFolded(extension)];

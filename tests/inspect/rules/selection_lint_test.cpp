@@ -209,10 +209,11 @@ TEST(RenamedFiles, AreNoneByNamesAlone) {
 
 TEST(ExtensionCase, IsToldOfFilesThatDifferInItAlone) {
     Subject subject;
-    subject.selection.config.excludedExtensions = {".LOG", ".pak", ".Pak", ".Pdb", "none"};
-    subject.places.extensions = {{".LOG", {7, 1}}, {".pak", {8, 1}}, {".Pak", {9, 1}}};
+    subject.selection.config.excludedExtensions = {".LOG", ".pak", ".Pak", ".Pdb", "none", "."};
+    subject.places.extensions = {
+        {".LOG", {7, 1}}, {".pak", {8, 1}}, {".Pak", {9, 1}}, {".", {10, 1}}};
     subject.Match({}, false);
-    subject.Select({"a.log", "d/B.PAK", "c.pAK", "e.PAK", "bare", "pdb", "NONE"});
+    subject.Select({"a.log", "d/B.PAK", "c.pAK", "e.PAK", "bare", "pdb", "NONE", "z."});
     subject.LeaveOut(LeftOutReason::ExcludedExtension, "a.pak");
     subject.LeaveOut(LeftOutReason::Hidden, ".x/a.pdb");
     EXPECT_EQ(
