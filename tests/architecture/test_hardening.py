@@ -1,15 +1,17 @@
 """The hardening of each built program, read from its file."""
 
 import os
-import platform
 import re
 import shutil
 import subprocess
 import sys
 import unittest
 
-IS_X86 = platform.machine() == "x86_64"
 TOOLS = ("readelf", "objdump")
+# The machines of ELF files by their number, with the instructions to which indirect calls may lead.
+X86_64 = 62
+AARCH64 = 183
+LANDING_INSTRUCTIONS = {X86_64: ("endbr64",), AARCH64: ("bti", "paciasp")}
 
 
 class HardeningOf:
@@ -21,6 +23,9 @@ class HardeningOf:
     def setUpClass(cls):
         super().setUpClass()
         cls.program = os.environ[cls.variable]
+        with open(cls.program, "rb") as file:
+            # The machine need not be the one that runs this test.
+            cls.machine = int.from_bytes(file.read(20)[18:], "little")
         cls.dynamic_section = cls.output_of("readelf", "--dynamic", "--wide")
         cls.dynamic_symbols = cls.output_of("readelf", "--dyn-syms", "--wide")
         cls.instructions = cls.output_of("objdump", "--disassemble", "--no-show-raw-insn")
@@ -52,16 +57,18 @@ class HardeningOf:
         # The names of libstdc++ and of libc++.
         self.assertRegex(self.dynamic_symbols, r"\sUND \w*(?:__glibcxx_assert_fail|__libcpp_verbose_abort)")
 
-    @unittest.skipUnless(IS_X86, "knows the instructions of x86-64")
     def test_functions_begin_where_calls_may_land(self):
-        functions = re.findall(r"<(main|_ZN10sealkeeper\w+)>:\n.*\t(\w+)", self.instructions)
+        if self.machine not in LANDING_INSTRUCTIONS:
+            self.skipTest("knows the instructions of x86-64 and ARM64 only")
+        functions = re.findall(r"<(main|_ZN10sealkeeper\w+)>:\n\s*\w+:\s+(\w+)", self.instructions)
         # Functions that are only called directly need no mark.
-        marked = [name for name, instruction in functions if instruction == "endbr64"]
+        marked = [name for name, instruction in functions if instruction in LANDING_INSTRUCTIONS[self.machine]]
         self.assertIn("main", marked)
         self.assertGreater(len(marked), 100)
 
-    @unittest.skipUnless(IS_X86, "knows the instructions of x86-64")
     def test_large_stack_frames_are_probed(self):
+        if self.machine != X86_64:
+            self.skipTest("knows the probes of x86-64 only")
         probe = r"sub\s+\$0x1000,%rsp\n.*\t(?:or|mov)q\s+\$0x0,(?:0x[0-9a-f]+)?\(%rsp\)"
         self.assertTrue(re.search(probe, self.instructions))
 
