@@ -199,12 +199,15 @@ def require_nothing(what: str, names: Sequence[str]) -> None:
 
 def imported_functions(program: Path) -> List[str]:
     """The functions that the program and the cryptographic libraries import, without symbol versions."""
-    linked = subprocess.run(["ldd", str(program)], capture_output=True, text=True, check=True).stdout
+    # As ldd does, which knows no programs for other machines.
+    environment = {**os.environ, "LD_TRACE_LOADED_OBJECTS": "1"}
+    linked = subprocess.run([str(program)], capture_output=True, text=True, check=True, env=environment).stdout
     libraries = re.findall(r"=> (\S*/libmbed\S*)", linked)
     names: List[str] = []
     for module in [str(program), *libraries]:
-        listed = subprocess.run(["nm", "-D", "--undefined-only", module], capture_output=True, text=True, check=True)
-        imported = [line.split()[-1].partition("@")[0] for line in listed.stdout.splitlines()]
+        listed = subprocess.run(["readelf", "--dyn-syms", "--wide", module], capture_output=True, text=True, check=True)
+        # Which data is imported depends on the machine.
+        imported = re.findall(r"\s(?!OBJECT|TLS)\S+\s+(?:GLOBAL|WEAK)\s+\S+\s+UND ([^\s@]+)", listed.stdout)
         # The program has no influence on what these libraries call in each other.
         names += [name for name in imported if module == str(program) or not name.startswith("mbedtls_")]
     return sorted(set(names))
