@@ -177,9 +177,19 @@ def copied(folder: str, name: str = "base") -> str:
     return info(f"[Success] Certificate copied: {folder}{name}.cer\n")
 
 
+# Generate puts them after the path that it hashes. Verify puts them after the verdict on the file before, and on the
+# empty line before the first verdict.
+BEFORE_DOTS = "|".join((
+    r"\[Info\] Hashing .*?\.\.\.",
+    r"\[Info\] \[Success\] Successfully verified '.*'\.",
+    r"\[Err!\] \[Failure\] Failed to verify '.*' - Code \d+ \(.*\)\.",
+    "",
+))
+
+
 def without_dots(output: str) -> str:
     """Return console output without progress dots, which depend on the speed of the machine."""
-    return re.sub(r"^(\[Info\] Hashing .*?\.\.\.)\.+$", r"\1", output, flags=re.MULTILINE)
+    return re.sub(rf"^({BEFORE_DOTS})\.+$", r"\1", output, flags=re.MULTILINE)
 
 
 def lines_of(output: str) -> List[str]:
