@@ -30,6 +30,12 @@ TIMEOUT_SECONDS = 60
 NOBODY = 65534
 # A sanitizer uses memory and descriptors of its own.
 UNDER_SANITIZER = b"__asan_init" in PROGRAM.read_bytes()
+# tools/check-arm64.sh says so of an emulator.
+LACKS_ADDRESS_SPACE_LIMITS = os.environ.get("SEALKEEPER_TEST_LACKS") == "address-space-limits"
+with_limited_address_space = unittest.skipIf(
+    UNDER_SANITIZER or LACKS_ADDRESS_SPACE_LIMITS,
+    "a sanitizer or an emulator takes more address space than any limit leaves",
+)
 OUTPUT_FOLDER = "Quorvane/Certificates"
 
 INCLUDE_BIN = 'config_info { version = 2; }\nsearch_options { include_paths = ["bin"] }\n'

@@ -1,7 +1,6 @@
 """Files that demand much memory or time: how much the program uses, and its messages when memory runs out.
 
-Memory tests are skipped under the address sanitizer, which reserves more address space than any limit leaves. Time
-tests run there too.
+Memory tests are skipped under the address sanitizer and under an emulator. Time tests run there too.
 """
 
 from __future__ import annotations
@@ -19,7 +18,7 @@ import e2e_console as console
 import e2e_read_back as texts
 from catalogue_entry import entry_of_bytes
 from compressed_bomb import MIB, bomb
-from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, UNDER_SANITIZER, Run, config
+from e2e_support import GOOD, PRODUCT, PROGRAM, TIMEOUT_SECONDS, Run, config, with_limited_address_space
 from independent_test_support import block_of_codes
 from signed_game import STATUSES, SignedGameTest
 
@@ -82,7 +81,7 @@ class Time(LimitedTest):
         self.assert_refused_in_time(signed(b"", LARGEST, LARGEST))
 
 
-@unittest.skipIf(UNDER_SANITIZER, "the address sanitizer reserves more address space than any limit leaves")
+@with_limited_address_space
 class Memory(LimitedTest):
     """Runs of a child whose address space is limited."""
 

@@ -17,7 +17,7 @@ import catalogue_format
 import runtime_conf_format
 from catalogue_entry import PATH_FIELD_SIZE, entry_of_bytes, with_alias
 from compressed_bomb import MIB, bomb
-from e2e_support import GOOD, PRODUCT, TIMEOUT_SECONDS, UNDER_SANITIZER, Credentials
+from e2e_support import GOOD, PRODUCT, TIMEOUT_SECONDS, Credentials, with_limited_address_space
 from e2e_terminal import run_on_terminal
 from inspect_support import ERROR, INSPECT, USAGE, WARNING, Inspection, InspectTest
 from inspect_support import GOOD as GOOD_STATUS
@@ -373,7 +373,7 @@ class NotValid(ShowTest):
         self.assert_cause(changed_at(self.image, 5), "damaged beginning")
 
 
-@unittest.skipIf(UNDER_SANITIZER, "the address sanitizer reserves more address space than any limit leaves")
+@with_limited_address_space
 class Memory(ShowTest):
     """Small files that claim to be large. The program itself uses 20 MB."""
 
