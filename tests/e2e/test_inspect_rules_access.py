@@ -1,6 +1,7 @@
 """`sealkeeper-inspect rules` where this user may not read all of the game, or names are not UTF-8: as generate."""
 
 import os
+import shutil
 import unittest
 from typing import Any, Dict
 
@@ -118,6 +119,19 @@ class Closed(AccessTest):
                 self.assertIn("'bin/locked' is empty and cannot be read by this user: generate seals it all the same, "
                               "but verify fails where it cannot be read.", told)
                 self.assertIn("'bin/closed/deep' cannot be read, so nothing in it is sealed.", told)
+
+    def test_no_way_leads_on_by_dots(self) -> None:
+        self.write("e/z", b"1")
+        (self.game / "way").symlink_to("bin/closed/../../e")
+        for pattern in ("bin/closed/../../e", "bin/closed/../../Quorvane", "bin/c*/../../e", "bin/c*/..", "bin/c*/.",
+                        "bin/closed/.", "bin/closed/./s", "bin/closed//../a", "way", "w*/z"):
+            for run in ("first", "second"):
+                with self.subTest(pattern=pattern, run=run):
+                    report = self.report_and_generate(f'include_paths = ["{pattern}", "bin/a"]', WARNING, 0)
+                    self.assertEqual(self.listed(), {"bin/a": 1})
+                    self.assertEqual([file["path"] for file in report["files"] if file["state"] == "sealed"],
+                                     ["bin/a"])
+            shutil.rmtree(self.game / "Quorvane", ignore_errors=True)
 
     def test_a_pattern_leaves_out_what_cannot_be_looked_at(self) -> None:
         report = self.report_and_generate('include_paths = ["bin/a", "bin/closed/*"]', WARNING, 0)

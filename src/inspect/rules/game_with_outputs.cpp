@@ -28,6 +28,12 @@ std::string KeyIn(const std::string& directory, std::string_view name) {
     return (directory == "/" ? "" : directory) + "/" + std::string(name);
 }
 
+// As `ResolvePath`, but empty where the system does not follow `path`. The C library resolves dot
+// components by the text alone, also after a directory that this user may not search.
+std::optional<std::string> ResolveFollowed(const std::string& path) {
+    return GetFileType(path) == FileType::Missing ? std::nullopt : ResolvePath(path);
+}
+
 }  // namespace
 
 GameWithOutputs::GameWithOutputs(std::string gameDirectory) : root_(std::move(gameDirectory)) {}
@@ -42,7 +48,7 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& pa
 // The same, following at most `linksLeft` links that the system cannot follow.
 std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& path,
                                                            int& linksLeft) const {
-    if (auto resolved = ResolvePath(path)) {
+    if (auto resolved = ResolveFollowed(path)) {
         return resolved;
     }
     // The system accepts no longer path.
@@ -65,18 +71,22 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::KeyOf(const std::string& pa
     return path.ends_with('/') && !IsDirectory(*key) ? std::nullopt : key;
 }
 
-// Resolves `name` in `directory`. Empty for a link that dangles even with what was added.
+// Resolves `name` in `directory`. Empty for a link that dangles even with what was added, and for a
+// dot component of a directory that this user may not search.
 std::optional<GameWithOutputs::Key> GameWithOutputs::Step(const Key& directory,
                                                           std::string_view name,
                                                           int& linksLeft) const {
-    if (name.empty() || name == ".") {
+    if (name.empty()) {
         return directory;
     }
-    if (name == "..") {
-        return ParentKeyOf(directory);
+    if (name == "." || name == "..") {
+        if (!MayBeSearched(directory)) {
+            return std::nullopt;
+        }
+        return name == "." ? directory : ParentKeyOf(directory);
     }
     Key key = KeyIn(directory, name);
-    if (auto resolved = ResolvePath(key)) {
+    if (auto resolved = ResolveFollowed(key)) {
         return resolved;
     }
     bool isLink = false;
@@ -101,6 +111,12 @@ std::optional<GameWithOutputs::Key> GameWithOutputs::TargetOf(const Key& link,
 bool GameWithOutputs::IsDirectory(const Key& key) const {
     const auto added = added_.find(key);
     return (added != added_.end() ? added->second : StatusOfPath(key)).type == FileType::Directory;
+}
+
+// Added directories are this user's own. The system looks for dot components in any other as for
+// names, which takes the right to search it.
+bool GameWithOutputs::MayBeSearched(const Key& directory) const {
+    return added_.contains(directory) || GetFileType(KeyIn(directory, ".")) == FileType::Directory;
 }
 
 std::optional<std::string> GameWithOutputs::Resolve(const std::string& path) const {

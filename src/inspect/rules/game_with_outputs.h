@@ -50,6 +50,7 @@ class GameWithOutputs : public FileTree {
                                           int& linksLeft) const;
     [[nodiscard]] std::optional<Key> TargetOf(const Key& link, int& linksLeft) const;
     [[nodiscard]] bool IsDirectory(const Key& key) const;
+    [[nodiscard]] bool MayBeSearched(const Key& directory) const;
     void Add(const std::string& path, const FileStatus& status);
     [[nodiscard]] std::optional<Key> ParentAt(const std::string& directory) const;
     void AddEntriesOf(const Key& directory, DirectoryEntries& entries) const;
