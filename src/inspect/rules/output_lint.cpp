@@ -78,7 +78,9 @@ std::string CureFor(const std::vector<std::string>& written, const LintSubject& 
 
 // The outputs that a second run selects, each by the path that leads to it.
 struct SelectedOutputs {
+    // The catalogue and the copy of the certificate.
     std::vector<std::string> replaced;
+    bool haveCatalogue = false;
     std::optional<std::string> runtimeConfiguration;
 };
 
@@ -96,8 +98,9 @@ SelectedOutputs SelectedOutputsOf(const LintSubject& subject) {
     const PlannedOutputs& asked = subject.outputs;
     const PlannedOutputs& written = subject.writtenOutputs;
     SelectedOutputs outputs;
-    for (const auto& path : {find(asked.catalogue, written.catalogue),
-                             find(asked.certificateCopy, written.certificateCopy)}) {
+    const auto catalogue = find(asked.catalogue, written.catalogue);
+    outputs.haveCatalogue = catalogue.has_value();
+    for (const auto& path : {catalogue, find(asked.certificateCopy, written.certificateCopy)}) {
         if (path) {
             outputs.replaced.push_back(*path);
         }
@@ -115,12 +118,14 @@ void LintOwnOutputs(const LintSubject& subject, RuleWarnings& warnings) {
     const SelectedOutputs selected = SelectedOutputsOf(subject);
     const std::vector<std::string>& replaced = selected.replaced;
     if (!replaced.empty()) {
-        warnings.push_back(WarningAt(PlaceOfPatternTo(replaced.front(), subject),
-                                     "A second run seals " + QuotedNameList(replaced, kMostNamed) +
-                                         " of the first one and then replaces " +
-                                         ByNumber(replaced.size(), "it", "them") +
-                                         ", so verify fails.",
-                                     CureFor(replaced, subject)));
+        warnings.push_back(WarningAt(
+            PlaceOfPatternTo(replaced.front(), subject),
+            "A second run seals " + QuotedNameList(replaced, kMostNamed) +
+                " of the first one and then replaces " + ByNumber(replaced.size(), "it", "them") +
+                // A copy of the same certificate has the same bytes.
+                (selected.haveCatalogue ? ", so verify fails."
+                                        : ", so verify fails once another certificate is used."),
+            CureFor(replaced, subject)));
     } else if (selected.runtimeConfiguration) {
         // It is written before it is hashed, so verify accepts it.
         warnings.push_back(

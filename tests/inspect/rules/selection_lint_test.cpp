@@ -270,7 +270,7 @@ TEST(OwnOutputs, AreToldAtTheListOfExcludes) {
     EXPECT_EQ(
         Told(LintOwnOutputs, OutputsSelected({"Q/base.cer", "Q/runtime.conf"})),
         Paths{
-            "9 A second run seals 'Q/base.cer' of the first one and then replaces it, so verify fails. / Add \"Q\" to exclude_paths."});
+            "9 A second run seals 'Q/base.cer' of the first one and then replaces it, so verify fails once another certificate is used. / Add \"Q\" to exclude_paths."});
 }
 
 // Excluding the folder would leave the game's own files in it unsealed.
