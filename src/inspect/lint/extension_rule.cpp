@@ -30,7 +30,7 @@ void LintExtension(const OutlinedText& extension, LintFindings& findings) {
     const std::string& text = extension.text;
     const std::string last = FromLastDot(text);
     const std::string write = last.size() > 1 && !Has(last, "*?/\\")
-                                  ? "Write " + ShownValue(last) + "."
+                                  ? "Write " + WholeValue(last) + "."
                                   : "Write it as in \".pdb\".";
     const NoExtension reasons[] = {
         {Has(text, ",;"), "is one extension to the tool, and no file has it",
@@ -38,7 +38,7 @@ void LintExtension(const OutlinedText& extension, LintFindings& findings) {
         {Has(text, "*?"), "has a wildcard in it, which is only a character here", write},
         {Has(text, "/\\"), "has a directory in it, which no extension has", write},
         {text.front() != '.', "has no dot at its start, so no file has it",
-         last.empty() ? "Write " + ShownValue("." + text) + "." : write},
+         last.empty() ? "Write " + WholeValue("." + text) + "." : write},
         {text.back() == '.', "ends in a dot, so no file has it", "Write it as in \".pdb\"."},
         {last != text, "has two dots, but an extension begins at the last one", write},
     };

@@ -56,7 +56,7 @@ void LintDetour(std::string_view key, const OutlinedText& pattern, const std::st
                  "The pattern " + ShownName(pattern.text) +
                      " has a directory '.' or an empty one in it" + effect,
                  shortest.empty() ? "Write the names of directories and files."
-                                  : "Write " + ShownValue(shortest) + ".");
+                                  : "Write " + WholeValue(shortest) + ".");
 }
 
 // Matches are stored with the leading '/', and verify treats them as absolute paths.

@@ -38,8 +38,8 @@ std::string ShownNames(const std::vector<std::string>& names) {
     return NameList(shown, kMostShownNames);
 }
 
-std::string ShownValue(std::string_view text) {
-    return '"' + Cut(text) + '"';
+std::string WholeValue(std::string_view text) {
+    return '"' + std::string(text) + '"';
 }
 
 std::string_view WithoutLeadingBlanks(std::string_view text) {

@@ -18,8 +18,9 @@ inline constexpr std::size_t kLongestShown = 60;
 // "'a'", "'a' and 'b'", "'a', 'b' and 'c'". Of more than four names the rest is counted.
 [[nodiscard]] std::string ShownNames(const std::vector<std::string>& names);
 
-// `text` in double quotes, as in a configuration file. Cut like a name.
-[[nodiscard]] std::string ShownValue(std::string_view text);
+// `text` in double quotes, as it is to be written in a configuration file. Never cut: the rest
+// would be another path.
+[[nodiscard]] std::string WholeValue(std::string_view text);
 
 // `text` without leading line ends and other bytes that the scanner skips between tokens.
 [[nodiscard]] std::string_view WithoutLeadingBlanks(std::string_view text);

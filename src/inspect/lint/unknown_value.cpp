@@ -41,7 +41,7 @@ std::string CureByKind(std::string_view keyName, std::string_view word) {
         return "Write a text in double quotes, a number with a semicolon, or remove the key.";
     }
     if (key->kind == ConfigValueKind::String) {
-        return "Write " + ShownValue(word) + " in double quotes.";
+        return "Write " + WholeValue(word) + " in double quotes.";
     }
     return "Write " + KindName(key->kind) + ", as in '" + std::string(key->name) + " = " +
            std::string(key->example) + "'.";

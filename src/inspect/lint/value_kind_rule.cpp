@@ -31,7 +31,7 @@ std::string CureOf(const KnownKey& key, const OutlinedValue& value) {
         return "Write '" + assignment + unquoted + "'.";
     }
     if (key.kind == ConfigValueKind::List && value.kind == ConfigValueKind::String) {
-        return "Write '" + assignment + "[" + ShownValue(value.texts.front().text) + "]'.";
+        return "Write '" + assignment + "[" + WholeValue(value.texts.front().text) + "]'.";
     }
     return "Write " + KindName(key.kind) + ", as in '" + assignment + std::string(key.example) +
            "'.";

@@ -35,7 +35,8 @@ TEST(ShownText, CutsWhatIsLongBetweenCharacters) {
     EXPECT_EQ(ShownName(std::string(60, 'x')), "'" + std::string(60, 'x') + "'");
     EXPECT_EQ(ShownName(std::string(61, 'x')), "'" + std::string(60, 'x') + "...'");
     EXPECT_EQ(ShownName(std::string(59, 'x') + "\xC3\xA4y"), "'" + std::string(59, 'x') + "...'");
-    EXPECT_EQ(ShownValue("a"), "\"a\"");
+    EXPECT_EQ(WholeValue(std::string(61, 'x')), '"' + std::string(61, 'x') + '"')
+        << "what is to be written";
 }
 
 TEST(ShownText, ListsNames) {
