@@ -402,6 +402,13 @@ class Refusals(Rules):
             self.assertEqual(run.status, USAGE)
             self.assertIn("--frob", run.errors)
 
+    def test_a_page_needs_a_name(self) -> None:
+        self.write("bin/a", b"1")
+        config_file = self.write_config(config('include_paths = ["bin"]'))
+        run = self.inspect("rules", config_file, "--game", self.game, "--html", "")
+        self.assertEqual((run.status, run.output), (USAGE, ""))
+        self.assertEqual(run.errors, "sealkeeper-inspect: --html: the name of a file is required (see --help)\n")
+
     def test_the_page_replaces_nothing_of_the_game(self) -> None:
         self.write("bin/a", b"1")
         config_file = self.write_config(config('include_paths = ["bin"]'))

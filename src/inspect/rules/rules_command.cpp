@@ -32,6 +32,11 @@ struct RulesOptions {
     bool listsEveryFile = false;
 };
 
+// What is wrong with the name of a file to write, such as that of an unset variable in a script.
+std::string EmptyFileFault(const std::string& file) {
+    return file.empty() ? "the name of a file is required" : "";
+}
+
 std::string SystemReason(int systemError) {
     return std::strerror(systemError);
 }
@@ -167,7 +172,7 @@ void AddRulesCommand(CommandLine& commandLine, Console& console) {
     command.AddFlag("--json", "Report as JSON", options->isJson);
     command.AddText(
         {"--html", "FILE", "Write a page that shows the game by size to this file, too"},
-        options->pageFile);
+        options->pageFile, EmptyFileFault);
     command.SetRun([options, &console] { return RunRulesCommand(*options, console); });
 }
 
