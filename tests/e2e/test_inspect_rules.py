@@ -193,7 +193,8 @@ class Traps(RulesWithProgram):
         self.assert_warned(
             'include_paths = ["bin", "bin/a.exe"]',
             "'bin/a.exe' is sealed more than once, because several paths lead there (patterns 'bin' and 'bin/a.exe').",
-            "Keep one of the patterns: the file is hashed and verified once for each.", "bin/a.exe")
+            "Take out the pattern 'bin/a.exe': 'bin' seals all of it, and a file is hashed and verified once for each.",
+            "bin/a.exe")
 
     def test_a_file_sealed_under_two_names(self) -> None:
         cure = "Write patterns that lead to each file by one name only: it is hashed and verified once for each."

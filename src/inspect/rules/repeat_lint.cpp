@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "inspect/report/name_list.h"
 #include "inspect/report/number_text.h"
 #include "inspect/rules/path_way.h"
+#include "inspect/rules/pattern_reach.h"
 #include "inspect/rules/selection_lint.h"
 #include "inspect/rules/warning_words.h"
 #include "inspect/tree/lexical_path.h"
@@ -19,62 +19,40 @@
 namespace sealkeeper {
 namespace {
 
-LexicalPaths LexicalMatches(const PathSet& matches) {
-    LexicalPaths paths;
-    for (const std::string& match : matches) {
-        paths.insert(LexicalPath(match));
-    }
-    return paths;
-}
-
-// Of each pattern.
-std::vector<LexicalPaths> LexicalMatchesOf(const Selection& selection) {
-    std::vector<LexicalPaths> matches;
-    for (const PathSet& paths : selection.matches) {
-        matches.push_back(LexicalMatches(paths));
-    }
-    return matches;
-}
-
-// Whether `matches` holds `path` or a directory above it.
-bool IsLedTo(std::string_view path, const LexicalPaths& matches) {
-    while (!path.empty()) {
-        if (matches.contains(path)) {
-            return true;
-        }
-        path = ParentOf(path);
-    }
-    return matches.contains("");
-}
-
-// The indices of the patterns that lead to `path`.
-std::vector<std::size_t> PatternsLeadingTo(const std::string& path,
-                                           const std::vector<LexicalPaths>& matches) {
-    std::vector<std::size_t> numbers;
-    for (std::size_t i = 0; i < matches.size(); ++i) {
-        if (IsLedTo(path, matches[i])) {
-            numbers.push_back(i);
-        }
-    }
-    return numbers;
-}
-
 // Paths that are sealed more than once, keyed by the patterns that lead to them.
 using RepeatedFiles = std::map<std::vector<std::size_t>, std::vector<std::string>>;
 
-RepeatedFiles FindRepeatedFiles(const Selection& selection) {
-    std::unordered_map<std::string, std::size_t> counts;
-    for (const SelectedFile& file : selection.files) {
-        ++counts[LexicalPath(file.path)];
-    }
-    const std::vector<LexicalPaths> matches = LexicalMatchesOf(selection);
+RepeatedFiles FindRepeatedFiles(const PatternReach& reach) {
     RepeatedFiles repeated;
-    for (const auto& [path, count] : counts) {
+    for (const auto& [path, count] : reach.Counts()) {
         if (count > 1) {
-            repeated[PatternsLeadingTo(path, matches)].push_back(path);
+            repeated[reach.LeadingTo(path)].push_back(path);
         }
     }
     return repeated;
+}
+
+// What to do about files to which these patterns lead. No pattern may be taken out that is the only
+// one to seal something.
+std::string CureForRepetition(const std::vector<std::size_t>& numbers, const PatternReach& reach,
+                              const std::vector<std::string>& patterns) {
+    if (numbers.size() < 2) {
+        return "Write a pattern that leads to each file by one path: more than once, a file only takes longer to hash and verify.";
+    }
+    const auto enough = reach.ThatSealsAllOf(numbers);
+    if (!enough) {
+        return "Write patterns that do not overlap, and that still lead to every file: more than once, a file only takes longer to hash and verify.";
+    }
+    std::vector<std::string> needless;
+    for (const std::size_t number : numbers) {
+        if (number != *enough) {
+            needless.push_back(patterns[number]);
+        }
+    }
+    return ByNumber(needless.size(), "Take out the pattern ", "Take out the patterns ") +
+           QuotedNameList(needless) + ": '" + patterns[*enough] + "' seals all of " +
+           ByNumber(needless.size(), "it", "them") +
+           ", and a file is hashed and verified once for each.";
 }
 
 // Where `match` lies if no link stands on the way. `game` is the absolute game directory.
@@ -159,7 +137,7 @@ struct Renaming {
 std::map<Renaming, std::vector<Names>> RenamedFiles(const Selection& selection,
                                                     const NamesByPlace& namesByPlace,
                                                     const std::string& game) {
-    const std::vector<LexicalPaths> matches = LexicalMatchesOf(selection);
+    const PatternReach reach(selection);
     std::map<Renaming, std::vector<Names>> renamed;
     for (const auto& [resolved, names] : namesByPlace) {
         if (names.size() < 2) {
@@ -167,7 +145,7 @@ std::map<Renaming, std::vector<Names>> RenamedFiles(const Selection& selection,
         }
         std::set<std::size_t> numbers;
         for (const std::string& name : names) {
-            const auto leading = PatternsLeadingTo(name, matches);
+            const auto leading = reach.LeadingTo(name);
             numbers.insert(leading.begin(), leading.end());
         }
         renamed[{{numbers.begin(), numbers.end()}, HaveLink(names, resolved, game)}].push_back(
@@ -196,15 +174,15 @@ TextPlace LastPlace(const std::vector<std::size_t>& numbers, const RulePlaces& p
 }  // namespace
 
 void LintRepeatedFiles(const LintSubject& subject, RuleWarnings& warnings) {
-    for (auto& [numbers, files] : FindRepeatedFiles(subject.selection)) {
-        std::vector<std::string> named = files;
-        std::sort(named.begin(), named.end());
+    const PatternReach reach(subject.selection);
+    const CatalogueConfig& config = subject.selection.config;
+    for (const auto& [numbers, files] : FindRepeatedFiles(reach)) {
         warnings.push_back(
             WarningAt(LastPlace(numbers, subject.places),
-                      QuotedNameList(named, kMostNamed) + ByNumber(named.size(), " is", " are") +
+                      QuotedNameList(files, kMostNamed) + ByNumber(files.size(), " is", " are") +
                           " sealed more than once, because several paths lead there" +
-                          InParentheses(numbers, subject.selection.config) + ".",
-                      "Keep one of the patterns: the file is hashed and verified once for each."));
+                          InParentheses(numbers, config) + ".",
+                      CureForRepetition(numbers, reach, PatternsInUse(config))));
     }
 }
 

@@ -140,7 +140,7 @@ TEST(RepeatedFiles, AreToldAtTheLastPatternThatLeadsToThem) {
     EXPECT_EQ(
         Told(LintRepeatedFiles, subject),
         Paths{
-            "3 'bin/a' and 'bin/b' are sealed more than once, because several paths lead there (patterns 'bin' and 'bin/*'). / Keep one of the patterns: the file is hashed and verified once for each."});
+            "3 'bin/a' and 'bin/b' are sealed more than once, because several paths lead there (patterns 'bin' and 'bin/*'). / Take out the pattern 'bin/*': 'bin' seals all of it, and a file is hashed and verified once for each."});
 }
 
 TEST(RepeatedFiles, MayComeOfTheWholeGame) {
@@ -150,7 +150,70 @@ TEST(RepeatedFiles, MayComeOfTheWholeGame) {
     EXPECT_EQ(
         Told(LintRepeatedFiles, subject),
         Paths{
-            "2 'a' is sealed more than once, because several paths lead there (patterns '.' and 'a'). / Keep one of the patterns: the file is hashed and verified once for each."});
+            "2 'a' is sealed more than once, because several paths lead there (patterns '.' and 'a'). / Take out the pattern 'a': '.' seals all of it, and a file is hashed and verified once for each."});
+}
+
+// The cure of the only warning about repeated files.
+std::string CureOfRepetition(const Subject& subject) {
+    const std::string separator = " / ";
+    const Paths told = Told(LintRepeatedFiles, subject);
+    return told.size() == 1 ? told[0].substr(told[0].find(separator) + separator.size())
+                            : std::to_string(told.size()) + " warnings";
+}
+
+constexpr const char* kDoNotOverlap =
+    "Write patterns that do not overlap, and that still lead to every file: more than once, a file only takes longer to hash and verify.";
+
+TEST(RepeatedFiles, ArePreventedByNoPatternWhereEachSealsFilesOfItsOwn) {
+    Subject subject;
+    subject.Match({{"d", {"d"}}, {"*/b", {"d/b", "e/b"}}});
+    subject.Select({"d/a", "d/b", "d/b", "e/b"});
+    EXPECT_EQ(CureOfRepetition(subject), kDoNotOverlap);
+}
+
+// A file that a pattern names is sealed whatever its extension, and one that a walk finds is not.
+TEST(RepeatedFiles, MayBeBesideOnesThatAWalkLeavesOut) {
+    Subject subject;
+    subject.Match({{"d", {"d"}}, {"d/*", {"d/a", "d/x.pdb"}}});
+    subject.Select({"d/a", "d/a", "d/x.pdb"});
+    EXPECT_EQ(CureOfRepetition(subject), kDoNotOverlap);
+}
+
+TEST(RepeatedFiles, ArePreventedByTheOnePatternThatSealsAll) {
+    Subject subject;
+    subject.Match({{"d", {"d"}}, {"d/a", {"d/a"}}, {".", {"."}}, {"e", {"e"}}});
+    subject.Select({"d/a", "d/a", "d/a", "d/b", "d/b", "d-b", "e"});
+    const Paths told = Told(LintRepeatedFiles, subject);
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_TRUE(told[0].ends_with(
+        "Take out the patterns 'd' and 'd/a': '.' seals all of them, and a file is hashed and verified once for each."))
+        << told[0];
+}
+
+TEST(RepeatedFiles, AreSealedByTheFirstOfEqualPatterns) {
+    Subject subject;
+    subject.Match({{"d/a", {"d/a"}}, {"d/./a", {"d/./a"}}, {"d//a", {"d//a"}}});
+    subject.Select({"d/a", "d/./a", "d//a"});
+    EXPECT_EQ(
+        CureOfRepetition(subject),
+        "Take out the patterns 'd/./a' and 'd//a': 'd/a' seals all of them, and a file is hashed and verified once for each.");
+}
+
+TEST(RepeatedFiles, MayBeOtherFilesWhereAPatternGoesBack) {
+    Subject subject;
+    subject.Match({{"a", {"a"}}, {"link/../a", {"link/../a"}}});
+    subject.Select({"a", "link/../a"});
+    EXPECT_EQ(CureOfRepetition(subject), kDoNotOverlap);
+}
+
+TEST(RepeatedFiles, MayComeOfOnePattern) {
+    Subject subject;
+    subject.Match({{"*/..", {"d/..", "e/.."}}});
+    subject.Select({"d/../a", "e/../a"});
+    EXPECT_EQ(
+        Told(LintRepeatedFiles, subject),
+        Paths{
+            "1 'a' is sealed more than once, because several paths lead there (pattern '*/..'). / Write a pattern that leads to each file by one path: more than once, a file only takes longer to hash and verify."});
 }
 
 TEST(RenamedFiles, AreToldOnceForThePatternsThatLeadToThem) {
