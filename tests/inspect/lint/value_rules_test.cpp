@@ -134,7 +134,8 @@ TEST(LintPatterns, TellsOfPathsThatAreWrittenOtherwiseThanTheToolDoes) {
 // A part of a path is another path.
 TEST(LintPatterns, TellsWhatToWriteInFull) {
     const std::string name(100, '0');
-    ExpectLinted({{"long", WithOnlySearchOptions("include_paths = [\"@./" + name + "\"]"),
+    ExpectLinted({{"long",
+                   WithOnlySearchOptions("include_paths = [\"@./" + name + "\"]"),
                    {{"The pattern './" + std::string(58, '0') +
                          "...' has a directory '.' or an empty one in it, which the paths in the "
                          "catalogue then have as well.",
