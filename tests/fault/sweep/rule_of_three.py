@@ -11,6 +11,7 @@ run's status and another report it must say why. It is never silent.
 
 from __future__ import annotations
 
+import re
 from dataclasses import dataclass
 from pathlib import Path
 from typing import Callable, Dict, FrozenSet, List, Mapping, NamedTuple, Sequence, Tuple
@@ -267,6 +268,17 @@ def _leaves_excluded_unlisted(finding: Finding, output: str) -> bool:
     return output == REPORT and finding.scene.name in RULES_SCENES and is_missing and has_all_sealed
 
 
+def _tells_of_unlistable_directories(finding: Finding, output: str) -> bool:
+    case, run = finding.case, finding.run
+    is_missing = case.function in DIRECTORY_CALLS and case.fault.name in FORBIDDEN_OR_MISSING
+    told = re.findall(r"'([^']+)' cannot be read, so nothing in it is sealed", run.console)
+    # A file, not their number.
+    files = {line for line in _sealed_lines(finding.clean.console) if not re.search(r" \d+ files?\b", line)}
+    lost = files - set(_sealed_lines(run.console))
+    are_told = all(any(f" {directory}/" in line for directory in told) for line in lost)
+    return output == REPORT and finding.scene.name in RULES_SCENES and is_missing and bool(told) and are_told
+
+
 def _does_not_see_links(finding: Finding, output: str) -> bool:
     case, run = finding.case, finding.run
     is_missing = case.function in LINK_CALLS and case.fault.name in FORBIDDEN_OR_MISSING
@@ -334,6 +346,12 @@ EXCEPTIONS: Sequence[DemandedException] = (
         "A directory or file that the rules leave out anyway may be missing or forbidden: the companion lists no files "
         "below it, or no bytes. All that is sealed is listed.",
         _leaves_excluded_unlisted,
+    ),
+    DemandedException(
+        "an unlistable directory is told",
+        "A directory that is forbidden, or gone by the time it is listed, is left out by generate, too: the companion "
+        "warns of it by name. Nothing else is missing from the list.",
+        _tells_of_unlistable_directories,
     ),
     DemandedException(
         "what leads nowhere is not compared",

@@ -190,6 +190,16 @@ class Exceptions(unittest.TestCase):
             self.assertEqual(len(judge(found).violations), count)
 
 
+    def test_a_directory_that_cannot_be_listed_is_excused_where_it_is_told(self) -> None:
+        warning = "'d' cannot be read, so nothing in it is sealed.\n"
+        for console, count in ((warning + "sealed 1 file\nsealed 1 e/b\n", 0), ("sealed 1 file\nsealed 1 e/b\n", 1),
+                               (warning + "sealed 1 file\nsealed 1 d/a\n", 1)):
+            found = finding(INSPECT, status=1, clean_status=1, console=console, function="opendir")
+            case = found.case._replace(fault=errors("EACCES")[0])
+            clean = replace(found.clean, console="sealed 2 files\nsealed 1 d/a\nsealed 1 e/b\n")
+            found = replace(found, case=case, clean=clean, scene=replace(found.scene, name="rules"))
+            self.assertEqual(len(judge(found).violations), count)
+
     def test_warnings_about_letter_case_may_be_replaced_by_one_and_no_other_warning(self) -> None:
         unknown = "Letter case was compared in ASCII letters only\n"
         for console, count in ((LINES + unknown, 0), (LINES, 1), ("[Info] one\n" + unknown, 1)):
