@@ -15,22 +15,24 @@
 #include "inspect/report/capped_sum.h"
 #include "inspect/report/code_text.h"
 #include "inspect/report/logged_error.h"
+#include "inspect/tree/access_right.h"
 
 namespace sealkeeper {
 namespace {
-
-// For a directory that verify says is not there, or is empty: " (Permission denied)" if this user
-// may not look into it or is not let to it, else nothing.
-std::string ForbiddenReason(const std::string& directory) {
-    const bool isForbidden = access(directory.c_str(), R_OK | X_OK) != 0 && errno == EACCES;
-    return isForbidden ? std::string(" (") + std::strerror(EACCES) + ")" : "";
-}
 
 std::string SearchFailureText(const GameVerification& game, const std::string& directory) {
     if (game.DirectoryError() != 0) {
         return "'" + directory + "': cannot be entered: " + std::strerror(game.DirectoryError());
     }
-    return LastLoggedError() + ForbiddenReason(game.Directory() + kCertificatesDirectory);
+    std::string failure = LastLoggedError();
+    // Verify says of a forbidden directory, too, that it is not there or holds nothing.
+    bool isForbidden = false;
+    const ResultCode code =
+        AskForRight(game.Directory() + kCertificatesDirectory, R_OK | X_OK, isForbidden);
+    if (code == ResultCode::Ok && isForbidden) {
+        failure.append(" (").append(std::strerror(EACCES)).append(")");
+    }
+    return failure;
 }
 
 // Ends the verification in `report` with `code`. Without a `failure`, the text of the code is the

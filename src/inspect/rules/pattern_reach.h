@@ -41,7 +41,7 @@ class PatternReach {
     [[nodiscard]] std::size_t WaysTo(std::string_view file) const;
 
     std::vector<LexicalPaths> matches_;
-    // Whether a match of the pattern has "..", behind which a link may have led elsewhere.
+    // Whether a match of the pattern has "..", before which a link may have led elsewhere.
     std::vector<bool> goesBack_;
     std::map<std::string, std::size_t, std::less<>> counts_;
     // How many different paths with this lexical path the patterns match.

@@ -63,6 +63,7 @@ std::string PathWithoutLinks(const std::string& match, const std::string& game) 
 
 // Sets `hasLinks` to whether a link stands on the way to what the patterns match.
 ResultCode LookForLinks(const Selection& selection, bool& hasLinks) {
+    hasLinks = false;
     std::string game;
     if (const ResultCode code = ResolveInGame(".", game); code != ResultCode::Ok) {
         return code;

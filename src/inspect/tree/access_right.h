@@ -9,7 +9,7 @@
 namespace sealkeeper {
 
 // Sets `isForbidden` to whether something is at `path` to which this user lacks the right `right`:
-// R_OK or X_OK of POSIX `access`. Fails as `JudgeLookError` does.
+// R_OK, X_OK or both, of POSIX `access`. Fails as `JudgeLookError` does.
 ResultCode AskForRight(const std::string& path, int right, bool& isForbidden);
 
 }  // namespace sealkeeper

@@ -218,7 +218,7 @@ FileKind FileKindOf(std::span<const std::uint8_t> bytes) {
     if (der != FileKind::Unknown && der != FileKind::CutOffDer) {
         return der;
     }
-    // The library finds a PEM label anywhere in a file, so one may begin with '0', the tag of a DER
+    // The library finds a PEM label anywhere, so a PEM file may begin with '0', the tag of a DER
     // sequence, or with the mark of UTF-16.
     const std::string_view text = TextOf(bytes);
     const FileKind kind = KindOfText(text);
