@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <new>
 #include <utility>
 
 #include "catalogue/hashing/read_ahead_policy.h"
@@ -24,12 +25,21 @@ std::size_t PieceBytes(std::size_t laneCount) {
 // set.
 constexpr std::size_t kPaddingRoomBytes = 3 * kSha256BlockBytes;
 
+// A block is as long as the cache line of most processors. Neither copying into aligned blocks nor
+// loading them takes two lines at a time.
+constexpr std::align_val_t kPieceAlignment{kSha256BlockBytes};
+
 }  // namespace
 
 ChunkLanes::ChunkLanes(const Sha256Engine& engine)
     : engine_(engine),
       pieceBytes_(PieceBytes(engine.LaneCount())),
-      pieces_(new std::uint8_t[engine.LaneCount() * (pieceBytes_ + kPaddingRoomBytes)]) {}
+      pieces_(new (kPieceAlignment)
+                  std::uint8_t[engine.LaneCount() * (pieceBytes_ + kPaddingRoomBytes)]) {}
+
+void ChunkLanes::PieceDeleter::operator()(std::uint8_t* pieces) const {
+    ::operator delete[](pieces, kPieceAlignment);
+}
 
 void ChunkLanes::Begin(PendingChunk& chunk) {
     const auto idle = std::find_if(lanes_.begin(), lanes_.end(),

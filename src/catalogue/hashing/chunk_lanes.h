@@ -40,6 +40,10 @@ class ChunkLanes {
     [[nodiscard]] std::span<PendingChunk* const> TakeEnded();
 
   private:
+    struct PieceDeleter {
+        void operator()(std::uint8_t* pieces) const;
+    };
+
     struct Lane {
         // Null when the lane is idle.
         PendingChunk* pending = nullptr;
@@ -60,7 +64,7 @@ class ChunkLanes {
     const Sha256Engine& engine_;
     std::size_t pieceBytes_;
     // Uninitialised: every byte is overwritten by a read before it is hashed.
-    std::unique_ptr<std::uint8_t[]> pieces_;
+    std::unique_ptr<std::uint8_t[], PieceDeleter> pieces_;
     std::array<Lane, kMaxSha256Lanes> lanes_{};
     std::size_t busyCount_ = 0;
     std::array<PendingChunk*, kMaxSha256Lanes> ended_{};

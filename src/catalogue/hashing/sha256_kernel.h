@@ -42,6 +42,7 @@ struct Sha256Kernel {
 // The kernels. Each is defined only if the compiler targets its architecture.
 extern const Sha256Kernel kShaExtensionsSha256Kernel;
 extern const Sha256Kernel kAvx512Sha256Kernel;
+extern const Sha256Kernel kAvx512ShortChainSha256Kernel;
 extern const Sha256Kernel kAvx2Sha256Kernel;
 extern const Sha256Kernel kArmSha256Kernel;
 // Defined everywhere and supported by every processor.

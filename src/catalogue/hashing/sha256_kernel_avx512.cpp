@@ -80,6 +80,10 @@ struct Avx512Vector {
         return _mm512_add_epi32(x, y);
     }
 
+    static Type Subtract(Type x, Type y) {
+        return _mm512_sub_epi32(x, y);
+    }
+
     template <int kBits>
     static Type RotateRight(Type x) {
         return _mm512_ror_epi32(x, kBits);
@@ -115,6 +119,11 @@ bool IsSupported() {
 }  // namespace
 
 const Sha256Kernel kAvx512Sha256Kernel = {"AVX-512", Avx512Vector::kLanes, IsSupported,
-                                          CompressWide<Avx512Vector>, true};
+                                          CompressWide<Avx512Vector, RoundSums::FewestAdditions>,
+                                          true};
+
+const Sha256Kernel kAvx512ShortChainSha256Kernel = {
+    "AVX-512, short chain", Avx512Vector::kLanes, IsSupported,
+    CompressWide<Avx512Vector, RoundSums::ShortestChain>, true};
 
 }  // namespace sealkeeper

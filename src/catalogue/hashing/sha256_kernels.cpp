@@ -21,6 +21,8 @@ constexpr std::array kCompiledKernels = {
     &kPortableSha256Kernel,
 #if defined(SEALKEEPER_HAS_AVX512_KERNEL)
     &kAvx512Sha256Kernel,
+    // Takes one more addition, and waits for fewer.
+    &kAvx512ShortChainSha256Kernel,
 #endif
 #if defined(SEALKEEPER_HAS_AVX2_KERNEL)
     &kAvx2Sha256Kernel,

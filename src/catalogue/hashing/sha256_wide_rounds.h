@@ -14,6 +14,7 @@
 //                                 the 16 words of the block at `offset` of each lane
 //   Broadcast                     a word in every element
 //   Add, RotateRight, ShiftRight  of each element
+//   Subtract                      of each element, for `RoundSums::ShortestChain` only
 //   Xor3, Choose, Majority        of each bit
 //   Keep                          the same vector; no sum is reordered across it
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_WIDE_ROUNDS_H
@@ -29,8 +30,17 @@ namespace sealkeeper {
 
 inline constexpr std::size_t kSha256MessageWords = 16;
 
+// How a round adds up its operands. Which is faster depends on the processor.
+enum class RoundSums {
+    // For processors that are bound by the number of instructions.
+    FewestAdditions,
+    // One more addition, but one less between a result of the round before and the same result of
+    // this one. For processors whose vector instructions take two cycles each.
+    ShortestChain,
+};
+
 // Computes the next word of the message schedule, in the place of the word 16 before it.
-template <typename Vector>
+template <typename Vector, RoundSums kSums>
 [[gnu::always_inline]] inline void ScheduleNextWord(typename Vector::Type* message,
                                                     std::size_t round) {
     using Type = typename Vector::Type;
@@ -44,11 +54,33 @@ template <typename Vector>
                                      Vector::template RotateRight<19>(word2),
                                      Vector::template ShiftRight<10>(word2));
     Type& word = message[round % kSha256MessageWords];
-    word = Vector::Add(Vector::Add(word, word7), Vector::Add(sigma0, sigma1));
+    if constexpr (kSums == RoundSums::FewestAdditions) {
+        word = Vector::Add(Vector::Add(word, word7), Vector::Add(sigma0, sigma1));
+    } else {
+        // The most recent word is added last.
+        const Type older = Vector::Keep(Vector::Add(word, word7));
+        word = Vector::Keep(Vector::Add(Vector::Keep(Vector::Add(older, sigma0)), sigma1));
+    }
+}
+
+template <typename Vector>
+[[gnu::always_inline]] inline typename Vector::Type BigSigma0(typename Vector::Type a) {
+    return Vector::Xor3(Vector::template RotateRight<2>(a), Vector::template RotateRight<13>(a),
+                        Vector::template RotateRight<22>(a));
+}
+
+template <typename Vector>
+[[gnu::always_inline]] inline typename Vector::Type BigSigma1(typename Vector::Type e) {
+    return Vector::Xor3(Vector::template RotateRight<6>(e), Vector::template RotateRight<11>(e),
+                        Vector::template RotateRight<25>(e));
 }
 
 // One round. The eight state words rotate their names from round to round and keep their places.
-template <typename Vector>
+//
+// Whatever depends on `e` or `a`, the results of the round before, is added last. Without `Keep`,
+// compilers reorder the sums, and the longer dependency chain costs a fifth of the speed of
+// AVX-512.
+template <typename Vector, RoundSums kSums>
 [[gnu::always_inline]] inline void OneRound(typename Vector::Type* state, std::size_t round,
                                             std::uint32_t constant, typename Vector::Type word) {
     using Type = typename Vector::Type;
@@ -63,27 +95,28 @@ template <typename Vector>
     const Type g = state[(first + 6) % kWords];
     Type& h = state[(first + 7) % kWords];
 
-    const Type sum1 =
-        Vector::Xor3(Vector::template RotateRight<6>(e), Vector::template RotateRight<11>(e),
-                     Vector::template RotateRight<25>(e));
-    const Type input = Vector::Add(word, Vector::Broadcast(constant));
-    // Whatever depends on `e`, the result of the round before, is added last. Without `Keep`,
-    // compilers reorder the sum, and the longer dependency chain costs a fifth of the speed of
-    // AVX-512.
-    const Type ready = Vector::Keep(Vector::Add(h, input));
-    const Type temporary1 =
-        Vector::Add(Vector::Keep(Vector::Add(ready, Vector::Choose(e, f, g))), sum1);
-    const Type sum0 =
-        Vector::Xor3(Vector::template RotateRight<2>(a), Vector::template RotateRight<13>(a),
-                     Vector::template RotateRight<22>(a));
-    const Type temporary2 = Vector::Add(sum0, Vector::Majority(a, b, c));
-    d = Vector::Add(d, temporary1);
-    h = Vector::Add(temporary1, temporary2);
+    const Type sum1 = BigSigma1<Vector>(e);
+    const Type ready = Vector::Keep(Vector::Add(h, Vector::Add(word, Vector::Broadcast(constant))));
+    if constexpr (kSums == RoundSums::FewestAdditions) {
+        const Type temporary1 =
+            Vector::Add(Vector::Keep(Vector::Add(ready, Vector::Choose(e, f, g))), sum1);
+        const Type temporary2 = Vector::Add(BigSigma0<Vector>(a), Vector::Majority(a, b, c));
+        d = Vector::Add(d, temporary1);
+        h = Vector::Add(temporary1, temporary2);
+    } else {
+        // The first temporary value is not computed: it is the new `d` less the old one.
+        const Type difference = Vector::Keep(Vector::Subtract(Vector::Majority(a, b, c), d));
+        const Type readyForD = Vector::Keep(Vector::Add(d, ready));
+        d = Vector::Keep(
+            Vector::Add(Vector::Keep(Vector::Add(readyForD, Vector::Choose(e, f, g))), sum1));
+        h = Vector::Keep(
+            Vector::Add(Vector::Keep(Vector::Add(d, difference)), BigSigma0<Vector>(a)));
+    }
 }
 
 // After 16 rounds all names are back in place, so the loop body is 16 rounds. All 64 unrolled
 // exceed the cache of decoded instructions: AVX2 then took up to twice as long.
-template <typename Vector>
+template <typename Vector, RoundSums kSums>
 [[gnu::always_inline]] inline void CompressBlock(typename Vector::Type* state,
                                                  typename Vector::Type* message) {
     typename Vector::Type before[kSha256StateWords];
@@ -92,15 +125,16 @@ template <typename Vector>
     }
 #pragma GCC unroll 16
     for (std::size_t round = 0; round < kSha256MessageWords; ++round) {
-        OneRound<Vector>(state, round, kSha256RoundConstants[round], message[round]);
+        OneRound<Vector, kSums>(state, round, kSha256RoundConstants[round], message[round]);
     }
 #pragma GCC unroll 1
     for (std::size_t first = kSha256MessageWords; first < kSha256Rounds;
          first += kSha256MessageWords) {
 #pragma GCC unroll 16
         for (std::size_t round = 0; round < kSha256MessageWords; ++round) {
-            ScheduleNextWord<Vector>(message, round);
-            OneRound<Vector>(state, round, kSha256RoundConstants[first + round], message[round]);
+            ScheduleNextWord<Vector, kSums>(message, round);
+            OneRound<Vector, kSums>(state, round, kSha256RoundConstants[first + round],
+                                    message[round]);
         }
     }
     for (std::size_t word = 0; word < kSha256StateWords; ++word) {
@@ -110,7 +144,7 @@ template <typename Vector>
 
 // The `compress` of a kernel. With fewer lanes than elements, the idle elements hash the blocks of
 // the first lane, and their results are dropped.
-template <typename Vector>
+template <typename Vector, RoundSums kSums = RoundSums::FewestAdditions>
 void CompressWide(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
     if (laneCount == 0 || blockCount == 0) {
         return;
@@ -130,7 +164,7 @@ void CompressWide(const Sha256Lane* lanes, std::size_t laneCount, std::size_t bl
     for (std::size_t block = 0; block < blockCount; ++block) {
         typename Vector::Type message[kSha256MessageWords];
         Vector::LoadMessage(all, block * kSha256BlockBytes, message);
-        CompressBlock<Vector>(state, message);
+        CompressBlock<Vector, kSums>(state, message);
     }
     for (std::size_t word = 0; word < kSha256StateWords; ++word) {
         Vector::Store(words[word], state[word]);

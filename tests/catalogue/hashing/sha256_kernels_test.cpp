@@ -137,9 +137,9 @@ TEST(Sha256Kernels, HaveAsManyLanesAsTheConstantSays) {
 #if defined(__linux__) && defined(__GNUC__)
 TEST(Sha256Kernels, AreCompiledForTheirArchitectures) {
 #if defined(__x86_64__)
-    const std::vector<const Sha256Kernel*> expected = {&kShaExtensionsSha256Kernel,
-                                                       &kPortableSha256Kernel, &kAvx512Sha256Kernel,
-                                                       &kAvx2Sha256Kernel};
+    const std::vector<const Sha256Kernel*> expected = {
+        &kShaExtensionsSha256Kernel, &kPortableSha256Kernel, &kAvx512Sha256Kernel,
+        &kAvx512ShortChainSha256Kernel, &kAvx2Sha256Kernel};
 #elif defined(__aarch64__)
     const std::vector<const Sha256Kernel*> expected = {&kArmSha256Kernel, &kPortableSha256Kernel};
 #else
@@ -154,6 +154,7 @@ TEST(Sha256Kernels, AreSupportedWhereTheProcessorHasTheirInstructions) {
     const X86Features& features = ProcessorX86Features();
     EXPECT_EQ(kShaExtensionsSha256Kernel.isSupported(), features.shaExtensions);
     EXPECT_EQ(kAvx512Sha256Kernel.isSupported(), features.avx512);
+    EXPECT_EQ(kAvx512ShortChainSha256Kernel.isSupported(), features.avx512);
     EXPECT_EQ(kAvx2Sha256Kernel.isSupported(), features.avx2);
 }
 #endif
