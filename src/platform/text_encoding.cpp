@@ -1,5 +1,6 @@
 #include "platform/text_encoding.h"
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstddef>
@@ -60,7 +61,10 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
         return {};
     }
     if (IsAscii(input)) {
-        output.assign(input.begin(), input.end());
+        // Not `assign`: for units of another type it makes a temporary string first.
+        output.resize(input.size());
+        std::transform(input.begin(), input.end(), output.begin(),
+                       [](auto unit) { return static_cast<OutputUnit>(unit); });
         return {};
     }
     const Converter converter = OpenConverter(names);
