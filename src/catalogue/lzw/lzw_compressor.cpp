@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <new>
 
 #include "catalogue/lzw/lzw_format.h"
@@ -56,8 +57,8 @@ class CompressorDictionary {
     static constexpr std::uint16_t kNone = 0;
 
     CompressorDictionary()
-        : codes_(std::size_t{lzw::kEndOfCodes} * kByteValues),
-          assigned_(codes_.size() / kWordBits) {}
+        : codes_(std::make_unique_for_overwrite<std::uint16_t[]>(kStringCount)),
+          assigned_(kStringCount / kWordBits) {}
 
     // The code of the string; `kNone` when it is not in the dictionary.
     [[nodiscard]] std::uint16_t Find(std::uint16_t prefix, std::uint8_t next) const {
@@ -97,6 +98,9 @@ class CompressorDictionary {
     static constexpr std::size_t kByteValues = 256;
     static constexpr std::size_t kWordBits = 64;
 
+    // All strings that could be in the dictionary.
+    static constexpr std::size_t kStringCount = std::size_t{lzw::kEndOfCodes} * kByteValues;
+
     [[nodiscard]] bool IsAssigned(std::size_t index) const {
         return (assigned_[index / kWordBits] >> index % kWordBits & 1U) != 0;
     }
@@ -105,7 +109,8 @@ class CompressorDictionary {
         return prefix * kByteValues + next;
     }
 
-    std::vector<std::uint16_t> codes_;
+    // Uninitialised except where `assigned_` says so.
+    std::unique_ptr<std::uint16_t[]> codes_;
     // Bitmap of the assigned elements of `codes_`. Most bytes of a digest continue no string: the
     // bitmap answers "absent" without touching the much larger table.
     std::vector<std::uint64_t> assigned_;
