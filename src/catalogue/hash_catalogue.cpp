@@ -39,6 +39,15 @@ ResultCode ReportLackOfMemory(Operation operation) {
     }
 }
 
+void SortByPath(std::vector<FoundFile>& files) {
+    const auto precedes = [](const FoundFile& a, const FoundFile& b) { return a.path < b.path; };
+    // The walk finds the last name of a directory first. Reversed, its files are often in order.
+    std::reverse(files.begin(), files.end());
+    if (!std::is_sorted(files.begin(), files.end(), precedes)) {
+        std::sort(files.begin(), files.end(), precedes);
+    }
+}
+
 }  // namespace
 
 HashCatalogue::HashCatalogue(std::string productId, std::size_t jobs)
@@ -52,8 +61,7 @@ ResultCode HashCatalogue::CreateCatalogue(mbedtls_pk_context* privateKey,
         return ResultCode::CatalogueError;
     }
     return ReportLackOfMemory([&] {
-        std::sort(files.begin(), files.end(),
-                  [](const FoundFile& a, const FoundFile& b) { return a.path < b.path; });
+        SortByPath(files);
         EntryBlock block;
         // Moves the list, so that it is freed before the image is built. With many files it is
         // larger than the block.
