@@ -22,16 +22,16 @@ using MessageBuffer = std::array<char, kMessageBufferBytes>;
 const char* LevelTag(LogLevel level) {
     switch (level) {
         case LogLevel::Error:
-            return "Err!";
+            return "[Err!] ";
         case LogLevel::Warning:
-            return "Warn";
+            return "[Warn] ";
         case LogLevel::Info:
-            return "Info";
+            return "[Info] ";
         case LogLevel::Verbose:
         case LogLevel::Trace:
-            return "Verb";
+            return "[Verb] ";
     }
-    return "<invalid>";
+    return "[<invalid>] ";
 }
 
 // The message, cut to what fits; empty when it cannot be formatted.
@@ -95,7 +95,7 @@ void Log(LogLevel level, const char* format, ...) {
         g_sink(level, message);
         return;
     }
-    std::fprintf(stdout, "[%s] ", LevelTag(level));
+    std::fputs(LevelTag(level), stdout);
     if (!IsTerminal()) {
         std::fwrite(message.data(), 1, message.size(), stdout);
         return;
