@@ -131,8 +131,8 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
 }
 
 // While the caller is busy, one worker stays idle: it would only take a processor from the caller.
-bool ThreadedChunkHasher::MayGetBusy() const {
-    return isAwaited_ || busyWorkers_ + 1 < std::max<std::size_t>(WorkerCount(), 2);
+std::size_t ThreadedChunkHasher::MostBusyWorkers() const {
+    return isAwaited_ ? WorkerCount() : std::max<std::size_t>(WorkerCount(), 2) - 1;
 }
 
 // Full lanes are the fastest, so a worker waits for enough chunks to fill its idle lanes, unless
@@ -147,11 +147,12 @@ bool ThreadedChunkHasher::MayBegin() const {
            (waiting_ == pending_.begin() || waiting_->chunk.file != unreadFile_.lock());
 }
 
-// Takes the fair share of one worker, so that none has all the work while another has none. If the
-// share is small, filling the lanes comes first.
+// Takes the fair share of this worker and leaves that of the idle ones, so that none has all the
+// work while another has none. Busy workers are left nothing: full lanes are the fastest, so this
+// one is done sooner than they would be. If the share is small, filling the lanes comes first.
 void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
-    const std::size_t workers = WorkerCount();
-    const std::size_t fairCount = (waitingCount_ + workers - 1) / workers;
+    const std::size_t idleWorkers = MayGetBusy() ? MostBusyWorkers() - busyWorkers_ : 0;
+    const std::size_t fairCount = (waitingCount_ + idleWorkers) / (idleWorkers + 1);
     std::size_t takenBytes = 0;
     share.count = 0;
     if (!IsWorthBeginning(idleLanes)) {

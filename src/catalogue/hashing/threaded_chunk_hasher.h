@@ -48,7 +48,8 @@ class ThreadedChunkHasher : public ChunkHasher {
 
     void AwaitOldest(std::unique_lock<std::mutex>& lock);
     void Work(ChunkLanes& lanes);
-    [[nodiscard]] bool MayGetBusy() const;
+    [[nodiscard]] std::size_t MostBusyWorkers() const;
+    [[nodiscard]] bool MayGetBusy() const { return busyWorkers_ < MostBusyWorkers(); }
     [[nodiscard]] bool IsWorthBeginning(std::size_t idleLanes) const;
     [[nodiscard]] bool MayBegin() const;
     [[nodiscard]] bool IsOldestDone() const { return pending_.front().isDone; }
