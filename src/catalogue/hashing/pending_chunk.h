@@ -22,6 +22,13 @@ struct ChunkToHash {
     std::size_t lengthBytes = 0;
 };
 
+// Whether both are the same open file. Unlike `lock`, this makes no further owner, which might be
+// the one that has to close the file.
+[[nodiscard]] inline bool IsSameFile(const std::shared_ptr<const InputFile>& file,
+                                     const std::weak_ptr<const InputFile>& other) {
+    return !file.owner_before(other) && !other.owner_before(file);
+}
+
 struct HashedChunk {
     // Whether all bytes of the chunk were read. If not, there is no digest.
     bool isRead = false;

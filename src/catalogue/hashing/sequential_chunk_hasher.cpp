@@ -49,7 +49,7 @@ void SequentialChunkHasher::Drop(std::size_t count) {
 void SequentialChunkHasher::BeginWaiting() {
     while (begunCount_ < pending_.size() && lanes_.IdleCount() > 0) {
         PendingChunk& next = pending_[begunCount_];
-        if (begunCount_ > 0 && next.chunk.file == unreadFile_.lock()) {
+        if (begunCount_ > 0 && IsSameFile(next.chunk.file, unreadFile_)) {
             return;
         }
         ++begunCount_;

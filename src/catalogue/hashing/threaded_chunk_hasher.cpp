@@ -27,6 +27,9 @@ ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t
         }
     } catch (const std::exception&) {
         // The system grants no more threads or memory: the workers that exist do all the work.
+        if (lanes_.size() > workers_.size()) {
+            lanes_.pop_back();
+        }
     }
 }
 
@@ -46,19 +49,19 @@ std::size_t ThreadedChunkHasher::LaneCount() const {
     return engine_.LaneCount() * WorkerCount();
 }
 
-// Wakes a worker only when there are enough chunks to fill its lanes. `AwaitOldest` wakes them
-// otherwise.
+// Each worker that begins wakes the next, as long as there is work for it. If none can begin yet,
+// `AwaitOldest` wakes the first.
 void ThreadedChunkHasher::Add(ChunkToHash chunk) {
-    bool isShareComplete = false;
+    bool isWorthWaking = false;
     {
         const std::scoped_lock lock(mutex_);
         pending_.emplace_back(std::move(chunk));
         if (waitingCount_++ == 0) {
             waiting_ = std::prev(pending_.end());
         }
-        isShareComplete = waitingCount_ % engine_.LaneCount() == 0 && MayGetBusy();
+        isWorthWaking = waitingCount_ % engine_.LaneCount() == 0 && ShouldAnotherBegin();
     }
-    if (isShareComplete) {
+    if (isWorthWaking) {
         workAdded_.notify_one();
     }
 }
@@ -100,7 +103,7 @@ void ThreadedChunkHasher::Drop(std::size_t count) {
 void ThreadedChunkHasher::AwaitOldest(std::unique_lock<std::mutex>& lock) {
     if (!IsOldestDone()) {
         isAwaited_ = true;
-        workAdded_.notify_all();
+        workAdded_.notify_one();
         oldestDone_.wait(lock, [this] { return IsOldestDone(); });
         isAwaited_ = false;
     }
@@ -111,16 +114,18 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
     std::unique_lock lock(mutex_);
     while (!isStopping_) {
         if (lanes.IsIdle()) {
-            workAdded_.wait(lock, [&] {
-                return isStopping_ || (MayGetBusy() && IsWorthBeginning(lanes.IdleCount()));
-            });
+            workAdded_.wait(lock, [&] { return isStopping_ || ShouldAnotherBegin(); });
             if (isStopping_) {
                 return;
             }
             ++busyWorkers_;
         }
         TakeShare(lanes.IdleCount(), share);
+        const bool isWorthWaking = ShouldAnotherBegin();
         lock.unlock();
+        if (isWorthWaking) {
+            workAdded_.notify_one();
+        }
         const auto ended = HashUntilSomeEnd(lanes, share);
         lock.lock();
         End(ended);
@@ -130,32 +135,27 @@ void ThreadedChunkHasher::Work(ChunkLanes& lanes) {
     }
 }
 
-// While the caller is busy, one worker stays idle: it would only take a processor from the caller.
-std::size_t ThreadedChunkHasher::MostBusyWorkers() const {
-    return isAwaited_ ? WorkerCount() : std::max<std::size_t>(WorkerCount(), 2) - 1;
+WorkerLoad ThreadedChunkHasher::Load() const {
+    return {WorkerCount(), engine_.LaneCount(), busyWorkers_, waitingCount_, isAwaited_};
 }
 
-// Full lanes are the fastest, so a worker waits for enough chunks to fill its idle lanes, unless
-// the caller is waiting.
-bool ThreadedChunkHasher::IsWorthBeginning(std::size_t idleLanes) const {
-    return MayBegin() && (isAwaited_ || waitingCount_ >= idleLanes);
+// Whether an idle worker should begin now.
+bool ThreadedChunkHasher::ShouldAnotherBegin() const {
+    return MayBegin() && Load().ShouldGetBusy();
 }
 
-// Whether the first waiting chunk may be begun now.
+// Whether the first waiting chunk, if there is one, may be begun now.
 bool ThreadedChunkHasher::MayBegin() const {
     return waitingCount_ > 0 &&
-           (waiting_ == pending_.begin() || waiting_->chunk.file != unreadFile_.lock());
+           (waiting_ == pending_.begin() || !IsSameFile(waiting_->chunk.file, unreadFile_));
 }
 
-// Takes the fair share of this worker and leaves that of the idle ones, so that none has all the
-// work while another has none. Busy workers are left nothing: full lanes are the fastest, so this
-// one is done sooner than they would be. If the share is small, filling the lanes comes first.
+// Takes the share of a busy worker. If the chunks are small, filling the lanes comes first.
 void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
-    const std::size_t idleWorkers = MayGetBusy() ? MostBusyWorkers() - busyWorkers_ : 0;
-    const std::size_t fairCount = (waitingCount_ + idleWorkers) / (idleWorkers + 1);
+    const std::size_t fairCount = Load().ShareFor(idleLanes);
     std::size_t takenBytes = 0;
     share.count = 0;
-    if (!IsWorthBeginning(idleLanes)) {
+    if (fairCount == 0) {
         return;
     }
     while (share.count < idleLanes && MayBegin() &&

@@ -15,6 +15,7 @@
 
 #include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/hashing/chunk_lanes.h"
+#include "catalogue/hashing/worker_load.h"
 
 namespace sealkeeper {
 
@@ -22,7 +23,8 @@ namespace sealkeeper {
 // do not.
 class ThreadedChunkHasher : public ChunkHasher {
   public:
-    // Starts `workerCount` threads, or fewer if the system refuses more; see `WorkerCount`.
+    // Starts `workerCount` threads, or fewer if the system refuses more; see `WorkerCount`. Without
+    // any, no chunk may be added.
     ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount);
     // Stops the workers and waits for them. Chunks that are not done are abandoned.
     ~ThreadedChunkHasher() override;
@@ -48,9 +50,8 @@ class ThreadedChunkHasher : public ChunkHasher {
 
     void AwaitOldest(std::unique_lock<std::mutex>& lock);
     void Work(ChunkLanes& lanes);
-    [[nodiscard]] std::size_t MostBusyWorkers() const;
-    [[nodiscard]] bool MayGetBusy() const { return busyWorkers_ < MostBusyWorkers(); }
-    [[nodiscard]] bool IsWorthBeginning(std::size_t idleLanes) const;
+    [[nodiscard]] WorkerLoad Load() const;
+    [[nodiscard]] bool ShouldAnotherBegin() const;
     [[nodiscard]] bool MayBegin() const;
     [[nodiscard]] bool IsOldestDone() const { return pending_.front().isDone; }
     void TakeShare(std::size_t idleLanes, Share& share);
