@@ -167,6 +167,21 @@ class Memory(LimitedTest):
                     self.assert_out_of_memory(run, begun)
         self.assertEqual(len(ended), 2, f"one code when memory runs out, and 0 when it does not: {ended}")
 
+    def test_threads_leave_memory_for_the_rest(self) -> None:
+        """Their stacks may take all of the address space, of which one job needs little."""
+        self.write("f", b"x")
+        config_file = self.write_config(config('exclude_paths = ["Quorvane"];'))
+
+        def status(megabytes: int, jobs: str) -> int:
+            return self.run_limited(
+                megabytes, *self.generate_arguments("-jobs", jobs, config_file=config_file)).status
+
+        enough = [megabytes for megabytes in range(32, 260, 4) if status(megabytes, "1") == 0]
+        self.assertGreater(len(enough), 40)
+        for megabytes in enough:
+            with self.subTest(megabytes=megabytes):
+                self.assertEqual(status(megabytes, "64"), 0)
+
     def test_a_stack_that_cannot_grow(self) -> None:
         """A growing stack takes address space. If there is none left, the process is killed."""
         self.put_image(signed(block_of_codes(list(RECORD)), 1))

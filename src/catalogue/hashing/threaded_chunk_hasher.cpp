@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
+#include <memory>
+#include <new>
 #include <utility>
 
 namespace sealkeeper {
@@ -10,6 +12,9 @@ namespace {
 
 // Hashing this much takes a fraction of a millisecond.
 constexpr std::size_t kLittleBytes = 1'048'576;
+
+// What the rest of the program needs for a catalogue of ordinary size.
+constexpr std::size_t kReservedBytes = 16'777'216;
 
 }  // namespace
 
@@ -20,6 +25,12 @@ ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t
     workers_.reserve(workerCount);
     // Held until all workers exist, because they use their number.
     const std::scoped_lock lock(mutex_);
+    // Where the address space is limited, the stacks of many threads could take all of it. This
+    // much is free again when they have started. It is never written to, so it takes no memory.
+    const std::unique_ptr<std::byte[]> reserve(new (std::nothrow) std::byte[kReservedBytes]);
+    if (!reserve) {
+        return;
+    }
     try {
         for (std::size_t worker = 0; worker < workerCount; ++worker) {
             ChunkLanes& lanes = lanes_.emplace_back(engine);
