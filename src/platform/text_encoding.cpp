@@ -1,6 +1,5 @@
 #include "platform/text_encoding.h"
 
-#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstddef>
@@ -61,10 +60,8 @@ ConversionOutcome Convert(const ConverterNames& names, const Input& input, Outpu
         return {};
     }
     if (IsAscii(input)) {
-        // Not `assign`: for units of another type it makes a temporary string first.
-        output.resize(input.size());
-        std::transform(input.begin(), input.end(), output.begin(),
-                       [](auto unit) { return static_cast<OutputUnit>(unit); });
+        // Not `assign`: with units of another type, libstdc++ makes a temporary string first.
+        output = Output(input.begin(), input.end());
         return {};
     }
     const Converter converter = OpenConverter(names);
