@@ -20,6 +20,7 @@ case "$(uname -s) $(uname -m)" in
         kernels="
             sha_extensions kShaExtensionsSha256Kernel sha_extensions_flags x86_features.cpp
             avx512 kAvx512Sha256Kernel avx512_flags x86_features.cpp
+            avx512 kAvx512ShortChainSha256Kernel avx512_flags x86_features.cpp
             avx2 kAvx2Sha256Kernel avx2_flags x86_features.cpp
             portable kPortableSha256Kernel portable_flags"
         compiler=x86_64-linux-gnu-g++

@@ -19,7 +19,8 @@ constexpr std::size_t kMessageBufferBytes = 4096;
 
 using MessageBuffer = std::array<char, kMessageBufferBytes>;
 
-const char* LevelTag(LogLevel level) {
+// What a line of this level begins with.
+const char* LinePrefix(LogLevel level) {
     switch (level) {
         case LogLevel::Error:
             return "[Err!] ";
@@ -95,7 +96,7 @@ void Log(LogLevel level, const char* format, ...) {
         g_sink(level, message);
         return;
     }
-    std::fputs(LevelTag(level), stdout);
+    std::fputs(LinePrefix(level), stdout);
     if (!IsTerminal()) {
         std::fwrite(message.data(), 1, message.size(), stdout);
         return;

@@ -41,7 +41,8 @@ ResultCode ReportLackOfMemory(Operation operation) {
 
 void SortByPath(std::vector<FoundFile>& files) {
     const auto precedes = [](const FoundFile& a, const FoundFile& b) { return a.path < b.path; };
-    // The walk finds the last name of a directory first. Reversed, its files are often in order.
+    // The walk goes through each directory from the last name to the first. Reversed, its files are
+    // in order, unless a name continues where that of a directory ends, as "a.b" beside "a/c".
     std::reverse(files.begin(), files.end());
     if (!std::is_sorted(files.begin(), files.end(), precedes)) {
         std::sort(files.begin(), files.end(), precedes);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -28,6 +29,8 @@ constexpr std::size_t kPaddingRoomBytes = 3 * kSha256BlockBytes;
 // A block is as long as the cache line of most processors. Neither copying into aligned blocks nor
 // loading them takes two lines at a time.
 constexpr std::align_val_t kPieceAlignment{kSha256BlockBytes};
+static_assert(kPaddingRoomBytes % kSha256BlockBytes == 0 &&
+              kPaddingRoomBytes >= kMaxSha256PaddingBytes);
 
 }  // namespace
 
@@ -106,7 +109,7 @@ bool ChunkLanes::ReadBytes(Lane& lane, std::span<std::uint8_t> bytes) {
 void ChunkLanes::Compress() {
     std::array<Sha256Lane, kMaxSha256Lanes> busy{};
     std::size_t busyCount = 0;
-    std::size_t blockCount = kAllPiecesBytes;
+    std::size_t blockCount = std::numeric_limits<std::size_t>::max();
     for (Lane& lane : lanes_) {
         if (lane.pending != nullptr) {
             busy[busyCount++] = {lane.state.data(), lane.blocks};

@@ -35,8 +35,8 @@ class ChunkLanes {
     void EndDropped();
 
     // The chunks that ended since the last call: they have their results, and their lanes are idle.
-    // Valid until the next call of any other operation. Must be called before a lane is begun
-    // again, because there is room for only one ended chunk per lane.
+    // Valid until the next call of any other operation. Between two calls, at most as many chunks
+    // may be begun as lanes were idle, because there is room for one ended chunk per lane.
     [[nodiscard]] std::span<PendingChunk* const> TakeEnded();
 
   private:

@@ -22,11 +22,10 @@ FileHasher::FileHasher(std::size_t fileCount, OpenFile open, std::unique_ptr<Chu
     : window_(fileCount, std::move(open)), chunks_(std::move(chunks)) {}
 
 const FileToHash& FileHasher::NextFile() {
-    if (hasCurrentFile_) {
+    if (!window_.IsEmpty()) {
         chunks_->Drop(static_cast<std::size_t>(window_.GivenOfCurrent() - takenChunks_));
         window_.PopCurrent();
     }
-    hasCurrentFile_ = true;
     takenChunks_ = 0;
     isKnownUnchanged_ = false;
     if (window_.IsEmpty()) {

@@ -59,7 +59,6 @@ class FileHasher {
     // Its status was last checked, and unchanged, after all its bytes had been read: no further
     // fstat is needed.
     bool isKnownUnchanged_ = false;
-    bool hasCurrentFile_ = false;
 };
 
 }  // namespace sealkeeper

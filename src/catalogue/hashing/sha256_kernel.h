@@ -39,7 +39,8 @@ struct Sha256Kernel {
     bool isWide = false;
 };
 
-// The kernels. Each is defined only if the compiler targets its architecture.
+// The kernels. Each is defined only if the compiler targets its architecture. All are initialised
+// at compile time: code that does so at the start would be compiled with the kernel's flags.
 extern const Sha256Kernel kShaExtensionsSha256Kernel;
 extern const Sha256Kernel kAvx512Sha256Kernel;
 extern const Sha256Kernel kAvx512ShortChainSha256Kernel;

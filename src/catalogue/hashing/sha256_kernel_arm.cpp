@@ -118,6 +118,6 @@ bool IsSupported() {
 
 }  // namespace
 
-const Sha256Kernel kArmSha256Kernel = {"ARMv8 SHA-2", kMaxLanes, IsSupported, Compress};
+constinit const Sha256Kernel kArmSha256Kernel = {"ARMv8 SHA-2", kMaxLanes, IsSupported, Compress};
 
 }  // namespace sealkeeper

@@ -111,7 +111,7 @@ bool IsSupported() {
 
 }  // namespace
 
-const Sha256Kernel kAvx2Sha256Kernel = {"AVX2", Avx2Vector::kLanes, IsSupported,
-                                        CompressWide<Avx2Vector>, true};
+constinit const Sha256Kernel kAvx2Sha256Kernel = {"AVX2", Avx2Vector::kLanes, IsSupported,
+                                                  CompressWide<Avx2Vector>, true};
 
 }  // namespace sealkeeper

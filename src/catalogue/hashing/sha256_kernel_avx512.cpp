@@ -118,11 +118,11 @@ bool IsSupported() {
 
 }  // namespace
 
-const Sha256Kernel kAvx512Sha256Kernel = {"AVX-512", Avx512Vector::kLanes, IsSupported,
-                                          CompressWide<Avx512Vector, RoundSums::FewestAdditions>,
-                                          true};
+constinit const Sha256Kernel kAvx512Sha256Kernel = {
+    "AVX-512", Avx512Vector::kLanes, IsSupported,
+    CompressWide<Avx512Vector, RoundSums::FewestAdditions>, true};
 
-const Sha256Kernel kAvx512ShortChainSha256Kernel = {
+constinit const Sha256Kernel kAvx512ShortChainSha256Kernel = {
     "AVX-512, short chain", Avx512Vector::kLanes, IsSupported,
     CompressWide<Avx512Vector, RoundSums::ShortestChain>, true};
 

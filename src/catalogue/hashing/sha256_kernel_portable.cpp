@@ -53,7 +53,7 @@ bool IsSupported() {
 
 }  // namespace
 
-const Sha256Kernel kPortableSha256Kernel = {"portable", Word::kLanes, IsSupported,
-                                            CompressWide<Word>};
+constinit const Sha256Kernel kPortableSha256Kernel = {"portable", Word::kLanes, IsSupported,
+                                                      CompressWide<Word>};
 
 }  // namespace sealkeeper

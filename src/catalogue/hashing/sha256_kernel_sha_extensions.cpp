@@ -125,7 +125,7 @@ bool IsSupported() {
 
 }  // namespace
 
-const Sha256Kernel kShaExtensionsSha256Kernel = {"SHA extensions", kMaxLanes, IsSupported,
-                                                 Compress};
+constinit const Sha256Kernel kShaExtensionsSha256Kernel = {"SHA extensions", kMaxLanes, IsSupported,
+                                                           Compress};
 
 }  // namespace sealkeeper

@@ -21,7 +21,7 @@ constexpr std::array kCompiledKernels = {
     &kPortableSha256Kernel,
 #if defined(SEALKEEPER_HAS_AVX512_KERNEL)
     &kAvx512Sha256Kernel,
-    // Takes one more addition, and waits for fewer.
+    // The same with a shorter dependency chain.
     &kAvx512ShortChainSha256Kernel,
 #endif
 #if defined(SEALKEEPER_HAS_AVX2_KERNEL)
