@@ -6,12 +6,13 @@
 namespace sealkeeper {
 namespace {
 
-// The look-ahead: at most this many chunks are pending, per lane but at least the second number in
+// The look-ahead: this many chunks are kept pending, per lane but at least the second number in
 // all. Each lane hashes one while the disk fetches another.
 constexpr std::size_t kChunksPerLane = 2;
 constexpr std::size_t kLeastChunks = 16;
 
-// The look-ahead for small chunks: it takes many of them to keep a disk busy and the lanes full.
+// The same for small chunks, which are added when fewer than the above are pending: it takes many
+// of them to keep a disk busy.
 constexpr std::size_t kSmallChunksPerLane = 4;
 constexpr std::size_t kLeastSmallChunks = 64;
 constexpr std::size_t kSmallChunkBytes = 1'048'576;
@@ -82,7 +83,12 @@ bool FileHasher::IsAsItWasOpened() {
     return true;
 }
 
+// Adds many small chunks at a time: opening files one after the other is faster than between
+// reading others, because the processor's caches keep what the system needs for it.
 void FileHasher::AddChunksAhead() {
+    if (chunks_->PendingCount() >= WantedChunks()) {
+        return;
+    }
     while (HasRoom()) {
         auto chunk = window_.NextChunk();
         if (!chunk) {
@@ -95,11 +101,14 @@ void FileHasher::AddChunksAhead() {
     }
 }
 
+std::size_t FileHasher::WantedChunks() const {
+    return std::max(kChunksPerLane * chunks_->LaneCount(), kLeastChunks);
+}
+
 bool FileHasher::HasRoom() const {
-    const std::size_t lanes = chunks_->LaneCount();
     const std::size_t pending = chunks_->PendingCount();
-    return pending < std::max(kChunksPerLane * lanes, kLeastChunks) ||
-           (pending < std::max(kSmallChunksPerLane * lanes, kLeastSmallChunks) &&
+    return pending < WantedChunks() ||
+           (pending < std::max(kSmallChunksPerLane * chunks_->LaneCount(), kLeastSmallChunks) &&
             window_.LastGivenBytes() <= kSmallChunkBytes);
 }
 

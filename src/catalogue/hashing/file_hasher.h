@@ -49,6 +49,7 @@ class FileHasher {
   private:
     bool IsAsItWasOpened();
     void AddChunksAhead();
+    [[nodiscard]] std::size_t WantedChunks() const;
     [[nodiscard]] bool HasRoom() const;
 
     FileWindow window_;
