@@ -140,6 +140,21 @@ TEST(FileHasher, LooksAheadToManySmallFiles) {
 }
 
 // Empty files take no read-ahead, so only their number limits the look-ahead.
+TEST(FileHasher, OpensSmallFilesManyAtATime) {
+    constexpr std::size_t kCount = 400;
+    constexpr std::size_t kLeastAtATime = 16;
+    Files files(std::vector<std::size_t>(kCount, 1000));
+    std::size_t timesOpened = 0;
+    for (std::size_t i = 0; i < kCount; ++i) {
+        const std::size_t before = files.OpenedCount();
+        files.ExpectNextFile(i);
+        if (files.OpenedCount() > before) {
+            ++timesOpened;
+        }
+    }
+    EXPECT_LE(timesOpened, kCount / kLeastAtATime);
+}
+
 TEST(FileHasher, ManyEmptyFiles) {
     std::vector<std::size_t> sizes(300);
     sizes.front() = 5;
