@@ -139,7 +139,6 @@ TEST(FileHasher, LooksAheadToManySmallFiles) {
     EXPECT_GE(files.OpenedCount(), 60U);
 }
 
-// Empty files take no read-ahead, so only their number limits the look-ahead.
 TEST(FileHasher, OpensSmallFilesManyAtATime) {
     constexpr std::size_t kCount = 400;
     constexpr std::size_t kLeastAtATime = 16;
@@ -155,6 +154,7 @@ TEST(FileHasher, OpensSmallFilesManyAtATime) {
     EXPECT_LE(timesOpened, kCount / kLeastAtATime);
 }
 
+// Empty files take no read-ahead, so only their number limits the look-ahead.
 TEST(FileHasher, ManyEmptyFiles) {
     std::vector<std::size_t> sizes(300);
     sizes.front() = 5;
