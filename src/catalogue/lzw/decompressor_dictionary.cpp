@@ -5,7 +5,7 @@
 namespace sealkeeper::lzw {
 
 DecompressorDictionary::DecompressorDictionary() : strings_(kEndOfCodes + 1) {
-    for (std::uint32_t code = 0; code < kOneByteStrings; ++code) {
+    for (std::uint32_t code = 0; code < kOneByteStringCount; ++code) {
         strings_[code] = {code, 1};
     }
 }
@@ -33,11 +33,11 @@ bool DecompressorDictionary::FollowUnchanging(const PackedCodes& codes, std::siz
     std::size_t bytes = bytes_;
     for (std::size_t i = first; i < codes.Count(); ++i) {
         const std::size_t length = Find(codes.At(i)).length;
-        bytes += length;
-        if (length == 0 || bytes > kMaxUncompressedBytes) {
+        if (length == 0 || length > kMaxUncompressedBytes - bytes) {
             endedAt_ = i;
             return false;
         }
+        bytes += length;
     }
     bytes_ = bytes;
     return true;
@@ -45,7 +45,7 @@ bool DecompressorDictionary::FollowUnchanging(const PackedCodes& codes, std::siz
 
 std::uint32_t DecompressorDictionary::LastCodeAt(std::size_t index) {
     const auto added = static_cast<std::uint32_t>(std::min(index, kGrowingCodes - 1));
-    return added == 0 ? kOneByteStrings - 1 : kFirstFreeCode + added - 1;
+    return added == 0 ? kOneByteStringCount - 1 : kFirstFreeCode + added - 1;
 }
 
 // The last entry is a sentinel for all codes that are never assigned.

@@ -32,17 +32,16 @@ class CodeWriter {
         // next store.
         static_assert(std::endian::native == std::endian::little);
         std::memcpy(output_->data() + written_, &pending_, sizeof(pending_));
-        const unsigned wholeBytes = pendingBits_ / kByteBits;
+        const unsigned wholeBytes = pendingBits_ / lzw::kByteBits;
         written_ += wholeBytes;
-        pending_ >>= wholeBytes * kByteBits;
-        pendingBits_ %= kByteBits;
+        pending_ >>= wholeBytes * lzw::kByteBits;
+        pendingBits_ %= lzw::kByteBits;
     }
 
     // Cuts the buffer after the last code. Padding bits are zero.
     void Finish() { output_->resize(written_ + (pendingBits_ > 0 ? 1 : 0)); }
 
   private:
-    static constexpr unsigned kByteBits = 8;
     static constexpr std::size_t kPieceBytes = 65536;
 
     std::vector<std::uint8_t>* output_;

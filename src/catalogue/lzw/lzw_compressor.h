@@ -10,6 +10,7 @@
 
 namespace sealkeeper {
 
+// Lack of memory is an exception; after one, the compressor can only be destroyed.
 class LzwCompressor {
   public:
     // Appends to `output`, which must not be used by anyone else until `Finish`. Reserves memory

@@ -23,8 +23,8 @@ constexpr std::size_t kRoomBytes = DecompressorDictionary::kLongestString + kSte
 constexpr std::size_t kBufferBytes = 65536;
 static_assert(kBufferBytes > kRoomBytes);
 
-constexpr auto kOneByteStrings = [] {
-    std::array<std::uint8_t, lzw::kOneByteStrings + kStepBytes> bytes{};
+constexpr auto kEveryByte = [] {
+    std::array<std::uint8_t, lzw::kOneByteStringCount + kStepBytes> bytes{};
     std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});
     return bytes;
 }();
@@ -117,8 +117,7 @@ void LzwDecompressor::WriteGrowingStrings() {
         const std::uint32_t code = codes_.At(index_);
         const StoredString& string = dictionary_[code];
         const std::uint8_t* from =
-            (code < lzw::kOneByteStrings ? kOneByteStrings.data() : growing_.data()) +
-            string.offset;
+            (code < lzw::kOneByteStringCount ? kEveryByte.data() : growing_.data()) + string.offset;
         for (std::uint32_t i = 0; i < string.length; ++i) {
             *next++ = *from++;
         }
@@ -130,7 +129,7 @@ std::span<const std::uint8_t> LzwDecompressor::WriteStrings() {
     buffer_.resize(kBufferBytes);
     const PackedCodes codes = codes_;
     const DecompressorDictionary& dictionary = dictionary_;
-    const std::array<const std::uint8_t*, 2> sources = {growing_.data(), kOneByteStrings.data()};
+    const std::array<const std::uint8_t*, 2> sources = {growing_.data(), kEveryByte.data()};
     std::uint8_t* const start = buffer_.data();
     const std::uint8_t* const lastStart = start + (kBufferBytes - kRoomBytes);
     std::uint8_t* next = start;
@@ -139,7 +138,7 @@ std::span<const std::uint8_t> LzwDecompressor::WriteStrings() {
         const std::uint32_t code = codes.At(index++);
         const StoredString string = dictionary[code];
         const std::uint8_t* from =
-            sources[static_cast<std::size_t>(code < lzw::kOneByteStrings)] + string.offset;
+            sources[static_cast<std::size_t>(code < lzw::kOneByteStringCount)] + string.offset;
         std::memcpy(next, from, kStepBytes);
         for (std::size_t done = kStepBytes; done < string.length; done += kStepBytes) {
             std::memcpy(next + done, from + done, kStepBytes);

@@ -13,6 +13,7 @@
 
 namespace sealkeeper::lzw {
 
+inline constexpr unsigned kByteBits = 8;
 inline constexpr unsigned kCodeBits = 12;
 inline constexpr std::uint8_t kBlockModeFlag = 0x80;
 
@@ -21,6 +22,7 @@ inline constexpr std::array<std::uint8_t, 3> kPrefix = {0x1F, 0x9D, kBlockModeFl
 inline constexpr std::size_t kMagicBytes = 2;
 // The same bytes as a little-endian number.
 inline constexpr std::uint16_t kMagicNumber = 0x9D1F;
+static_assert(kMagicNumber == (kPrefix[0] | kPrefix[1] << 8U));
 inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
 
 // Whether `input` begins with the container's magic.
@@ -30,7 +32,7 @@ inline constexpr std::uint8_t kCodeBitsMask = 0x1F;
 }
 
 // Codes 0 to 255 are the one-byte strings.
-inline constexpr std::uint16_t kOneByteStrings = 256;
+inline constexpr std::uint16_t kOneByteStringCount = 256;
 
 // Code 256 is the clear code of the classic program and is never used here.
 inline constexpr std::uint16_t kFirstFreeCode = 257;

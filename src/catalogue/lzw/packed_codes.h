@@ -52,7 +52,6 @@ class PackedCodes {
     }
 
   private:
-    static constexpr unsigned kByteBits = 8;
     // A code is extracted from the eight bytes that it starts in, loaded as one little-endian
     // number.
     static_assert(kCodeBitsMask + kByteBits <= 64);

@@ -235,8 +235,17 @@ TEST(LzwDecompressor, RefusesMoreThan4GiB) {
     const Bytes input = PackedCodes(test::CodesOfRun(std::uint64_t{1} << 32U));
     EXPECT_LT(input.size(), 2'000'000U);
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(LzwDecompressor::Open(input).has_value());
+    LzwFault fault;
+    EXPECT_FALSE(LzwDecompressor::Open(input, &fault).has_value());
+    EXPECT_EQ(fault.kind, LzwFault::Kind::TooManyBytes);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST(LzwDecompressor, AcceptsTheMostThat32BitsCanSay) {
+    const Bytes input = PackedCodes(test::CodesOfRun(0xFFFFFFFF));
+    const auto block = LzwDecompressor::Open(input);
+    ASSERT_TRUE(block.has_value());
+    EXPECT_EQ(block->BytesLeft(), 0xFFFFFFFFU);
 }
 
 }  // namespace

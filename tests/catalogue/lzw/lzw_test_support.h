@@ -23,7 +23,7 @@ namespace sealkeeper::test {
     return output;
 }
 
-// The decompressed form of `input`; empty if it is refused.
+// The decompressed form of `input`; nothing if it is refused.
 [[nodiscard]] inline std::optional<std::vector<std::uint8_t>> Decompressed(
     const std::vector<std::uint8_t>& input) {
     auto block = LzwDecompressor::Open(input);
