@@ -138,7 +138,7 @@ TEST_P(ChunkHasherJobs, NoFileIsKeptOpenLongerThanItsChunks) {
     EXPECT_TRUE(dropped.expired());
 }
 
-TEST_P(ChunkHasherJobs, MayGoWithChunksPending) {
+TEST_P(ChunkHasherJobs, MayBeDestroyedWithChunksPending) {
     for (std::size_t i = 0; i < 64; ++i) {
         Add(i, 200'000);
     }

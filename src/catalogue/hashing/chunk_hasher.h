@@ -10,7 +10,9 @@
 namespace sealkeeper {
 
 // After a chunk that cannot be read, chunks of the same file that were not begun yet wait until
-// they are the oldest: they probably cannot be read either, and each attempt may take long.
+// they are the oldest (unread_file.h).
+//
+// Lack of memory is an exception; after one, the hasher can only be destroyed.
 class ChunkHasher {
   public:
     ChunkHasher() = default;

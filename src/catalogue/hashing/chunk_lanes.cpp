@@ -13,7 +13,9 @@
 namespace sealkeeper {
 namespace {
 
-// The pieces of all lanes together stay in the L2 cache; each is large enough to amortise its read.
+// The pieces of all lanes together take at most half of the L2 cache of recent processors, and are
+// no slower where they take all of it (bench/RESULTS.md). Each is large enough to amortise its
+// read.
 constexpr std::size_t kAllPiecesBytes = 524'288;
 
 // Whole blocks, so that only the last piece of a chunk can end inside a block.
@@ -37,8 +39,11 @@ static_assert(kPaddingRoomBytes % kSha256BlockBytes == 0 &&
 ChunkLanes::ChunkLanes(const Sha256Engine& engine)
     : engine_(engine),
       pieceBytes_(PieceBytes(engine.LaneCount())),
-      pieces_(new (kPieceAlignment)
-                  std::uint8_t[engine.LaneCount() * (pieceBytes_ + kPaddingRoomBytes)]) {}
+      pieces_(new (kPieceAlignment) std::uint8_t[engine.LaneCount() * RoomBytes()]) {}
+
+std::size_t ChunkLanes::RoomBytes() const {
+    return pieceBytes_ + kPaddingRoomBytes;
+}
 
 void ChunkLanes::PieceDeleter::operator()(std::uint8_t* pieces) const {
     ::operator delete[](pieces, kPieceAlignment);
@@ -81,19 +86,18 @@ std::span<PendingChunk* const> ChunkLanes::TakeEnded() {
 // can be read.
 void ChunkLanes::ReadPiece(Lane& lane) {
     const std::size_t chunkBytes = lane.pending->chunk.lengthBytes;
-    const std::size_t roomBytes = pieceBytes_ + kPaddingRoomBytes;
     const auto index = static_cast<std::size_t>(&lane - lanes_.data());
-    const std::span<std::uint8_t> room(pieces_.get() + index * roomBytes, roomBytes);
+    const std::span<std::uint8_t> room(pieces_.get() + index * RoomBytes(), RoomBytes());
     const auto piece = room.first(std::min(pieceBytes_, chunkBytes - lane.readBytes));
     if (!ReadBytes(lane, piece)) {
         End(lane, false);
         return;
     }
     lane.readBytes += piece.size();
-    lane.isPadded = lane.readBytes == chunkBytes;
     lane.blocks = room.data();
-    lane.blockCount = lane.isPadded ? AppendSha256Padding(room, piece.size(), chunkBytes)
-                                    : piece.size() / kSha256BlockBytes;
+    lane.blockCount = lane.readBytes == chunkBytes
+                          ? AppendSha256Padding(room, piece.size(), chunkBytes)
+                          : piece.size() / kSha256BlockBytes;
 }
 
 // Reads the next bytes of the lane's chunk. False when not all of them can be read.
@@ -127,7 +131,8 @@ void ChunkLanes::Compress() {
 
 void ChunkLanes::EndHashed() {
     for (Lane& lane : lanes_) {
-        if (lane.pending != nullptr && lane.isPadded && lane.blockCount == 0) {
+        if (lane.pending != nullptr && lane.blockCount == 0 &&
+            lane.readBytes == lane.pending->chunk.lengthBytes) {
             lane.pending->result.digest = DigestOf(lane.state);
             End(lane, true);
         }

@@ -20,7 +20,8 @@ class ChunkLanes {
     // allocates.
     explicit ChunkLanes(const Sha256Engine& engine);
 
-    [[nodiscard]] std::size_t IdleCount() const { return engine_.LaneCount() - busyCount_; }
+    [[nodiscard]] std::size_t LaneCount() const { return engine_.LaneCount(); }
+    [[nodiscard]] std::size_t IdleCount() const { return LaneCount() - busyCount_; }
     [[nodiscard]] bool IsIdle() const { return busyCount_ == 0; }
 
     // Assigns `chunk` to an idle lane and reads its first piece. There must be an idle lane, and
@@ -51,10 +52,11 @@ class ChunkLanes {
         // The whole blocks that are yet to be hashed, with the padding once all bytes were read.
         const std::uint8_t* blocks = nullptr;
         std::size_t blockCount = 0;
-        bool isPadded = false;
         std::array<std::uint32_t, kSha256StateWords> state{};
     };
 
+    // Room for the piece of one lane and its padding.
+    [[nodiscard]] std::size_t RoomBytes() const;
     void ReadPiece(Lane& lane);
     [[nodiscard]] bool ReadBytes(Lane& lane, std::span<std::uint8_t> bytes);
     void Compress();

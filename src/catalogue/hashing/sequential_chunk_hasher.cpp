@@ -5,11 +5,10 @@
 
 namespace sealkeeper {
 
-SequentialChunkHasher::SequentialChunkHasher(const Sha256Engine& engine)
-    : engine_(engine), lanes_(engine) {}
+SequentialChunkHasher::SequentialChunkHasher(const Sha256Engine& engine) : lanes_(engine) {}
 
 std::size_t SequentialChunkHasher::LaneCount() const {
-    return engine_.LaneCount();
+    return lanes_.LaneCount();
 }
 
 void SequentialChunkHasher::Add(ChunkToHash chunk) {
@@ -49,7 +48,7 @@ void SequentialChunkHasher::Drop(std::size_t count) {
 void SequentialChunkHasher::BeginWaiting() {
     while (begunCount_ < pending_.size() && lanes_.IdleCount() > 0) {
         PendingChunk& next = pending_[begunCount_];
-        if (begunCount_ > 0 && IsSameFile(next.chunk.file, unreadFile_)) {
+        if (begunCount_ > 0 && unreadFile_.HoldsBack(next.chunk)) {
             return;
         }
         ++begunCount_;
@@ -61,9 +60,7 @@ void SequentialChunkHasher::BeginWaiting() {
 void SequentialChunkHasher::NoteEnded() {
     for (PendingChunk* const ended : lanes_.TakeEnded()) {
         ended->isDone = true;
-        if (!ended->result.isRead && !ended->isDropped) {
-            unreadFile_ = ended->chunk.file;
-        }
+        unreadFile_.Note(*ended);
     }
 }
 

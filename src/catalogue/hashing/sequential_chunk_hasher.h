@@ -2,11 +2,12 @@
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SEQUENTIAL_CHUNK_HASHER_H
 #define SEALKEEPER_CATALOGUE_HASHING_SEQUENTIAL_CHUNK_HASHER_H
 
+#include <cstddef>
 #include <deque>
-#include <memory>
 
 #include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/hashing/chunk_lanes.h"
+#include "catalogue/hashing/unread_file.h"
 
 namespace sealkeeper {
 
@@ -26,14 +27,12 @@ class SequentialChunkHasher : public ChunkHasher {
     void NoteEnded();
     void PopOldest();
 
-    const Sha256Engine& engine_;
     ChunkLanes lanes_;
     // Oldest first. A deque, so that the chunks that lanes point to do not move.
     std::deque<PendingChunk> pending_;
     // How many of the pending chunks were begun; these are the oldest.
     std::size_t begunCount_ = 0;
-    // The file of the last chunk that could not be read.
-    std::weak_ptr<const InputFile> unreadFile_;
+    UnreadFile unreadFile_;
 };
 
 }  // namespace sealkeeper

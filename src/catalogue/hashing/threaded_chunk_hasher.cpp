@@ -10,9 +10,6 @@
 namespace sealkeeper {
 namespace {
 
-// Hashing this much takes a fraction of a millisecond.
-constexpr std::size_t kLittleBytes = 1'048'576;
-
 // What the rest of the program needs for a catalogue of ordinary size.
 constexpr std::size_t kReservedBytes = 16'777'216;
 
@@ -152,25 +149,21 @@ WorkerLoad ThreadedChunkHasher::Load() const {
 
 // Whether an idle worker should begin now.
 bool ThreadedChunkHasher::ShouldAnotherBegin() const {
-    return MayBegin() && Load().ShouldGetBusy();
+    return MayFirstWaitingBegin() && Load().ShouldGetBusy();
 }
 
 // Whether the first waiting chunk, if there is one, may be begun now.
-bool ThreadedChunkHasher::MayBegin() const {
+bool ThreadedChunkHasher::MayFirstWaitingBegin() const {
     return waitingCount_ > 0 &&
-           (waiting_ == pending_.begin() || !IsSameFile(waiting_->chunk.file, unreadFile_));
+           (waiting_ == pending_.begin() || !unreadFile_.HoldsBack(waiting_->chunk));
 }
 
-// Takes the share of a busy worker. If the chunks are small, filling the lanes comes first.
 void ThreadedChunkHasher::TakeShare(std::size_t idleLanes, Share& share) {
     const std::size_t fairCount = Load().ShareFor(idleLanes);
-    std::size_t takenBytes = 0;
+    std::uint64_t takenBytes = 0;
     share.count = 0;
-    if (fairCount == 0) {
-        return;
-    }
-    while (share.count < idleLanes && MayBegin() &&
-           (share.count < fairCount || takenBytes < kLittleBytes)) {
+    while (share.count < idleLanes && MayFirstWaitingBegin() &&
+           WorkerLoad::TakesAnother(fairCount, share.count, takenBytes)) {
         takenBytes += waiting_->chunk.lengthBytes;
         share.chunks[share.count++] = &*waiting_;
         ++waiting_;
@@ -194,9 +187,7 @@ std::span<PendingChunk* const> ThreadedChunkHasher::HashUntilSomeEnd(ChunkLanes&
 void ThreadedChunkHasher::End(std::span<PendingChunk* const> ended) {
     for (PendingChunk* const chunk : ended) {
         chunk->isDone = true;
-        if (!chunk->result.isRead && !chunk->isDropped) {
-            unreadFile_ = chunk->chunk.file;
-        }
+        unreadFile_.Note(*chunk);
     }
     if (!pending_.empty() && IsOldestDone()) {
         oldestDone_.notify_one();

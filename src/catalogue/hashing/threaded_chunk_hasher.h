@@ -15,6 +15,7 @@
 
 #include "catalogue/hashing/chunk_hasher.h"
 #include "catalogue/hashing/chunk_lanes.h"
+#include "catalogue/hashing/unread_file.h"
 #include "catalogue/hashing/worker_load.h"
 
 namespace sealkeeper {
@@ -52,7 +53,7 @@ class ThreadedChunkHasher : public ChunkHasher {
     void Work(ChunkLanes& lanes);
     [[nodiscard]] WorkerLoad Load() const;
     [[nodiscard]] bool ShouldAnotherBegin() const;
-    [[nodiscard]] bool MayBegin() const;
+    [[nodiscard]] bool MayFirstWaitingBegin() const;
     [[nodiscard]] bool IsOldestDone() const { return pending_.front().isDone; }
     void TakeShare(std::size_t idleLanes, Share& share);
     [[nodiscard]] std::span<PendingChunk* const> HashUntilSomeEnd(ChunkLanes& lanes,
@@ -75,8 +76,7 @@ class ThreadedChunkHasher : public ChunkHasher {
     std::size_t busyWorkers_ = 0;
     // Whether the caller waits for a chunk.
     bool isAwaited_ = false;
-    // The file of the last chunk that could not be read.
-    std::weak_ptr<const InputFile> unreadFile_;
+    UnreadFile unreadFile_;
     // Also read by workers without the mutex.
     std::atomic<bool> isStopping_ = false;
 

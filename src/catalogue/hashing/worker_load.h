@@ -1,9 +1,10 @@
-// How many of the waiting chunks a worker takes, and when it begins.
+// Which of the waiting chunks a worker takes, and when it begins.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_WORKER_LOAD_H
 #define SEALKEEPER_CATALOGUE_HASHING_WORKER_LOAD_H
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace sealkeeper {
 
@@ -27,8 +28,8 @@ struct WorkerLoad {
                (isCallerWaiting || waitingChunks >= lanesPerWorker);
     }
 
-    // How many chunks a busy worker with `idleLanes` takes; more if they are small. Idle workers
-    // are left as much each. Busy ones are left nothing: they would begin later than this one.
+    // The share of a busy worker with `idleLanes`, in chunks. Idle workers are left as much each.
+    // Busy ones are left nothing: they would begin later than this one.
     [[nodiscard]] constexpr std::size_t ShareFor(std::size_t idleLanes) const {
         if (!isCallerWaiting && waitingChunks < idleLanes) {
             return 0;
@@ -36,6 +37,16 @@ struct WorkerLoad {
         const std::size_t sharers = IdleWorkers() + 1;
         return std::min(idleLanes, (waitingChunks + sharers - 1) / sharers);
     }
+
+    // Whether a worker takes one more chunk when it has taken `takenCount`, of `takenBytes`
+    // together. Little work is not worth sharing: full lanes are faster.
+    [[nodiscard]] static constexpr bool TakesAnother(std::size_t share, std::size_t takenCount,
+                                                     std::uint64_t takenBytes) {
+        return takenCount < share || (share > 0 && takenBytes < kLittleBytes);
+    }
+
+    // The fastest kernels hash this much in 0.2 ms, plain C++ in 4 ms.
+    static constexpr std::uint64_t kLittleBytes = 1'048'576;
 
   private:
     // While the caller is busy, one worker stays idle: it would only take a processor from the

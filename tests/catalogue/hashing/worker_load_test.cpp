@@ -55,6 +55,15 @@ TEST(WorkerLoad, BusyWorkersAreLeftNothing) {
     EXPECT_EQ(WhileAdding(1, 1, 16).ShareFor(kLanes), 16U);
 }
 
+TEST(WorkerLoad, WorkerTakesMoreThanItsShareWhileThatIsLittleWork) {
+    constexpr auto kLittle = WorkerLoad::kLittleBytes;
+    EXPECT_TRUE(WorkerLoad::TakesAnother(8, 7, 100 * kLittle));
+    EXPECT_TRUE(WorkerLoad::TakesAnother(8, 8, kLittle - 1));
+    EXPECT_FALSE(WorkerLoad::TakesAnother(8, 8, kLittle));
+    // No share: the caller is about to add chunks that fill the lanes.
+    EXPECT_FALSE(WorkerLoad::TakesAnother(0, 0, 0));
+}
+
 TEST(WorkerLoad, NoWorkerTakesMoreThanItsIdleLanes) {
     EXPECT_EQ(WhileWaiting(2, 2, 100).ShareFor(kLanes), kLanes);
     EXPECT_EQ(WhileWaiting(2, 1, 100).ShareFor(3), 3U);
