@@ -24,8 +24,8 @@ inline constexpr std::size_t kChunkBytes = 4'194'304;
 
 // The length of chunk `index` in bytes. Chunks past the end are empty.
 [[nodiscard]] constexpr std::size_t ChunkLength(std::uint64_t index, std::uint64_t sizeBytes) {
-    return static_cast<std::size_t>(ChunkOffset(index + 1, sizeBytes) -
-                                    ChunkOffset(index, sizeBytes));
+    return static_cast<std::size_t>(
+        std::min<std::uint64_t>(kChunkBytes, sizeBytes - ChunkOffset(index, sizeBytes)));
 }
 
 }  // namespace sealkeeper

@@ -28,8 +28,8 @@ class FileHasher {
     FileHasher(std::size_t fileCount, OpenFile open,
                std::unique_ptr<ChunkHasher> chunks = MakeChunkHasher());
 
-    // Moves on to the next file, which must exist, and drops the remaining chunks of the one
-    // before. The reference is valid until the next call of this or of `OpenFileAgain`.
+    // Moves on to the next file and drops the remaining chunks of the one before. Call at most
+    // `fileCount` times. The reference is valid until the next call of this or of `OpenFileAgain`.
     const FileToHash& NextFile();
 
     // The digest of the next chunk of that file. Past the last one, a chunk with `isRead` false.
@@ -50,6 +50,7 @@ class FileHasher {
     bool IsAsItWasOpened();
     void AddChunksAhead();
     [[nodiscard]] std::size_t WantedChunks() const;
+    [[nodiscard]] bool IsTimeToAdd() const;
     [[nodiscard]] bool HasRoom() const;
 
     FileWindow window_;

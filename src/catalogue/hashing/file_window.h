@@ -26,7 +26,8 @@ struct FileToHash {
 };
 
 // Opens file `index` of the files to be hashed. The status in the result is later compared with
-// that of the open file, to detect changes.
+// that of the open file, to detect changes. For a file ahead of its turn it may be an earlier
+// status. For the current file, and whenever a file is opened again, it must be asked for.
 using OpenFile = std::function<FileToHash(std::size_t index)>;
 
 // Gives the chunks of the files in order. The first of the open files is the current one.
@@ -38,7 +39,7 @@ class FileWindow {
 
     [[nodiscard]] bool IsEmpty() const { return files_.empty(); }
 
-    // Opens the next file, which must exist.
+    // Opens the next file. Fewer than `fileCount` must have been opened.
     void OpenNext();
 
     // The current file. The reference is valid until `PopCurrent` or `StartOver`.

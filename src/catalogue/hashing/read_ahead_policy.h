@@ -34,8 +34,8 @@ class ReadAheadPolicy {
                                 : std::chrono::nanoseconds::zero();
     }
 
-    // Whether to give advice of `steps` steps. If so, takes them from the bucket.
-    [[nodiscard]] bool ShouldAdvise(std::size_t steps) {
+    // Takes `steps` steps of advice from the bucket. False, and takes nothing, when it holds fewer.
+    [[nodiscard]] bool TakeSteps(std::size_t steps) {
         if (steps > stepsLeft_) {
             return false;
         }

@@ -139,10 +139,13 @@ TEST(FileHasher, LooksAheadToManySmallFiles) {
     EXPECT_GE(files.OpenedCount(), 60U);
 }
 
-TEST(FileHasher, OpensSmallFilesManyAtATime) {
+// The parameter is the number of jobs. With many, there are more lanes than files may be open.
+class FileHasherWithJobs : public testing::TestWithParam<unsigned> {};
+
+TEST_P(FileHasherWithJobs, OpensSmallFilesManyAtATime) {
     constexpr std::size_t kCount = 400;
     constexpr std::size_t kLeastAtATime = 16;
-    Files files(std::vector<std::size_t>(kCount, 1000));
+    Files files(std::vector<std::size_t>(kCount, 1000), MakeChunkHasher(GetParam()));
     std::size_t timesOpened = 0;
     for (std::size_t i = 0; i < kCount; ++i) {
         const std::size_t before = files.OpenedCount();
@@ -153,6 +156,8 @@ TEST(FileHasher, OpensSmallFilesManyAtATime) {
     }
     EXPECT_LE(timesOpened, kCount / kLeastAtATime);
 }
+
+INSTANTIATE_TEST_SUITE_P(EveryNumberOfLanes, FileHasherWithJobs, testing::Values(1, 2, 4, 8, 16));
 
 // Empty files take no read-ahead, so only their number limits the look-ahead.
 TEST(FileHasher, ManyEmptyFiles) {
@@ -175,8 +180,8 @@ TEST(FileHasher, GivesUpTheRestOfAFile) {
     files.ExpectNextFile(3);
 }
 
-// Two files with more chunks than the look-ahead are given up. Advice spent on them must not count
-// against the files after them.
+// Two files with more chunks than the look-ahead are given up. Their chunks leave room for those of
+// the files after them.
 void ExpectToLookAheadAfter(const std::function<FileToHash()>& openGivenUp) {
     const TempDirectory directory;
     // Small enough for all files to be in the look-ahead, large enough that few are hashed
@@ -255,7 +260,7 @@ TEST(FileHasher, FewDescriptorsAreEnough) {
     }
 }
 
-TEST(FileHasher, FileThatCannotBeOpenedHasNoReader) {
+TEST(FileHasher, FileThatCannotBeOpenedIsNull) {
     FileHasher hasher(2, [](std::size_t index) {
         return OpenCollectedFile(index == 0 ? L"/no/such/file" : L"/no/other");
     });
@@ -343,6 +348,18 @@ TEST(FileHasher, ChunkCounts) {
     EXPECT_EQ(ChunkCountOf(kChunkBytes), 1U);
     EXPECT_EQ(ChunkCountOf(kChunkBytes + 1), 2U);
     EXPECT_EQ(ChunkCountOf(~std::uint64_t{0}), std::uint64_t{1} << 42U);
+}
+
+TEST(FileHasher, ChunkLengths) {
+    EXPECT_EQ(ChunkLength(0, 5), 5U);
+    EXPECT_EQ(ChunkLength(1, 5), 0U);
+    EXPECT_EQ(ChunkLength(0, kChunkBytes), kChunkBytes);
+    EXPECT_EQ(ChunkLength(1, kChunkBytes), 0U);
+    EXPECT_EQ(ChunkLength(1, kChunkBytes + 1), 1U);
+    constexpr std::uint64_t kMost = ~std::uint64_t{0};
+    EXPECT_EQ(ChunkLength(kMost, 2 * kChunkBytes), 0U);
+    EXPECT_EQ(ChunkLength(kMost, kMost), 0U);
+    EXPECT_EQ(ChunkLength((std::uint64_t{1} << 42U) - 1, kMost), kChunkBytes - 1);
 }
 
 TEST(FileHasher, ChunkOffsets) {

@@ -9,7 +9,7 @@ using Policy = ReadAheadPolicy;
 
 std::size_t StepsOf(Policy& policy) {
     std::size_t steps = 0;
-    while (policy.ShouldAdvise(1)) {
+    while (policy.TakeSteps(1)) {
         ++steps;
     }
     return steps;
@@ -43,10 +43,10 @@ TEST(ReadAheadPolicy, WaitingForLongIsRememberedForAWhile) {
 
 TEST(ReadAheadPolicy, AdviceIsGivenAsAWhole) {
     Policy policy;
-    EXPECT_FALSE(policy.ShouldAdvise(Policy::kStepsAtFirst + 1));
-    EXPECT_TRUE(policy.ShouldAdvise(Policy::kStepsAtFirst));
-    EXPECT_FALSE(policy.ShouldAdvise(1));
-    EXPECT_TRUE(policy.ShouldAdvise(0));
+    EXPECT_FALSE(policy.TakeSteps(Policy::kStepsAtFirst + 1));
+    EXPECT_TRUE(policy.TakeSteps(Policy::kStepsAtFirst));
+    EXPECT_FALSE(policy.TakeSteps(1));
+    EXPECT_TRUE(policy.TakeSteps(0));
 }
 
 // How many of a thousand chunks are advised if each read of `readCount` takes `duration`.
@@ -59,7 +59,7 @@ std::size_t AdvisedOfAThousandChunks(std::size_t readCount, std::chrono::microse
     for (std::size_t read = 0; read < 1000 * kReadsOfAChunk; ++read) {
         policy.Earn(
             Policy::WaitOf(read % readCount == 0 ? duration : std::chrono::microseconds(15)));
-        if (read % kReadsOfAChunk == 0 && policy.ShouldAdvise(kStepsOfAChunk)) {
+        if (read % kReadsOfAChunk == 0 && policy.TakeSteps(kStepsOfAChunk)) {
             ++advisedChunks;
         }
     }
