@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "catalogue/catalogue_format.h"
+#include "catalogue/catalogue_writer.h"
 #include "catalogue/lzw/lzw_compressor.h"
 #include "catalogue/lzw/lzw_decompressor.h"
 #include "sample_entry_block.h"
@@ -26,11 +27,10 @@ const Bytes& EntryBlock() {
 
 // Compresses in pieces, as the program does.
 Bytes Compressed(const Bytes& block) {
-    constexpr std::size_t kPieceBytes = 262'144;
     Bytes compressed;
     LzwCompressor compressor(compressed, block.size());
     for (auto left = std::span(block); !left.empty();) {
-        const std::size_t pieceBytes = std::min(left.size(), kPieceBytes);
+        const std::size_t pieceBytes = std::min(left.size(), kRecordsAtOnceBytes);
         compressor.Append(left.first(pieceBytes));
         left = left.subspan(pieceBytes);
     }

@@ -16,10 +16,6 @@
 namespace sealkeeper {
 namespace {
 
-// Records are compressed in batches of this size, because hashing in between evicts the
-// compressor's tables from the L1 and L2 caches.
-constexpr std::size_t kRecordsAtOnceBytes = 262'144;
-
 void AppendRecord(const CatalogueEntry& entry, std::vector<std::uint8_t>& bytes) {
     std::array<std::uint8_t, entry_record::kFixedBytes> fixed{};
     const std::span<std::uint8_t> record(fixed);

@@ -25,6 +25,10 @@ struct EntryBlock {
     std::size_t entryCount = 0;
 };
 
+// Records are compressed in batches of about this size, because hashing in between evicts the
+// compressor's tables from the L1 and L2 caches.
+inline constexpr std::size_t kRecordsAtOnceBytes = 262'144;
+
 // Hashes `files` with `chunks` in the order given and adds their records to `block`. There must be
 // at least one file, and `block` must be empty. The uncompressed block is never in memory as a
 // whole. Stops at the first failure, with `block` incomplete: `CatalogueError`, logged, when the
