@@ -22,7 +22,8 @@
 namespace sealkeeper::bench {
 namespace {
 
-// The piece of one lane. The pieces of all lanes exceed the L1 cache but fit the L2 cache.
+// The piece of one lane. From two lanes on, the pieces exceed the L1 cache of most processors.
+// Those of all lanes fit the L2 cache.
 constexpr std::size_t kPieceBytes = 32768;
 // One block more than a piece, so that the pieces do not compete for the same L1 cache sets.
 constexpr std::size_t kPieceStride = kPieceBytes + kSha256BlockBytes;

@@ -1,8 +1,8 @@
 // SHA-256 constants (FIPS 180-4).
 //
-// Declared `extern`, not `inline constexpr`: every file that uses an inline variable may emit a
-// copy, of which the linker keeps one for all. The files of the kernels, which are compiled with
-// their own flags, must not contribute copies.
+// The tables are declared `extern`, not `inline constexpr`: every file that uses an inline variable
+// may emit a copy, of which the linker keeps one for all. The files of the kernels, which are
+// compiled with their own flags, must not contribute copies.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_CONSTANTS_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_CONSTANTS_H
 

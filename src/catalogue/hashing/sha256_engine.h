@@ -17,10 +17,10 @@ namespace sealkeeper {
 // processor. Thread-safe.
 //
 // A single lane uses the first usable kernel, so that hashing one small file costs only the
-// self-test of that kernel. For more lanes the kernels are timed, once, on first use, in less than
-// half a millisecond with their self-tests. Only timing tells which is faster: for four lanes,
-// AMD's SHA extensions nearly match its AVX-512, Intel's reach half of it, and future processors
-// may differ from both.
+// self-test of that kernel. For more lanes the kernels are tested and timed, once, on first use
+// (sha256_kernel_timing.h says how long that takes). Only timing tells which is faster: for four
+// lanes, AMD's SHA extensions nearly match its AVX-512, Intel's reach half of it, and future
+// processors may differ from both.
 class Sha256Engine {
   public:
     // Uses those of `kernels` that work here; for one lane, the first of them. If none works, only

@@ -2,7 +2,8 @@
 // messages at once, because a single message is bound by instruction latency.
 //
 // Each kernel is in its own file, compiled with the flags for its instructions. It shares no inline
-// code with other files, so that none of its instructions can get into code that runs without a
+// code with other files, except templates over a type in its own anonymous namespace
+// (sha256_wide_rounds.h), so that none of its instructions can get into code that runs without a
 // check of the processor.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_H

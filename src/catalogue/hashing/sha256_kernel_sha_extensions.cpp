@@ -103,6 +103,7 @@ void CompressLanes(const Sha256Lane* lanes, std::size_t blockCount) {
 
 // The switch below has a case for each number of lanes.
 constexpr std::size_t kMaxLanes = 4;
+static_assert(kMaxLanes <= kMaxSha256Lanes);
 
 void Compress(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
     switch (laneCount) {

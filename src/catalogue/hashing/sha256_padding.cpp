@@ -6,7 +6,6 @@ namespace sealkeeper {
 namespace {
 
 constexpr std::uint8_t kPaddingMark = 0x80;
-constexpr std::size_t kLengthBytes = 8;
 
 void StoreBigEndian(std::uint64_t number, std::span<std::uint8_t> bytes) {
     for (std::size_t i = bytes.size(); i-- > 0; number >>= 8U) {
@@ -19,11 +18,11 @@ void StoreBigEndian(std::uint64_t number, std::span<std::uint8_t> bytes) {
 std::size_t AppendSha256Padding(std::span<std::uint8_t> buffer, std::size_t lastBytes,
                                 std::uint64_t messageBytes) {
     const std::size_t blockCount =
-        (lastBytes + 1 + kLengthBytes + kSha256BlockBytes - 1) / kSha256BlockBytes;
+        (lastBytes + 1 + kSha256LengthBytes + kSha256BlockBytes - 1) / kSha256BlockBytes;
     const auto padding = buffer.first(blockCount * kSha256BlockBytes).subspan(lastBytes);
     std::fill(padding.begin(), padding.end(), std::uint8_t{0});
     padding.front() = kPaddingMark;
-    StoreBigEndian(messageBytes * 8, padding.last(kLengthBytes));
+    StoreBigEndian(messageBytes * 8, padding.last(kSha256LengthBytes));
     return blockCount;
 }
 

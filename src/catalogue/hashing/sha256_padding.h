@@ -11,9 +11,11 @@
 
 namespace sealkeeper {
 
-// The most bytes that padding may need: a byte, the 8-byte length and, between them, up to 63
-// zeros.
-inline constexpr std::size_t kMaxSha256PaddingBytes = kSha256BlockBytes + 8;
+// The length of the message, in bits, at the end of its padding.
+inline constexpr std::size_t kSha256LengthBytes = 8;
+
+// The most bytes that padding may need: a byte, the length and, between them, up to 63 zeros.
+inline constexpr std::size_t kMaxSha256PaddingBytes = kSha256BlockBytes + kSha256LengthBytes;
 
 // Pads (FIPS 180-4, 5.1.1) a message of `messageBytes` bytes. `buffer` begins with its last
 // `lastBytes` bytes, which begin at a block boundary of the message, and has room for

@@ -149,6 +149,7 @@ template <typename Vector, RoundSums kSums>
 // the first lane, and their results are dropped.
 template <typename Vector, RoundSums kSums = RoundSums::FewestAdditions>
 void CompressWide(const Sha256Lane* lanes, std::size_t laneCount, std::size_t blockCount) {
+    static_assert(Vector::kLanes <= kMaxSha256Lanes);
     if (laneCount == 0 || blockCount == 0) {
         return;
     }

@@ -126,7 +126,7 @@ TEST_P(Sha256KernelUseTest, IsNotUsableWithAFaultAtOneNumberOfLanes) {
 INSTANTIATE_TEST_SUITE_P(EveryKernel, Sha256KernelUseTest, testing::ValuesIn(AllKernels()),
                          test::KernelTestName);
 
-TEST(Sha256Kernels, HaveAsManyLanesAsTheConstantSays) {
+TEST(Sha256Kernels, HaveNoMoreLanesThanTheConstant) {
     for (const Sha256Kernel* kernel : CompiledSha256Kernels()) {
         EXPECT_GE(kernel->maxLanes, 1U) << kernel->name;
         EXPECT_LE(kernel->maxLanes, kMaxSha256Lanes) << kernel->name;
