@@ -21,6 +21,8 @@ function(sealkeeper_unite_folders target)
         set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${group}")
     endforeach()
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    # g++ warns of types that a header would share, and takes the files of a unit for headers.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endfunction()
 
 # Runs clang-tidy on the sources of `target` while they are compiled, if enabled.
