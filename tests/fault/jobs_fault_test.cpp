@@ -67,6 +67,15 @@ TEST_F(JobsFaults, FewerThreadsDoItAll) {
     ExpectDigests(hasher);
 }
 
+// A compiler may leave out memory that nobody uses.
+TEST_F(JobsFaults, MemoryForTheRestIsHeldWhileThreadsStart) {
+    constexpr std::size_t kReservedBytes = 16'777'216;
+    ProcessSha256Engine().Prepare();
+    test::ResetLargestAllocation();
+    const ThreadedChunkHasher hasher(ProcessSha256Engine(), 2);
+    EXPECT_EQ(test::LargestAllocation(), kReservedBytes);
+}
+
 TEST_F(JobsFaults, AfterAChunkThatCannotBeReadTheOthersOfItsFileWait) {
     ThreadedChunkHasher hasher(ProcessSha256Engine(), 1);
     const std::size_t lanes = hasher.LaneCount();

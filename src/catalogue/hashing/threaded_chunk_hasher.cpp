@@ -13,6 +13,16 @@ namespace {
 // What the rest of the program needs for a catalogue of ordinary size.
 constexpr std::size_t kReservedBytes = 16'777'216;
 
+struct DeleteReserve {
+    void operator()(void* reserve) const { ::operator delete(reserve); }
+};
+
+// Null when there is not as much. Calls the function: a new-expression for memory that nobody uses
+// may be left out, and clang++ does so.
+std::unique_ptr<void, DeleteReserve> Reserve() {
+    return std::unique_ptr<void, DeleteReserve>(::operator new(kReservedBytes, std::nothrow));
+}
+
 }  // namespace
 
 ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t workerCount)
@@ -24,7 +34,7 @@ ThreadedChunkHasher::ThreadedChunkHasher(const Sha256Engine& engine, std::size_t
     const std::scoped_lock lock(mutex_);
     // Where the address space is limited, the stacks of many threads could take all of it. This
     // much is free again when they have started. It is never written to, so it takes no memory.
-    const std::unique_ptr<std::byte[]> reserve(new (std::nothrow) std::byte[kReservedBytes]);
+    const auto reserve = Reserve();
     if (!reserve) {
         return;
     }
