@@ -11,14 +11,11 @@ namespace {
 constexpr std::size_t kChunksPerLane = 2;
 constexpr std::size_t kLeastChunks = 16;
 
-// The same for small chunks: it takes many of them to keep a disk busy.
+// The same for small chunks, which are added when fewer than the above are pending: it takes many
+// of them to keep a disk busy.
 constexpr std::size_t kSmallChunksPerLane = 4;
 constexpr std::size_t kLeastSmallChunks = 64;
 constexpr std::size_t kSmallChunkBytes = 1'048'576;
-
-// When small chunks are pending, no more are added until there are fewer than this: half of the
-// files that may be open can be opened then.
-constexpr std::size_t kFewSmallChunks = 32;
 
 }  // namespace
 
@@ -86,8 +83,12 @@ bool FileHasher::IsAsItWasOpened() {
     return true;
 }
 
+// Adds many small chunks at a time: opening files one after the other is faster than between
+// reading others, because the processor's caches keep what the system needs for it. With 32 lanes
+// or more, small files are opened one at a time, since no more may be open. That is faster there:
+// the threads hash while this one opens.
 void FileHasher::AddChunksAhead() {
-    if (!IsTimeToAdd()) {
+    if (chunks_->PendingCount() >= WantedChunks()) {
         return;
     }
     while (HasRoom()) {
@@ -104,14 +105,6 @@ void FileHasher::AddChunksAhead() {
 
 std::size_t FileHasher::WantedChunks() const {
     return std::max(kChunksPerLane * chunks_->LaneCount(), kLeastChunks);
-}
-
-// Many small chunks are added at a time: opening files one after the other is faster than between
-// reading others, because the processor's caches keep what the system needs for it.
-bool FileHasher::IsTimeToAdd() const {
-    const bool areSmall = window_.LastGivenBytes() <= kSmallChunkBytes;
-    return chunks_->PendingCount() <
-           (areSmall ? std::min(WantedChunks(), kFewSmallChunks) : WantedChunks());
 }
 
 bool FileHasher::HasRoom() const {

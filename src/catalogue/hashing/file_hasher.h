@@ -50,7 +50,6 @@ class FileHasher {
     bool IsAsItWasOpened();
     void AddChunksAhead();
     [[nodiscard]] std::size_t WantedChunks() const;
-    [[nodiscard]] bool IsTimeToAdd() const;
     [[nodiscard]] bool HasRoom() const;
 
     FileWindow window_;
