@@ -9,7 +9,7 @@
 
 namespace sealkeeper {
 
-// Its other chunks probably cannot be read either, and each attempt may take long.
+// The other chunks of that file probably cannot be read either, and each attempt may take long.
 class UnreadFile {
   public:
     // Notes a chunk whose result is final. One that was dropped was not even tried to its end.
