@@ -23,6 +23,9 @@ class ChunkHasher {
     // How many chunks can be hashed at a time.
     [[nodiscard]] virtual std::size_t LaneCount() const = 0;
 
+    // Whether other threads hash while the caller's does something else.
+    [[nodiscard]] virtual bool HashesInBackground() const = 0;
+
     // Adds a chunk. When it is hashed is up to the hasher.
     virtual void Add(ChunkToHash chunk) = 0;
 

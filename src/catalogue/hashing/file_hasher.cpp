@@ -83,12 +83,12 @@ bool FileHasher::IsAsItWasOpened() {
     return true;
 }
 
-// Adds many small chunks at a time: opening files one after the other is faster than between
-// reading others, because the processor's caches keep what the system needs for it. With 32 lanes
-// or more, small files are opened one at a time, since no more may be open. That is faster there:
-// the threads hash while this one opens.
+// Where this thread hashes, many small chunks are added at a time: opening files one after the
+// other is faster than between reading others, because the processor's caches keep what the system
+// needs for it. Where other threads hash, they hash while this one opens, so the chunks are added
+// as soon as there is room.
 void FileHasher::AddChunksAhead() {
-    if (chunks_->PendingCount() >= WantedChunks()) {
+    if (!chunks_->HashesInBackground() && chunks_->PendingCount() >= WantedChunks()) {
         return;
     }
     while (HasRoom()) {

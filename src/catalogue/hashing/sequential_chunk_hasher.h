@@ -16,6 +16,7 @@ class SequentialChunkHasher : public ChunkHasher {
     explicit SequentialChunkHasher(const Sha256Engine& engine);
 
     [[nodiscard]] std::size_t LaneCount() const override;
+    [[nodiscard]] bool HashesInBackground() const override { return false; }
     void Add(ChunkToHash chunk) override;
     [[nodiscard]] std::size_t PendingCount() const override;
     void AwaitOldest() override;

@@ -33,6 +33,7 @@ class ThreadedChunkHasher : public ChunkHasher {
     [[nodiscard]] std::size_t WorkerCount() const { return workers_.size(); }
 
     [[nodiscard]] std::size_t LaneCount() const override;
+    [[nodiscard]] bool HashesInBackground() const override { return true; }
     void Add(ChunkToHash chunk) override;
     [[nodiscard]] std::size_t PendingCount() const override { return pending_.size(); }
     void AwaitOldest() override;

@@ -139,7 +139,7 @@ TEST(FileHasher, LooksAheadToManySmallFiles) {
     EXPECT_GE(files.OpenedCount(), 60U);
 }
 
-TEST(FileHasher, OpensSmallFilesManyAtATime) {
+TEST(FileHasher, OpensSmallFilesManyAtATimeInTheThreadThatHashes) {
     constexpr std::size_t kCount = 400;
     constexpr std::size_t kLeastAtATime = 16;
     Files files(std::vector<std::size_t>(kCount, 1000));
@@ -152,6 +152,19 @@ TEST(FileHasher, OpensSmallFilesManyAtATime) {
         }
     }
     EXPECT_LE(timesOpened, kCount / kLeastAtATime);
+}
+
+TEST(FileHasher, OpensSmallFilesOneAtATimeWhileOtherThreadsHash) {
+    constexpr std::size_t kCount = 400;
+    constexpr std::size_t kJobs = 2;
+    Files files(std::vector<std::size_t>(kCount, 1000), MakeChunkHasher(kJobs));
+    files.ExpectNextFile(0);
+    for (std::size_t i = 1; i < kCount; ++i) {
+        const std::size_t before = files.OpenedCount();
+        files.ExpectNextFile(i);
+        EXPECT_LE(files.OpenedCount(), before + 1) << i;
+    }
+    EXPECT_EQ(files.OpenedCount(), kCount);
 }
 
 // Empty files take no read-ahead, so only their number limits the look-ahead.
