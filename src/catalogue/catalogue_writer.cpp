@@ -67,14 +67,46 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
     return code;
 }
 
+// Compresses the records of a block as they are added, many at a time.
+class EntryBlockBuilder {
+  public:
+    // Most of the `fileCount` files have one chunk.
+    EntryBlockBuilder(EntryBlock& block, std::size_t fileCount)
+        : block_(block),
+          compressor_(block.compressed,
+                      fileCount * (entry_record::kFixedBytes + entry_record::kDigestBytes)) {}
+
+    // Fails with `CatalogueError`, logged, when the block is larger than its length can say.
+    ResultCode Add(const CatalogueEntry& entry) {
+        AppendRecord(entry, records_);
+        block_.uncompressedBytes +=
+            entry_record::kFixedBytes + entry.digests.size() * entry_record::kDigestBytes;
+        ++block_.entryCount;
+        if (records_.size() >= kRecordsAtOnceBytes) {
+            compressor_.Append(records_);
+            records_.clear();
+        }
+        return RequireStorable(block_.uncompressedBytes,
+                               "Too large for the catalogue: the entry block.");
+    }
+
+    void Finish() {
+        compressor_.Append(records_);
+        compressor_.Finish();
+    }
+
+  private:
+    EntryBlock& block_;
+    LzwCompressor compressor_;
+    std::vector<std::uint8_t> records_;
+};
+
 }  // namespace
 
 ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases,
                            std::unique_ptr<ChunkHasher> chunks, EntryBlock& block) {
     const ConverterWatch converter;
-    // Most files have one chunk.
-    LzwCompressor compressor(
-        block.compressed, files.size() * (entry_record::kFixedBytes + entry_record::kDigestBytes));
+    EntryBlockBuilder builder(block, files.size());
     std::size_t current = 0;
     FileHasher hasher(
         files.size(),
@@ -85,7 +117,6 @@ ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases
                                      index == current ? FileStatus{} : files[index].status);
         },
         std::move(chunks));
-    std::vector<std::uint8_t> records;
     CatalogueEntry entry;
     for (; current < files.size(); ++current) {
         if (const ResultCode code = BuildCatalogueEntry(files[current].path, hasher, entry);
@@ -98,22 +129,11 @@ ResultCode BuildEntryBlock(std::vector<FoundFile> files, const AliasMap& aliases
         if (const ResultCode code = converter.RequireSound(); code != ResultCode::Ok) {
             return code;
         }
-        AppendRecord(entry, records);
-        block.uncompressedBytes +=
-            entry_record::kFixedBytes + entry.digests.size() * entry_record::kDigestBytes;
-        ++block.entryCount;
-        if (records.size() >= kRecordsAtOnceBytes) {
-            compressor.Append(records);
-            records.clear();
-        }
-        if (const ResultCode code = RequireStorable(
-                block.uncompressedBytes, "Too large for the catalogue: the entry block.");
-            code != ResultCode::Ok) {
+        if (const ResultCode code = builder.Add(entry); code != ResultCode::Ok) {
             return code;
         }
     }
-    compressor.Append(records);
-    compressor.Finish();
+    builder.Finish();
     return ResultCode::Ok;
 }
 

@@ -93,6 +93,9 @@ class StoredEntry {
 // and what they view, alive.
 using EntryList = std::vector<std::shared_ptr<const StoredEntry>>;
 
+// What an entry costs besides its path and digests.
+static_assert(sizeof(StoredEntry) + sizeof(EntryList::value_type) <= 64);
+
 }  // namespace sealkeeper
 
 #endif

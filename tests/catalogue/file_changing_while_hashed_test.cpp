@@ -17,7 +17,6 @@
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/stored_catalogue_support.h"
 #include "catalogue/stored_entry.h"
-#include "platform/file_system.h"
 #include "support/captured_output.h"
 #include "support/temp_directory.h"
 
@@ -54,21 +53,13 @@ class FileChangingWhileHashed : public testing::Test {
   protected:
     FileChangingWhileHashed() : here_(directory_.Path()) { directory_.WriteFile("a", "before"); }
 
-    // Repeats until the time stamp changes, since file system clocks may be coarse.
-    void Rewrite(const std::string& content) const {
-        const FileStatus before = StatusOfPath("a");
-        do {
-            directory_.WriteFile("a", content);
-        } while (StatusOfPath("a") == before);
-    }
-
     // Opens the file and then, the first `changeCount` times, rewrites it.
     OpenFile OpenAndRewrite(const std::function<FileToHash()>& open, std::size_t changeCount,
                             const std::string& content) {
         return [=, this](std::size_t /*index*/) {
             FileToHash file = open();
             if (openedCount_++ < changeCount) {
-                Rewrite(content);
+                directory_.RewriteFile("a", content);
             }
             return file;
         };
@@ -127,7 +118,7 @@ TEST_F(FileChangingWhileHashed, MayEndEarlyTheSecondTime) {
     CapturedOutput output;
     FileHasher hasher(1, [this](std::size_t /*index*/) {
         FileToHash file = OpenCollectedFile(L"./a");
-        Rewrite(openedCount_++ == 0 ? "others" : "");
+        directory_.RewriteFile("a", openedCount_++ == 0 ? "others" : "");
         return file;
     });
     EXPECT_EQ(BuildCatalogueEntry(L"./a", hasher, entry_), ResultCode::CatalogueIOError);
@@ -201,7 +192,7 @@ TEST_F(FileChangingWhileHashed, ThatDiffersTheSecondTimeIsAMismatch) {
     const CapturedOutput quiet;
     FileHasher hasher(1, [&](std::size_t /*index*/) {
         FileToHash file = entry->OpenFile(L"a");
-        Rewrite(openedCount_++ == 0 ? "before" : "others");
+        directory_.RewriteFile("a", openedCount_++ == 0 ? "before" : "others");
         return file;
     });
     EXPECT_EQ(entry->VerifyNextFile(L"a", hasher, nullptr, nullptr),

@@ -39,6 +39,13 @@ std::string TempDirectory::WriteFile(const std::string& name, const std::string&
     return path.string();
 }
 
+void TempDirectory::RewriteFile(const std::string& name, const std::string& content) const {
+    const fs::file_time_type before = fs::last_write_time(fs::path(path_) / name);
+    do {
+        WriteFile(name, content);
+    } while (fs::last_write_time(fs::path(path_) / name) == before);
+}
+
 ScopedCurrentDirectory::ScopedCurrentDirectory(const std::string& directory)
     : previous_(fs::current_path()) {
     fs::current_path(directory);

@@ -23,6 +23,10 @@ class TempDirectory {
     // Writes a file, creates the directories in its name, and returns its path.
     std::string WriteFile(const std::string& name, const std::string& content) const;
 
+    // Writes to an existing file until its time stamp changes, since file system clocks may be
+    // coarse.
+    void RewriteFile(const std::string& name, const std::string& content) const;
+
   private:
     std::string path_;
 };

@@ -16,8 +16,8 @@ namespace sealkeeper {
 
 class ChunkLanes {
   public:
-    // `engine` must outlive the lanes. The half MiB for pieces is allocated here; nothing below
-    // allocates.
+    // `engine` must outlive the lanes. The half MiB for pieces is allocated here. Once `engine` is
+    // prepared, nothing below allocates.
     explicit ChunkLanes(const Sha256Engine& engine);
 
     [[nodiscard]] std::size_t LaneCount() const { return engine_.LaneCount(); }

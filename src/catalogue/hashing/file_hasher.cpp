@@ -11,8 +11,8 @@ namespace {
 constexpr std::size_t kChunksPerLane = 2;
 constexpr std::size_t kLeastChunks = 16;
 
-// The same for small chunks, which are added when fewer than the above are pending: it takes many
-// of them to keep a disk busy.
+// The same for small chunks: it takes many of them to keep a disk busy. `AddChunksAhead` says when
+// they are added.
 constexpr std::size_t kSmallChunksPerLane = 4;
 constexpr std::size_t kLeastSmallChunks = 64;
 constexpr std::size_t kSmallChunkBytes = 1'048'576;

@@ -18,7 +18,7 @@ namespace sealkeeper {
 struct FileToHash {
     // Null when the file cannot be opened or is not to be read; it then has no chunks.
     std::shared_ptr<const InputFile> file;
-    // The status of what the path named, before it was opened.
+    // The status that the path had when the file was opened; see `GameFile::status`.
     FileStatus status;
     // Bytes and chunks to hash. Chunks past the end are empty.
     std::uint64_t sizeBytes = 0;
@@ -27,7 +27,8 @@ struct FileToHash {
 
 // Opens file `index` of the files to be hashed. The status in the result is later compared with
 // that of the open file, to detect changes. For a file ahead of its turn it may be an earlier
-// status. For the current file, and whenever a file is opened again, it must be asked for.
+// status, since it is compared at the file's turn. For the current file it must be asked for, also
+// when that file is opened again.
 using OpenFile = std::function<FileToHash(std::size_t index)>;
 
 // Gives the chunks of the files in order. The first of the open files is the current one.

@@ -1,4 +1,4 @@
-// Which of the waiting chunks a worker takes, and when it begins.
+// How many of the waiting chunks a worker takes, and when it begins.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_WORKER_LOAD_H
 #define SEALKEEPER_CATALOGUE_HASHING_WORKER_LOAD_H
 

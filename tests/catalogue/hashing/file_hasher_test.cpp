@@ -1,7 +1,6 @@
 #include "catalogue/hashing/file_hasher.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cstddef>
@@ -16,6 +15,7 @@
 #include "catalogue/catalogue_test_support.h"
 #include "catalogue/hashing/chunks.h"
 #include "platform/text_encoding.h"
+#include "support/descriptor_limit.h"
 #include "support/temp_directory.h"
 
 namespace sealkeeper {
@@ -154,19 +154,6 @@ TEST(FileHasher, OpensSmallFilesManyAtATimeInTheThreadThatHashes) {
     EXPECT_LE(timesOpened, kCount / kLeastAtATime);
 }
 
-TEST(FileHasher, OpensSmallFilesOneAtATimeWhileOtherThreadsHash) {
-    constexpr std::size_t kCount = 400;
-    constexpr std::size_t kJobs = 2;
-    Files files(std::vector<std::size_t>(kCount, 1000), MakeChunkHasher(kJobs));
-    files.ExpectNextFile(0);
-    for (std::size_t i = 1; i < kCount; ++i) {
-        const std::size_t before = files.OpenedCount();
-        files.ExpectNextFile(i);
-        EXPECT_LE(files.OpenedCount(), before + 1) << i;
-    }
-    EXPECT_EQ(files.OpenedCount(), kCount);
-}
-
 // Empty files take no read-ahead, so only their number limits the look-ahead.
 TEST(FileHasher, ManyEmptyFiles) {
     std::vector<std::size_t> sizes(300);
@@ -230,32 +217,13 @@ TEST(FileHasher, LooksAheadAsFarAfterChunksThatWereGivenUp) {
     });
 }
 
-// Leaves the process a few more descriptors than it has open.
-class ScopedDescriptorLimit {
-  public:
-    ScopedDescriptorLimit() {
-        EXPECT_EQ(getrlimit(RLIMIT_NOFILE, &before_), 0);
-        const int lowestFree = dup(STDOUT_FILENO);
-        EXPECT_EQ(close(lowestFree), 0);
-        rlimit limited = before_;
-        limited.rlim_cur = static_cast<rlim_t>(lowestFree) + 3;
-        EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &limited), 0);
-    }
-    ScopedDescriptorLimit(const ScopedDescriptorLimit&) = delete;
-    ScopedDescriptorLimit& operator=(const ScopedDescriptorLimit&) = delete;
-    ~ScopedDescriptorLimit() { EXPECT_EQ(setrlimit(RLIMIT_NOFILE, &before_), 0); }
-
-  private:
-    rlimit before_{};
-};
-
 TEST(FileHasher, FewDescriptorsAreEnough) {
     const TempDirectory directory;
     std::vector<std::string> paths;
     for (int i = 0; i < 40; ++i) {
         paths.push_back(directory.WriteFile("f" + std::to_string(i), "hello"));
     }
-    const ScopedDescriptorLimit limit;
+    const test::ScopedDescriptorLimit limit;
     FileHasher hasher(paths.size(), [&](std::size_t index) {
         return OpenCollectedFile(Utf8ToWide(paths[index]));
     });
