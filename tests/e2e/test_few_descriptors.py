@@ -13,6 +13,8 @@ LEAST = 6
 TOO_FEW = 4
 CONVERTER_MISSING = "The system's character-set converter could not be used, so names would be wrong.\n"
 LIMITS = (LEAST, 7, 8, 12, 16, 24, 40, 64, 66, 68, 72, 80)
+# Options, and the limits to run them with.
+SEVERAL_JOBS = (("-jobs", "3"), (LEAST, 8, 24, 66))
 
 
 class FewDescriptors(EndToEndTest):
@@ -40,11 +42,11 @@ class FewDescriptors(EndToEndTest):
         self.assertEqual(finished.stderr, b"")
         return Run(command_line, finished.returncode, console.without_dots(console.to_text(finished.stdout)))
 
-    def verify(self, limit: int) -> Run:
-        return self.run_with(limit, "-productid", PRODUCT, "verify", self.game)
+    def verify(self, limit: int, *options: str) -> Run:
+        return self.run_with(limit, "-productid", PRODUCT, *options, "verify", self.game)
 
-    def generate(self, limit: int) -> bytes:
-        run = self.run_with(limit, *self.generate_arguments(config_file=self.config_file))
+    def generate(self, limit: int, *options: str) -> bytes:
+        run = self.run_with(limit, *self.generate_arguments(*options, config_file=self.config_file))
         self.assertEqual(run.status, 0, run.output)
         return (self.output / "base.bin").read_bytes()
 
@@ -54,6 +56,10 @@ class FewDescriptors(EndToEndTest):
         for limit in LIMITS:
             with self.subTest(limit=limit):
                 self.assertEqual(self.generate(limit), expected)
+        options, limits = SEVERAL_JOBS
+        for limit in limits:
+            with self.subTest(limit=limit, options=options):
+                self.assertEqual(self.generate(limit, *options), expected)
 
     @unittest.skipIf(UNDER_SANITIZER, "the sanitizer wants a descriptor for its own checks")
     def test_generate_loads_the_converter_before_it_opens_files(self) -> None:
@@ -71,22 +77,20 @@ class FewDescriptors(EndToEndTest):
 
     def test_verify_gives_the_same_verdicts(self) -> None:
         self.generate(1024)
-        sound = self.verify(1024)
-        self.assertEqual(sound.status, 0)
+        self.expect_same_verdicts(0, 0)
         # Both differ on both readings. The second reading needs a descriptor of its own.
         self.write("a.pak", b"\x01" + bytes(5 * 4194304 - 1))
         self.write("f33", b"y" * 5000)
-        damaged = self.verify(1024)
-        self.assertEqual(damaged.status, 26)
-        self.assertEqual(damaged.output.count("Failed to verify"), 2, damaged.output)
-        for limit in LIMITS:
-            with self.subTest(limit=limit):
-                self.assertEqual(self.verify(limit), damaged)
-        self.write("a.pak", bytes(5 * 4194304))
-        self.write("f33", b"x" * 5000)
-        for limit in LIMITS:
-            with self.subTest(limit=limit):
-                self.assertEqual(self.verify(limit), sound)
+        self.expect_same_verdicts(26, 2)
+
+    def expect_same_verdicts(self, status: int, failure_count: int) -> None:
+        for options, limits in (((), LIMITS), SEVERAL_JOBS):
+            expected = self.verify(1024, *options)
+            self.assertEqual(expected.status, status)
+            self.assertEqual(expected.output.count("Failed to verify"), failure_count, expected.output)
+            for limit in limits:
+                with self.subTest(limit=limit, options=options):
+                    self.assertEqual(self.verify(limit, *options), expected)
 
 
 if __name__ == "__main__":

@@ -80,10 +80,10 @@ class FilesInMotion(OneFileTest):
     # The first file of the game, which is opened at its turn and not ahead.
     FIRST = "bin/0.pak"
 
-    def run_halted(self, name: str, act: Callable[[Path], object]) -> Tuple[int, str]:
+    def run_halted(self, name: str, act: Callable[[Path], object], *options: str) -> Tuple[int, str]:
         """Run. While the program has the big file open, stop it and call `act` with that file."""
         big = self.write_sparse(name, self.SIZE)
-        command_line = [str(PROGRAM), *self.generate_arguments(config_file=self.config_file)]
+        command_line = [str(PROGRAM), *self.generate_arguments(*options, config_file=self.config_file)]
         with subprocess.Popen(command_line, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
             try:
                 self.wait_until_open(process, big)
@@ -123,14 +123,17 @@ class FilesInMotion(OneFileTest):
         self.assertTrue(console.without_dots(output).endswith(text), output)
         self.assertEqual(status, 8)
 
-    def assert_hashed_twice(self, act: Callable[[Path], object]) -> None:
-        status, output = self.run_halted(self.FIRST, act)
+    def assert_hashed_twice(self, act: Callable[[Path], object], *options: str) -> None:
+        status, output = self.run_halted(self.FIRST, act, *options)
         self.assertEqual(status, 0)
         self.assertEqual(console.without_dots(output).count(console.hashing("./" + self.FIRST)), 2)
         self.assert_catalogue(self.output / "base.bin", ["./" + self.FIRST, "./bin/a.dat"])
 
     def test_file_that_grows_is_hashed_once_more(self) -> None:
         self.assert_hashed_twice(lambda big: os.truncate(big, self.SIZE + 5))
+
+    def test_file_that_grows_is_hashed_once_more_by_several_jobs(self) -> None:
+        self.assert_hashed_twice(lambda big: os.truncate(big, self.SIZE + 5), "-jobs", "3")
 
     def test_file_that_is_rewritten_is_hashed_once_more(self) -> None:
         """Its first chunk has been hashed by then, but not its last."""
