@@ -3,8 +3,8 @@
 //
 // Each kernel is in its own file, compiled with the flags for its instructions. It shares no inline
 // code with other files, except templates over a type in its own anonymous namespace
-// (sha256_wide_rounds.h), so that none of its instructions can get into code that runs without a
-// check of the processor.
+// (sha256_interleaved_rounds.h and sha256_wide_rounds.h), so that none of its instructions can get
+// into code that runs without a check of the processor.
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_KERNEL_H
 
