@@ -70,7 +70,8 @@ ResultCode SignImage(mbedtls_pk_context* privateKey, std::span<std::uint8_t> ima
 // Compresses the records of a block as they are added, many at a time.
 class EntryBlockBuilder {
   public:
-    // Most of the `fileCount` files have one chunk.
+    // `block` must outlive this. The memory for `fileCount` entries is estimated: most files have
+    // one chunk.
     EntryBlockBuilder(EntryBlock& block, std::size_t fileCount)
         : block_(block),
           compressor_(block.compressed,
@@ -90,6 +91,7 @@ class EntryBlockBuilder {
                                "Too large for the catalogue: the entry block.");
     }
 
+    // Call once, after all entries were added. Only then `block` is complete.
     void Finish() {
         compressor_.Append(records_);
         compressor_.Finish();

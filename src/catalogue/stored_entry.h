@@ -93,7 +93,7 @@ class StoredEntry {
 // and what they view, alive.
 using EntryList = std::vector<std::shared_ptr<const StoredEntry>>;
 
-// What an entry costs besides its path and digests.
+// The memory of an entry itself and of its place in the list.
 static_assert(sizeof(StoredEntry) + sizeof(EntryList::value_type) <= 64);
 
 }  // namespace sealkeeper

@@ -80,15 +80,17 @@ class FilesInMotion(OneFileTest):
     # The first file of the game, which is opened at its turn and not ahead.
     FIRST = "bin/0.pak"
 
-    def run_halted(self, name: str, act: Callable[[Path], object], *options: str) -> Tuple[int, str]:
+    def run_halted(
+        self, name: str, act: Callable[[Path], object], *options: str, size: int = SIZE
+    ) -> Tuple[int, str]:
         """Run. While the program has the big file open, stop it and call `act` with that file."""
-        big = self.write_sparse(name, self.SIZE)
+        big = self.write_sparse(name, size)
         command_line = [str(PROGRAM), *self.generate_arguments(*options, config_file=self.config_file)]
         with subprocess.Popen(command_line, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as process:
             try:
                 self.wait_until_open(process, big)
                 process.send_signal(signal.SIGSTOP)
-                self.assert_in_the_middle(process)
+                self.assert_in_the_middle(process, size)
                 act(big)
                 process.send_signal(signal.SIGCONT)
                 output, errors = process.communicate(timeout=TIMEOUT_SECONDS)
@@ -97,11 +99,11 @@ class FilesInMotion(OneFileTest):
         self.assertEqual(errors, b"")
         return process.returncode, console.to_text(output)
 
-    def assert_in_the_middle(self, process) -> None:
+    def assert_in_the_middle(self, process, size: int) -> None:
         """If the whole file has been read by now, the test proves nothing."""
         counters = Path(f"/proc/{process.pid}/io").read_text().split()
         self.assertEqual(counters[0], "rchar:")
-        self.assertLess(int(counters[1]), self.SIZE)
+        self.assertLess(int(counters[1]), size)
 
     def wait_until_open(self, process, path: Path) -> None:
         descriptors = Path(f"/proc/{process.pid}/fd")
@@ -123,8 +125,8 @@ class FilesInMotion(OneFileTest):
         self.assertTrue(console.without_dots(output).endswith(text), output)
         self.assertEqual(status, 8)
 
-    def assert_hashed_twice(self, act: Callable[[Path], object], *options: str) -> None:
-        status, output = self.run_halted(self.FIRST, act, *options)
+    def assert_hashed_twice(self, act: Callable[[Path], object], *options: str, size: int = SIZE) -> None:
+        status, output = self.run_halted(self.FIRST, act, *options, size=size)
         self.assertEqual(status, 0)
         self.assertEqual(console.without_dots(output).count(console.hashing("./" + self.FIRST)), 2)
         self.assert_catalogue(self.output / "base.bin", ["./" + self.FIRST, "./bin/a.dat"])
@@ -133,7 +135,8 @@ class FilesInMotion(OneFileTest):
         self.assert_hashed_twice(lambda big: os.truncate(big, self.SIZE + 5))
 
     def test_file_that_grows_is_hashed_once_more_by_several_jobs(self) -> None:
-        self.assert_hashed_twice(lambda big: os.truncate(big, self.SIZE + 5), "-jobs", "3")
+        size = 3 * self.SIZE
+        self.assert_hashed_twice(lambda big: os.truncate(big, size + 5), "-jobs", "3", size=size)
 
     def test_file_that_is_rewritten_is_hashed_once_more(self) -> None:
         """Its first chunk has been hashed by then, but not its last."""

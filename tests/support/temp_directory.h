@@ -23,8 +23,8 @@ class TempDirectory {
     // Writes a file, creates the directories in its name, and returns its path.
     std::string WriteFile(const std::string& name, const std::string& content) const;
 
-    // Writes to an existing file until its time stamp changes, since file system clocks may be
-    // coarse.
+    // Writes an existing file anew until its modification time changes, since file system clocks
+    // may be coarse. Meanwhile a reader may see it empty.
     void RewriteFile(const std::string& name, const std::string& content) const;
 
   private:

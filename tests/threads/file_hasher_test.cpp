@@ -12,6 +12,9 @@
 
 #include "catalogue/catalogue_entry.h"
 #include "catalogue/catalogue_test_support.h"
+#include "catalogue/hashing/make_chunk_hasher.h"
+#include "catalogue/hashing/sha256_engine.h"
+#include "catalogue/hashing/sha256_kernels.h"
 #include "platform/text_encoding.h"
 #include "support/descriptor_limit.h"
 #include "support/temp_directory.h"
@@ -87,8 +90,9 @@ TEST_P(FileHasherJobs, FileThatChangesAtItsTurnMayBeHashedAgain) {
     static_cast<void>(hasher.NextFile());
     contents_[1] = std::string(contents_[1].size(), 'r');
     directory_.RewriteFile(Name(1), contents_[1]);
-    EXPECT_TRUE(hasher.NextDigest().isRead);
-    EXPECT_TRUE(hasher.NextDigest().isRead);
+    // A thread may have read the file at any time, also while it was empty.
+    static_cast<void>(hasher.NextDigest());
+    static_cast<void>(hasher.NextDigest());
     EXPECT_TRUE(hasher.HasFileChanged());
     static_cast<void>(hasher.OpenFileAgain());
     EXPECT_EQ(Hex(hasher.NextDigest().digest), Sha256Hex(BytesOf(contents_[1])));
@@ -123,11 +127,19 @@ TEST_P(FileHasherJobs, FilesMayBeGivenUp) {
 
 TEST_P(FileHasherJobs, FewDescriptorsAreEnough) {
     const test::ScopedDescriptorLimit limit;
+    std::size_t openedCount = 0;
     FileHasher hasher(
-        kFileCount, [&](std::size_t index) { return Open(index); }, GetParam().MakeHasher());
+        kFileCount,
+        [&](std::size_t index) {
+            ++openedCount;
+            return Open(index);
+        },
+        GetParam().MakeHasher());
     for (std::size_t i = 0; i < kFileCount; ++i) {
         ExpectNextFile(hasher, i);
     }
+    // None was opened in vain.
+    EXPECT_EQ(openedCount, kFileCount);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryVariant, FileHasherJobs, testing::ValuesIn(test::HashingVariants()),

@@ -18,7 +18,7 @@ namespace sealkeeper {
 struct FileToHash {
     // Null when the file cannot be opened or is not to be read; it then has no chunks.
     std::shared_ptr<const InputFile> file;
-    // The status that the path had when the file was opened; see `GameFile::status`.
+    // The status of the path when the file was opened, or an earlier one; see `OpenFile`.
     FileStatus status;
     // Bytes and chunks to hash. Chunks past the end are empty.
     std::uint64_t sizeBytes = 0;

@@ -6,15 +6,16 @@
 // the reasons that sha256_wide_rounds.h gives.
 //
 // `Instructions` has
-//   Vector                 four words: of the message schedule, or of constants
+//   Vector                 four words of the message schedule
 //   State                  the eight state words
 //   LoadState, StoreState  from and to words in the order a to h
 //   AddStates              the sums of the words
 //   LoadMessage(bytes)     four words of a block, which are big-endian
 //   NextMessage(oldest, second, third, newest)
-//                          the next vector of the message schedule
+//                          the next vector of the message schedule (FIPS 180-4, 6.2.2), from the
+//                          four before it
 //   FourRounds(state, message, constants)
-//                          four rounds with their round constants
+//                          four rounds; `constants` points to their four round constants
 #ifndef SEALKEEPER_CATALOGUE_HASHING_SHA256_INTERLEAVED_ROUNDS_H
 #define SEALKEEPER_CATALOGUE_HASHING_SHA256_INTERLEAVED_ROUNDS_H
 
@@ -26,6 +27,7 @@
 
 namespace sealkeeper {
 
+// `CompressUpToFour` has a case for each number of lanes.
 inline constexpr std::size_t kMaxInterleavedLanes = 4;
 static_assert(kMaxInterleavedLanes <= kMaxSha256Lanes);
 

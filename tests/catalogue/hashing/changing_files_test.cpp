@@ -41,6 +41,7 @@ const std::string& Before() {
     return content;
 }
 
+// All changes take the path, though this one knows it.
 void RewriteInPlace(const TempDirectory& directory, const std::string& /*path*/) {
     directory.RewriteFile("changing", std::string(Before().size(), 'r'));
 }
