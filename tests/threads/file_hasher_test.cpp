@@ -41,7 +41,8 @@ class FileHasherJobs : public testing::TestWithParam<test::HashingVariant> {
 
     static std::string Name(std::size_t index) { return "f" + std::to_string(index); }
 
-    FileToHash Open(std::size_t index) const {
+    FileToHash Open(std::size_t index) {
+        ++openedCount_;
         return OpenCollectedFile(Utf8ToWide(directory_ / Name(index)));
     }
 
@@ -54,6 +55,7 @@ class FileHasherJobs : public testing::TestWithParam<test::HashingVariant> {
     static constexpr std::size_t kFileCount = 100;
     TempDirectory directory_;
     std::vector<std::string> contents_;
+    std::size_t openedCount_ = 0;
 };
 
 TEST_P(FileHasherJobs, FilesThatChangeAheadAreHashedAsTheyAreAtTheirTurn) {
@@ -127,19 +129,13 @@ TEST_P(FileHasherJobs, FilesMayBeGivenUp) {
 
 TEST_P(FileHasherJobs, FewDescriptorsAreEnough) {
     const test::ScopedDescriptorLimit limit;
-    std::size_t openedCount = 0;
     FileHasher hasher(
-        kFileCount,
-        [&](std::size_t index) {
-            ++openedCount;
-            return Open(index);
-        },
-        GetParam().MakeHasher());
+        kFileCount, [&](std::size_t index) { return Open(index); }, GetParam().MakeHasher());
     for (std::size_t i = 0; i < kFileCount; ++i) {
         ExpectNextFile(hasher, i);
     }
     // None was opened in vain.
-    EXPECT_EQ(openedCount, kFileCount);
+    EXPECT_EQ(openedCount_, kFileCount);
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryVariant, FileHasherJobs, testing::ValuesIn(test::HashingVariants()),
